@@ -1,0 +1,362 @@
+// The public interface of Morvane: every conversion, fill, copy and predicate of the library.
+//
+// A conversion is a free function named after its formats: `uyvy::yuy2` reads `uyvy` and writes `yuy2`. It takes the
+// source planes, the destination planes and the size of the image:
+// - A plane is a pointer to the first byte of its first row and a stride, the signed number of bytes from one row to
+//   the next. A negative stride steps upwards through a bottom-up image. No alignment is needed anywhere.
+// - `xres` and `yres` are the size in pixels. A size below one converts nothing.
+//
+// Nothing is checked or reported, nothing is allocated, and no state is kept: calls may run on any number of threads,
+// also on bands of rows of one image. Only the bytes of the image are touched, never the padding between rows, except
+// where a function says that it writes past a row.
+//
+// When every stride equals the tight width of its plane, the image is converted as one line of xres * yres pixels. It
+// shows only where a function treats the end of a line apart from its rest; those functions say how.
+//
+// The layouts, a byte a column, lowest address first:
+//
+//   uyvy      Cb Y0 Cr Y1              a pair of pixels; video range: Y 16..235, Cb and Cr 16..240 around 128
+//   yuy2      Y0 Cb Y1 Cr              a pair of pixels
+//   v210      6 pixels in 16 bytes     four little-endian 32-bit words of three 10-bit samples each, at bits 0, 10
+//                                      and 20: Cb0 Y0 Cr0 | Y1 Cb1 Y2 | Cr1 Y3 Cb2 | Y4 Cr2 Y5
+//   bgra      B G R A                  alpha 255 is opaque
+//   rgba      R G B A
+//   bgrx      B G R x                  x is ignored when read
+//   rgbx      R G B x
+//   bgr       B G R                    three bytes a pixel
+//   y         Y                        a plane of luma
+//   alpha     A                        a plane of alpha, of bytes or of 16-bit words
+//   ycbcra    Y Cb Cr A                ycbcrx: Y Cb Cr x
+//   vuya      Cr Cb Y A                vuyx: Cr Cb Y x
+//
+// Matrices are those of ITU-R BT.601 and BT.709 for video range, in integers; the formulas stand with each function.
+// `>>` in a formula is a floor division by a power of two, also of a negative value.
+#ifndef PROCESSING_MORVANE_PROCESSING_MORVANE_H
+#define PROCESSING_MORVANE_PROCESSING_MORVANE_H
+
+#include <cstdint>
+
+#define MORVANE_API __attribute__((visibility("default")))
+
+namespace Processing::Morvane {
+
+// Any `int` may stand for a colour space: 601 selects BT.601, every other value BT.709.
+enum e_ycbcr_color_space : int { ccir_601 = 601, ccir_709 = 709 };
+
+namespace format_conversion {
+
+// True when the address of every pointer and every stride is a multiple of 16. The library needs no alignment; the
+// answer tells a caller whether its planes start every row on a 16-byte boundary.
+MORVANE_API bool is_aligned(const void* ptr0, int stride0);
+MORVANE_API bool is_aligned(const void* ptr0, int stride0, const void* ptr1, int stride1);
+MORVANE_API bool is_aligned(const void* ptr0, int stride0, const void* ptr1, int stride1, const void* ptr2,
+                            int stride2);
+
+// The same test of 16 bytes under the name that callers on other processors use.
+MORVANE_API bool is_aligned_avx2(const void* ptr0, int stride0);
+MORVANE_API bool is_aligned_avx2(const void* ptr0, int stride0, const void* ptr1, int stride1);
+MORVANE_API bool is_aligned_avx2(const void* ptr0, int stride0, const void* ptr1, int stride1, const void* ptr2,
+                                 int stride2);
+
+// Fills.
+namespace black {
+
+// Black video: Cb = Cr = 128, Y = 16. Writes 2 * xres bytes a row, so a row of odd width ends with a Cb and a Y.
+MORVANE_API void uyvy(uint8_t* p_dst_uyvy, int dst_uyvy_stride, int xres, int yres);
+
+// A constant alpha plane: every sample becomes the low 8 bits (or, for 16-bit samples, the low 16 bits) of bg_value.
+MORVANE_API void alpha(uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, int bg_value);
+MORVANE_API void alpha(uint16_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, int bg_value);
+
+}  // namespace black
+
+// Copies of an image from one set of strides to another. Source and destination must not overlap.
+//
+// The copies of formats with alpha also answer whether the image is opaque: when p_alpha_is_all_255 is not null it
+// receives true if the fourth byte of every pixel is 255, and false otherwise. The whole image is copied either way,
+// and an image without pixels counts as opaque.
+
+namespace y {
+
+MORVANE_API void y(const uint8_t* p_src_y, int src_y_stride, uint8_t* p_dst_y, int dst_y_stride, int xres, int yres);
+
+}  // namespace y
+
+namespace ycbcra {
+
+MORVANE_API void ycbcra(const uint8_t* p_src_ycbcra, int src_ycbcra_stride, uint8_t* p_dst_ycbcra,
+                        int dst_ycbcra_stride, int xres, int yres, bool* p_alpha_is_all_255);
+
+}  // namespace ycbcra
+
+namespace ycbcrx {
+
+MORVANE_API void ycbcrx(const uint8_t* p_src_ycbcrx, int src_ycbcrx_stride, uint8_t* p_dst_ycbcrx,
+                        int dst_ycbcrx_stride, int xres, int yres);
+
+}  // namespace ycbcrx
+
+namespace vuya {
+
+MORVANE_API void vuya(const uint8_t* p_src_vuya, int src_vuya_stride, uint8_t* p_dst_vuya, int dst_vuya_stride,
+                      int xres, int yres, bool* p_alpha_is_all_255);
+
+}  // namespace vuya
+
+namespace vuyx {
+
+MORVANE_API void vuyx(const uint8_t* p_src_vuyx, int src_vuyx_stride, uint8_t* p_dst_vuyx, int dst_vuyx_stride,
+                      int xres, int yres);
+
+}  // namespace vuyx
+
+// 10-bit packed 4:2:2 to 8 bits.
+namespace v210 {
+
+// Each 10-bit sample keeps its upper eight bits (value >> 2, no rounding).
+//
+// A line of n pixels writes its first 2 * ((n - 1) / 2) pixels: the last pair of an even count and the last pixel of
+// an odd count stay unwritten. Row by row this holds for every row; an image with tight strides is one line, so only
+// the last pair of the image stays unwritten. A caller that wants whole rows converts rows that are one group of six
+// pixels wider. The tight stride of `v210` is xres * 16 / 6 bytes, which is whole only for multiples of three pixels.
+MORVANE_API void uyvy(const uint8_t* p_src_v210, int src_v210_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace v210
+
+namespace yuy2 {
+
+// Exactly uyvy::yuy2: exchanging the bytes twice restores them.
+MORVANE_API void uyvy(const uint8_t* p_src_yuy2, int src_yuy2_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace yuy2
+
+// Video to video and to packed RGB.
+namespace uyvy {
+
+MORVANE_API void uyvy(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+// Exchanges the two bytes of every pixel, a last odd pixel included. Where source and destination of a line overlap,
+// the pixels are exchanged one after the other, the first byte written before the first byte is read.
+MORVANE_API void yuy2(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_yuy2, int dst_yuy2_stride,
+                      int xres, int yres);
+
+// To `bgr`. Both pixels of a pair take the pair's Cb and Cr. Each byte is clamp(t >> 8, 0, 255) of
+//
+//   BT.601   B = 298 Y + 517 Cb - 70635              BT.709   B = 299 Y + 541 Cb - 73695
+//            G = 298 Y -  99 Cb - 207 Cr + 34680              G = 298 Y -  54 Cb - 136 Cr + 19635
+//            R = 298 Y + 409 Cr - 56865                       R = 298 Y + 459 Cr - 63240
+//
+// in which the offsets 16 and 128 and the rounding are folded into the constants.
+//
+// A line of odd width completes its last pair: it reads the pair's four bytes, two past the line, and writes the
+// pair's six, three past the line.
+//
+// The image counts as tight when dst_bgr_stride is 4 * xres, not 3 * xres. With that stride, and a tight source, more
+// than one row is converted as one line whose pixels follow each other without padding, three bytes apart; every other
+// stride is a stride, 3 * xres included.
+MORVANE_API void bgr(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgr, int dst_bgr_stride, int xres,
+                     int yres, e_ycbcr_color_space color_space);
+MORVANE_API void bgr_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgr, int dst_bgr_stride,
+                         int xres, int yres);
+MORVANE_API void bgr_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgr, int dst_bgr_stride,
+                         int xres, int yres);
+
+// To 32-bit RGB: the matrices of uyvy::bgr, with 255 in the fourth byte. Each row converts its whole pairs; the last
+// pixel of an odd width is neither read nor written.
+MORVANE_API void bgra(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgra, int dst_bgra_stride,
+                      int xres, int yres, e_ycbcr_color_space color_space);
+MORVANE_API void bgra_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgra, int dst_bgra_stride,
+                          int xres, int yres);
+MORVANE_API void bgra_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgra, int dst_bgra_stride,
+                          int xres, int yres);
+MORVANE_API void rgba(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_rgba, int dst_rgba_stride,
+                      int xres, int yres, e_ycbcr_color_space color_space);
+MORVANE_API void rgba_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_rgba, int dst_rgba_stride,
+                          int xres, int yres);
+MORVANE_API void rgba_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_rgba, int dst_rgba_stride,
+                          int xres, int yres);
+MORVANE_API void bgrx(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgrx, int dst_bgrx_stride,
+                      int xres, int yres, e_ycbcr_color_space color_space);
+MORVANE_API void bgrx_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgrx, int dst_bgrx_stride,
+                          int xres, int yres);
+MORVANE_API void bgrx_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgrx, int dst_bgrx_stride,
+                          int xres, int yres);
+MORVANE_API void rgbx(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_rgbx, int dst_rgbx_stride,
+                      int xres, int yres, e_ycbcr_color_space color_space);
+MORVANE_API void rgbx_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_rgbx, int dst_rgbx_stride,
+                          int xres, int yres);
+MORVANE_API void rgbx_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_rgbx, int dst_rgbx_stride,
+                          int xres, int yres);
+
+}  // namespace uyvy
+
+// RGB. The 4:2:2 chroma of a pair is sampled, never averaged: U comes from the even pixel alone, V from the odd one.
+//
+// The direct matrices, of `bgrx` and `rgbx`:
+//
+//   BT.601   U  = (-38 R - 75 G + 112 B + 32768) >> 8    BT.709   U  = (-26 R - 87 G + 112 B + 32768) >> 8
+//            V  = (112 R - 94 G -  18 B + 32768) >> 8             V  = (112 R - 102 G - 10 B + 32768) >> 8
+//            Y  = ( 33 R + 64 G +  13 B +  2048) >> 7             Y  = ( 23 R + 79 G +   8 B +  2048) >> 7
+
+namespace bgra {
+
+MORVANE_API void bgra(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_bgra, int dst_bgra_stride,
+                      int xres, int yres, bool* p_alpha_is_all_255);
+
+// Composites over black with BT.709. With A the pixel's own alpha,
+//
+//   Y = ((((23 R + 80 G + 8 B) * A) >> 8) + 2048) >> 7
+//   C = ((((-26 R - 87 G + 112 B) * A) >> 8) + 32768) >> 8
+//
+// U is the C of the even pixel and V the C of the odd one: V carries the blue difference, as U does, and no red
+// difference is written. The green weight is 80 here. An opaque pixel keeps 255 / 256 of its weight.
+//
+// Only whole pairs are converted; the last pixel of an odd line is neither read nor written. Where source and
+// destination of a line overlap, the pairs are converted one after the other.
+MORVANE_API void uyvy(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace bgra
+
+namespace bgra_601 {
+
+MORVANE_API void bgra_601(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_bgra, int dst_bgra_stride,
+                          int xres, int yres, bool* p_alpha_is_all_255);
+
+}  // namespace bgra_601
+
+namespace bgra_709 {
+
+MORVANE_API void bgra_709(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_bgra, int dst_bgra_stride,
+                          int xres, int yres, bool* p_alpha_is_all_255);
+
+}  // namespace bgra_709
+
+namespace rgba {
+
+MORVANE_API void rgba(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_rgba, int dst_rgba_stride,
+                      int xres, int yres, bool* p_alpha_is_all_255);
+
+// bgra::uyvy for the other byte order.
+MORVANE_API void uyvy(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace rgba
+
+namespace rgba_601 {
+
+MORVANE_API void rgba_601(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_rgba, int dst_rgba_stride,
+                          int xres, int yres, bool* p_alpha_is_all_255);
+
+}  // namespace rgba_601
+
+namespace rgba_709 {
+
+MORVANE_API void rgba_709(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_rgba, int dst_rgba_stride,
+                          int xres, int yres, bool* p_alpha_is_all_255);
+
+}  // namespace rgba_709
+
+// The `::uyvy` functions of the next six namespaces use the direct matrix: BT.709, or BT.601 in the namespaces that
+// end in _601. They convert whole pairs; the last pixel of an odd line is neither read nor written. `bgrx::uyvy` and
+// `rgbx::uyvy` take a tight image as one line, in which pairs may span two rows; the suffixed ones always convert row
+// by row.
+
+namespace bgrx {
+
+MORVANE_API void bgrx(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_bgrx, int dst_bgrx_stride,
+                      int xres, int yres);
+MORVANE_API void uyvy(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace bgrx
+
+namespace bgrx_601 {
+
+MORVANE_API void bgrx_601(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_bgrx, int dst_bgrx_stride,
+                          int xres, int yres);
+MORVANE_API void uyvy(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace bgrx_601
+
+namespace bgrx_709 {
+
+MORVANE_API void bgrx_709(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_bgrx, int dst_bgrx_stride,
+                          int xres, int yres);
+MORVANE_API void uyvy(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace bgrx_709
+
+namespace rgbx {
+
+MORVANE_API void rgbx(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_rgbx, int dst_rgbx_stride,
+                      int xres, int yres);
+MORVANE_API void uyvy(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace rgbx
+
+namespace rgbx_601 {
+
+MORVANE_API void rgbx_601(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_rgbx, int dst_rgbx_stride,
+                          int xres, int yres);
+MORVANE_API void uyvy(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace rgbx_601
+
+namespace rgbx_709 {
+
+MORVANE_API void rgbx_709(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_rgbx, int dst_rgbx_stride,
+                          int xres, int yres);
+MORVANE_API void uyvy(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace rgbx_709
+
+namespace bgr {
+
+// Copies 4 * xres bytes a row although a pixel takes three, and counts a stride as tight when it is 4 * xres. With a
+// stride of 3 * xres each row also writes the first xres bytes of the next, which the next row then replaces; the
+// last row reads and writes xres bytes past the image, so both planes must leave that much room.
+MORVANE_API void bgr(const uint8_t* p_src_bgr, int src_bgr_stride, uint8_t* p_dst_bgr, int dst_bgr_stride, int xres,
+                     int yres);
+
+// BT.709 with 8 bits of luma precision; the offsets are added after the shift:
+//
+//   U = ((-26 R -  87 G + 112 B) >> 8) + 128      of the even pixel
+//   V = ((112 R - 102 G -  10 B) >> 8) + 128      of the odd pixel
+//   Y = (( 47 R + 157 G +  16 B) >> 8) + 16
+//
+// A line of odd width completes its last pair: it reads the three bytes after the line as the second pixel and writes
+// the pair's four bytes, two past the line.
+MORVANE_API void uyvy(const uint8_t* p_src_bgr, int src_bgr_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride, int xres,
+                      int yres);
+
+}  // namespace bgr
+
+namespace bgr_601 {
+
+// The copy of bgr::bgr.
+MORVANE_API void bgr_601(const uint8_t* p_src_bgr, int src_bgr_stride, uint8_t* p_dst_bgr, int dst_bgr_stride, int xres,
+                         int yres);
+
+}  // namespace bgr_601
+
+namespace bgr_709 {
+
+// The copy of bgr::bgr.
+MORVANE_API void bgr_709(const uint8_t* p_src_bgr, int src_bgr_stride, uint8_t* p_dst_bgr, int dst_bgr_stride, int xres,
+                         int yres);
+
+}  // namespace bgr_709
+
+}  // namespace format_conversion
+}  // namespace Processing::Morvane
+
+#endif

@@ -1,0 +1,102 @@
+// Line kernels of 32-bit RGB to uyvy.
+#pragma once
+
+#include "backend/run.h"
+#include "format_conversion_matrix.h"
+#include "format_conversion_utils.h"
+
+namespace Processing::Morvane::format_conversion::line::rgba_and_bgra {
+
+// Pairs of pixels: eight bytes to four. U comes from the even pixel and V from the odd one.
+//
+// Over black every sum is first scaled by alpha / 256, the weight of green in luma is 80, and both chroma bytes are
+// blue differences.
+template <bool composite_over_black, bool colorspace_709, bool is_rgba>
+requires(colorspace_709 || !composite_over_black) struct uyvy_kernel {
+  using matrix = rgb_to_ycbcr<colorspace_709>;
+
+  static constexpr weights luma = in_memory_order<is_rgba>(composite_over_black ? rgb_weights{23, 80, 8} : matrix::y);
+  static constexpr weights u = in_memory_order<is_rgba>(matrix::cb);
+  static constexpr weights v = in_memory_order<is_rgba>(composite_over_black ? matrix::cb : matrix::cr);
+
+  template <weights w>
+  MORVANE_INLINE static int sum(const uint8_t* pixel) {
+    constexpr weights k = w;
+    const int s = k.first * pixel[0] + k.second * pixel[1] + k.third * pixel[2];
+    return composite_over_black ? (s * pixel[3]) >> 8 : s;
+  }
+  MORVANE_INLINE static uint8_t luma_byte(const int sum) { return static_cast<uint8_t>((sum + 16 * 128) >> 7); }
+  MORVANE_INLINE static uint8_t chroma_byte(const int sum) { return static_cast<uint8_t>((sum + 128 * 256) >> 8); }
+  // All of the pair is read before any of it is written, which shows where the planes overlap.
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const uint8_t pair[] = {chroma_byte(sum<u>(src)), luma_byte(sum<luma>(src)), chroma_byte(sum<v>(src + 4)),
+                            luma_byte(sum<luma>(src + 4))};
+    for (int i = 0; i < 4; ++i) dst[i] = pair[i];
+  }
+
+  template <class V>
+  static constexpr size_t step = V::lanes / 2;
+
+  template <class V, weights even, weights odd>
+  MORVANE_INLINE static auto sums(const typename V::pixels& pixels) {
+    const auto s = V::template weigh<even, odd>(pixels);
+    if constexpr (composite_over_black)
+      return V::scale_by_fourth(s, pixels);
+    else
+      return s;
+  }
+  // The offsets are whole multiples of the divisors, so they may as well be added to the shifted bytes.
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto pixels = V::load4(src);
+    const auto chroma = V::template narrow<8>(sums<V, u, v>(pixels));
+    const auto y = V::template narrow<7>(sums<V, luma, luma>(pixels));
+    V::store_uyvy(dst, V::template add<128>(chroma), V::template add<16>(y));
+  }
+
+  // The last pixel of an odd line is neither read nor written.
+  template <class V>
+  static void line(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, const int no_pixels) {
+    const size_t pairs = whole_pairs(no_pixels);
+    uyvy_kernel kernel;
+    if (apart(p_src_bgra, 8 * pairs, p_dst_uyvy, 4 * pairs))
+      walk<V, 8, 4>(kernel, pairs, p_src_bgra, p_dst_uyvy);
+    else
+      walk_rule<8, 4>(kernel, pairs, p_src_bgra, p_dst_uyvy);
+  }
+};
+
+template <bool src_align, bool dst_align, bool composite_over_black, bool colorspace_709, bool is_rgba>
+inline void uyvy(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, const int no_pixels) {
+  backend::line_of<uyvy_kernel<composite_over_black, colorspace_709, is_rgba>>()(p_src_bgra, p_dst_uyvy, no_pixels);
+}
+
+}  // namespace Processing::Morvane::format_conversion::line::rgba_and_bgra
+
+namespace Processing::Morvane::format_conversion::line::bgrx {
+
+template <bool src_align, bool dst_align>
+inline void uyvy_601(const uint8_t* p_src_bgrx, uint8_t* p_dst_uyvy, const int no_pixels) {
+  rgba_and_bgra::uyvy<src_align, dst_align, false, false, false>(p_src_bgrx, p_dst_uyvy, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void uyvy_709(const uint8_t* p_src_bgrx, uint8_t* p_dst_uyvy, const int no_pixels) {
+  rgba_and_bgra::uyvy<src_align, dst_align, false, true, false>(p_src_bgrx, p_dst_uyvy, no_pixels);
+}
+
+}  // namespace Processing::Morvane::format_conversion::line::bgrx
+
+namespace Processing::Morvane::format_conversion::line::rgbx {
+
+template <bool src_align, bool dst_align>
+inline void uyvy_601(const uint8_t* p_src_rgbx, uint8_t* p_dst_uyvy, const int no_pixels) {
+  rgba_and_bgra::uyvy<src_align, dst_align, false, false, true>(p_src_rgbx, p_dst_uyvy, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void uyvy_709(const uint8_t* p_src_rgbx, uint8_t* p_dst_uyvy, const int no_pixels) {
+  rgba_and_bgra::uyvy<src_align, dst_align, false, true, true>(p_src_rgbx, p_dst_uyvy, no_pixels);
+}
+
+}  // namespace Processing::Morvane::format_conversion::line::rgbx

@@ -1,0 +1,270 @@
+// The entry points: planes with their tight row bytes, and the kernel.
+#include "Processing.Morvane.h"
+#include "format_conversion_frame.h"
+#include "format_conversion_line.h"
+#include "format_conversion_line_bgr.h"
+#include "format_conversion_line_bgra.h"
+#include "format_conversion_line_black.h"
+
+namespace Processing::Morvane::format_conversion {
+
+namespace {
+
+// Only the low four bits matter, so the low 32 bits of an address do.
+uint32_t low_bits(const void* ptr, const int stride) {
+  return static_cast<uint32_t>(reinterpret_cast<uintptr_t>(ptr)) | static_cast<uint32_t>(stride);
+}
+
+bool all_multiples_of_16(const uint32_t bits) {
+  return (bits & 15) == 0;
+}
+
+template <int bytes_per_pixel>
+void copy(const uint8_t* p_src, const int src_stride, uint8_t* p_dst, const int dst_stride, const int xres,
+          const int yres) {
+  frame(&line::copy<bytes_per_pixel>, xres, yres, plane{p_src, src_stride, bytes_per_pixel},
+        plane{p_dst, dst_stride, bytes_per_pixel});
+}
+
+}  // namespace
+
+bool is_aligned(const void* ptr0, const int stride0) {
+  return all_multiples_of_16(low_bits(ptr0, stride0));
+}
+
+bool is_aligned(const void* ptr0, const int stride0, const void* ptr1, const int stride1) {
+  return all_multiples_of_16(low_bits(ptr0, stride0) | low_bits(ptr1, stride1));
+}
+
+bool is_aligned(const void* ptr0, const int stride0, const void* ptr1, const int stride1, const void* ptr2,
+                const int stride2) {
+  return all_multiples_of_16(low_bits(ptr0, stride0) | low_bits(ptr1, stride1) | low_bits(ptr2, stride2));
+}
+
+bool is_aligned_avx2(const void* ptr0, const int stride0) {
+  return is_aligned(ptr0, stride0);
+}
+
+bool is_aligned_avx2(const void* ptr0, const int stride0, const void* ptr1, const int stride1) {
+  return is_aligned(ptr0, stride0, ptr1, stride1);
+}
+
+bool is_aligned_avx2(const void* ptr0, const int stride0, const void* ptr1, const int stride1, const void* ptr2,
+                     const int stride2) {
+  return is_aligned(ptr0, stride0, ptr1, stride1, ptr2, stride2);
+}
+
+void black::uyvy(uint8_t* p_dst_uyvy, const int dst_uyvy_stride, const int xres, const int yres) {
+  frame(&line::black::uyvy, xres, yres, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void black::alpha(uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
+                  const int bg_value) {
+  const auto fill = [bg_value](uint8_t* p_dst, const int no_pixels) { line::black::alpha(p_dst, no_pixels, bg_value); };
+  frame(fill, xres, yres, plane{p_dst_alpha, dst_alpha_stride, 1});
+}
+
+void black::alpha(uint16_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
+                  const int bg_value) {
+  const auto fill = [bg_value](uint16_t* p_dst, const int no_pixels) {
+    line::black::alpha(p_dst, no_pixels, bg_value);
+  };
+  frame(fill, xres, yres, plane{p_dst_alpha, dst_alpha_stride, 2});
+}
+
+void y::y(const uint8_t* p_src_y, const int src_y_stride, uint8_t* p_dst_y, const int dst_y_stride, const int xres,
+          const int yres) {
+  copy<1>(p_src_y, src_y_stride, p_dst_y, dst_y_stride, xres, yres);
+}
+
+void uyvy::uyvy(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  copy<2>(p_src_uyvy, src_uyvy_stride, p_dst_uyvy, dst_uyvy_stride, xres, yres);
+}
+
+void bgr::bgr(const uint8_t* p_src_bgr, const int src_bgr_stride, uint8_t* p_dst_bgr, const int dst_bgr_stride,
+              const int xres, const int yres) {
+  copy<4>(p_src_bgr, src_bgr_stride, p_dst_bgr, dst_bgr_stride, xres, yres);
+}
+
+void bgr_601::bgr_601(const uint8_t* p_src_bgr, const int src_bgr_stride, uint8_t* p_dst_bgr, const int dst_bgr_stride,
+                      const int xres, const int yres) {
+  copy<4>(p_src_bgr, src_bgr_stride, p_dst_bgr, dst_bgr_stride, xres, yres);
+}
+
+void bgr_709::bgr_709(const uint8_t* p_src_bgr, const int src_bgr_stride, uint8_t* p_dst_bgr, const int dst_bgr_stride,
+                      const int xres, const int yres) {
+  copy<4>(p_src_bgr, src_bgr_stride, p_dst_bgr, dst_bgr_stride, xres, yres);
+}
+
+void bgrx::bgrx(const uint8_t* p_src_bgrx, const int src_bgrx_stride, uint8_t* p_dst_bgrx, const int dst_bgrx_stride,
+                const int xres, const int yres) {
+  copy<4>(p_src_bgrx, src_bgrx_stride, p_dst_bgrx, dst_bgrx_stride, xres, yres);
+}
+
+void bgrx_601::bgrx_601(const uint8_t* p_src_bgrx, const int src_bgrx_stride, uint8_t* p_dst_bgrx,
+                        const int dst_bgrx_stride, const int xres, const int yres) {
+  copy<4>(p_src_bgrx, src_bgrx_stride, p_dst_bgrx, dst_bgrx_stride, xres, yres);
+}
+
+void bgrx_709::bgrx_709(const uint8_t* p_src_bgrx, const int src_bgrx_stride, uint8_t* p_dst_bgrx,
+                        const int dst_bgrx_stride, const int xres, const int yres) {
+  copy<4>(p_src_bgrx, src_bgrx_stride, p_dst_bgrx, dst_bgrx_stride, xres, yres);
+}
+
+void rgbx::rgbx(const uint8_t* p_src_rgbx, const int src_rgbx_stride, uint8_t* p_dst_rgbx, const int dst_rgbx_stride,
+                const int xres, const int yres) {
+  copy<4>(p_src_rgbx, src_rgbx_stride, p_dst_rgbx, dst_rgbx_stride, xres, yres);
+}
+
+void rgbx_601::rgbx_601(const uint8_t* p_src_rgbx, const int src_rgbx_stride, uint8_t* p_dst_rgbx,
+                        const int dst_rgbx_stride, const int xres, const int yres) {
+  copy<4>(p_src_rgbx, src_rgbx_stride, p_dst_rgbx, dst_rgbx_stride, xres, yres);
+}
+
+void rgbx_709::rgbx_709(const uint8_t* p_src_rgbx, const int src_rgbx_stride, uint8_t* p_dst_rgbx,
+                        const int dst_rgbx_stride, const int xres, const int yres) {
+  copy<4>(p_src_rgbx, src_rgbx_stride, p_dst_rgbx, dst_rgbx_stride, xres, yres);
+}
+
+void ycbcrx::ycbcrx(const uint8_t* p_src_ycbcrx, const int src_ycbcrx_stride, uint8_t* p_dst_ycbcrx,
+                    const int dst_ycbcrx_stride, const int xres, const int yres) {
+  copy<4>(p_src_ycbcrx, src_ycbcrx_stride, p_dst_ycbcrx, dst_ycbcrx_stride, xres, yres);
+}
+
+void vuyx::vuyx(const uint8_t* p_src_vuyx, const int src_vuyx_stride, uint8_t* p_dst_vuyx, const int dst_vuyx_stride,
+                const int xres, const int yres) {
+  copy<4>(p_src_vuyx, src_vuyx_stride, p_dst_vuyx, dst_vuyx_stride, xres, yres);
+}
+
+void bgra::bgra(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_bgra, const int dst_bgra_stride,
+                const int xres, const int yres, bool* p_alpha_is_all_255) {
+  if (p_alpha_is_all_255 == nullptr) {
+    copy<4>(p_src_bgra, src_bgra_stride, p_dst_bgra, dst_bgra_stride, xres, yres);
+    return;
+  }
+  *p_alpha_is_all_255 = frame(backend::line_of<line::bgra::bgra_kernel>(), xres, yres,
+                              plane{p_src_bgra, src_bgra_stride, 4}, plane{p_dst_bgra, dst_bgra_stride, 4});
+}
+
+void bgra_601::bgra_601(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_bgra,
+                        const int dst_bgra_stride, const int xres, const int yres, bool* p_alpha_is_all_255) {
+  bgra::bgra(p_src_bgra, src_bgra_stride, p_dst_bgra, dst_bgra_stride, xres, yres, p_alpha_is_all_255);
+}
+
+void bgra_709::bgra_709(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_bgra,
+                        const int dst_bgra_stride, const int xres, const int yres, bool* p_alpha_is_all_255) {
+  bgra::bgra(p_src_bgra, src_bgra_stride, p_dst_bgra, dst_bgra_stride, xres, yres, p_alpha_is_all_255);
+}
+
+void rgba::rgba(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_rgba, const int dst_rgba_stride,
+                const int xres, const int yres, bool* p_alpha_is_all_255) {
+  bgra::bgra(p_src_rgba, src_rgba_stride, p_dst_rgba, dst_rgba_stride, xres, yres, p_alpha_is_all_255);
+}
+
+void rgba_601::rgba_601(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_rgba,
+                        const int dst_rgba_stride, const int xres, const int yres, bool* p_alpha_is_all_255) {
+  bgra::bgra(p_src_rgba, src_rgba_stride, p_dst_rgba, dst_rgba_stride, xres, yres, p_alpha_is_all_255);
+}
+
+void rgba_709::rgba_709(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_rgba,
+                        const int dst_rgba_stride, const int xres, const int yres, bool* p_alpha_is_all_255) {
+  bgra::bgra(p_src_rgba, src_rgba_stride, p_dst_rgba, dst_rgba_stride, xres, yres, p_alpha_is_all_255);
+}
+
+void ycbcra::ycbcra(const uint8_t* p_src_ycbcra, const int src_ycbcra_stride, uint8_t* p_dst_ycbcra,
+                    const int dst_ycbcra_stride, const int xres, const int yres, bool* p_alpha_is_all_255) {
+  bgra::bgra(p_src_ycbcra, src_ycbcra_stride, p_dst_ycbcra, dst_ycbcra_stride, xres, yres, p_alpha_is_all_255);
+}
+
+void vuya::vuya(const uint8_t* p_src_vuya, const int src_vuya_stride, uint8_t* p_dst_vuya, const int dst_vuya_stride,
+                const int xres, const int yres, bool* p_alpha_is_all_255) {
+  bgra::bgra(p_src_vuya, src_vuya_stride, p_dst_vuya, dst_vuya_stride, xres, yres, p_alpha_is_all_255);
+}
+
+void v210::uyvy(const uint8_t* p_src_v210, const int src_v210_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::v210::uyvy_kernel>(), xres, yres, plane{p_src_v210, src_v210_stride, 16, 6},
+        plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void uyvy::yuy2(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_yuy2, const int dst_yuy2_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy::yuy2_kernel>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_dst_yuy2, dst_yuy2_stride, 2});
+}
+
+void yuy2::uyvy(const uint8_t* p_src_yuy2, const int src_yuy2_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  uyvy::yuy2(p_src_yuy2, src_yuy2_stride, p_dst_uyvy, dst_uyvy_stride, xres, yres);
+}
+
+void bgra::uyvy(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::rgba_and_bgra::uyvy_kernel<true, true, false>>(), xres, yres,
+        plane{p_src_bgra, src_bgra_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void rgba::uyvy(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::rgba_and_bgra::uyvy_kernel<true, true, true>>(), xres, yres,
+        plane{p_src_rgba, src_rgba_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void bgrx::uyvy(const uint8_t* p_src_bgrx, const int src_bgrx_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::rgba_and_bgra::uyvy_kernel<false, true, false>>(), xres, yres,
+        plane{p_src_bgrx, src_bgrx_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void rgbx::uyvy(const uint8_t* p_src_rgbx, const int src_rgbx_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::rgba_and_bgra::uyvy_kernel<false, true, true>>(), xres, yres,
+        plane{p_src_rgbx, src_rgbx_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void bgr::uyvy(const uint8_t* p_src_bgr, const int src_bgr_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+               const int xres, const int yres) {
+  frame(backend::line_of<line::bgr::uyvy_kernel>(), xres, yres, plane{p_src_bgr, src_bgr_stride, 3},
+        plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+// Four bytes a pixel count as tight, although a pixel has three: tight rows of three are converted one by one.
+void uyvy::bgr_601(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_bgr, const int dst_bgr_stride,
+                   const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy::rgb_kernel<false, false, 3>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_dst_bgr, dst_bgr_stride, 4});
+}
+
+void uyvy::bgr_709(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_bgr, const int dst_bgr_stride,
+                   const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy::rgb_kernel<true, false, 3>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_dst_bgr, dst_bgr_stride, 4});
+}
+
+void uyvy::bgr(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_bgr, const int dst_bgr_stride,
+               const int xres, const int yres, const e_ycbcr_color_space color_space) {
+  (color_space == ccir_601 ? bgr_601 : bgr_709)(p_src_uyvy, src_uyvy_stride, p_dst_bgr, dst_bgr_stride, xres, yres);
+}
+
+void uyvy::bgra(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_bgra, const int dst_bgra_stride,
+                const int xres, const int yres, const e_ycbcr_color_space color_space) {
+  (color_space == ccir_601 ? bgra_601 : bgra_709)(p_src_uyvy, src_uyvy_stride, p_dst_bgra, dst_bgra_stride, xres, yres);
+}
+
+void uyvy::rgba(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_rgba, const int dst_rgba_stride,
+                const int xres, const int yres, const e_ycbcr_color_space color_space) {
+  (color_space == ccir_601 ? rgba_601 : rgba_709)(p_src_uyvy, src_uyvy_stride, p_dst_rgba, dst_rgba_stride, xres, yres);
+}
+
+void uyvy::bgrx(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_bgrx, const int dst_bgrx_stride,
+                const int xres, const int yres, const e_ycbcr_color_space color_space) {
+  bgra(p_src_uyvy, src_uyvy_stride, p_dst_bgrx, dst_bgrx_stride, xres, yres, color_space);
+}
+
+void uyvy::rgbx(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_rgbx, const int dst_rgbx_stride,
+                const int xres, const int yres, const e_ycbcr_color_space color_space) {
+  rgba(p_src_uyvy, src_uyvy_stride, p_dst_rgbx, dst_rgbx_stride, xres, yres, color_space);
+}
+
+}  // namespace Processing::Morvane::format_conversion

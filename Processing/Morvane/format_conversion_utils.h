@@ -1,0 +1,81 @@
+// What the line kernels share: stepping through rows and lines, tests for overlap, clamping.
+//
+// Kernels are compiled once for every instruction set of a processor. A function that two of those copies share would
+// be kept once by the linker, in whichever copy comes first, and could bring AVX2 instructions into the portable code.
+// So whatever a kernel calls is either a template over its backend or MORVANE_INLINE, and never a function of the
+// standard library.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+#define MORVANE_INLINE [[gnu::always_inline]] inline
+
+namespace Processing::Morvane::format_conversion::line {
+
+// The row after `line`: the stride counts bytes, whatever the type of the elements.
+template <class Element>
+MORVANE_INLINE const Element* next_line(const Element* line, const int line_stride) {
+  return reinterpret_cast<const Element*>(reinterpret_cast<const uint8_t*>(line) + line_stride);
+}
+
+template <class Element>
+MORVANE_INLINE Element* next_line(Element* line, const int line_stride) {
+  return reinterpret_cast<Element*>(reinterpret_cast<uint8_t*>(line) + line_stride);
+}
+
+MORVANE_INLINE constexpr size_t at_least_zero(const int count) {
+  return count < 0 ? 0 : static_cast<size_t>(count);
+}
+
+// Pairs that lie wholly within a line, and pairs that begin in it.
+MORVANE_INLINE constexpr size_t whole_pairs(const int no_pixels) {
+  return at_least_zero(no_pixels) / 2;
+}
+
+MORVANE_INLINE constexpr size_t begun_pairs(const int no_pixels) {
+  return (at_least_zero(no_pixels) + 1) / 2;
+}
+
+// True when the two ranges share no byte.
+MORVANE_INLINE bool apart(const uint8_t* a, const size_t a_bytes, const uint8_t* b, const size_t b_bytes) {
+  const auto a_begin = reinterpret_cast<uintptr_t>(a);
+  const auto b_begin = reinterpret_cast<uintptr_t>(b);
+  return a_begin + a_bytes <= b_begin || b_begin + b_bytes <= a_begin;
+}
+
+MORVANE_INLINE constexpr uint8_t clamp_to_byte(const int value) {
+  return static_cast<uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
+}
+
+// Runs a kernel's rule over `units` of a line, one after the other. A unit is what the rule converts at once: a pixel,
+// a pair or a group. It takes bytes... of each plane.
+template <int... bytes, class Kernel, class... Plane>
+MORVANE_INLINE void walk_rule(Kernel& kernel, size_t units, Plane*... planes) {
+  for (; units > 0; --units) {
+    kernel.rule(planes...);
+    ((planes += bytes), ...);
+  }
+}
+
+// Runs a kernel over a line whose planes are apart: its vector body as long as a whole vector of units is left, then
+// the body once more over the last units of the line, some of which it converts a second time, to the same bytes. Only
+// a line shorter than one vector is left to the rule.
+template <class V, int... bytes, class Kernel, class... Plane>
+MORVANE_INLINE void walk(Kernel& kernel, size_t units, Plane*... planes) {
+  if constexpr (V::lanes > 0) {
+    constexpr size_t step = Kernel::template step<V>;
+    if (units >= step) {
+      for (; units >= step; units -= step) {
+        kernel.template vector<V>(planes...);
+        ((planes += step * bytes), ...);
+      }
+      if (units > 0) kernel.template vector<V>((planes - (step - units) * bytes)...);
+      return;
+    }
+  }
+  walk_rule<bytes...>(kernel, units, planes...);
+}
+
+}  // namespace Processing::Morvane::format_conversion::line

@@ -1,0 +1,242 @@
+// The vector operations on AVX2: 32 pixels at a time. operations.h says what each does.
+//
+// Most AVX2 instructions work within the two 128-bit halves of a register. So the samples of 32 pixels lie in an order
+// of their own, in which interleaving, widening and narrowing within the halves bring them back to memory order by
+// themselves. In quads of pixels (q0 = pixels 0 to 3):
+//
+//                 low half        high half
+//   bytes         q0 q2 q4 q6     q1 q3 q5 q7
+//   words.lo      q0 q2           q1 q3
+//   words.hi      q4 q6           q5 q7
+#pragma once
+
+#include <immintrin.h>
+
+#include <cstdint>
+
+#include "../format_conversion_utils.h"
+#include "weights.h"
+
+namespace Processing::Morvane::format_conversion::vector {
+
+struct avx2 {
+  static constexpr int lanes = 32;
+  static constexpr int block_bytes = 32;
+
+  struct block {
+    __m256i v;
+  };
+  struct bytes {
+    __m256i v;
+  };
+  struct words {
+    __m256i lo, hi;
+  };
+  using pair_words = words;
+  struct pixels {
+    __m256i q01, q23, q45, q67;
+  };
+  struct pairs {
+    words luma_cb, luma_cr;  // in each word luma in the low byte, chroma in the high one
+  };
+
+  MORVANE_INLINE static __m256i load_256(const uint8_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  }
+  MORVANE_INLINE static void store_256(uint8_t* p, const __m256i v) {
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v);
+  }
+  // Repeats 16 bytes in both halves.
+  MORVANE_INLINE static __m256i twice(const __m128i v) { return _mm256_broadcastsi128_si256(v); }
+  // q0 q1 | q2 q3 to q0 q2 | q1 q3 and back, for quads of eight bytes.
+  MORVANE_INLINE static __m256i exchange_middle(const __m256i v) {
+    return _mm256_permute4x64_epi64(v, _MM_SHUFFLE(3, 1, 2, 0));
+  }
+
+  MORVANE_INLINE static block load(const uint8_t* p) { return {load_256(p)}; }
+  MORVANE_INLINE static void store(uint8_t* p, const block b) { store_256(p, b.v); }
+  MORVANE_INLINE static block repeat(const uint16_t value) { return {_mm256_set1_epi16(static_cast<short>(value))}; }
+  MORVANE_INLINE static block swap_bytes(const block b) {
+    return {_mm256_shuffle_epi8(b.v, twice(_mm_setr_epi8(1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14)))};
+  }
+  MORVANE_INLINE static block and_blocks(const block a, const block b) { return {_mm256_and_si256(a.v, b.v)}; }
+  MORVANE_INLINE static block or_blocks(const block a, const block b) { return {_mm256_or_si256(a.v, b.v)}; }
+  template <int bits, uint32_t mask>
+  MORVANE_INLINE static block shift_right_and_mask(const block b) {
+    return {_mm256_and_si256(_mm256_srli_epi32(b.v, bits), _mm256_set1_epi32(static_cast<int>(mask)))};
+  }
+  MORVANE_INLINE static bool fourth_bytes_are_255(const block b) {
+    const __m256i others_set = _mm256_or_si256(b.v, _mm256_set1_epi32(0x00ffffff));
+    return _mm256_movemask_epi8(_mm256_cmpeq_epi8(others_set, _mm256_set1_epi8(-1))) == -1;
+  }
+
+  // Per half 12 bytes of four pixels, then four zeros: B G R  B G R  B G R  B G R  0 0 0 0.
+  MORVANE_INLINE static __m256i drop_fourth_bytes(const __m256i v) {
+    return _mm256_shuffle_epi8(v, twice(_mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1)));
+  }
+  // Each input holds 24 bytes in two runs of three double words, abc- def-. The output is 96 bytes without gaps:
+  //   a0 b0 c0 d0 e0 f0 a1 b1   c1 d1 e1 f1 a2 b2 c2 d2   e2 f2 a3 b3 c3 d3 e3 f3
+  MORVANE_INLINE static void store_three_of_four(uint8_t* p, const block b0, const block b1, const block b2,
+                                                 const block b3) {
+    const __m256i r0 = _mm256_permutevar8x32_epi32(drop_fourth_bytes(b0.v), _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 3));
+    const __m256i r1 = _mm256_permutevar8x32_epi32(drop_fourth_bytes(b1.v), _mm256_setr_epi32(2, 4, 5, 6, 3, 3, 0, 1));
+    const __m256i r2 = _mm256_permutevar8x32_epi32(drop_fourth_bytes(b2.v), _mm256_setr_epi32(5, 6, 3, 3, 0, 1, 2, 4));
+    const __m256i r3 = _mm256_permutevar8x32_epi32(drop_fourth_bytes(b3.v), _mm256_setr_epi32(3, 3, 0, 1, 2, 4, 5, 6));
+    store_256(p, _mm256_blend_epi32(r0, r1, 0b11000000));
+    store_256(p + 32, _mm256_blend_epi32(r1, r2, 0b11110000));
+    store_256(p + 64, _mm256_blend_epi32(r2, r3, 0b11111100));
+  }
+
+  MORVANE_INLINE static pixels load4(const uint8_t* p) {
+    return {load_256(p), load_256(p + 32), load_256(p + 64), load_256(p + 96)};
+  }
+  // Eight pixels of three bytes, which begin in double word `first` of the 32 bytes at p, to eight of four bytes.
+  template <int first>
+  MORVANE_INLINE static __m256i widen_three_to_four(const uint8_t* p) {
+    const __m256i halves = _mm256_permutevar8x32_epi32(
+        load_256(p), _mm256_setr_epi32(first, first + 1, first + 2, 0, first + 3, first + 4, first + 5, 0));
+    return _mm256_shuffle_epi8(halves, twice(_mm_setr_epi8(0, 1, 2, 1, 3, 4, 5, 4, 6, 7, 8, 7, 9, 10, 11, 10)));
+  }
+  MORVANE_INLINE static pixels load3_second_twice(const uint8_t* p) {
+    return {widen_three_to_four<0>(p), widen_three_to_four<0>(p + 24), widen_three_to_four<0>(p + 48),
+            widen_three_to_four<2>(p + 64)};
+  }
+
+  // Four pixels' bytes to two words of pair sums each, then to one double word each.
+  MORVANE_INLINE static __m256i sum_pixels(const __m256i p, const __m256i w) {
+    return _mm256_madd_epi16(_mm256_maddubs_epi16(p, w), _mm256_set1_epi16(1));
+  }
+  // The weights of one pixel as four signed bytes.
+  static constexpr uint32_t packed(const line::weights w) {
+    return (static_cast<uint32_t>(w.first) & 255) | (static_cast<uint32_t>(w.second) & 255) << 8 |
+           (static_cast<uint32_t>(w.third) & 255) << 16 | (static_cast<uint32_t>(w.fourth) & 255) << 24;
+  }
+  static constexpr int negative(const int w) { return w < 0 ? w : 0; }
+  static constexpr int positive(const int w) { return w > 0 ? w : 0; }
+  static constexpr int lowest(const line::weights w) {
+    return 255 * (negative(w.first) + negative(w.second) + negative(w.third) + negative(w.fourth));
+  }
+  static constexpr int highest(const line::weights w) {
+    return 255 * (positive(w.first) + positive(w.second) + positive(w.third) + positive(w.fourth));
+  }
+  static constexpr bool pair_fits(const int a, const int b) {
+    return a >= -128 && a <= 127 && b >= -128 && b <= 127 && 255 * (positive(a) + positive(b)) <= 32767;
+  }
+  static constexpr bool pairs_fit(const line::weights w) {
+    return pair_fits(w.first, w.second) && pair_fits(w.third, w.fourth);
+  }
+  template <line::weights even, line::weights odd = even>
+  MORVANE_INLINE static words weigh(const pixels& p) {
+    static_assert(pairs_fit(even) && pairs_fit(odd), "pair sums saturate at 16 bits");
+    constexpr bool is_unsigned = lowest(even) == 0 && lowest(odd) == 0;
+    static_assert(is_unsigned || (lowest(even) >= -32768 && highest(even) <= 32767 && lowest(odd) >= -32768 &&
+                                  highest(odd) <= 32767),
+                  "sums saturate at 16 bits");
+    constexpr uint64_t two_pixels = packed(even) | static_cast<uint64_t>(packed(odd)) << 32;
+    const __m256i w = _mm256_set1_epi64x(static_cast<int64_t>(two_pixels));
+    if constexpr (is_unsigned)
+      return {_mm256_packus_epi32(sum_pixels(p.q01, w), sum_pixels(p.q23, w)),
+              _mm256_packus_epi32(sum_pixels(p.q45, w), sum_pixels(p.q67, w))};
+    else
+      return {_mm256_packs_epi32(sum_pixels(p.q01, w), sum_pixels(p.q23, w)),
+              _mm256_packs_epi32(sum_pixels(p.q45, w), sum_pixels(p.q67, w))};
+  }
+
+  MORVANE_INLINE static __m256i fourth_times_256(const __m256i p, const __m256i q) {
+    const __m256i mask = _mm256_set1_epi32(0xff00);
+    return _mm256_packus_epi32(_mm256_and_si256(_mm256_srli_epi32(p, 16), mask),
+                               _mm256_and_si256(_mm256_srli_epi32(q, 16), mask));
+  }
+  // The product is unsigned, so the sum is lifted by 32768 first; 32768 * A / 256 = 128 * A is taken off afterwards.
+  MORVANE_INLINE static __m256i scale(const __m256i sum, const __m256i a256) {
+    const __m256i lifted = _mm256_xor_si256(sum, _mm256_set1_epi16(-32768));
+    return _mm256_sub_epi16(_mm256_mulhi_epu16(lifted, a256), _mm256_srli_epi16(a256, 1));
+  }
+  MORVANE_INLINE static words scale_by_fourth(const words sum, const pixels& p) {
+    return {scale(sum.lo, fourth_times_256(p.q01, p.q23)), scale(sum.hi, fourth_times_256(p.q45, p.q67))};
+  }
+
+  template <int bits>
+  MORVANE_INLINE static bytes narrow(const words w) {
+    return {_mm256_packus_epi16(_mm256_srli_epi16(w.lo, bits), _mm256_srli_epi16(w.hi, bits))};
+  }
+  template <int value>
+  MORVANE_INLINE static bytes add(const bytes b) {
+    return {_mm256_add_epi8(b.v, _mm256_set1_epi8(static_cast<char>(value)))};
+  }
+  MORVANE_INLINE static bytes same(const uint8_t value) { return {_mm256_set1_epi8(static_cast<char>(value))}; }
+
+  MORVANE_INLINE static void store_uyvy(uint8_t* p, const bytes chroma, const bytes luma) {
+    store_256(p, exchange_middle(_mm256_unpacklo_epi8(chroma.v, luma.v)));
+    store_256(p + 32, exchange_middle(_mm256_unpackhi_epi8(chroma.v, luma.v)));
+  }
+
+  // Of Cb Y0 Cr Y1: both Y with Cb, and both Y with Cr.
+  MORVANE_INLINE static __m256i luma_with_cb(const __m256i uyvy) {
+    return _mm256_shuffle_epi8(uyvy, twice(_mm_setr_epi8(1, 0, 3, 0, 5, 4, 7, 4, 9, 8, 11, 8, 13, 12, 15, 12)));
+  }
+  MORVANE_INLINE static __m256i luma_with_cr(const __m256i uyvy) {
+    return _mm256_shuffle_epi8(uyvy, twice(_mm_setr_epi8(1, 2, 3, 2, 5, 6, 7, 6, 9, 10, 11, 10, 13, 14, 15, 14)));
+  }
+  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) {
+    const __m256i a = exchange_middle(load_256(p));
+    const __m256i b = exchange_middle(load_256(p + 32));
+    return {{luma_with_cb(a), luma_with_cb(b)}, {luma_with_cr(a), luma_with_cr(b)}};
+  }
+  // Both bytes of a word, weighted and added.
+  template <int luma, int chroma>
+  MORVANE_INLINE static __m256i sum_bytes(const __m256i word) {
+    static_assert(pair_fits(luma, chroma), "pair sums saturate at 16 bits");
+    return _mm256_maddubs_epi16(word, _mm256_set1_epi16(static_cast<short>((luma & 255) | chroma * 256)));
+  }
+  template <line::ycbcr_weights w>
+  MORVANE_INLINE static __m256i weigh_words(const __m256i luma_cb, const __m256i luma_cr) {
+    constexpr int y = w.y;
+    constexpr int cb = w.cb;
+    constexpr int cr = w.cr;
+    const __m256i constant = _mm256_set1_epi16(static_cast<short>(w.constant));
+    if constexpr (cr == 0)
+      return _mm256_add_epi16(sum_bytes<y, cb>(luma_cb), constant);
+    else if constexpr (cb == 0)
+      return _mm256_add_epi16(sum_bytes<y, cr>(luma_cr), constant);
+    else
+      return _mm256_add_epi16(_mm256_add_epi16(sum_bytes<y, cb>(luma_cb), sum_bytes<0, cr>(luma_cr)), constant);
+  }
+  template <line::ycbcr_weights w>
+  MORVANE_INLINE static pair_words weigh(const pairs& p) {
+    return {weigh_words<w>(p.luma_cb.lo, p.luma_cr.lo), weigh_words<w>(p.luma_cb.hi, p.luma_cr.hi)};
+  }
+  template <int bits>
+  MORVANE_INLINE static pair_words add_shifted(const pair_words a, const pair_words b) {
+    return {_mm256_add_epi16(a.lo, _mm256_srli_epi16(b.lo, bits)),
+            _mm256_add_epi16(a.hi, _mm256_srli_epi16(b.hi, bits))};
+  }
+  MORVANE_INLINE static bytes narrow_saturating(const pair_words w) { return {_mm256_packus_epi16(w.lo, w.hi)}; }
+
+  struct interleaved {
+    block q01, q23, q45, q67;
+  };
+  MORVANE_INLINE static interleaved interleave4(const bytes c0, const bytes c1, const bytes c2, const bytes c3) {
+    const __m256i lo01 = _mm256_unpacklo_epi8(c0.v, c1.v);
+    const __m256i lo23 = _mm256_unpacklo_epi8(c2.v, c3.v);
+    const __m256i hi01 = _mm256_unpackhi_epi8(c0.v, c1.v);
+    const __m256i hi23 = _mm256_unpackhi_epi8(c2.v, c3.v);
+    return {{_mm256_unpacklo_epi16(lo01, lo23)},
+            {_mm256_unpackhi_epi16(lo01, lo23)},
+            {_mm256_unpacklo_epi16(hi01, hi23)},
+            {_mm256_unpackhi_epi16(hi01, hi23)}};
+  }
+  MORVANE_INLINE static void store4(uint8_t* p, const bytes c0, const bytes c1, const bytes c2, const bytes c3) {
+    const interleaved i = interleave4(c0, c1, c2, c3);
+    store(p, i.q01);
+    store(p + 32, i.q23);
+    store(p + 64, i.q45);
+    store(p + 96, i.q67);
+  }
+  MORVANE_INLINE static void store3(uint8_t* p, const bytes c0, const bytes c1, const bytes c2) {
+    const interleaved i = interleave4(c0, c1, c2, c2);
+    store_three_of_four(p, i.q01, i.q23, i.q45, i.q67);
+  }
+};
+
+}  // namespace Processing::Morvane::format_conversion::vector

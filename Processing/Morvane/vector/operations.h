@@ -1,0 +1,76 @@
+// The vector operations: what a backend with vectors offers to the kernels, under the same names on each.
+//
+// A backend works on `lanes` pixels at a time. Samples of those pixels are held in an order of the backend's own,
+// the same in all its types, so a kernel may combine any of them lane by lane; loading and storing translate from and
+// to memory order. Only a `block` is a run of memory as it stands.
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+
+#include "weights.h"
+
+namespace Processing::Morvane::format_conversion::vector {
+
+template <class V>
+concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destination, typename V::block block,
+                                        typename V::bytes bytes, typename V::words words,
+                                        typename V::pair_words pair_words, typename V::pixels pixels,
+                                        typename V::pairs pairs) {
+  requires V::lanes >
+  0;
+  requires V::block_bytes >
+  0;
+
+  // block: block_bytes bytes as they stand in memory.
+  { V::load(source) } -> std::same_as<typename V::block>;
+  V::store(destination, block);
+  // A 16-bit value over and over, low byte first.
+  { V::repeat(uint16_t{}) } -> std::same_as<typename V::block>;
+  // Exchanges bytes 2k and 2k + 1.
+  { V::swap_bytes(block) } -> std::same_as<typename V::block>;
+  { V::and_blocks(block, block) } -> std::same_as<typename V::block>;
+  { V::or_blocks(block, block) } -> std::same_as<typename V::block>;
+  // (x >> bits) & mask of every 32-bit word.
+  { V::template shift_right_and_mask<2, 0xff>(block) } -> std::same_as<typename V::block>;
+  // Whether bytes 3, 7, 11... are all 255.
+  { V::fourth_bytes_are_255(block) } -> std::same_as<bool>;
+  // Stores four blocks without their bytes 3, 7, 11...: 3 * block_bytes bytes.
+  V::store_three_of_four(destination, block, block, block, block);
+
+  // pixels: four bytes of each pixel. load3_second_twice reads three-byte pixels and repeats byte 1 as the fourth.
+  { V::load4(source) } -> std::same_as<typename V::pixels>;
+  { V::load3_second_twice(source) } -> std::same_as<typename V::pixels>;
+  // words: a 16-bit word for each pixel. weigh sums the weighted bytes of a pixel, modulo 65536; with two sets of
+  // weights, the first is for the even pixels and the second for the odd ones. A weight is at least -128 and at most
+  // 127, the sums of bytes 0 and 1 and of bytes 2 and 3 are at most 32767, and a set with negative weights sums to
+  // -32768..32767.
+  { V::template weigh<line::weights{1, 2, 3, 0}>(pixels) } -> std::same_as<typename V::words>;
+  {
+    V::template weigh<line::weights{1, 2, 3, 0}, line::weights{3, 2, 1, 0}>(pixels)
+    } -> std::same_as<typename V::words>;
+  // (x * A) >> 8 of signed words, A being the pixel's fourth byte.
+  { V::scale_by_fourth(words, pixels) } -> std::same_as<typename V::words>;
+  // bytes: a byte for each pixel. narrow shifts right and keeps the low byte, which must hold the whole result.
+  { V::template narrow<7>(words) } -> std::same_as<typename V::bytes>;
+  // Adds modulo 256.
+  { V::template add<16>(bytes) } -> std::same_as<typename V::bytes>;
+  { V::same(uint8_t{}) } -> std::same_as<typename V::bytes>;
+  // Stores chroma and luma alternately.
+  V::store_uyvy(destination, bytes, bytes);
+
+  // pairs: luma of each pixel and chroma of its pair. pair_words: a 16-bit word for each of these pixels.
+  { V::load_uyvy(source) } -> std::same_as<typename V::pairs>;
+  // The weighted sum and constant, modulo 65536; weights as for pixels.
+  { V::template weigh<line::ycbcr_weights{1, 2, 3, 4}>(pairs) } -> std::same_as<typename V::pair_words>;
+  // a + (b >> bits), the shift unsigned.
+  { V::template add_shifted<8>(pair_words, pair_words) } -> std::same_as<typename V::pair_words>;
+  // Signed words clamped to 0..255.
+  { V::narrow_saturating(pair_words) } -> std::same_as<typename V::bytes>;
+
+  // Stores three or four bytes a pixel.
+  V::store3(destination, bytes, bytes, bytes);
+  V::store4(destination, bytes, bytes, bytes, bytes);
+};
+
+}  // namespace Processing::Morvane::format_conversion::vector

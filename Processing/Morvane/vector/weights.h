@@ -1,0 +1,21 @@
+// The weights of sums of bytes, as template arguments.
+//
+// A function that computes with such an argument copies it to a constexpr local first: an unoptimised build would keep
+// the argument itself as an object that the copies of a kernel for different instruction sets share.
+#pragma once
+
+namespace Processing::Morvane::format_conversion::line {
+
+// Of the bytes of a four-byte pixel, in memory order.
+struct weights {
+  int first, second, third, fourth;
+
+  friend constexpr bool operator==(const weights&, const weights&) = default;
+};
+
+// Of a pixel's luma and its pair's chroma, and a constant added to the sum.
+struct ycbcr_weights {
+  int y, cb, cr, constant;
+};
+
+}  // namespace Processing::Morvane::format_conversion::line

@@ -1,0 +1,177 @@
+// Every pixel format that a conversion reads or writes, as data.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace morvane::catalogue {
+
+// How the samples of a group are stored.
+enum class sample_type {
+  u8,    // bytes
+  v210,  // three 10-bit samples in each little-endian 32-bit word, at bits 0, 10 and 20
+  u16,   // little-endian 16-bit words
+};
+
+// One plane. Its rows are made of groups of pixels; a picture whose width is not a whole number of groups ends every
+// row with a whole group.
+struct plane {
+  std::string_view name{};
+  int group_bytes = 0;
+  int group_pixels = 0;
+  sample_type sample = sample_type::u8;
+  std::string_view components{};  // the samples of a group in storage order: "Cb Y Cr Y"
+
+  constexpr std::int64_t row_bytes(int xres) const {
+    return (std::int64_t{xres} + group_pixels - 1) / group_pixels * group_bytes;
+  }
+};
+
+enum class color_model { ycbcr, rgb, luma, alpha };
+
+struct format {
+  std::string_view name{};
+  std::string_view description{};
+  color_model model{};
+  bool alpha = false;
+  int width_multiple = 1;  // pictures whose width is no multiple of this have no whole rows
+  std::string_view fourcc{};
+  std::string_view ffmpeg{};
+  std::string_view v4l2{};
+  std::string_view gstreamer{};
+  std::array<plane, 4> planes{};
+
+  constexpr std::size_t plane_count() const {
+    return static_cast<std::size_t>(
+        std::find_if(planes.begin(), planes.end(), [](const plane& p) { return p.group_bytes == 0; }) - planes.begin());
+  }
+  constexpr std::int64_t frame_bytes(int xres, int yres) const {
+    std::int64_t bytes = 0;
+    for (const plane& p : planes)
+      if (p.group_bytes != 0) bytes += p.row_bytes(xres) * yres;
+    return bytes;
+  }
+};
+
+inline constexpr auto formats = std::to_array<format>({
+    {.name = "uyvy",
+     .description = "8-bit packed YCbCr 4:2:2, chroma first: the common format of capture cards",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .fourcc = "UYVY",
+     .ffmpeg = "uyvy422",
+     .v4l2 = "V4L2_PIX_FMT_UYVY",
+     .gstreamer = "UYVY",
+     .planes = {{{"uyvy", 4, 2, sample_type::u8, "Cb Y Cr Y"}}}},
+    {.name = "yuy2",
+     .description = "8-bit packed YCbCr 4:2:2, luma first: the common format of webcams",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .fourcc = "YUY2",
+     .ffmpeg = "yuyv422",
+     .v4l2 = "V4L2_PIX_FMT_YUYV",
+     .gstreamer = "YUY2",
+     .planes = {{{"yuy2", 4, 2, sample_type::u8, "Y Cb Y Cr"}}}},
+    {.name = "v210",
+     .description = "10-bit packed YCbCr 4:2:2, six pixels in sixteen bytes",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .fourcc = "v210",
+     .ffmpeg = "v210",
+     .gstreamer = "v210",
+     .planes = {{{"v210", 16, 6, sample_type::v210, "Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y"}}}},
+    {.name = "bgra",
+     .description = "8-bit RGB with alpha, blue first",
+     .model = color_model::rgb,
+     .alpha = true,
+     .fourcc = "BGRA",
+     .ffmpeg = "bgra",
+     .v4l2 = "V4L2_PIX_FMT_ABGR32",
+     .gstreamer = "BGRA",
+     .planes = {{{"bgra", 4, 1, sample_type::u8, "B G R A"}}}},
+    {.name = "rgba",
+     .description = "8-bit RGB with alpha, red first",
+     .model = color_model::rgb,
+     .alpha = true,
+     .fourcc = "RGBA",
+     .ffmpeg = "rgba",
+     .v4l2 = "V4L2_PIX_FMT_RGBA32",
+     .gstreamer = "RGBA",
+     .planes = {{{"rgba", 4, 1, sample_type::u8, "R G B A"}}}},
+    {.name = "bgrx",
+     .description = "8-bit RGB in four bytes, blue first, the fourth byte unused",
+     .model = color_model::rgb,
+     .ffmpeg = "bgr0",
+     .v4l2 = "V4L2_PIX_FMT_XBGR32",
+     .gstreamer = "BGRx",
+     .planes = {{{"bgrx", 4, 1, sample_type::u8, "B G R x"}}}},
+    {.name = "rgbx",
+     .description = "8-bit RGB in four bytes, red first, the fourth byte unused",
+     .model = color_model::rgb,
+     .ffmpeg = "rgb0",
+     .v4l2 = "V4L2_PIX_FMT_RGBX32",
+     .gstreamer = "RGBx",
+     .planes = {{{"rgbx", 4, 1, sample_type::u8, "R G B x"}}}},
+    {.name = "bgr",
+     .description = "8-bit RGB in three bytes, blue first",
+     .model = color_model::rgb,
+     .fourcc = "BGR3",
+     .ffmpeg = "bgr24",
+     .v4l2 = "V4L2_PIX_FMT_BGR24",
+     .gstreamer = "BGR",
+     .planes = {{{"bgr", 3, 1, sample_type::u8, "B G R"}}}},
+    {.name = "ycbcra",
+     .description = "8-bit YCbCr 4:4:4 with alpha, luma first",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .planes = {{{"ycbcra", 4, 1, sample_type::u8, "Y Cb Cr A"}}}},
+    {.name = "ycbcrx",
+     .description = "8-bit YCbCr 4:4:4 in four bytes, luma first, the fourth byte unused",
+     .model = color_model::ycbcr,
+     .planes = {{{"ycbcrx", 4, 1, sample_type::u8, "Y Cb Cr x"}}}},
+    {.name = "vuya",
+     .description = "8-bit YCbCr 4:4:4 with alpha, Cr first",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .fourcc = "VUYA",
+     .ffmpeg = "vuya",
+     .v4l2 = "V4L2_PIX_FMT_VUYA32",
+     .gstreamer = "VUYA",
+     .planes = {{{"vuya", 4, 1, sample_type::u8, "Cr Cb Y A"}}}},
+    {.name = "vuyx",
+     .description = "8-bit YCbCr 4:4:4 in four bytes, Cr first, the fourth byte unused",
+     .model = color_model::ycbcr,
+     .ffmpeg = "vuyx",
+     .v4l2 = "V4L2_PIX_FMT_VUYX32",
+     .planes = {{{"vuyx", 4, 1, sample_type::u8, "Cr Cb Y x"}}}},
+    {.name = "y",
+     .description = "8-bit luma alone",
+     .model = color_model::luma,
+     .fourcc = "GREY",
+     .ffmpeg = "gray",
+     .v4l2 = "V4L2_PIX_FMT_GREY",
+     .gstreamer = "GRAY8",
+     .planes = {{{"y", 1, 1, sample_type::u8, "Y"}}}},
+    {.name = "alpha",
+     .description = "8-bit alpha alone",
+     .model = color_model::alpha,
+     .alpha = true,
+     .planes = {{{"alpha", 1, 1, sample_type::u8, "A"}}}},
+    {.name = "alpha_u16",
+     .description = "16-bit alpha alone",
+     .model = color_model::alpha,
+     .alpha = true,
+     .planes = {{{"alpha", 2, 1, sample_type::u16, "A"}}}},
+});
+
+// The format of a name, or null.
+constexpr const format* find_format(std::string_view name) {
+  for (const format& f : formats)
+    if (f.name == name) return &f;
+  return nullptr;
+}
+
+}  // namespace morvane::catalogue
