@@ -109,7 +109,8 @@ struct uyvy_kernel {
   // The pair that holds the last pixel stays unwritten, whether it is whole or not.
   template <class V>
   static void line(const uint8_t* p_src_v210, uint8_t* p_dst_uyvy, const int no_pixels) {
-    const size_t pairs = whole_pairs(no_pixels - 1);
+    const size_t begun = begun_pairs(no_pixels);
+    const size_t pairs = begun == 0 ? 0 : begun - 1;
     const size_t groups = pairs / 3;
     uyvy_kernel kernel;
     walk<V, 16, 12>(kernel, groups, p_src_v210, p_dst_uyvy);
@@ -144,12 +145,8 @@ struct yuy2_kernel {
 
   template <class V>
   static void line(const uint8_t* p_src_uyvy, uint8_t* p_dst_yuy2, const int no_pixels) {
-    const size_t pixels = at_least_zero(no_pixels);
     yuy2_kernel kernel;
-    if (apart(p_src_uyvy, 2 * pixels, p_dst_yuy2, 2 * pixels))
-      walk<V, 2, 2>(kernel, pixels, p_src_uyvy, p_dst_yuy2);
-    else
-      walk_rule<2, 2>(kernel, pixels, p_src_uyvy, p_dst_yuy2);
+    walk_in_order<V, 2, 2>(kernel, at_least_zero(no_pixels), p_src_uyvy, p_dst_yuy2);
   }
 };
 

@@ -57,12 +57,8 @@ requires(colorspace_709 || !composite_over_black) struct uyvy_kernel {
   // The last pixel of an odd line is neither read nor written.
   template <class V>
   static void line(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, const int no_pixels) {
-    const size_t pairs = whole_pairs(no_pixels);
     uyvy_kernel kernel;
-    if (apart(p_src_bgra, 8 * pairs, p_dst_uyvy, 4 * pairs))
-      walk<V, 8, 4>(kernel, pairs, p_src_bgra, p_dst_uyvy);
-    else
-      walk_rule<8, 4>(kernel, pairs, p_src_bgra, p_dst_uyvy);
+    walk_in_order<V, 8, 4>(kernel, whole_pairs(no_pixels), p_src_bgra, p_dst_uyvy);
   }
 };
 

@@ -39,10 +39,19 @@ MORVANE_INLINE constexpr size_t begun_pairs(const int no_pixels) {
 }
 
 // True when the two ranges share no byte.
-MORVANE_INLINE bool apart(const uint8_t* a, const size_t a_bytes, const uint8_t* b, const size_t b_bytes) {
+MORVANE_INLINE bool apart(const void* a, const size_t a_bytes, const void* b, const size_t b_bytes) {
   const auto a_begin = reinterpret_cast<uintptr_t>(a);
   const auto b_begin = reinterpret_cast<uintptr_t>(b);
   return a_begin + a_bytes <= b_begin || b_begin + b_bytes <= a_begin;
+}
+
+// True when no two of the planes of a line share a byte; each plane has `units` times its own number of bytes.
+template <int first_bytes, int... bytes, class First, class... Plane>
+MORVANE_INLINE bool all_apart(const size_t units, First* first, Plane*... planes) {
+  if constexpr (sizeof...(Plane) == 0)
+    return true;
+  else
+    return (apart(first, units * first_bytes, planes, units * bytes) && ...) && all_apart<bytes...>(units, planes...);
 }
 
 MORVANE_INLINE constexpr uint8_t clamp_to_byte(const int value) {
@@ -76,6 +85,15 @@ MORVANE_INLINE void walk(Kernel& kernel, size_t units, Plane*... planes) {
     }
   }
   walk_rule<bytes...>(kernel, units, planes...);
+}
+
+// Runs a kernel over a line whose planes may overlap: then the rule alone defines the result.
+template <class V, int... bytes, class Kernel, class... Plane>
+MORVANE_INLINE void walk_in_order(Kernel& kernel, const size_t units, Plane*... planes) {
+  if (all_apart<bytes...>(units, planes...))
+    walk<V, bytes...>(kernel, units, planes...);
+  else
+    walk_rule<bytes...>(kernel, units, planes...);
 }
 
 }  // namespace Processing::Morvane::format_conversion::line
