@@ -1,0 +1,202 @@
+// morvane compare: the differences of two files of frames, sample by sample.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "commands.h"
+#include "errors.h"
+#include "frames.h"
+#include "output.h"
+#include "png_file.h"
+#include "samples.h"
+#include "table.h"
+
+namespace morvane::tool {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+struct difference {
+  std::int64_t frame = 0;
+  std::string plane;
+  std::string component;
+  int x = 0;
+  int y = 0;
+  int first = 0;
+  int second = 0;
+};
+
+struct plane_sums {
+  std::int64_t count = 0;
+  int maximum = 0;
+  std::uint64_t absolute = 0;
+  double squares = 0;
+};
+
+class comparison {
+ public:
+  explicit comparison(const catalogue::format& f) : format_(f) {
+    for (std::size_t p = 0; p < f.plane_count(); ++p) layouts_.emplace_back(f.planes[p]);
+    sums_.resize(layouts_.size());
+  }
+
+  void add_frame(const image& a, const image& b) {
+    for (std::size_t p = 0; p < layouts_.size(); ++p) {
+      const std::vector<std::size_t> counted = counted_samples(p, a.size().width);
+      for (int y = 0; y < a.rows(p); ++y) add_row(p, y, a, b, counted);
+    }
+    ++frames_;
+  }
+
+  std::int64_t frames() const { return frames_; }
+  const catalogue::format& format() const { return format_; }
+  const std::optional<difference>& first() const { return first_; }
+  const std::vector<plane_sums>& sums() const { return sums_; }
+
+  // In decibels; none when there is no difference.
+  std::optional<double> psnr(std::size_t p) const {
+    const double peak = (1 << layouts_[p].bits()) - 1;
+    if (sums_[p].squares == 0) return std::nullopt;
+    return 10 * std::log10(peak * peak * static_cast<double>(sums_[p].count) / sums_[p].squares);
+  }
+
+ private:
+  // The samples of a row that carry something and stand inside the picture.
+  std::vector<std::size_t> counted_samples(std::size_t p, int width) const {
+    std::vector<std::size_t> result;
+    for (std::size_t i = 0; i < layouts_[p].row_samples(width); ++i)
+      if (layouts_[p].pixel(i) < width && !is_unused(layouts_[p].component(i))) result.push_back(i);
+    return result;
+  }
+
+  void add_row(std::size_t p, int y, const image& a, const image& b, const std::vector<std::size_t>& counted) {
+    const int width = a.size().width;
+    plane_sums& sum = sums_[p];
+    sum.count += static_cast<std::int64_t>(counted.size());
+    const auto bytes = static_cast<std::size_t>(a.plane(p).row_bytes(width));
+    if (std::memcmp(a.row(p, y), b.row(p, y), bytes) == 0) return;
+    layouts_[p].read(a.row(p, y), width, first_row_);
+    layouts_[p].read(b.row(p, y), width, second_row_);
+    for (const std::size_t i : counted) {
+      const std::int64_t gap = std::abs(first_row_[i] - second_row_[i]);
+      if (gap != 0 && !first_) note(p, y, i);
+      sum.maximum = std::max(sum.maximum, static_cast<int>(gap));
+      sum.absolute += static_cast<std::uint64_t>(gap);
+      sum.squares += static_cast<double>(gap * gap);
+    }
+  }
+
+  void note(std::size_t p, int y, std::size_t i) {
+    first_ = difference{frames_,
+                        std::string(format_.planes[p].name),
+                        layouts_[p].component(i),
+                        layouts_[p].pixel(i),
+                        y,
+                        first_row_[i],
+                        second_row_[i]};
+  }
+
+  const catalogue::format& format_;
+  std::vector<sample_layout> layouts_;
+  std::vector<plane_sums> sums_;
+  std::optional<difference> first_;
+  std::int64_t frames_ = 0;
+  std::vector<int> first_row_;
+  std::vector<int> second_row_;
+};
+
+struct frame_counts {
+  std::int64_t first = 0;
+  std::int64_t second = 0;
+};
+
+// Compares the frames that both have, and counts those of each.
+frame_counts compare_frames(frame_source& a, frame_source& b, comparison& result) {
+  image first(a.format(), a.size(), {});
+  image second(b.format(), b.size(), {});
+  frame_counts counts;
+  for (bool more_a = true, more_b = true; more_a || more_b;) {
+    more_a = more_a && a.read(first);
+    more_b = more_b && b.read(second);
+    counts.first += more_a;
+    counts.second += more_b;
+    if (more_a && more_b) result.add_frame(first, second);
+  }
+  return counts;
+}
+
+std::string decibels(std::optional<double> psnr) {
+  if (!psnr) return "inf";
+  char digits[32];
+  std::snprintf(digits, sizeof digits, "%.2f dB", *psnr);
+  return digits;
+}
+
+ordered_json to_json(const comparison& c, frame_counts counts, bool identical) {
+  ordered_json result = {{"identical", identical},
+                         {"frames_compared", c.frames()},
+                         {"frames", {counts.first, counts.second}},
+                         {"first_difference", nullptr},
+                         {"planes", ordered_json::array()}};
+  if (const auto& d = c.first())
+    result["first_difference"] = {{"frame", d->frame}, {"plane", d->plane}, {"component", d->component},
+                                  {"x", d->x},         {"y", d->y},         {"values", {d->first, d->second}}};
+  for (std::size_t p = 0; p < c.sums().size(); ++p) {
+    const std::optional<double> psnr = c.psnr(p);
+    result["planes"].push_back({{"name", c.format().planes[p].name},
+                                {"max_difference", c.sums()[p].maximum},
+                                {"psnr_db", psnr ? ordered_json(*psnr) : ordered_json("inf")},
+                                {"sum_of_absolute_differences", c.sums()[p].absolute}});
+  }
+  return result;
+}
+
+void print(const comparison& c, frame_counts counts, bool identical, extent size) {
+  std::cout << (identical ? "identical" : "different") << ": " << c.frames() << (c.frames() == 1 ? " frame" : " frames")
+            << " of " << c.format().name << ' ' << size << " compared\n";
+  if (counts.first != counts.second)
+    std::cout << "frame counts differ: " << counts.first << " and " << counts.second << '\n';
+  if (const auto& d = c.first())
+    std::cout << "first difference: frame " << d->frame << ", plane " << d->plane << ", " << d->component << " at x "
+              << d->x << ", y " << d->y << ": " << d->first << " and " << d->second << '\n';
+  std::vector<table_row> rows = {{"PLANE", "MAX DIFFERENCE", "PSNR", "SUM OF ABSOLUTE DIFFERENCES"}};
+  for (std::size_t p = 0; p < c.sums().size(); ++p)
+    rows.push_back({std::string(c.format().planes[p].name), std::to_string(c.sums()[p].maximum), decibels(c.psnr(p)),
+                    std::to_string(c.sums()[p].absolute)});
+  print_table(std::cout, rows);
+}
+
+// The format in which a PNG is compared when none is named: with alpha only where one of the two has it.
+std::string format_to_compare(const compare_options& o) {
+  if (!o.format.empty()) return o.format;
+  for (const std::string& path : {o.first, o.second})
+    if (names_png(path) && read_png(path).channels == 4) return "bgra";
+  return names_png(o.first) && names_png(o.second) ? "bgrx" : "";
+}
+
+}  // namespace
+
+bool compare(const compare_options& o) {
+  if (o.first == "-" && o.second == "-") wrong_arguments("standard input can be one of the two files only");
+  const std::string format = format_to_compare(o);
+  const auto a = open_source({o.first, format, o.size, {}, 0});
+  const auto b = open_source({o.second, format, o.size, {}, 0});
+  if (a->size() != b->size())
+    io_failure("pictures of different size: ", o.first, " is ", a->size(), ", ", o.second, " is ", b->size());
+  comparison result(a->format());
+  const frame_counts counts = compare_frames(*a, *b, result);
+  const bool identical = !result.first() && counts.first == counts.second;
+  if (o.json)
+    std::cout << to_json(result, counts, identical).dump(2) << '\n';
+  else
+    print(result, counts, identical, a->size());
+  return identical;
+}
+
+}  // namespace morvane::tool

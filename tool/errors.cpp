@@ -1,0 +1,17 @@
+// Failures and remarks, as the user reads them.
+#include "errors.h"
+
+#include <cstring>
+#include <iostream>
+
+namespace morvane::tool {
+
+void system_failure(const std::string& what, int error_number) {
+  io_failure(what, ": ", std::strerror(error_number));
+}
+
+void say(const std::string& line) {
+  std::cerr << "morvane: " << line << '\n';
+}
+
+}  // namespace morvane::tool

@@ -1,0 +1,42 @@
+// How the command gives up: a failure carries the one line the user reads and the exit code.
+#pragma once
+
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+namespace morvane::tool {
+
+inline constexpr int exit_io = 1;
+inline constexpr int exit_arguments = 2;
+
+struct failure : std::runtime_error {
+  failure(int code, const std::string& line) : std::runtime_error(line), exit_code(code) {}
+  int exit_code;
+};
+
+// The parts written one after the other.
+template <class... Part>
+std::string text(const Part&... part) {
+  std::ostringstream out;
+  (out << ... << part);
+  return out.str();
+}
+
+template <class... Part>
+[[noreturn]] void wrong_arguments(const Part&... part) {
+  throw failure(exit_arguments, text(part...));
+}
+
+template <class... Part>
+[[noreturn]] void io_failure(const Part&... part) {
+  throw failure(exit_io, text(part...));
+}
+
+// Fails with the system's own words for the error number: "cannot read a.raw: Permission denied".
+[[noreturn]] void system_failure(const std::string& what, int error_number);
+
+// One line on stderr, after the name of the command.
+void say(const std::string& line);
+
+}  // namespace morvane::tool

@@ -1,0 +1,51 @@
+// Frames in files and pipes: sources that fill an image, sinks that take one.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "formats.h"
+#include "image.h"
+
+namespace morvane::tool {
+
+class frame_source {
+ public:
+  virtual ~frame_source() = default;
+  virtual const catalogue::format& format() const = 0;
+  virtual extent size() const = 0;
+  // How many frames read() will still give, when that is known beforehand.
+  virtual std::optional<std::int64_t> remaining() const = 0;
+  // Fills the top left of the image with the next frame; false after the last one.
+  virtual bool read(image& into) = 0;
+};
+
+struct source_wish {
+  std::string path;                    // "-" is standard input; a name ending in .png is a PNG
+  std::string format;                  // may be empty for a PNG
+  std::string size;                    // may be empty for a PNG
+  std::optional<std::int64_t> stride;  // bytes from row to row in the first plane of raw frames
+  std::int64_t skip = 0;               // frames passed over at the start
+};
+
+std::unique_ptr<frame_source> open_source(const source_wish& wish);
+
+class frame_sink {
+ public:
+  virtual ~frame_sink() = default;
+  virtual void write(const image& frame) = 0;
+  // Everything was written: puts the file in its place. Without it nothing appears.
+  virtual void commit() = 0;
+};
+
+struct sink_wish {
+  std::string path;                    // "-" is standard output; a name ending in .png is a PNG of one frame
+  extent size;                         // what is written of every image, from the top left
+  std::optional<std::int64_t> stride;  // as for the source
+};
+
+std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const catalogue::format& format);
+
+}  // namespace morvane::tool

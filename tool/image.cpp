@@ -1,0 +1,74 @@
+// The memory of a picture.
+#include "image.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <ostream>
+
+#include "errors.h"
+
+namespace morvane::tool {
+
+namespace {
+
+constexpr std::int64_t alignment = 64;
+
+constexpr std::int64_t aligned(std::int64_t bytes) {
+  return (bytes + alignment - 1) / alignment * alignment;
+}
+
+// Larger than the row in any case: an image with tight rows would be converted as one line, across its row ends.
+std::int64_t roomy_stride(const catalogue::plane& plane, int width, spare_room room) {
+  return aligned(plane.row_bytes(std::max(width, room.width)) + room.bytes + 1);
+}
+
+// Systems that promise more memory than they have would end the command without a word.
+void require_memory(std::int64_t bytes) {
+  if (bytes / ::sysconf(_SC_PAGESIZE) >= ::sysconf(_SC_PHYS_PAGES)) throw std::bad_alloc();
+}
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, extent e) {
+  return out << e.width << 'x' << e.height;
+}
+
+image::image(const catalogue::format& format, extent size, spare_room room) : format_(&format), size_(size) {
+  std::array<std::int64_t, catalogue::max_planes> offset{};
+  std::int64_t bytes = 0;
+  for (std::size_t p = 0; p < plane_count(); ++p) {
+    const std::int64_t stride = roomy_stride(plane(p), size.width, room);
+    if (stride > std::numeric_limits<int>::max()) wrong_arguments("size ", size, " is too wide");
+    planes_.stride[p] = static_cast<int>(stride);
+    offset[p] = bytes;
+    bytes += stride * rows(p);
+  }
+  require_memory(bytes);
+  memory_.reset(static_cast<std::uint8_t*>(std::aligned_alloc(alignment, static_cast<std::size_t>(bytes))));
+  if (!memory_) throw std::bad_alloc();
+  std::memset(memory_.get(), 0, static_cast<std::size_t>(bytes));
+  for (std::size_t p = 0; p < plane_count(); ++p) planes_.data[p] = memory_.get() + offset[p];
+}
+
+catalogue::planes<std::uint8_t> image::from_row(int first) {
+  catalogue::planes<std::uint8_t> result = planes_;
+  for (std::size_t p = 0; p < plane_count(); ++p) result.data[p] = row(p, plane_rows(plane(p), first));
+  return result;
+}
+
+void repeat_last_column(image& picture, int width) {
+  for (std::size_t p = 0; p < picture.plane_count(); ++p) {
+    const auto pixel = static_cast<std::size_t>(picture.plane(p).group_bytes);
+    for (int y = 0; y < picture.rows(p); ++y)
+      for (int x = width; x < picture.size().width; ++x)
+        std::memcpy(picture.row(p, y) + static_cast<std::size_t>(x) * pixel,
+                    picture.row(p, y) + static_cast<std::size_t>(width - 1) * pixel, pixel);
+  }
+}
+
+}  // namespace morvane::tool

@@ -1,0 +1,65 @@
+// A picture in memory that conversions may read and write: rows aligned, never tight, with spare room behind each.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <iosfwd>
+#include <memory>
+
+#include "call.h"
+#include "formats.h"
+
+namespace morvane::tool {
+
+struct extent {
+  int width = 0;
+  int height = 0;
+
+  bool operator==(const extent&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, extent e);
+
+// The rows that a plane has in a picture of this height.
+inline int plane_rows(const catalogue::plane&, int height) {
+  return height;
+}
+
+// What conversions need behind the pixels of every row.
+struct spare_room {
+  int width = 0;           // pixels, counted from the start of the row
+  std::int64_t bytes = 0;  // behind those pixels
+};
+
+class image {
+ public:
+  image(const catalogue::format& format, extent size, spare_room room);
+
+  const catalogue::format& format() const { return *format_; }
+  extent size() const { return size_; }
+  std::size_t plane_count() const { return format_->plane_count(); }
+  const catalogue::plane& plane(std::size_t p) const { return format_->planes[p]; }
+  int rows(std::size_t p) const { return plane_rows(plane(p), size_.height); }
+
+  std::uint8_t* row(std::size_t p, int y) { return planes_.data[p] + std::int64_t{y} * planes_.stride[p]; }
+  const std::uint8_t* row(std::size_t p, int y) const { return planes_.data[p] + std::int64_t{y} * planes_.stride[p]; }
+
+  // The planes from image row `first` on, as a call takes them.
+  catalogue::planes<std::uint8_t> from_row(int first);
+
+ private:
+  struct release {
+    void operator()(std::uint8_t* p) const { std::free(p); }
+  };
+
+  const catalogue::format* format_;
+  extent size_;
+  catalogue::planes<std::uint8_t> planes_;
+  std::unique_ptr<std::uint8_t, release> memory_;
+};
+
+// Makes the pixels right of `width` repeat the last one, up to the width of the image.
+void repeat_last_column(image& picture, int width);
+
+}  // namespace morvane::tool

@@ -1,0 +1,178 @@
+// The `morvane` command: its subcommands and their options.
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <iostream>
+#include <new>
+
+#include "commands.h"
+#include "errors.h"
+#include "output.h"
+
+namespace {
+
+using namespace morvane::tool;
+
+// A check that the help does not spell out behind the option's name.
+CLI::Validator quiet(const CLI::Validator& check) {
+  return check.description("");
+}
+
+CLI::Validator at_least(long long least) {
+  const auto test = [least](std::string& value) {
+    long long number = 0;
+    const bool fits = CLI::detail::lexical_cast(value, number) && number >= least;
+    return fits ? std::string() : text(value, " is not a number of ", least, " or more");
+  };
+  return CLI::Validator(test, "");
+}
+
+CLI::App* add(CLI::App& app, const std::string& name, const std::string& what, const std::string& footer) {
+  CLI::App* command = app.add_subcommand(name, what);
+  command->footer(footer);
+  return command;
+}
+
+void add_listings(CLI::App& app) {
+  static listing_options formats;
+  CLI::App* command = add(app, "formats", "List the pixel formats", "Example:\n  morvane formats");
+  command->add_flag("--json", formats.json, "Print JSON");
+  command->callback([] { list_formats(formats); });
+
+  static listing_options conversions;
+  command = add(app, "conversions", "List the conversions, copies and fills", "Example:\n  morvane conversions");
+  command->add_flag("--json", conversions.json, "Print JSON");
+  command->callback([] { list_conversions(conversions); });
+}
+
+void add_info(CLI::App& app) {
+  static info_options o;
+  CLI::App* command = add(app, "info", "Print the plane sizes, tight strides and frame bytes of a picture",
+                          "Example:\n  morvane info -f v210 -s 1920x1080");
+  command->add_option("-f,--format", o.format, "The format")->required()->type_name("FORMAT");
+  command->add_option("-s,--size", o.size, "Width and height in pixels")->required()->type_name("WxH");
+  command->add_flag("--json", o.json, "Print JSON");
+  command->callback([] { info(o); });
+}
+
+void add_convert_files(CLI::App& command, convert_options& o) {
+  command.add_option("IN", o.input, "Raw frames, or a .png; - is standard input")->required()->type_name("");
+  command.add_option("OUT", o.output, "Raw frames, or a .png; - is standard output")->required()->type_name("");
+  command.add_option("-f,--from", o.from, "Format of IN; a PNG is bgra if it has alpha, else bgrx")
+      ->type_name("FORMAT");
+  command.add_option("-t,--to", o.to, "Format of OUT; a PNG takes the nearest RGB format")->type_name("FORMAT");
+  command.add_option("-s,--size", o.size, "Width and height in pixels; a PNG has its own")->type_name("WxH");
+  command.add_option("--src-stride", o.source_stride, "Bytes from row to row in the first plane of IN")->type_name("N");
+  command.add_option("--dst-stride", o.destination_stride, "Bytes from row to row in the first plane of OUT")
+      ->type_name("N");
+  command.add_option("--skip", o.skip, "Pass over the first N frames")->check(at_least(0))->type_name("N");
+  command.add_option("--frames", o.frames, "Convert at most N frames")->check(at_least(1))->type_name("N");
+}
+
+void add_convert(CLI::App& app) {
+  static convert_options o;
+  CLI::App* command = add(app, "convert", "Convert frames from one format to another",
+                          "Example (a frame of zeros, which is dark green):\n"
+                          "  morvane convert -f uyvy -t bgra -s 1920x1080 --frames 1 /dev/zero green.bgra");
+  add_convert_files(*command, o);
+  command->add_option("--matrix", o.matrix, "Matrix between YCbCr and RGB: 601 or 709 (the default)")
+      ->check(quiet(CLI::IsMember({601, 709})))
+      ->type_name("N");
+  command->add_option("--via", o.via, "A conversion that must be part of the route")->type_name("NAME");
+  command->add_flag("--allow-irregular", o.allow_irregular, "Also use irregular conversions where no other leads on");
+  command->add_flag("--pad", o.pad, "Repeat the last column where a format needs a wider picture");
+  command->add_option("--crop", o.crop, "Write only the top left of the result")->type_name("WxH");
+  command->add_option("-j,--threads", o.threads, "Threads that share every frame")
+      ->check(quiet(CLI::Range(1, 256)))
+      ->type_name("N");
+  command->add_flag("-v,--verbose", o.verbose, "Say which conversions are used");
+  command->add_flag("--time", o.time, "Print the speed of every step, converting the first frame 20 times");
+  command->callback([] { convert(o); });
+}
+
+void add_show(CLI::App& app) {
+  static show_options o;
+  CLI::App* command = add(app, "show", "Write one frame as a PNG, alpha over a checkerboard",
+                          "--plane takes the name of a component, such as Y, Cb or A, or of a plane, which shows all\n"
+                          "its samples side by side. 'morvane info' lists both.\n\n"
+                          "Example (a frame of zeros, which is dark green):\n"
+                          "  morvane show /dev/zero -f uyvy -s 640x360 green.png");
+  command->add_option("IN", o.input, "Raw frames, or a .png; - is standard input")->required()->type_name("");
+  command->add_option("OUT", o.output, "The picture, a .png")->required()->type_name("");
+  command->add_option("-f,--format", o.format, "Format of IN")->type_name("FORMAT");
+  command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
+  command->add_option("--stride", o.stride, "Bytes from row to row in the first plane")->type_name("N");
+  command->add_option("--frame", o.frame, "Number of the frame, from 0")->check(at_least(0))->type_name("N");
+  command->add_option("--matrix", o.matrix, "Matrix from YCbCr to RGB: 601 or 709 (the default)")
+      ->check(quiet(CLI::IsMember({601, 709})))
+      ->type_name("N");
+  command->add_option("--plane", o.plane, "Show one component or plane in grey")->type_name("NAME");
+  command->callback([] { show(o); });
+}
+
+void add_compare(CLI::App& app, int& exit_code) {
+  static compare_options o;
+  CLI::App* command = add(app, "compare", "Compare two files of frames",
+                          "Exits with 0 when they are identical and with 1 when they are not. Unused bytes, such as\n"
+                          "the fourth of bgrx, are not compared.\n\n"
+                          "Example:\n"
+                          "  head -c 65536 /dev/zero > a.raw && morvane compare a.raw a.raw -f uyvy -s 256x128");
+  command->add_option("A", o.first, "Raw frames, or a .png; - is standard input")->required()->type_name("");
+  command->add_option("B", o.second, "Raw frames, or a .png; - is standard input")->required()->type_name("");
+  command->add_option("-f,--format", o.format, "Format of both")->type_name("FORMAT");
+  command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
+  command->add_flag("--json", o.json, "Print JSON");
+  command->callback([&exit_code] { exit_code = compare(o) ? 0 : 1; });
+}
+
+// The first line of a message; the parser's own may have more.
+std::string first_line(const std::string& message) {
+  return message.substr(0, message.find('\n'));
+}
+
+// Without this the parser would only say that a subcommand is missing.
+void refuse_unknown_command(const CLI::App& app, const std::string& word) {
+  if (word.starts_with("-")) return;
+  const auto has_the_name = [&](const CLI::App* command) { return command->check_name(word); };
+  if (app.get_subcommands(has_the_name).empty()) wrong_arguments("unknown command ", word, "; see --help");
+}
+
+int run(int argc, char** argv) {
+  CLI::App app("Converts video frames between pixel formats, looks at them and compares them.", "morvane");
+  int exit_code = 0;
+  app.set_version_flag("--version", "morvane " MORVANE_VERSION);
+  app.require_subcommand(1);
+  app.footer("'morvane COMMAND --help' explains a command and gives an example.");
+  app.get_formatter()->column_width(26);
+  app.get_formatter()->label("REQUIRED", "");
+  add_listings(app);
+  add_info(app);
+  add_convert(app);
+  add_show(app);
+  add_compare(app, exit_code);
+  if (argc > 1) refuse_unknown_command(app, argv[1]);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& e) {
+    if (e.get_exit_code() != 0) wrong_arguments(first_line(e.what()), "; see --help");
+    app.exit(e);
+  }
+  flush_standard_output();
+  return exit_code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    return run(argc, argv);
+  } catch (const failure& f) {
+    say(f.what());
+    return f.exit_code;
+  } catch (const std::bad_alloc&) {
+    say("there is not enough memory for frames of this size");
+  } catch (const std::exception& e) {
+    say(e.what());
+  }
+  return exit_io;
+}

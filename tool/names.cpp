@@ -1,0 +1,157 @@
+// Names of formats and conversions, looked up and corrected.
+#include "names.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <numeric>
+#include <system_error>
+
+#include "errors.h"
+
+namespace morvane::tool {
+
+namespace {
+
+constexpr std::string_view v4l2_prefix = "V4L2_PIX_FMT_";
+
+std::string lower(std::string_view word) {
+  std::string result(word);
+  for (char& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return result;
+}
+
+std::string_view without_prefix(std::string_view v4l2) {
+  return v4l2.starts_with(v4l2_prefix) ? v4l2.substr(v4l2_prefix.size()) : v4l2;
+}
+
+// Every lower-case name a format answers to, its own first.
+std::vector<std::string> all_names(const catalogue::format& f) {
+  std::vector<std::string> names;
+  for (std::string_view name : {f.name, f.fourcc, f.ffmpeg, f.v4l2, without_prefix(f.v4l2), f.gstreamer})
+    if (!name.empty()) names.push_back(lower(name));
+  return names;
+}
+
+std::size_t edit_distance(std::string_view a, std::string_view b) {
+  std::vector<std::size_t> row(b.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    std::size_t diagonal = row[0];
+    row[0] = i + 1;
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+    }
+  }
+  return row.back();
+}
+
+struct suggestion {
+  std::size_t distance;
+  std::string name;
+};
+
+std::string nearest(const std::string& word, std::vector<suggestion> all) {
+  constexpr std::size_t most = 3;
+  const std::size_t limit = std::max<std::size_t>(2, word.size() / 3);
+  std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.distance < b.distance; });
+  std::vector<std::string> names;
+  for (const suggestion& s : all)
+    if (s.distance <= limit && names.size() < most && std::find(names.begin(), names.end(), s.name) == names.end())
+      names.push_back(s.name);
+  return joined(names);
+}
+
+std::string nearest_formats(const std::string& word) {
+  std::vector<suggestion> all;
+  for (const catalogue::format& f : catalogue::formats) {
+    std::size_t best = word.size() + 1;
+    for (const std::string& name : all_names(f)) best = std::min(best, edit_distance(word, name));
+    all.push_back({best, std::string(f.name)});
+  }
+  return nearest(word, std::move(all));
+}
+
+std::string nearest_conversions(const std::string& word) {
+  std::vector<suggestion> all;
+  for (const catalogue::conversion& c : catalogue::conversions)
+    all.push_back({edit_distance(word, lower(c.name)), std::string(c.name)});
+  return nearest(word, std::move(all));
+}
+
+std::string advice(const std::string& near, std::string_view listing) {
+  return near.empty() ? text("'morvane ", listing, "' lists them") : "nearest: " + near;
+}
+
+int parse_length(std::string_view digits) {
+  constexpr int longest = 1 << 20;
+  int value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  return error == std::errc() && end == digits.data() + digits.size() && value <= longest ? value : 0;
+}
+
+}  // namespace
+
+const catalogue::format& format_named(const std::string& name) {
+  const std::string word = lower(name);
+  if (const catalogue::format* f = catalogue::find_format(word)) return *f;
+  std::vector<const catalogue::format*> found;
+  for (const catalogue::format& f : catalogue::formats) {
+    const std::vector<std::string> names = all_names(f);
+    if (std::find(names.begin(), names.end(), word) != names.end()) found.push_back(&f);
+  }
+  if (found.size() == 1) return *found.front();
+  if (found.empty()) wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(word), "formats"));
+  std::vector<std::string> candidates;
+  for (const catalogue::format* f : found) candidates.emplace_back(f->name);
+  wrong_arguments("format ", name, " may mean ", joined(candidates, " or "));
+}
+
+std::vector<const catalogue::conversion*> conversions_named(const std::string& name) {
+  std::vector<const catalogue::conversion*> found;
+  for (const catalogue::conversion& c : catalogue::conversions)
+    if (c.name == name) found.push_back(&c);
+  if (found.empty())
+    wrong_arguments("unknown conversion ", name, "; ", advice(nearest_conversions(lower(name)), "conversions"));
+  return found;
+}
+
+std::vector<std::string> other_names(const catalogue::format& f) {
+  std::vector<std::string> result;
+  for (std::string_view name : {f.fourcc, f.ffmpeg, without_prefix(f.v4l2), f.gstreamer}) {
+    const auto same = [&](const std::string& other) { return lower(other) == lower(name); };
+    if (!name.empty() && name != f.name && std::none_of(result.begin(), result.end(), same)) result.emplace_back(name);
+  }
+  return result;
+}
+
+extent parse_size(const std::string& words) {
+  const std::size_t cross = words.find_first_of("xX");
+  const std::string_view all = words;
+  const extent size = cross == std::string::npos
+                          ? extent{}
+                          : extent{parse_length(all.substr(0, cross)), parse_length(all.substr(cross + 1))};
+  if (size.width < 1 || size.height < 1)
+    wrong_arguments("size ", words, " is not WIDTHxHEIGHT in pixels, such as 1920x1080");
+  return size;
+}
+
+void require_whole_rows(const catalogue::format& format, extent size, std::string_view remedy) {
+  if (size.width % format.width_multiple == 0) return;
+  const std::string need =
+      format.width_multiple == 2 ? "an even width" : text("a width that is a multiple of ", format.width_multiple);
+  wrong_arguments("size ", size, ": ", format.name, " needs ", need, remedy);
+}
+
+std::string joined(const std::vector<std::string>& words, std::string_view separator) {
+  std::string result;
+  for (const std::string& word : words) {
+    if (!result.empty()) result += separator;
+    result += word;
+  }
+  return result;
+}
+
+}  // namespace morvane::tool

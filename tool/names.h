@@ -1,0 +1,30 @@
+// What the user may write for a format, a size or a matrix, and what to answer when it is none.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "conversions.h"
+#include "formats.h"
+#include "image.h"
+
+namespace morvane::tool {
+
+// The format of a name, of the catalogue's own or of another program's, in any letter case.
+const catalogue::format& format_named(const std::string& name);
+
+// The rows of the catalogue with this name; entry points with overloads have several.
+std::vector<const catalogue::conversion*> conversions_named(const std::string& name);
+
+// The names others use for a format, each once, without those that repeat its own.
+std::vector<std::string> other_names(const catalogue::format& format);
+
+extent parse_size(const std::string& words);
+
+// Fails unless rows of this width are whole in the format.
+void require_whole_rows(const catalogue::format& format, extent size, std::string_view advice = {});
+
+std::string joined(const std::vector<std::string>& words, std::string_view separator = ", ");
+
+}  // namespace morvane::tool

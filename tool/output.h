@@ -1,0 +1,38 @@
+// An output that appears whole or not at all: written beside its place and moved there at the end.
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+namespace morvane::tool {
+
+class output_file {
+ public:
+  // "-" is standard output. Pipes and devices are written in place.
+  explicit output_file(const std::string& path);
+  ~output_file();
+  output_file(const output_file&) = delete;
+  output_file& operator=(const output_file&) = delete;
+
+  std::FILE* stream() const { return stream_; }
+  const std::string& name() const { return name_; }
+
+  void write(const void* bytes, std::size_t count);
+
+  // Everything was written: puts the file in its place.
+  void commit();
+
+ private:
+  void open_in_place(const std::string& path);
+  void open_beside();
+
+  std::string name_;
+  std::string place_;      // where the file will stand, links followed
+  std::string temporary_;  // empty when written in place
+  std::FILE* stream_ = nullptr;
+};
+
+// Fails when what was printed did not reach standard output.
+void flush_standard_output();
+
+}  // namespace morvane::tool

@@ -1,0 +1,39 @@
+// The way from one format to another over the conversions of the catalogue.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "conversions.h"
+#include "formats.h"
+
+namespace morvane::tool {
+
+struct route {
+  const catalogue::format* source = nullptr;
+  std::vector<const catalogue::conversion*> steps;
+  int matrix = 709;
+
+  // The formats that a picture passes through, source and destination included.
+  std::vector<const catalogue::format*> formats() const;
+};
+
+struct route_wish {
+  std::optional<int> matrix;     // 601 or 709; when absent, that of `via`, or else 709
+  std::string via;               // an entry point that must be part of the route; empty for none
+  bool allow_irregular = false;  // also for entry points that `via` does not name
+};
+
+// The route with the fewest irregular steps, then the fewest steps, then the earliest in the catalogue. A format leads
+// to itself by its copy, or without a step where it has no regular one. Fails with the reason when there is no route.
+route find_route(const catalogue::format& source, const catalogue::format& destination, const route_wish& wish);
+
+// The shortest route of regular conversions to an RGB format that a PNG can hold, if there is one; of equal ones, one
+// that ends with alpha when the source has it and without when it has none.
+std::optional<route> find_route_to_rgb(const catalogue::format& source, int matrix);
+
+// "v210 -> uyvy by v210::uyvy, uyvy -> bgra by uyvy::bgra with BT.709"
+std::string described(const route& way);
+
+}  // namespace morvane::tool

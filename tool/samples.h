@@ -1,0 +1,42 @@
+// The samples of a row, whatever their storage, as plain integers.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "formats.h"
+
+namespace morvane::tool {
+
+// The components of a group in storage order.
+std::vector<std::string> components_of(const catalogue::plane& plane);
+
+// How the samples of one plane lie in its rows.
+class sample_layout {
+ public:
+  explicit sample_layout(const catalogue::plane& plane);
+
+  // Samples in a row of so many pixels; the last group counts as whole.
+  std::size_t row_samples(int width) const;
+  // All samples of the row in storage order.
+  void read(const std::uint8_t* row, int width, std::vector<int>& samples) const;
+
+  // The component of the i-th sample of a row, and the first pixel it belongs to.
+  const std::string& component(std::size_t i) const { return components_[i % components_.size()]; }
+  int pixel(std::size_t i) const;
+
+  int bits() const;
+
+ private:
+  catalogue::plane plane_;
+  std::vector<std::string> components_;
+  std::vector<int> pixels_;  // within the group
+};
+
+// Bytes that carry nothing.
+inline bool is_unused(const std::string& component) {
+  return component == "x";
+}
+
+}  // namespace morvane::tool
