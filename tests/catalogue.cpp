@@ -1,0 +1,74 @@
+// The catalogue, the public header and the expectations list the same conversions.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "conversions.h"
+#include "oracle.h"
+#include "public_header.h"
+#include "support.h"
+
+namespace morvane::tests {
+namespace {
+
+// The entry points that the header declares, without their common namespaces, and how often each is overloaded.
+std::map<std::string, int> declared_entry_points() {
+  const std::string common = "Processing::Morvane::format_conversion::";
+  std::map<std::string, int> found;
+  for (const auto& [name, function] : declared_functions())
+    if (function.returns_void) found[name.starts_with(common) ? name.substr(common.size()) : name] = function.overloads;
+  return found;
+}
+
+TEST(catalogue, lists_exactly_the_entry_points_of_the_public_header) {
+  std::map<std::string, int> listed;
+  for (const catalogue::conversion& row : catalogue::conversions) listed[std::string(row.name)] += 1;
+  const std::map<std::string, int> declared = declared_entry_points();
+  EXPECT_FALSE(declared.empty());
+  for (const auto& [name, count] : declared)
+    EXPECT_EQ(listed[name], count) << name << " is declared " << count << " times";
+  for (const auto& [name, count] : listed) EXPECT_TRUE(declared.contains(name)) << name << " is not declared";
+}
+
+TEST(catalogue, has_an_expectation_for_every_row) {
+  for (const catalogue::conversion& row : catalogue::conversions)
+    EXPECT_NE(expectation(row.name, row.destination), nullptr) << row.name << " to " << row.destination;
+}
+
+TEST(catalogue, names_formats_that_exist) {
+  for (const catalogue::conversion& row : catalogue::conversions) {
+    EXPECT_TRUE(row.source.empty() || catalogue::find_format(row.source) != nullptr) << row.name;
+    EXPECT_NE(catalogue::find_format(row.destination), nullptr) << row.name;
+  }
+}
+
+TEST(catalogue, has_unique_rows) {
+  std::set<std::pair<std::string_view, std::string_view>> seen;
+  for (const catalogue::conversion& row : catalogue::conversions)
+    EXPECT_TRUE(seen.emplace(row.name, row.destination).second) << row.name << " to " << row.destination;
+}
+
+TEST(catalogue, has_unique_formats_with_components_for_every_plane) {
+  std::set<std::string_view> seen;
+  for (const catalogue::format& format : catalogue::formats) {
+    EXPECT_TRUE(seen.insert(format.name).second) << format.name;
+    EXPECT_GT(format.plane_count(), 0U) << format.name;
+    for (std::size_t i = 0; i < format.plane_count(); ++i) EXPECT_FALSE(format.planes[i].components.empty());
+  }
+}
+
+TEST(catalogue, has_a_reader_or_writer_for_every_format) {
+  for (const catalogue::format& format : catalogue::formats) {
+    bool used = false;
+    for (const catalogue::conversion& row : catalogue::conversions)
+      used = used || row.source == format.name || row.destination == format.name;
+    EXPECT_TRUE(used) << format.name;
+  }
+}
+
+}  // namespace
+}  // namespace morvane::tests

@@ -1,0 +1,463 @@
+// The checker: memory with fences, the sweep of cases, and the comparison.
+#include "checker.h"
+
+#include <setjmp.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+
+#include "oracle.h"
+
+namespace morvane::tests {
+
+namespace backend = Processing::Morvane::backend;
+using catalogue::conversion;
+using catalogue::plane;
+
+namespace {
+
+constexpr std::size_t memory_bytes = 16384;  // holds the largest case with more than a page of surroundings
+constexpr std::ptrdiff_t surroundings = 4096;
+constexpr int widest = 110;  // two vector steps of 48 pixels and some
+
+bool is_thin = false;
+
+// An invalid access jumps back to the call under test; without one under test it ends the program as usual.
+sigjmp_buf return_point;
+volatile sig_atomic_t under_test = 0;
+
+void on_invalid_access(int signal, siginfo_t*, void*) {
+  if (under_test == 0) {
+    ::signal(signal, SIG_DFL);
+    raise(signal);
+    return;
+  }
+  under_test = 0;
+  siglongjmp(return_point, signal);
+}
+
+void catch_invalid_accesses() {
+  struct sigaction action {};
+  action.sa_sigaction = on_invalid_access;
+  action.sa_flags = SA_SIGINFO | SA_NODEFER;
+  sigaction(SIGSEGV, &action, nullptr);
+  sigaction(SIGBUS, &action, nullptr);
+}
+
+// A long run of bytes of one kind of content; cases take pieces of it.
+std::vector<std::uint8_t> make_pool(content pattern) {
+  constexpr std::uint8_t limits[] = {0,   1,   15,  16,  17,  18,  127, 128, 129, 130,
+                                     234, 235, 236, 239, 240, 241, 253, 254, 255, 255};
+  std::mt19937 random(static_cast<unsigned>(pattern) + 1);
+  std::vector<std::uint8_t> pool(8 * memory_bytes);
+  for (std::uint8_t& b : pool) {
+    const auto n = static_cast<unsigned>(random() >> 8);
+    switch (pattern) {
+      case content::extremes:
+        b = n % 2 == 0 ? 0 : 255;
+        break;
+      case content::thresholds:
+        b = limits[n % std::size(limits)];
+        break;
+      case content::zeros:
+        b = 0;
+        break;
+      case content::ones:
+        b = 255;
+        break;
+      default:
+        b = static_cast<std::uint8_t>(n);
+    }
+  }
+  return pool;
+}
+
+const std::uint8_t* content_at(content pattern, std::uint32_t seed) {
+  static const auto pools = [] {
+    std::vector<std::vector<std::uint8_t>> all;
+    for (int p = 0; p < static_cast<int>(content::count_of_all); ++p) all.push_back(make_pool(static_cast<content>(p)));
+    return all;
+  }();
+  const auto& pool = pools[static_cast<std::size_t>(pattern)];
+  return pool.data() + (std::size_t{seed} * 7919) % (pool.size() - memory_bytes);
+}
+
+const char* name_of(placement p) {
+  return p == placement::surrounded ? "surrounded" : p == placement::at_end ? "at end" : "at start";
+}
+
+const char* name_of(content c) {
+  constexpr const char* names[] = {"random", "extremes", "thresholds", "zeros", "ones", "opaque", "one less"};
+  return names[static_cast<std::size_t>(c)];
+}
+
+// The bytes of a plane, counted from its first row: rows may step up or down.
+struct extent {
+  std::ptrdiff_t low = 0;
+  std::ptrdiff_t high = 0;
+};
+
+extent extent_of(const plane& format, catalogue::overrun past, int stride, int xres, int yres) {
+  if (xres < 1 || yres < 1) return {};
+  const std::ptrdiff_t last_row = std::ptrdiff_t{stride} * (yres - 1);
+  return {std::min<std::ptrdiff_t>(0, last_row),
+          std::max<std::ptrdiff_t>(0, last_row) + row_extent(format, xres) + past.bytes(xres)};
+}
+
+int component_index(const plane& p, std::string_view wanted) {
+  std::istringstream components{std::string(p.components)};
+  int index = 0;
+  for (std::string component; components >> component; ++index)
+    if (component == wanted) return index;
+  return -1;
+}
+
+// What the case of that number takes of `count` possible things: scattered, so that no two choices go hand in hand.
+enum class choice : std::uint32_t {
+  strides,
+  source_padding,
+  destination_padding,
+  offset,
+  pattern,
+  argument,
+  report,
+  thinning
+};
+
+std::uint32_t pick(std::uint32_t number, choice what, std::size_t count) {
+  std::uint32_t h = number * 0x9e3779b1U + static_cast<std::uint32_t>(what) * 0x85ebca6bU;
+  h = (h ^ h >> 15) * 0x2c1b3c6dU;
+  h = (h ^ h >> 12) * 0x297a2d39U;
+  return (h ^ h >> 15) % static_cast<std::uint32_t>(count);
+}
+
+// How the planes of both sides are stored, row after row.
+enum class rows { tight, padded, aligned, four_bytes };
+
+struct stride_choice {
+  rows source, destination;
+  int source_sign, destination_sign;
+};
+
+constexpr stride_choice stride_choices[] = {
+    {rows::tight, rows::tight, 1, 1},     {rows::padded, rows::padded, 1, 1},
+    {rows::aligned, rows::aligned, 1, 1}, {rows::tight, rows::padded, 1, 1},
+    {rows::padded, rows::tight, 1, 1},    {rows::tight, rows::four_bytes, 1, 1},
+    {rows::tight, rows::tight, -1, -1},   {rows::padded, rows::tight, -1, 1},
+    {rows::tight, rows::aligned, 1, -1},  {rows::tight, rows::tight, -1, 1},
+    {rows::padded, rows::padded, -1, -1}, {rows::four_bytes, rows::four_bytes, 1, 1},
+};
+
+int stride_of(rows kind, const plane& p, int xres, std::uint32_t number, choice what) {
+  constexpr int paddings[] = {1, 2, 3, 4, 6, 20, 37, 64};
+  const int tight = tight_stride(p, xres);
+  const int least = static_cast<int>(row_extent(p, xres));
+  switch (kind) {
+    case rows::padded:
+      return std::max(tight, least) + paddings[pick(number, what, std::size(paddings))];
+    case rows::aligned:
+      return (least + 31) / 16 * 16;
+    case rows::four_bytes:
+      return 4 * xres < least ? tight : 4 * xres;
+    case rows::tight:
+      break;
+  }
+  return tight;
+}
+
+}  // namespace
+
+bool thin() {
+  return is_thin;
+}
+
+void set_thin(bool on) {
+  is_thin = on;
+}
+
+std::ptrdiff_t row_extent(const plane& p, int xres) {
+  if (xres < 1) return 0;
+  if (p.group_bytes % p.group_pixels == 0) return std::ptrdiff_t{xres} * (p.group_bytes / p.group_pixels);
+  return static_cast<std::ptrdiff_t>(p.row_bytes(xres));
+}
+
+int tight_stride(const plane& p, int xres) {
+  const int bytes = xres * p.group_bytes;
+  return bytes % p.group_pixels == 0 ? bytes / p.group_pixels : static_cast<int>(p.row_bytes(xres));
+}
+
+fenced_memory::fenced_memory(std::size_t bytes) {
+  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  size_ = (bytes + page - 1) / page * page;
+  mapped_ = size_ + 2 * page;
+  void* mapping = mmap(nullptr, mapped_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (mapping == MAP_FAILED) throw std::runtime_error("mmap failed");
+  mapping_ = static_cast<std::uint8_t*>(mapping);
+  begin_ = mapping_ + page;
+  if (mprotect(begin_, size_, PROT_READ | PROT_WRITE) != 0) throw std::runtime_error("mprotect failed");
+}
+
+fenced_memory::~fenced_memory() {
+  munmap(mapping_, mapped_);
+}
+
+int run_guarded(catalogue::thunk convert, const catalogue::call& c) {
+  const int signal = sigsetjmp(return_point, 0);
+  if (signal != 0) return signal;
+  under_test = 1;
+  convert(c);
+  under_test = 0;
+  return 0;
+}
+
+void on_every_backend(const std::function<void(backend::kind)>& use) {
+  const backend::kind usual = backend::chosen();
+  for (const backend::kind k : backend::available()) {
+    backend::choose(k);
+    use(k);
+  }
+  backend::choose(usual);
+}
+
+checker::plane_state::plane_state(const plane& f, catalogue::overrun p)
+    : format(&f),
+      past(p),
+      memory(std::make_unique<fenced_memory>(memory_bytes)),
+      before(memory->bytes().size()),
+      expected(memory->bytes().size()) {
+}
+
+checker::checker(const conversion& row) : row_(row), expectation_(expectation(row.name, row.destination)) {
+  if (expectation_ == nullptr) throw std::invalid_argument("no expectation for " + std::string(row.name));
+  const auto planes_of = [](std::string_view name, catalogue::overrun past) {
+    std::vector<plane_state> planes;
+    const catalogue::format* format = catalogue::find_format(name);
+    if (format == nullptr) throw std::invalid_argument("no format " + std::string(name));
+    for (std::size_t i = 0; i < format->plane_count(); ++i) planes.emplace_back(format->planes[i], past);
+    return planes;
+  };
+  if (!row.source.empty()) sources_ = planes_of(row.source, row.read_past);
+  destinations_ = planes_of(row.destination, row.written_past);
+  catch_invalid_accesses();
+}
+
+void checker::place(plane_state& p, const plane_place& at, const test_case& c) const {
+  const extent e = extent_of(*p.format, p.past, at.stride, c.xres, c.yres);
+  const auto size = static_cast<std::ptrdiff_t>(p.memory->bytes().size());
+  if (c.where == placement::at_end)
+    p.first_row = size - e.high;
+  else if (c.where == placement::at_start)
+    p.first_row = -e.low;
+  else
+    p.first_row = (surroundings - e.low + 31) / 32 * 32 + at.offset;
+  if (p.first_row + e.low < 0 || p.first_row + e.high > size) throw std::logic_error("a case larger than its memory");
+}
+
+void checker::set_alpha(plane_state& p, int stride, const test_case& c) const {
+  const int index = component_index(*p.format, "A");
+  if (index < 0 || c.xres < 1 || c.yres < 1 || p.format->sample != catalogue::sample_type::u8) return;
+  const auto alpha_at = [&](int x, int y) -> std::uint8_t& {
+    return p
+        .before[static_cast<std::size_t>(p.first_row + std::ptrdiff_t{y} * stride + x * p.format->group_bytes + index)];
+  };
+  for (int y = 0; y < c.yres; ++y)
+    for (int x = 0; x < c.xres; ++x) alpha_at(x, y) = 255;
+  if (c.pattern == content::one_less) {
+    const auto pixel = static_cast<int>(c.seed * 2654435761U % static_cast<unsigned>(c.xres * c.yres));
+    alpha_at(pixel % c.xres, pixel / c.xres) = c.seed % 3 == 0 ? 0 : c.seed % 3 == 1 ? 127 : 254;
+  }
+}
+
+void checker::fill(const test_case& c) {
+  std::uint32_t seed = c.seed;
+  for (std::size_t i = 0; i < sources_.size(); ++i) {
+    plane_state& p = sources_[i];
+    place(p, c.source[i], c);
+    std::memcpy(p.before.data(), content_at(c.pattern, seed++), p.before.size());
+    if (c.pattern == content::opaque || c.pattern == content::one_less) set_alpha(p, c.source[i].stride, c);
+    std::memcpy(p.memory->bytes().data(), p.before.data(), p.before.size());
+    p.expected = p.before;
+  }
+  for (std::size_t i = 0; i < destinations_.size(); ++i) {
+    plane_state& p = destinations_[i];
+    place(p, c.destination[i], c);
+    std::memcpy(p.before.data(), content_at(content::random, ++seed), p.before.size());
+    p.expected = p.before;
+  }
+}
+
+catalogue::call checker::call_on(const test_case& c, bool expected) {
+  catalogue::call call;
+  const auto start = [&](plane_state& p) {
+    return (expected ? p.expected.data() : p.memory->bytes().data()) + p.first_row;
+  };
+  for (std::size_t i = 0; i < sources_.size(); ++i) {
+    call.source.data[i] = start(sources_[i]);
+    call.source.stride[i] = c.source[i].stride;
+  }
+  for (std::size_t i = 0; i < destinations_.size(); ++i) {
+    call.destination.data[i] = start(destinations_[i]);
+    call.destination.stride[i] = c.destination[i].stride;
+  }
+  call.xres = c.xres;
+  call.yres = c.yres;
+  call.argument = c.argument;
+  return call;
+}
+
+std::string checker::check(const test_case& c) {
+  fill(c);
+  bool expected_report = c.opacity == report::true_before;
+  catalogue::call call = call_on(c, true);
+  if (c.opacity != report::none) call.opaque = &expected_report;
+  expectation_(call);
+
+  std::string failure;
+  on_every_backend([&](backend::kind k) {
+    if (!failure.empty()) return;
+    for (const plane_state& p : destinations_) std::memcpy(p.memory->bytes().data(), p.before.data(), p.before.size());
+    bool reported = c.opacity == report::true_before;
+    call = call_on(c, false);
+    if (c.opacity != report::none) call.opaque = &reported;
+    const int signal = run_guarded(row_.convert, call);
+    if (signal != 0)
+      failure = std::string("crashed: ") + strsignal(signal);
+    else
+      failure = compare(c);
+    if (failure.empty() && reported != expected_report)
+      failure = std::string("opacity report: expected ") + (expected_report ? "true" : "false");
+    if (!failure.empty()) failure = describe(c) + " backend " + backend::name(k) + "\n  " + failure;
+  });
+  return failure;
+}
+
+std::string checker::compare(const test_case& c) const {
+  const auto differs = [&](const plane_state& p, int stride, const char* side) {
+    const std::span<const std::uint8_t> got = p.memory->bytes();
+    if (std::memcmp(got.data(), p.expected.data(), got.size()) == 0) return std::string();
+    const auto at = std::mismatch(got.begin(), got.end(), p.expected.begin()).first - got.begin();
+    const auto index = static_cast<std::size_t>(at);
+    std::ostringstream text;
+    text << side << " plane " << p.format->name << ": byte " << at - p.first_row << " from the first";
+    for (int y = 0; y < c.yres; ++y) {
+      const std::ptrdiff_t x = at - p.first_row - std::ptrdiff_t{y} * stride;
+      if (x >= 0 && x < row_extent(*p.format, c.xres)) text << " (row " << y << ", byte " << x << ")";
+    }
+    text << ": expected " << int{p.expected[index]} << ", got " << int{got[index]} << ", before "
+         << int{p.before[index]};
+    return text.str();
+  };
+  for (std::size_t i = 0; i < destinations_.size(); ++i)
+    if (std::string text = differs(destinations_[i], c.destination[i].stride, "destination"); !text.empty())
+      return text;
+  for (std::size_t i = 0; i < sources_.size(); ++i)
+    if (std::string text = differs(sources_[i], c.source[i].stride, "source"); !text.empty()) return text;
+  return {};
+}
+
+std::string checker::describe(const test_case& c) const {
+  std::ostringstream text;
+  text << row_.name << " (" << row_.source << " to " << row_.destination << ") " << c.xres << "x" << c.yres << ", "
+       << name_of(c.where) << ", content " << name_of(c.pattern) << " seed " << c.seed;
+  const auto add_planes = [&](const char* side, const auto& planes, const auto& places) {
+    for (std::size_t i = 0; i < planes.size(); ++i)
+      text << ", " << side << " " << planes[i].format->name << " stride " << places[i].stride
+           << " address % 32 = " << planes[i].first_row % 32;
+  };
+  add_planes("source", sources_, c.source);
+  add_planes("destination", destinations_, c.destination);
+  if (row_.extra == catalogue::argument::color_space || row_.extra == catalogue::argument::value)
+    text << ", argument " << c.argument;
+  if (row_.extra == catalogue::argument::opacity)
+    text << ", report " << (c.opacity == report::none ? "none" : c.opacity == report::true_before ? "true" : "false");
+  return text.str();
+}
+
+test_case checker::case_of(int xres, int yres, std::size_t strides, std::uint32_t number) const {
+  constexpr int color_spaces[] = {601, 709, 0, 2020, -601};
+  constexpr int values[] = {0, 16, 255, 300, -1, -300, 256, 65535, 70000, 0x1234};
+  constexpr content for_reports[] = {content::opaque, content::one_less, content::random};
+  constexpr content usual[] = {content::random, content::random,     content::random, content::extremes,
+                               content::random, content::thresholds, content::zeros,  content::ones};
+  const stride_choice& chosen = stride_choices[strides];
+  test_case c;
+  c.xres = xres;
+  c.yres = yres;
+  c.seed = number;
+  for (std::size_t i = 0; i < sources_.size(); ++i)
+    c.source[i].stride = chosen.source_sign * stride_of(chosen.source, *sources_[i].format, xres,
+                                                        number + static_cast<std::uint32_t>(i), choice::source_padding);
+  for (std::size_t i = 0; i < destinations_.size(); ++i)
+    c.destination[i].stride =
+        chosen.destination_sign * stride_of(chosen.destination, *destinations_[i].format, xres,
+                                            number + static_cast<std::uint32_t>(i), choice::destination_padding);
+  const bool reports = row_.extra == catalogue::argument::opacity;
+  c.pattern = reports ? for_reports[pick(number, choice::pattern, std::size(for_reports))]
+                      : usual[pick(number, choice::pattern, std::size(usual))];
+  if (row_.extra == catalogue::argument::color_space)
+    c.argument = color_spaces[pick(number, choice::argument, std::size(color_spaces))];
+  if (row_.extra == catalogue::argument::value) c.argument = values[pick(number, choice::argument, std::size(values))];
+  if (reports) c.opacity = static_cast<report>(pick(number, choice::report, 3));
+  return c;
+}
+
+// Every width meets every height, every choice of strides and every place; every width also meets all offsets. The
+// rest (paddings, contents, arguments) is scattered over the cases. Thinned: fewer widths, and a third of their cases.
+void checker::for_each_case(const std::function<bool(const test_case&)>& take) const {
+  constexpr placement places[] = {placement::surrounded, placement::at_end, placement::at_start};
+  std::uint32_t number = 0;
+  const auto sizes_and_strides = [&](int xres, int yres) {
+    for (std::size_t s = 0; s < std::size(stride_choices); ++s)
+      for (const placement where : places) {
+        ++number;
+        if (thin() && pick(number, choice::thinning, 3) != 0) continue;
+        test_case c = case_of(xres, yres, s, number);
+        c.where = where;
+        std::uint32_t planes = number;
+        for (plane_place& p : c.source) p.offset = static_cast<int>(pick(++planes, choice::offset, 32));
+        for (plane_place& p : c.destination) p.offset = static_cast<int>(pick(++planes, choice::offset, 32));
+        if (!take(c)) return false;
+      }
+    return true;
+  };
+  const auto offsets = [&](int xres) {
+    for (int offset = 0; offset < 32; ++offset)
+      for (int planes = 0; planes < 3; ++planes) {
+        ++number;
+        if (thin() && pick(number, choice::thinning, 3) != 0) continue;
+        const std::size_t strides = pick(number, choice::strides, std::size(stride_choices));
+        test_case c = case_of(xres, 1 + offset % 3, strides, number);
+        if (planes != 1)
+          for (std::size_t i = 0; i < c.source.size(); ++i)
+            c.source[i].offset = (offset + 5 * static_cast<int>(i)) % 32;
+        if (planes != 0)
+          for (std::size_t i = 0; i < c.destination.size(); ++i)
+            c.destination[i].offset = (offset + 11 * static_cast<int>(i)) % 32;
+        if (!take(c)) return false;
+      }
+    return true;
+  };
+  for (int xres = -1; xres <= widest; ++xres) {
+    if (thin() && xres > 18 && xres < widest && xres % 16 > 2 && xres % 16 < 15) continue;
+    for (int yres = -2; yres <= 8; ++yres)
+      if (!sizes_and_strides(xres, yres)) return;
+    if (!offsets(xres)) return;
+  }
+}
+
+std::vector<std::string> checker::sweep(std::size_t most_failures) {
+  std::vector<std::string> failures;
+  for_each_case([&](const test_case& c) {
+    if (std::string failure = check(c); !failure.empty()) failures.push_back(std::move(failure));
+    return failures.size() < most_failures;
+  });
+  return failures;
+}
+
+}  // namespace morvane::tests

@@ -1,0 +1,130 @@
+// Runs a conversion on every backend of this processor and compares all bytes it could have touched with the
+// expectation: planes, padding and surroundings. Planes can lie directly against inaccessible memory, and a crash is a
+// failed case like any other.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "backend/choice.h"
+#include "conversions.h"
+
+namespace morvane::tests {
+
+// True when the program was started with --thin: for emulated processors and instrumented builds, which are slow.
+bool thin();
+void set_thin(bool on);
+
+// Where the planes of a case lie.
+enum class placement {
+  surrounded,  // at the case's offsets from 32-byte boundaries, with room on both sides
+  at_end,      // the last byte of each plane is the last before an inaccessible page
+  at_start,    // the first byte of each plane is the first after an inaccessible page
+};
+
+enum class content {
+  random,
+  extremes,    // bytes 0 and 255
+  thresholds,  // bytes beside the limits of video range, of the sign and of the byte
+  zeros,
+  ones,
+  opaque,       // random, every alpha 255
+  one_less,     // random, every alpha 255 except one
+  count_of_all  // how many there are
+};
+
+// What the opacity report holds before the call.
+enum class report { none, false_before, true_before };
+
+struct plane_place {
+  int stride = 0;
+  int offset = 0;  // 0 to 31
+};
+
+struct test_case {
+  int xres = 0;
+  int yres = 0;
+  std::array<plane_place, catalogue::max_planes> source{};
+  std::array<plane_place, catalogue::max_planes> destination{};
+  placement where = placement::surrounded;
+  content pattern = content::random;
+  std::uint32_t seed = 0;
+  int argument = 0;
+  report opacity = report::none;
+};
+
+// Bytes that a plane of the given width needs in each row: its pixels exactly, or whole groups where a pixel has no
+// whole number of bytes. Zero for a width below one.
+std::ptrdiff_t row_extent(const catalogue::plane& p, int xres);
+
+// The stride of a plane without gaps. As arithmetic gives it for a width below one.
+int tight_stride(const catalogue::plane& p, int xres);
+
+// Memory between two inaccessible pages.
+class fenced_memory {
+ public:
+  explicit fenced_memory(std::size_t bytes);
+  fenced_memory(const fenced_memory&) = delete;
+  fenced_memory& operator=(const fenced_memory&) = delete;
+  ~fenced_memory();
+
+  std::span<std::uint8_t> bytes() const { return {begin_, size_}; }
+
+ private:
+  std::uint8_t* mapping_ = nullptr;
+  std::size_t mapped_ = 0;
+  std::uint8_t* begin_ = nullptr;
+  std::size_t size_ = 0;
+};
+
+// Calls convert(c); returns 0, or the signal of an invalid memory access that ended it.
+int run_guarded(catalogue::thunk convert, const catalogue::call& c);
+
+// Calls use(backend) once for each backend of this processor, which every conversion takes meanwhile.
+void on_every_backend(const std::function<void(Processing::Morvane::backend::kind)>& use);
+
+class checker {
+ public:
+  // With a `row` whose thunk is not the library's, the checker tests that thunk instead.
+  explicit checker(const catalogue::conversion& row);
+
+  // Empty when all backends do what is expected; else what differs, with all parameters of the case.
+  std::string check(const test_case& c);
+
+  // Runs the sweep over sizes, strides, offsets, places and contents; stops after `most_failures`.
+  std::vector<std::string> sweep(std::size_t most_failures = 3);
+
+ private:
+  struct plane_state {
+    plane_state(const catalogue::plane& f, catalogue::overrun p);
+
+    const catalogue::plane* format;
+    catalogue::overrun past;
+    std::unique_ptr<fenced_memory> memory;  // what the library gets
+    std::vector<std::uint8_t> before;       // its content before the call
+    std::vector<std::uint8_t> expected;     // and what it must be afterwards
+    std::ptrdiff_t first_row = 0;           // of the case: where row 0 lies in it
+  };
+
+  void place(plane_state& p, const plane_place& at, const test_case& c) const;
+  void fill(const test_case& c);
+  void set_alpha(plane_state& p, int stride, const test_case& c) const;
+  catalogue::call call_on(const test_case& c, bool expected);
+  std::string compare(const test_case& c) const;
+  std::string describe(const test_case& c) const;
+  void for_each_case(const std::function<bool(const test_case&)>& take) const;
+  test_case case_of(int xres, int yres, std::size_t strides, std::uint32_t number) const;
+
+  catalogue::conversion row_;
+  catalogue::thunk expectation_;
+  std::vector<plane_state> sources_;
+  std::vector<plane_state> destinations_;
+};
+
+}  // namespace morvane::tests

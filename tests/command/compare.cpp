@@ -1,0 +1,109 @@
+// morvane compare.
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+#include "shell.h"
+
+namespace morvane::tests {
+
+namespace {
+
+using nlohmann::json;
+
+class compare : public command {
+ protected:
+  outcome both(const bytes& a, const bytes& b, const std::string& arguments) const {
+    write("a.raw", a);
+    write("b.raw", b);
+    return run("morvane compare a.raw b.raw " + arguments);
+  }
+  json measured(const bytes& a, const bytes& b, const std::string& arguments, int exit_code) const {
+    const outcome o = both(a, b, arguments + " --json");
+    EXPECT_EQ(o.exit_code, exit_code) << o.err;
+    return json::parse(o.out);
+  }
+};
+
+TEST_F(compare, identical_frames) {
+  const bytes frames = noise(2 * 8 * 4 * 2);
+  const outcome o = both(frames, frames, "-f uyvy -s 8x4");
+  EXPECT_EQ(o.exit_code, 0);
+  EXPECT_EQ(o.out.rfind("identical: 2 frames of uyvy 8x4 compared\n", 0), 0u) << o.out;
+  const json j = measured(frames, frames, "-f uyvy -s 8x4", 0);
+  EXPECT_EQ(j["identical"], true);
+  EXPECT_TRUE(j["first_difference"].is_null());
+  EXPECT_EQ(j["planes"][0]["psnr_db"], "inf");
+  EXPECT_EQ(j["planes"][0]["sum_of_absolute_differences"], 0);
+}
+
+TEST_F(compare, the_first_difference_and_the_sums) {
+  const bytes a(3 * 8 * 4 * 2, 100);
+  bytes b = a;
+  b[64 + 16 * 2 + 4 * 1 + 2] = 97;  // frame 1, row 2, Cr of the second pair
+  b[64 + 16 * 3] = 110;
+  const outcome o = both(a, b, "-f uyvy -s 8x4");
+  EXPECT_EQ(o.exit_code, 1);
+  EXPECT_NE(o.out.find("first difference: frame 1, plane uyvy, Cr at x 2, y 2: 100 and 97\n"), std::string::npos)
+      << o.out;
+  const json j = measured(a, b, "-f uyvy -s 8x4", 1);
+  EXPECT_EQ(j["planes"][0]["max_difference"], 10);
+  EXPECT_EQ(j["planes"][0]["sum_of_absolute_differences"], 13);
+  EXPECT_NEAR(j["planes"][0]["psnr_db"].get<double>(), 10 * std::log10(255.0 * 255.0 * 192 / 109), 1e-9);
+}
+
+TEST_F(compare, ten_bit_samples) {
+  const bytes a(32, 0);
+  bytes b = a;
+  b[5] = 4;     // word 1, bit 10: Cb of the second pair is 1
+  b[19] = 192;  // bits 30 and 31 carry nothing
+  const json j = measured(a, b, "-f v210 -s 12x1", 1);
+  EXPECT_EQ(j["first_difference"]["component"], "Cb");
+  EXPECT_EQ(j["first_difference"]["x"], 2);
+  EXPECT_EQ(j["first_difference"]["values"], json({0, 1}));
+  EXPECT_NEAR(j["planes"][0]["psnr_db"].get<double>(), 10 * std::log10(1023.0 * 1023.0 * 24), 1e-9);
+}
+
+TEST_F(compare, sixteen_bit_samples) {
+  const json j = measured({0, 1, 2, 3}, {0, 1, 2, 4}, "-f alpha_u16 -s 2x1", 1);
+  EXPECT_EQ(j["first_difference"]["values"], json({0x0302, 0x0402}));
+  EXPECT_EQ(j["planes"][0]["max_difference"], 256);
+  EXPECT_NEAR(j["planes"][0]["psnr_db"].get<double>(), 10 * std::log10(65535.0 * 65535.0 * 2 / 65536.0), 1e-9);
+}
+
+TEST_F(compare, unused_bytes_and_samples_beyond_the_width_do_not_count) {
+  EXPECT_EQ(both({1, 2, 3, 4}, {1, 2, 3, 5}, "-f bgrx -s 1x1").exit_code, 0);
+  EXPECT_EQ(both({1, 2, 3, 4}, {1, 2, 3, 5}, "-f bgra -s 1x1").exit_code, 1);
+  bytes a(16, 0);
+  bytes b = a;
+  b[15] = 63;  // Y of the sixth pixel
+  EXPECT_EQ(both(a, b, "-f v210 -s 4x1").exit_code, 0);
+  EXPECT_EQ(both(a, b, "-f v210 -s 6x1").exit_code, 1);
+}
+
+TEST_F(compare, a_missing_frame_is_a_difference) {
+  const outcome o = both(bytes(16), bytes(8), "-f y -s 4x2");
+  EXPECT_EQ(o.exit_code, 1);
+  EXPECT_NE(o.out.find("frame counts differ: 2 and 1\n"), std::string::npos) << o.out;
+}
+
+TEST_F(compare, pictures_with_and_without_a_format) {
+  write("a.raw", noise(5 * 3 * 4));
+  quietly("morvane convert -f bgra -t bgra -s 5x3 a.raw a.png && morvane convert -f bgrx -t bgrx -s 5x3 a.raw x.png");
+  EXPECT_EQ(run("morvane compare a.png a.png").exit_code, 0);
+  EXPECT_EQ(run("morvane compare a.png x.png").exit_code, 1);
+  EXPECT_EQ(run("morvane compare a.png x.png -f bgr").exit_code, 0);
+  EXPECT_EQ(run("morvane compare a.png a.raw -f bgra -s 5x3").exit_code, 0);
+  EXPECT_EQ(run("cat a.raw | morvane compare - a.png -f bgra -s 5x3").exit_code, 0);
+}
+
+TEST_F(compare, pictures_of_different_size) {
+  write("a.raw", noise(60));
+  quietly("morvane convert -f bgr -t bgr -s 5x4 a.raw a.png && morvane convert -f bgr -t bgr -s 4x5 a.raw b.png");
+  const outcome o = run("morvane compare a.png b.png");
+  EXPECT_EQ(o.exit_code, 1);
+  EXPECT_EQ(o.err, "morvane: pictures of different size: a.png is 5x4, b.png is 4x5\n");
+}
+
+}  // namespace
+
+}  // namespace morvane::tests

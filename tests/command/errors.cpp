@@ -1,0 +1,158 @@
+// Everything that can go wrong: one line, the right exit code, and no file left behind.
+#include <ostream>
+
+#include "shell.h"
+
+namespace morvane::tests {
+
+namespace {
+
+struct mistake {
+  const char* line;
+  int exit_code;
+  const char* message;
+};
+
+void PrintTo(const mistake& m, std::ostream* out) {
+  *out << m.line;
+}
+
+class errors : public command, public testing::WithParamInterface<mistake> {
+ protected:
+  void SetUp() override {
+    command::SetUp();
+    write("four.uyvy", noise(4 * 8 * 4 * 2));
+    write("bytes", noise(100));
+    quietly("morvane convert -f uyvy -s 8x4 --frames 1 four.uyvy video.png");
+    write("in.bgra", noise(7 * 2 * 4));
+    quietly("morvane convert -f bgra -t bgra -s 7x2 in.bgra alpha.png");
+    quietly("printf kept > kept; mkdir directory");
+  }
+};
+
+TEST_P(errors, are_one_line_and_leave_nothing_behind) {
+  const std::vector<std::string> before = files();
+  const outcome o = run(GetParam().line);
+  EXPECT_EQ(o.exit_code, GetParam().exit_code);
+  EXPECT_EQ(o.err, std::string("morvane: ") + GetParam().message + "\n");
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(files(), before);
+  EXPECT_EQ(read("kept"), (bytes{'k', 'e', 'p', 't'}));
+}
+
+constexpr mistake wrong_arguments[] = {
+    {"morvane", 2, "A subcommand is required; see --help"},
+    {"morvane transmogrify", 2, "unknown command transmogrify; see --help"},
+    {"morvane info -s 8x4", 2, "--format is required; see --help"},
+    {"morvane formats --yaml", 2, "The following argument was not expected: --yaml; see --help"},
+    {"morvane info -f uyyv -s 8x4", 2, "unknown format uyyv; nearest: uyvy, yuy2"},
+    {"morvane info -f quicktime -s 8x4", 2, "unknown format quicktime; 'morvane formats' lists them"},
+    {"morvane info -f uyvy -s 8", 2, "size 8 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
+    {"morvane info -f uyvy -s 8x0", 2, "size 8x0 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
+    {"morvane info -f uyvy -s 8x4x2", 2, "size 8x4x2 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
+    {"morvane info -f uyvy -s 7x4", 2, "size 7x4: uyvy needs an even width"},
+    {"morvane convert -t bgra -s 8x4 four.uyvy out", 2, "the format of four.uyvy is missing; give it with -f"},
+    {"morvane convert -f uyvy -s 8x4 four.uyvy out", 2, "the format of out is missing; give it with -t"},
+    {"morvane convert -f uyvy -t bgra four.uyvy out", 2,
+     "the size of four.uyvy is missing; give it with -s WIDTHxHEIGHT"},
+    {"morvane convert -f uyvy -t bgra -s 7x4 four.uyvy out", 2, "size 7x4: uyvy needs an even width"},
+    {"morvane convert -f bgrx -t uyvy alpha.png out", 2,
+     "the alpha of alpha.png is dropped: bgrx has none\n"
+     "morvane: size 7x2: uyvy needs an even width; --pad repeats the last column to reach one"},
+    {"morvane convert -f bgr -t rgbx -s 5x5 bytes out", 1,
+     "bytes is not a whole number of frames: expected a multiple of 75 bytes, one frame of bgr 5x5, got 100 bytes"},
+    {"morvane convert -f bgr -t uyvy -s 5x1 --src-stride 20 bytes out", 2,
+     "size 5x1: uyvy needs an even width; --pad repeats the last column to reach one"},
+    {"morvane convert -f uyvy -t ycbcrx -s 8x4 four.uyvy out", 2, "no conversion leads from uyvy to ycbcrx"},
+    {"morvane convert -f bgr -t uyvy -s 10x1 --src-stride 50 --matrix 601 bytes out", 2,
+     "no conversion leads from bgr to uyvy with the BT.601 matrix; --matrix 709 has one"},
+    {"morvane convert -f bgra -t uyvy -s 5x5 bytes out --pad", 2,
+     "only an irregular conversion leads from bgra to uyvy: bgra::uyvy composites over black and writes the blue "
+     "difference into V, where the red difference is expected; --allow-irregular uses it"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --via uyvy::brga four.uyvy out", 2,
+     "unknown conversion uyvy::brga; nearest: uyvy::bgr, uyvy::bgra, uyvy::rgba"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --via black::uyvy four.uyvy out", 2,
+     "black::uyvy fills a picture and converts none"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --via v210::uyvy four.uyvy out", 2,
+     "v210::uyvy is on no route from uyvy to bgra"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --via uyvy::bgra_601 --matrix 709 four.uyvy out", 2,
+     "uyvy::bgra_601 does not use the BT.709 matrix"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --matrix 2020 four.uyvy out", 2,
+     "--matrix: 2020 not in {601,709}; see --help"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 -j 0 four.uyvy out", 2,
+     "--threads: Value 0 not in range 1 to 256; see --help"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --frames 0 four.uyvy out", 2,
+     "--frames: 0 is not a number of 1 or more; see --help"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --skip 4 four.uyvy out", 2,
+     "four.uyvy has no frame 4: it has 4, numbered from 0"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --src-stride 15 four.uyvy out", 2,
+     "stride 15 is too small: a row of uyvy 8x4 has 16 bytes"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --dst-stride 31 four.uyvy out", 2,
+     "stride 31 is too small: a row of bgra 8x4 has 32 bytes"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --crop 9x4 four.uyvy out", 2, "cannot crop to 9x4: the picture is 8x4"},
+    {"morvane convert -f uyvy -t yuy2 -s 8x4 --crop 7x4 four.uyvy out", 2, "size 7x4: yuy2 needs an even width"},
+    {"morvane convert -f uyvy -t bgra video.png out", 2, "video.png is a PNG, which is read as RGB, not as uyvy"},
+    {"morvane convert -t bgrx -s 4x4 video.png out", 2, "video.png is 8x4, not 4x4"},
+    {"morvane convert -t uyvy video.png out.png", 2, "out.png is a PNG, which holds RGB, not uyvy"},
+    {"morvane show -f ycbcrx -s 5x5 bytes out.png", 2,
+     "no conversion leads from ycbcrx to RGB; --plane shows one of its planes or components"},
+    {"morvane show -f uyvy -s 8x4 four.uyvy out.jpg", 2, "the picture is a PNG: out.jpg must end in .png"},
+    {"morvane show -f uyvy -s 8x4 four.uyvy out.png --plane A", 2,
+     "uyvy has no plane or component A; it has Cb, Y, Cr, uyvy"},
+    {"morvane show -f uyvy -s 8x4 four.uyvy out.png --frame 4", 2,
+     "four.uyvy has no frame 4: it has 4, numbered from 0"},
+    {"morvane compare -f uyvy -s 8x4 - -", 2, "standard input can be one of the two files only"},
+};
+
+constexpr mistake failed_files[] = {
+    {"morvane convert -f uyvy -t bgra -s 8x4 nothing out", 1, "cannot read nothing: No such file or directory"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 directory out", 1, "cannot read directory: Is a directory"},
+    {"morvane convert -t bgra nothing.png out", 1, "cannot read nothing.png: No such file or directory"},
+    {"cp bytes /tmp/$$.png; morvane convert -t bgra /tmp/$$.png out 2>&1 | sed s/[0-9]*.png/X/ >&2; rm /tmp/$$.png; "
+     "exit 1",
+     1, "cannot read /tmp/X as a PNG: Not a PNG file"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 four.uyvy nowhere/out", 1,
+     "cannot write nowhere/out: No such file or directory"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 four.uyvy kept/out", 1, "cannot write kept/out: Not a directory"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 four.uyvy directory", 1, "cannot write directory: Is a directory"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 four.uyvy /dev/full", 1,
+     "cannot write /dev/full: No space left on device"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 four.uyvy - > /dev/full", 1,
+     "cannot write standard output: No space left on device"},
+    {"morvane convert -f uyvy -s 8x4 four.uyvy out.png", 1,
+     "out.png holds one frame and the input has more; --skip and --frames 1 choose one"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 - out", 1,
+     "standard input is empty: expected 64 bytes, one frame of uyvy 8x4"},
+    {"head -c 100 four.uyvy | morvane convert -f uyvy -t bgra -s 8x4 - out", 1,
+     "standard input ended inside frame 1: expected 64 bytes, one frame of uyvy 8x4, got 36"},
+    {"head -c 100 four.uyvy | morvane convert -f uyvy -t bgra -s 8x4 - kept", 1,
+     "standard input ended inside frame 1: expected 64 bytes, one frame of uyvy 8x4, got 36"},
+    {"cat four.uyvy | morvane convert -f uyvy -t bgra -s 8x4 --skip 5 - out", 1,
+     "standard input has no frame 5: it has 4, numbered from 0"},
+    {"{ morvane convert -f uyvy -t bgra -s 640x360 /dev/zero -; echo $? >&2; } 2> err.txt | head -c 9 | "
+     "wc -c > count.txt; cat err.txt >&2; rm err.txt count.txt; exit 1",
+     1, "cannot write standard output: Broken pipe\n1"},
+    {"morvane convert -f uyvy -t bgra -s 1048576x1048576 /dev/zero out", 1,
+     "there is not enough memory for frames of this size"},
+    {"morvane compare -f uyvy -s 8x4 four.uyvy nothing", 1, "cannot read nothing: No such file or directory"},
+    {"morvane compare -f uyvy -s 8x4 four.uyvy bytes", 1,
+     "bytes is not a whole number of frames: expected a multiple of 64 bytes, one frame of uyvy 8x4, got 100 bytes"},
+};
+
+INSTANTIATE_TEST_SUITE_P(arguments, errors, testing::ValuesIn(wrong_arguments));
+INSTANTIATE_TEST_SUITE_P(files, errors, testing::ValuesIn(failed_files));
+
+class interruption : public command {};
+
+TEST_F(interruption, leaves_nothing_behind) {
+  const outcome o =
+      run("morvane convert -f uyvy -t bgra -s 64x64 /dev/zero out & "
+          "for i in $(seq 500); do [ -n \"$(ls)\" ] && break; sleep 0.01; done; ls; kill $!; wait $!");
+  EXPECT_NE(o.exit_code, 0);
+  EXPECT_EQ(o.out.rfind("out.", 0), 0u) << "nothing was being written";
+  EXPECT_TRUE(files().empty());
+}
+
+}  // namespace
+
+}  // namespace morvane::tests

@@ -1,0 +1,108 @@
+// morvane formats, conversions, info and --version.
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "conversions.h"
+#include "formats.h"
+#include "shell.h"
+
+namespace morvane::tests {
+
+namespace {
+
+using nlohmann::json;
+
+class listing : public command {
+ protected:
+  json printed(const std::string& line) const {
+    const outcome o = run(line);
+    EXPECT_EQ(o.exit_code, 0) << o.err;
+    return json::parse(o.out);
+  }
+};
+
+std::vector<std::string> lines(const std::string& text) {
+  std::istringstream in(text);
+  std::vector<std::string> result;
+  for (std::string line; std::getline(in, line);) result.push_back(line);
+  return result;
+}
+
+TEST_F(listing, formats_prints_every_format_in_aligned_columns) {
+  const outcome o = run("morvane formats");
+  EXPECT_EQ(o.exit_code, 0);
+  const std::vector<std::string> printed = lines(o.out);
+  ASSERT_EQ(printed.size(), catalogue::formats.size() + 1);
+  const std::size_t column = printed[0].find("DESCRIPTION");
+  for (std::size_t i = 0; i < catalogue::formats.size(); ++i) {
+    EXPECT_EQ(printed[i + 1].rfind(std::string(catalogue::formats[i].name) + " ", 0), 0u);
+    EXPECT_EQ(printed[i + 1].substr(column), catalogue::formats[i].description);
+  }
+}
+
+TEST_F(listing, formats_as_json) {
+  const json all = printed("morvane formats --json");
+  ASSERT_EQ(all.size(), catalogue::formats.size());
+  const auto v210 = std::find_if(all.begin(), all.end(), [](const json& f) { return f["name"] == "v210"; });
+  ASSERT_NE(v210, all.end());
+  EXPECT_NEAR((*v210)["bytes_per_pixel"].get<double>(), 16.0 / 6, 1e-9);
+  EXPECT_EQ((*v210)["planes"][0]["group_pixels"], 6);
+  EXPECT_EQ((*v210)["other_names"]["fourcc"], "v210");
+  EXPECT_TRUE((*v210)["other_names"]["v4l2"].is_null());
+}
+
+TEST_F(listing, conversions_prints_every_row_with_its_irregularity) {
+  const outcome o = run("morvane conversions");
+  EXPECT_EQ(o.exit_code, 0);
+  const std::vector<std::string> printed = lines(o.out);
+  ASSERT_EQ(printed.size(), catalogue::conversions.size() + 1);
+  for (std::size_t i = 0; i < catalogue::conversions.size(); ++i) {
+    const catalogue::conversion& c = catalogue::conversions[i];
+    EXPECT_EQ(printed[i + 1].rfind(std::string(c.name) + " ", 0), 0u);
+    EXPECT_NE(printed[i + 1].find(c.irregular), std::string::npos);
+  }
+}
+
+TEST_F(listing, conversions_as_json) {
+  const json all = printed("morvane conversions --json");
+  ASSERT_EQ(all.size(), catalogue::conversions.size());
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    EXPECT_EQ(all[i]["name"], catalogue::conversions[i].name);
+    EXPECT_EQ(all[i]["irregular"].is_null(), catalogue::conversions[i].irregular.empty());
+    if (all[i]["name"] == "uyvy::bgra") {
+      EXPECT_EQ(all[i]["matrices"], json({601, 709}));
+    }
+  }
+}
+
+TEST_F(listing, info_prints_strides_and_bytes) {
+  const outcome o = run("morvane info -f v210 -s 1280x720");
+  EXPECT_EQ(o.exit_code, 0);
+  EXPECT_NE(o.out.find("3424"), std::string::npos) << o.out;
+  EXPECT_NE(o.out.find("frame: 2465280 bytes"), std::string::npos) << o.out;
+}
+
+TEST_F(listing, info_as_json_under_the_name_of_another_program) {
+  const json i = printed("morvane info -f YUYV422 -s 720x576 --json");
+  EXPECT_EQ(i["format"], "yuy2");
+  EXPECT_EQ(i["frame_bytes"], 829440);
+  EXPECT_EQ(i["planes"][0]["stride"], 1440);
+  EXPECT_EQ(i["planes"][0]["rows"], 576);
+}
+
+TEST_F(listing, version) {
+  const outcome o = run("morvane --version");
+  EXPECT_EQ(o.exit_code, 0);
+  EXPECT_EQ(o.out.rfind("morvane ", 0), 0u);
+}
+
+TEST_F(listing, a_full_disk_is_noticed) {
+  const outcome o = run("morvane formats > /dev/full");
+  EXPECT_EQ(o.exit_code, 1);
+  EXPECT_EQ(o.err, "morvane: cannot write standard output: No space left on device\n");
+}
+
+}  // namespace
+
+}  // namespace morvane::tests

@@ -1,0 +1,121 @@
+// morvane convert, from and to PNG.
+#include <algorithm>
+
+#include "shell.h"
+
+namespace morvane::tests {
+
+namespace {
+
+class pictures : public command {
+ protected:
+  // The width, height and colour type that a PNG's header states.
+  std::vector<int> header(const std::string& name) const {
+    const bytes b = read(name);
+    if (b.size() < 26) return {};
+    return {b[18] << 8 | b[19], b[22] << 8 | b[23], b[25]};
+  }
+};
+
+constexpr int rgb = 2;
+constexpr int rgb_with_alpha = 6;
+
+TEST_F(pictures, formats_with_alpha_survive_a_png) {
+  for (const char* name : {"bgra", "rgba"}) {
+    const std::string format = name;
+    write("in.raw", noise(13 * 5 * 4));
+    quietly("morvane convert -f " + format + " -t " + format + " -s 13x5 in.raw a.png");
+    EXPECT_EQ(header("a.png"), (std::vector<int>{13, 5, rgb_with_alpha}));
+    quietly("morvane convert -f " + format + " -t " + format + " a.png out.raw");
+    EXPECT_EQ(read("out.raw"), read("in.raw")) << format;
+  }
+}
+
+TEST_F(pictures, formats_without_alpha_survive_a_png) {
+  for (const char* name : {"bgrx", "rgbx"}) {
+    const std::string format = name;
+    bytes frame = noise(13 * 5 * 4);
+    write("in.raw", frame);
+    quietly("morvane convert -f " + format + " -t " + format + " -s 13x5 in.raw a.png");
+    EXPECT_EQ(header("a.png"), (std::vector<int>{13, 5, rgb}));
+    quietly("morvane convert -f " + format + " -t " + format + " a.png out.raw");
+    for (std::size_t i = 3; i < frame.size(); i += 4) frame[i] = 255;
+    EXPECT_EQ(read("out.raw"), frame) << format;
+  }
+}
+
+TEST_F(pictures, bgr_survives_a_png) {
+  write("in.raw", noise(13 * 5 * 3));
+  quietly("morvane convert -f bgr -t bgr -s 13x5 in.raw a.png");
+  quietly("morvane convert -f bgr -t bgr a.png out.raw");
+  EXPECT_EQ(read("out.raw"), read("in.raw"));
+}
+
+TEST_F(pictures, the_channels_have_their_places) {
+  write("in.raw", {10, 20, 30, 40});
+  quietly("morvane convert -f bgra -t bgra -s 1x1 in.raw a.png");
+  quietly("morvane convert -f rgba -t rgba a.png out.raw");
+  EXPECT_EQ(read("out.raw"), (bytes{30, 20, 10, 40}));
+}
+
+TEST_F(pictures, the_format_of_a_png_may_be_left_out) {
+  write("in.raw", noise(8 * 4 * 4));
+  quietly("morvane convert -f bgrx -t bgrx -s 8x4 in.raw a.png");
+  EXPECT_EQ(run("morvane convert -v -t uyvy a.png out.raw").err, "morvane: bgrx -> uyvy by bgrx::uyvy with BT.709\n");
+  EXPECT_EQ(run("morvane convert -v -f uyvy -s 8x4 out.raw b.png").err,
+            "morvane: uyvy -> bgrx by uyvy::bgrx with BT.709\n");
+  EXPECT_EQ(header("b.png"), (std::vector<int>{8, 4, rgb}));
+}
+
+TEST_F(pictures, dropped_alpha_is_mentioned) {
+  write("in.raw", noise(8 * 4 * 4));
+  quietly("morvane convert -f bgra -t bgra -s 8x4 in.raw a.png");
+  const outcome o = run("morvane convert -f bgrx -t uyvy a.png out.raw");
+  EXPECT_EQ(o.exit_code, 0);
+  EXPECT_EQ(o.err, "morvane: the alpha of a.png is dropped: bgrx has none\n");
+}
+
+TEST_F(pictures, an_odd_width_is_padded_on_the_way_out_and_cropped_on_the_way_back) {
+  const bytes frame = noise(5 * 3 * 4);
+  write("in.raw", frame);
+  quietly("morvane convert -f bgrx -t bgrx -s 5x3 in.raw a.png");
+  const outcome o = run("morvane convert --pad -t uyvy a.png out.uyvy");
+  EXPECT_EQ(o.exit_code, 0);
+  EXPECT_EQ(o.err, "morvane: width 5 padded to 6 by repeating the last column\n");
+
+  bytes padded;
+  for (std::size_t y = 0; y < 3; ++y)
+    for (std::size_t x = 0; x < 6; ++x)
+      for (std::size_t i = 0; i < 4; ++i) padded.push_back(frame[(y * 5 + std::min<std::size_t>(x, 4)) * 4 + i]);
+  write("padded.raw", padded);
+  quietly("morvane convert -f bgrx -t uyvy -s 6x3 padded.raw padded.uyvy");
+  EXPECT_EQ(read("out.uyvy"), read("padded.uyvy"));
+
+  quietly("morvane convert -f uyvy -t bgr -s 6x3 --crop 5x3 out.uyvy back.png");
+  EXPECT_EQ(header("back.png"), (std::vector<int>{5, 3, rgb}));
+  quietly("morvane convert -f uyvy -t bgr -s 6x3 --crop 5x3 out.uyvy back.raw");
+  quietly("morvane convert -f bgr -t bgr back.png same.raw");
+  EXPECT_EQ(read("same.raw"), read("back.raw"));
+  EXPECT_EQ(read("back.raw").size(), 45u);
+}
+
+TEST_F(pictures, one_frame_of_many) {
+  const bytes frames = noise(3 * 8 * 4 * 4);
+  write("in.raw", frames);
+  quietly("morvane convert -f bgra -t bgra -s 8x4 --skip 1 --frames 1 in.raw a.png");
+  quietly("morvane convert -f bgra -t bgra a.png out.raw");
+  EXPECT_EQ(read("out.raw"), bytes(frames.begin() + 128, frames.begin() + 256));
+}
+
+TEST_F(pictures, a_damaged_png_is_one_line_and_no_output) {
+  write("in.raw", noise(64 * 64 * 4));
+  quietly("morvane convert -f bgra -t bgra -s 64x64 in.raw a.png && head -c 5000 a.png > cut.png && rm in.raw a.png");
+  const outcome o = run("morvane convert -t bgra cut.png out.raw");
+  EXPECT_EQ(o.exit_code, 1);
+  EXPECT_EQ(o.err.rfind("morvane: cannot read cut.png as a PNG: ", 0), 0u) << o.err;
+  EXPECT_EQ(files(), std::vector<std::string>{"cut.png"});
+}
+
+}  // namespace
+
+}  // namespace morvane::tests

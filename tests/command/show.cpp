@@ -1,0 +1,102 @@
+// morvane show.
+#include <algorithm>
+
+#include "formats.h"
+#include "shell.h"
+
+namespace morvane::tests {
+
+namespace {
+
+class show : public command {
+ protected:
+  // The picture's pixels as R, G, B bytes.
+  bytes shown(const std::string& arguments) const {
+    quietly("morvane show " + arguments + " shown.png");
+    quietly("morvane convert -f rgbx -t rgbx shown.png shown.rgbx");
+    bytes result;
+    const bytes four = read("shown.rgbx");
+    for (std::size_t i = 0; i < four.size(); ++i)
+      if (i % 4 != 3) result.push_back(four[i]);
+    return result;
+  }
+};
+
+bytes thrice(const bytes& grey) {
+  bytes result;
+  for (const std::uint8_t b : grey) result.insert(result.end(), 3, b);
+  return result;
+}
+
+TEST_F(show, video_as_the_conversion_makes_it) {
+  write("in.raw", noise(16 * 6 * 2));
+  quietly("morvane convert -f uyvy -t rgbx -s 16x6 --matrix 601 in.raw expected.rgbx");
+  shown("in.raw -f uyvy -s 16x6 --matrix 601");
+  EXPECT_EQ(read("shown.rgbx"), read("expected.rgbx"));
+}
+
+TEST_F(show, v210_is_whole) {
+  write("in.raw", noise(2 * 16 * 3));
+  quietly("morvane convert -f v210 -t rgbx -s 8x3 in.raw expected.rgbx");
+  shown("in.raw -f v210 -s 8x3");
+  EXPECT_EQ(read("shown.rgbx"), read("expected.rgbx"));
+}
+
+TEST_F(show, alpha_over_a_checkerboard) {
+  bytes row;
+  for (int x = 0; x < 16; ++x) {
+    const std::uint8_t alpha = x % 2 == 0 ? 0 : x == 1 ? 128 : 255;
+    row.insert(row.end(), {10, 20, 30, alpha});
+  }
+  write("in.raw", row);
+  const bytes pixels = shown("in.raw -f bgra -s 16x1");
+  const auto pixel = [&](std::ptrdiff_t x) { return bytes(pixels.begin() + 3 * x, pixels.begin() + 3 * x + 3); };
+  EXPECT_EQ(pixel(0), (bytes{255, 255, 255}));
+  EXPECT_EQ(pixel(1), (bytes{142, 137, 132}));
+  EXPECT_EQ(pixel(3), (bytes{30, 20, 10}));
+  EXPECT_EQ(pixel(8), (bytes{204, 204, 204}));
+  EXPECT_EQ(pixel(9), (bytes{30, 20, 10}));
+}
+
+TEST_F(show, one_component_in_grey) {
+  write("in.raw", {1, 2, 3, 4, 5, 6, 7, 8});
+  EXPECT_EQ(shown("in.raw -f uyvy -s 4x1 --plane Y"), thrice({2, 4, 6, 8}));
+  EXPECT_EQ(shown("in.raw -f uyvy -s 4x1 --plane cb"), thrice({1, 5}));
+  EXPECT_EQ(shown("in.raw -f rgba -s 2x1 --plane A"), thrice({4, 8}));
+  EXPECT_EQ(shown("in.raw -f ycbcrx -s 2x1 --plane Cr"), thrice({3, 7}));
+  EXPECT_EQ(shown("in.raw -f uyvy -s 4x1 --plane uyvy"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
+}
+
+TEST_F(show, luma_and_alpha_as_they_are) {
+  write("in.raw", {1, 2, 3, 4, 5, 6, 7, 8});
+  EXPECT_EQ(shown("in.raw -f y -s 4x2"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(shown("in.raw -f alpha -s 2x4"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(shown("in.raw -f alpha_u16 -s 4x1"), thrice({2, 4, 6, 8}));
+}
+
+TEST_F(show, the_frame_that_is_named) {
+  write("in.raw", {1, 2, 3, 4, 5, 6});
+  EXPECT_EQ(shown("in.raw -f y -s 2x1 --frame 2"), thrice({5, 6}));
+  EXPECT_EQ(shown("in.raw -f y -s 1x1 --stride 3 --frame 1"), thrice({4}));
+}
+
+TEST_F(show, every_format_is_shown_or_declined_in_one_line) {
+  for (const catalogue::format& f : catalogue::formats) {
+    write("in.raw", noise(static_cast<std::size_t>(f.frame_bytes(24, 4))));
+    const std::string name(f.name);
+    const outcome o = run("rm -f out.png; morvane show in.raw -f " + name + " -s 24x4 out.png");
+    if (o.exit_code == 0) {
+      EXPECT_EQ(o.err, "") << name;
+      EXPECT_TRUE(exists("out.png")) << name;
+    } else {
+      EXPECT_EQ(o.exit_code, 2) << name;
+      EXPECT_EQ(o.err, "morvane: no conversion leads from " + name +
+                           " to RGB; --plane shows one of its planes or components\n");
+      EXPECT_FALSE(exists("out.png")) << name;
+    }
+  }
+}
+
+}  // namespace
+
+}  // namespace morvane::tests

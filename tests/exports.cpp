@@ -1,0 +1,50 @@
+// The shared library from outside: it exports what the public header declares and nothing else, and it needs no library
+// beside those of the language.
+#include <gtest/gtest.h>
+#include <stdio.h>
+
+#include <map>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "public_header.h"
+
+namespace morvane::tests {
+namespace {
+
+std::string output_of(const std::string& command) {
+  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+  std::string output;
+  for (int c; pipe != nullptr && (c = fgetc(pipe.get())) != EOF;) output.push_back(static_cast<char>(c));
+  return output;
+}
+
+TEST(shared_library, exports_exactly_what_the_public_header_declares) {
+  std::map<std::string, int> exported;
+  std::istringstream symbols(output_of(MORVANE_NM " -DC --defined-only " MORVANE_SHARED_LIBRARY));
+  for (std::string line; std::getline(symbols, line);) {
+    const std::string name = line.substr(line.find(' ', line.find(' ') + 1) + 1);
+    exported[name.substr(0, name.find('('))] += 1;
+  }
+  std::map<std::string, int> declared;
+  for (const auto& [name, function] : declared_functions()) declared[name] = function.overloads;
+  for (const auto& [name, count] : declared) EXPECT_EQ(exported[name], count) << name;
+  for (const auto& [name, count] : exported) EXPECT_TRUE(declared.contains(name)) << name << " is exported";
+}
+
+TEST(shared_library, needs_only_the_libraries_of_the_language) {
+  const std::set<std::string> allowed = {"libstdc++.so.6", "libgcc_s.so.1", "libm.so.6", "libc.so.6"};
+  std::istringstream headers(output_of(MORVANE_OBJDUMP " -p " MORVANE_SHARED_LIBRARY));
+  int needed = 0;
+  for (std::string key, value; headers >> key;)
+    if (key == "NEEDED" && headers >> value) {
+      ++needed;
+      EXPECT_TRUE(allowed.contains(value)) << value;
+    }
+  EXPECT_GT(needed, 0);
+}
+
+}  // namespace
+}  // namespace morvane::tests

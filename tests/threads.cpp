@@ -1,0 +1,97 @@
+// Many threads convert bands of one image at once, and the result is that of one call.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <thread>
+#include <vector>
+
+#include "checker.h"
+#include "support.h"
+
+namespace morvane::tests {
+namespace {
+
+class in_bands : public testing::TestWithParam<catalogue::conversion> {};
+
+constexpr int band_count = 8;
+constexpr int rows_in_band = 3;
+
+struct image {
+  std::vector<std::vector<std::uint8_t>> planes;
+  std::vector<int> strides;
+};
+
+// Rows follow each other without padding where that leaves the bands apart, so that a thread that touched more than its
+// own rows would meet its neighbour.
+image make_image(std::string_view format_name, catalogue::overrun past, int xres, unsigned seed) {
+  image result;
+  if (format_name.empty()) return result;
+  std::mt19937 random(seed);
+  const catalogue::format* format = catalogue::find_format(format_name);
+  for (std::size_t i = 0; i < format->plane_count(); ++i) {
+    const catalogue::plane& p = format->planes[i];
+    const auto row_bytes = static_cast<int>(std::max<std::ptrdiff_t>(row_extent(p, xres), tight_stride(p, xres)));
+    const int stride = row_bytes + static_cast<int>(past.bytes(xres));
+    result.strides.push_back(stride);
+    result.planes.emplace_back(static_cast<std::size_t>(stride) * band_count * rows_in_band);
+    for (std::uint8_t& b : result.planes.back()) b = static_cast<std::uint8_t>(random());
+  }
+  return result;
+}
+
+template <class Byte>
+catalogue::planes<Byte> planes_from_row(image& from, int row) {
+  catalogue::planes<Byte> result;
+  for (std::size_t i = 0; i < from.planes.size(); ++i) {
+    result.data[i] = from.planes[i].data() + static_cast<std::ptrdiff_t>(row) * from.strides[i];
+    result.stride[i] = from.strides[i];
+  }
+  return result;
+}
+
+catalogue::call band(image& source, image& destination, int xres, int first_row, int rows, bool* opaque) {
+  catalogue::call c;
+  c.source = planes_from_row<const std::uint8_t>(source, first_row);
+  c.destination = planes_from_row<std::uint8_t>(destination, first_row);
+  c.xres = xres;
+  c.yres = rows;
+  c.argument = 601;
+  c.opaque = opaque;
+  return c;
+}
+
+void convert_in_bands(const catalogue::conversion& row, int xres) {
+  image source = make_image(row.source, row.read_past, xres, 1);
+  image together = make_image(row.destination, row.written_past, xres, 2);
+  image one_by_one = together;
+
+  bool reports[band_count]{};
+  std::vector<std::thread> threads;
+  for (int i = 0; i < band_count; ++i)
+    threads.emplace_back([&, i] {
+      const catalogue::call c = band(source, together, xres, i * rows_in_band, rows_in_band, &reports[i]);
+      for (int again = 0; again < 20; ++again) row.convert(c);
+    });
+  for (std::thread& t : threads) t.join();
+
+  for (int i = 0; i < band_count; ++i) {
+    bool report = false;
+    row.convert(band(source, one_by_one, xres, i * rows_in_band, rows_in_band, &report));
+    EXPECT_EQ(reports[i], report);
+  }
+  EXPECT_EQ(together.planes, one_by_one.planes);
+}
+
+TEST_P(in_bands, many_threads_give_the_result_of_one) {
+  on_every_backend([](Processing::Morvane::backend::kind) {
+    for (const int xres : {34, 35, 101}) convert_in_bands(GetParam(), xres);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(catalogue, in_bands, testing::ValuesIn(catalogue::conversions), row_name);
+
+}  // namespace
+}  // namespace morvane::tests
