@@ -1,0 +1,43 @@
+// Turns the repetitions of a run into one row for each measured conversion: the best time, set against the best time of
+// the copy that moves as many bytes.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <map>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace morvane::bench {
+
+// One conversion on one backend. `run` is the name under which its benchmark is registered.
+struct measured {
+  std::string run{};
+  std::string conversion{};
+  std::string size{};
+  std::string shape{};
+  std::string backend{};
+  std::int64_t bytes = 0;
+  std::int64_t pixels = 0;
+};
+
+std::string copy_run_name(std::int64_t bytes);
+
+// Keeps the best time of every benchmark. Other work on the machine only ever makes a repetition slower.
+class best_times : public benchmark::BenchmarkReporter {
+ public:
+  bool ReportContext(const Context&) override { return true; }
+  void ReportRuns(const std::vector<Run>& runs) override;
+
+  double nanoseconds(const std::string& run) const { return best_.at(run); }
+
+ private:
+  std::map<std::string, double> best_;
+};
+
+void write_table(std::ostream& out, const std::vector<measured>& rows, const best_times& times);
+void write_json(std::ostream& out, const std::vector<measured>& rows, const best_times& times);
+
+}  // namespace morvane::bench

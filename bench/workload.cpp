@@ -1,0 +1,140 @@
+#include "workload.h"
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <span>
+
+namespace morvane::bench {
+
+namespace {
+
+constexpr std::size_t cache_line = 64;
+
+// Source and destination lie half a page apart, so that no load waits for a store whose address merely looks alike to
+// the processor. Conversions and copies gain from it equally.
+constexpr std::size_t page = 4096;
+
+constexpr size sizes[] = {{1920, 16}, {1920, 1080}, {3840, 2160}};
+constexpr shape shapes[] = {shape::tight, shape::padded, shape::odd};
+
+std::int64_t image_bytes(std::string_view format_name, size picture) {
+  return format_name.empty() ? 0 : catalogue::find_format(format_name)->frame_bytes(picture.xres, picture.yres);
+}
+
+int stride_of(const catalogue::plane& p, const workload& w) {
+  const std::int64_t row = p.row_bytes(w.picture.xres);
+  return static_cast<int>(w.memory == shape::padded ? row + std::int64_t{cache_line} : row);
+}
+
+// What a plane takes of the memory, in whole cache lines.
+std::size_t room_for(const catalogue::plane& p, const workload& w) {
+  const std::size_t bytes = static_cast<std::size_t>(stride_of(p, w)) * static_cast<std::size_t>(w.picture.yres);
+  return (bytes + cache_line - 1) / cache_line * cache_line;
+}
+
+std::span<const catalogue::plane> planes_of(std::string_view format_name) {
+  if (format_name.empty()) return {};
+  const catalogue::format& format = *catalogue::find_format(format_name);
+  return {format.planes.data(), format.plane_count()};
+}
+
+template <class Byte>
+catalogue::planes<Byte> lay_out(std::string_view format_name, const workload& w, Byte* memory) {
+  catalogue::planes<Byte> result;
+  std::size_t i = 0;
+  for (const catalogue::plane& p : planes_of(format_name)) {
+    result.data[i] = memory;
+    result.stride[i] = stride_of(p, w);
+    memory += room_for(p, w);
+    ++i;
+  }
+  return result;
+}
+
+std::size_t bytes_needed(const workload& w) {
+  const auto room = [&w](std::string_view format_name, const catalogue::overrun& past) {
+    std::size_t bytes = static_cast<std::size_t>(past.bytes(w.picture.xres));
+    for (const catalogue::plane& p : planes_of(format_name)) bytes += room_for(p, w);
+    return bytes;
+  };
+  const catalogue::conversion& c = *w.conversion;
+  return std::max(
+      {room(c.source, c.read_past), room(c.destination, c.written_past), static_cast<std::size_t>(w.bytes() / 2)});
+}
+
+}  // namespace
+
+std::string workload::size_name() const {
+  return std::to_string(picture.xres) + "x" + std::to_string(picture.yres);
+}
+
+std::string_view workload::shape_name() const {
+  switch (memory) {
+    case shape::tight:
+      return "tight";
+    case shape::padded:
+      return "padded";
+    case shape::odd:
+      return "odd";
+  }
+  return {};
+}
+
+std::string workload::name() const {
+  const auto same_name = [this](const catalogue::conversion& c) { return c.name == conversion->name; };
+  const bool shared = std::count_if(catalogue::conversions.begin(), catalogue::conversions.end(), same_name) > 1;
+  std::string result(conversion->name);
+  if (shared) result.append("(").append(conversion->destination).append(")");
+  return result.append("/").append(size_name()).append("/").append(shape_name());
+}
+
+std::vector<workload> all_workloads() {
+  std::vector<workload> result;
+  for (const catalogue::conversion& c : catalogue::conversions)
+    for (const size& s : sizes)
+      for (const shape m : shapes) {
+        workload w{.conversion = &c, .picture = s, .memory = m};
+        if (m == shape::odd) --w.picture.xres;
+        w.bytes_read = image_bytes(c.source, w.picture);
+        w.bytes_written = image_bytes(c.destination, w.picture);
+        result.push_back(w);
+      }
+  return result;
+}
+
+arena::arena(const std::vector<workload>& workloads) : half_(0) {
+  for (const workload& w : workloads) half_ = std::max(half_, bytes_needed(w));
+  half_ = (half_ + page - 1) / page * page;
+  const std::size_t total = 2 * half_ + 2 * page;
+  memory_.reset(new std::uint8_t[total]);
+  std::mt19937 random(1);
+  std::generate_n(memory_.get(), total, [&random] { return static_cast<std::uint8_t>(random()); });
+}
+
+std::uint8_t* arena::source() const {
+  void* start = memory_.get();
+  std::size_t room = page + half_;
+  return static_cast<std::uint8_t*>(std::align(page, half_, start, room));
+}
+
+std::uint8_t* arena::destination() const {
+  return source() + half_ + page / 2;
+}
+
+catalogue::call arena::prepare(const workload& w, bool* opaque) const {
+  catalogue::call c;
+  c.source = lay_out<const std::uint8_t>(w.conversion->source, w, source());
+  c.destination = lay_out<std::uint8_t>(w.conversion->destination, w, destination());
+  c.xres = w.picture.xres;
+  c.yres = w.picture.yres;
+  c.argument = w.conversion->extra == catalogue::argument::color_space ? Processing::Morvane::ccir_709 : 0;
+  c.opaque = opaque;
+  return c;
+}
+
+void arena::copy(std::int64_t bytes) const {
+  std::memcpy(destination(), source(), static_cast<std::size_t>(bytes / 2));
+}
+
+}  // namespace morvane::bench
