@@ -1,0 +1,133 @@
+// morvane_readme [--check] DIRECTORY: brings the generated sections of DIRECTORY/README.md up to date, or only sees
+// whether they are. Such a section stands between two comments, <!-- begin NAME --> and <!-- end NAME -->.
+#include <algorithm>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "conversions.h"
+
+namespace {
+
+using namespace morvane::catalogue;
+namespace fs = std::filesystem;
+
+std::string read(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) throw std::runtime_error("cannot read " + file.string());
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void write(const fs::path& file, std::string_view text) {
+  std::ofstream out(file, std::ios::binary);
+  if (!out.write(text.data(), static_cast<std::streamsize>(text.size())).flush())
+    throw std::runtime_error("cannot write " + file.string());
+}
+
+std::string code(std::string_view text) {
+  std::string result = "`";
+  return result.append(text).append("`");
+}
+
+void append_listed(std::string& list, const std::string& item) {
+  if (list.find(item) != std::string::npos) return;
+  if (!list.empty()) list += ", ";
+  list += item;
+}
+
+// All entry points that lead from one format to another.
+struct route {
+  std::string_view source{};
+  std::string_view destination{};
+  std::string functions{};
+  bool bt601 = false;
+  bool bt709 = false;
+  std::string irregular{};
+
+  std::string matrices() const {
+    std::string list;
+    if (bt601) append_listed(list, "BT.601");
+    if (bt709) append_listed(list, "BT.709");
+    return list;
+  }
+};
+
+std::vector<route> routes() {
+  std::vector<route> result;
+  for (const conversion& c : conversions) {
+    const auto same = [&c](const route& r) { return r.source == c.source && r.destination == c.destination; };
+    auto r = std::find_if(result.begin(), result.end(), same);
+    if (r == result.end()) r = result.insert(result.end(), {.source = c.source, .destination = c.destination});
+    append_listed(r->functions, code(c.name));
+    r->bt601 |= c.colors == matrix::bt601 || c.colors == matrix::by_argument;
+    r->bt709 |= c.colors == matrix::bt709 || c.colors == matrix::by_argument;
+    if (!c.irregular.empty()) r->irregular = std::string(c.irregular);
+  }
+  return result;
+}
+
+std::string conversion_table() {
+  std::ostringstream table;
+  table << "| from | to | functions | matrix | |\n|------|----|-----------|--------|-|\n";
+  std::string copies;
+  std::string fills;
+  for (const route& r : routes())
+    if (r.source.empty())
+      append_listed(fills, code(r.destination));
+    else if (r.source == r.destination)
+      append_listed(copies, code(r.source) + (r.irregular.empty() ? "" : " (" + r.irregular + ")"));
+    else
+      table << "| " << code(r.source) << " | " << code(r.destination) << " | " << r.functions << " | " << r.matrices()
+            << " | " << r.irregular << " |\n";
+  table << "\nCopies from one set of strides to another: " << copies << ".\n\nFills: " << fills << ".\n";
+  return table.str();
+}
+
+std::string fenced(std::string_view language, std::string_view text) {
+  std::string result = "```";
+  return result.append(language).append("\n").append(text).append("```\n");
+}
+
+std::string replace_section(const std::string& text, const std::string& name, const std::string& content) {
+  const std::string begin = "<!-- begin " + name + " -->\n";
+  const std::string end = "<!-- end " + name + " -->";
+  const std::size_t first = text.find(begin);
+  const std::size_t last = text.find(end);
+  if (first == std::string::npos || last == std::string::npos || last < first)
+    throw std::runtime_error("README.md has no section '" + name + "'");
+  return text.substr(0, first + begin.size()) + content + text.substr(last);
+}
+
+int run(const std::vector<std::string>& arguments) {
+  const bool check = arguments.size() == 2 && arguments.front() == "--check";
+  if (!check && arguments.size() != 1) throw std::runtime_error("usage: morvane_readme [--check] DIRECTORY");
+  const fs::path directory = arguments.back();
+  const fs::path consumer = directory / "examples/consumer";
+
+  const std::string present = read(directory / "README.md");
+  std::string current = replace_section(present, "conversions", conversion_table());
+  current = replace_section(current, "example", fenced("cpp", read(consumer / "main.cpp")));
+  if (current == present) return EXIT_SUCCESS;
+  if (check) throw std::runtime_error("README.md is not current: run script/docs");
+  write(directory / "README.md", current);
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run({argv + 1, argv + argc});
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return EXIT_FAILURE;
+  }
+}
