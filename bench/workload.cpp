@@ -18,6 +18,15 @@ constexpr std::size_t page = 4096;
 constexpr size sizes[] = {{1920, 16}, {1920, 1080}, {3840, 2160}};
 constexpr shape shapes[] = {shape::tight, shape::padded, shape::odd};
 
+// The difference of two images of uyvy, which converts nothing and so is not in the catalogue.
+void difference(const catalogue::call& c) {
+  Processing::Morvane::sum_absolute_differences::difference(c.source.data[0], c.source.stride[0], c.source.data[1],
+                                                            c.source.stride[1], 2 * c.xres, c.yres);
+}
+
+constexpr catalogue::conversion difference_row = {
+    .name = "sum_absolute_differences::difference", .source = "uyvy_uyvy", .convert = difference};
+
 std::int64_t image_bytes(std::string_view format_name, size picture) {
   return format_name.empty() ? 0 : catalogue::find_format(format_name)->frame_bytes(picture.xres, picture.yres);
 }
@@ -29,7 +38,8 @@ int stride_of(const catalogue::plane& p, const workload& w) {
 
 // What a plane takes of the memory, in whole cache lines.
 std::size_t room_for(const catalogue::plane& p, const workload& w) {
-  const std::size_t bytes = static_cast<std::size_t>(stride_of(p, w)) * static_cast<std::size_t>(w.picture.yres);
+  const std::size_t bytes =
+      static_cast<std::size_t>(stride_of(p, w)) * static_cast<std::size_t>(p.rows(w.picture.yres));
   return (bytes + cache_line - 1) / cache_line * cache_line;
 }
 
@@ -54,13 +64,25 @@ catalogue::planes<Byte> lay_out(std::string_view format_name, const workload& w,
 
 std::size_t bytes_needed(const workload& w) {
   const auto room = [&w](std::string_view format_name, const catalogue::overrun& past) {
-    std::size_t bytes = static_cast<std::size_t>(past.bytes(w.picture.xres));
-    for (const catalogue::plane& p : planes_of(format_name)) bytes += room_for(p, w);
+    std::size_t bytes = 0;
+    for (const catalogue::plane& p : planes_of(format_name))
+      bytes += room_for(p, w) + static_cast<std::size_t>(past.bytes(p, w.picture.xres));
     return bytes;
   };
   const catalogue::conversion& c = *w.conversion;
   return std::max(
       {room(c.source, c.read_past), room(c.destination, c.written_past), static_cast<std::size_t>(w.bytes() / 2)});
+}
+
+void append_workloads(std::vector<workload>& list, const catalogue::conversion& c) {
+  for (const size& s : sizes)
+    for (const shape m : shapes) {
+      workload w{.conversion = &c, .picture = s, .memory = m};
+      if (m == shape::odd) --w.picture.xres;
+      w.bytes_read = image_bytes(c.source, w.picture);
+      w.bytes_written = image_bytes(c.destination, w.picture);
+      list.push_back(w);
+    }
 }
 
 }  // namespace
@@ -91,15 +113,8 @@ std::string workload::name() const {
 
 std::vector<workload> all_workloads() {
   std::vector<workload> result;
-  for (const catalogue::conversion& c : catalogue::conversions)
-    for (const size& s : sizes)
-      for (const shape m : shapes) {
-        workload w{.conversion = &c, .picture = s, .memory = m};
-        if (m == shape::odd) --w.picture.xres;
-        w.bytes_read = image_bytes(c.source, w.picture);
-        w.bytes_written = image_bytes(c.destination, w.picture);
-        result.push_back(w);
-      }
+  for (const catalogue::conversion& c : catalogue::conversions) append_workloads(result, c);
+  append_workloads(result, difference_row);
   return result;
 }
 
@@ -126,8 +141,8 @@ catalogue::call arena::prepare(const workload& w, bool* opaque) const {
   catalogue::call c;
   c.source = lay_out<const std::uint8_t>(w.conversion->source, w, source());
   c.destination = lay_out<std::uint8_t>(w.conversion->destination, w, destination());
-  c.xres = w.picture.xres;
-  c.yres = w.picture.yres;
+  c.xres = w.picture.xres / w.conversion->pixels_per_xres;
+  c.yres = w.picture.yres / w.conversion->rows_per_yres;
   c.argument = w.conversion->extra == catalogue::argument::color_space ? Processing::Morvane::ccir_709 : 0;
   c.opaque = opaque;
   return c;

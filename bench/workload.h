@@ -38,7 +38,7 @@ struct workload {
   std::string name() const;
 };
 
-// All that the catalogue offers, in its order.
+// Every conversion in the order of the catalogue, and the difference of two images.
 std::vector<workload> all_workloads();
 
 // Memory for the largest workload, filled with noise and touched, so that no page is missing when the clock runs.

@@ -35,7 +35,7 @@ using thunk = void (*)(const call&);
 namespace detail {
 
 // What one parameter of an entry point is, read off the types of all its parameters. Every plane is a pointer,
-// followed by its stride; pointers without a stride of their own share the next one. Then come xres, yres and, for
+// followed by its stride; pointers without a stride of their own share that of the last. Then come xres, yres and, for
 // some, one more argument.
 enum class role { source_plane, destination_plane, source_stride, destination_stride, xres, yres, argument, opaque };
 

@@ -17,27 +17,31 @@ enum class sample_type {
 };
 
 // One plane. Its rows are made of groups of pixels; a picture whose width is not a whole number of groups ends every
-// row with a whole group.
+// row with a whole group, and one whose height is not a whole number of plane rows ends with a whole row.
 struct plane {
   std::string_view name{};
   int group_bytes = 0;
   int group_pixels = 0;
   sample_type sample = sample_type::u8;
   std::string_view components{};  // the samples of a group in storage order: "Cb Y Cr Y"
+  int image_rows = 1;             // image rows to a row of the plane: 2 for the chroma of 4:2:0
+
+  constexpr std::int64_t rows(int yres) const { return (std::int64_t{yres} + image_rows - 1) / image_rows; }
 
   constexpr std::int64_t row_bytes(int xres) const {
     return (std::int64_t{xres} + group_pixels - 1) / group_pixels * group_bytes;
   }
 };
 
-enum class color_model { ycbcr, rgb, luma, alpha };
+enum class color_model { ycbcr, rgb, luma, chroma, alpha };
 
 struct format {
   std::string_view name{};
   std::string_view description{};
   color_model model{};
   bool alpha = false;
-  int width_multiple = 1;  // pictures whose width is no multiple of this have no whole rows
+  int width_multiple = 1;   // pictures whose width is no multiple of this have no whole rows
+  int height_multiple = 1;  // and those whose height is no multiple of this have no whole planes
   std::string_view fourcc{};
   std::string_view ffmpeg{};
   std::string_view v4l2{};
@@ -51,7 +55,7 @@ struct format {
   constexpr std::int64_t frame_bytes(int xres, int yres) const {
     std::int64_t bytes = 0;
     for (const plane& p : planes)
-      if (p.group_bytes != 0) bytes += p.row_bytes(xres) * yres;
+      if (p.group_bytes != 0) bytes += p.row_bytes(xres) * p.rows(yres);
     return bytes;
   }
 };
@@ -155,6 +159,114 @@ inline constexpr auto formats = std::to_array<format>({
      .v4l2 = "V4L2_PIX_FMT_GREY",
      .gstreamer = "GRAY8",
      .planes = {{{"y", 1, 1, sample_type::u8, "Y"}}}},
+    {.name = "crcbya",
+     .description = "8-bit YCbCr 4:4:4 with alpha, Cr first: the bytes of vuya",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .planes = {{{"crcbya", 4, 1, sample_type::u8, "Cr Cb Y A"}}}},
+    {.name = "crcbyx",
+     .description = "8-bit YCbCr 4:4:4 in four bytes, Cr first: the bytes of vuyx",
+     .model = color_model::ycbcr,
+     .planes = {{{"crcbyx", 4, 1, sample_type::u8, "Cr Cb Y x"}}}},
+    {.name = "uyvy_a",
+     .description = "8-bit packed YCbCr 4:2:2 with a plane of alpha",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .width_multiple = 2,
+     .planes = {{{"uyvy", 4, 2, sample_type::u8, "Cb Y Cr Y"}, {"alpha", 1, 1, sample_type::u8, "A"}}}},
+    {.name = "uyvy_uyvy",
+     .description = "fill and key: two images of uyvy, of which the second carries alpha in its luma",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .planes = {{{"fill", 4, 2, sample_type::u8, "Cb Y Cr Y"}, {"key", 4, 2, sample_type::u8, "Cb Y Cr Y"}}}},
+    {.name = "ya_uv",
+     .description = "8-bit semi-planar YCbCr 4:2:2 with alpha beside luma",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .width_multiple = 2,
+     .planes = {{{"ya", 2, 1, sample_type::u8, "Y A"}, {"cbcr", 2, 2, sample_type::u8, "Cb Cr"}}}},
+    {.name = "y_uv_422",
+     .description = "8-bit semi-planar YCbCr 4:2:2",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .fourcc = "NV16",
+     .ffmpeg = "nv16",
+     .v4l2 = "V4L2_PIX_FMT_NV16",
+     .gstreamer = "NV16",
+     .planes = {{{"y", 1, 1, sample_type::u8, "Y"}, {"cbcr", 2, 2, sample_type::u8, "Cb Cr"}}}},
+    {.name = "y_uv_420",
+     .description = "8-bit semi-planar YCbCr 4:2:0: the common format of decoders",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .height_multiple = 2,
+     .fourcc = "NV12",
+     .ffmpeg = "nv12",
+     .v4l2 = "V4L2_PIX_FMT_NV12",
+     .gstreamer = "NV12",
+     .planes = {{{"y", 1, 1, sample_type::u8, "Y"}, {"cbcr", 2, 2, sample_type::u8, "Cb Cr", 2}}}},
+    {.name = "y_u_v_422",
+     .description = "8-bit planar YCbCr 4:2:2",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .fourcc = "422P",
+     .ffmpeg = "yuv422p",
+     .v4l2 = "V4L2_PIX_FMT_YUV422P",
+     .gstreamer = "Y42B",
+     .planes = {{{"y", 1, 1, sample_type::u8, "Y"},
+                 {"cb", 1, 2, sample_type::u8, "Cb"},
+                 {"cr", 1, 2, sample_type::u8, "Cr"}}}},
+    {.name = "y_u_v_420",
+     .description = "8-bit planar YCbCr 4:2:0",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .height_multiple = 2,
+     .fourcc = "I420",
+     .ffmpeg = "yuv420p",
+     .v4l2 = "V4L2_PIX_FMT_YUV420",
+     .gstreamer = "I420",
+     .planes = {{{"y", 1, 1, sample_type::u8, "Y"},
+                 {"cb", 1, 2, sample_type::u8, "Cb", 2},
+                 {"cr", 1, 2, sample_type::u8, "Cr", 2}}}},
+    {.name = "r_g_b",
+     .description = "8-bit planar RGB",
+     .model = color_model::rgb,
+     .gstreamer = "RGBP",
+     .planes =
+         {{{"r", 1, 1, sample_type::u8, "R"}, {"g", 1, 1, sample_type::u8, "G"}, {"b", 1, 1, sample_type::u8, "B"}}}},
+    {.name = "L",
+     .description = "8-bit luminance alone, of full range",
+     .model = color_model::luma,
+     .planes = {{{"L", 1, 1, sample_type::u8, "L"}}}},
+    {.name = "y16",
+     .description = "16-bit luma alone",
+     .model = color_model::luma,
+     .fourcc = "Y16 ",
+     .ffmpeg = "gray16le",
+     .v4l2 = "V4L2_PIX_FMT_Y16",
+     .gstreamer = "GRAY16_LE",
+     .planes = {{{"y", 2, 1, sample_type::u16, "Y"}}}},
+    {.name = "cb_cr_8_420",
+     .description = "8-bit chroma planes of a 4:2:0 image, without its luma",
+     .model = color_model::chroma,
+     .width_multiple = 2,
+     .height_multiple = 2,
+     .planes = {{{"cb", 1, 2, sample_type::u8, "Cb", 2}, {"cr", 1, 2, sample_type::u8, "Cr", 2}}}},
+    {.name = "cb_cr_16_422",
+     .description = "16-bit chroma planes of a 4:2:2 image, without its luma",
+     .model = color_model::chroma,
+     .width_multiple = 2,
+     .planes = {{{"cb", 2, 2, sample_type::u16, "Cb"}, {"cr", 2, 2, sample_type::u16, "Cr"}}}},
+    {.name = "cbcr_8_420",
+     .description = "8-bit interleaved chroma of a 4:2:0 image, without its luma",
+     .model = color_model::chroma,
+     .width_multiple = 2,
+     .height_multiple = 2,
+     .planes = {{{"cbcr", 2, 2, sample_type::u8, "Cb Cr", 2}}}},
+    {.name = "cbcr_16_422",
+     .description = "16-bit interleaved chroma of a 4:2:2 image, without its luma",
+     .model = color_model::chroma,
+     .width_multiple = 2,
+     .planes = {{{"cbcr", 4, 2, sample_type::u16, "Cb Cr"}}}},
     {.name = "alpha",
      .description = "8-bit alpha alone",
      .model = color_model::alpha,

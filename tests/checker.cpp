@@ -103,11 +103,13 @@ struct extent {
   std::ptrdiff_t high = 0;
 };
 
-extent extent_of(const plane& format, catalogue::overrun past, int stride, int xres, int yres) {
-  if (xres < 1 || yres < 1) return {};
-  const std::ptrdiff_t last_row = std::ptrdiff_t{stride} * (yres - 1);
-  return {std::min<std::ptrdiff_t>(0, last_row),
-          std::max<std::ptrdiff_t>(0, last_row) + row_extent(format, xres) + past.bytes(xres)};
+// An image without gaps can be one long line. At odd widths that holds more whole chroma samples than its rows do.
+extent extent_of(const plane& format, catalogue::overrun past, int stride, int xres, int rows) {
+  if (xres < 1 || rows < 1) return {};
+  const std::ptrdiff_t last_row = std::ptrdiff_t{stride} * (rows - 1);
+  const std::ptrdiff_t one_line = stride == tight_stride(format, xres) ? row_extent(format, xres * rows) : 0;
+  const std::ptrdiff_t in_rows = std::max<std::ptrdiff_t>(0, last_row) + row_extent(format, xres);
+  return {std::min<std::ptrdiff_t>(0, last_row), std::max(in_rows, one_line) + past.bytes(format, xres)};
 }
 
 int component_index(const plane& p, std::string_view wanted) {
@@ -137,8 +139,9 @@ std::uint32_t pick(std::uint32_t number, choice what, std::size_t count) {
   return (h ^ h >> 15) % static_cast<std::uint32_t>(count);
 }
 
-// How the planes of both sides are stored, row after row.
-enum class rows { tight, padded, aligned, four_bytes };
+// How the planes of both sides are stored, row after row. `unlike`: each plane in its own way, tight or padded, up or
+// down.
+enum class rows { tight, padded, aligned, four_bytes, unlike };
 
 struct stride_choice {
   rows source, destination;
@@ -152,6 +155,7 @@ constexpr stride_choice stride_choices[] = {
     {rows::tight, rows::tight, -1, -1},   {rows::padded, rows::tight, -1, 1},
     {rows::tight, rows::aligned, 1, -1},  {rows::tight, rows::tight, -1, 1},
     {rows::padded, rows::padded, -1, -1}, {rows::four_bytes, rows::four_bytes, 1, 1},
+    {rows::unlike, rows::unlike, 1, 1},   {rows::tight, rows::unlike, 1, 1},
 };
 
 int stride_of(rows kind, const plane& p, int xres, std::uint32_t number, choice what) {
@@ -165,6 +169,11 @@ int stride_of(rows kind, const plane& p, int xres, std::uint32_t number, choice 
       return (least + 31) / 16 * 16;
     case rows::four_bytes:
       return 4 * xres < least ? tight : 4 * xres;
+    case rows::unlike: {
+      const std::uint32_t way = pick(number, choice::strides, 8);
+      const int stride = stride_of(way % 2 == 0 ? rows::tight : rows::padded, p, xres, number, what);
+      return way < 6 ? stride : -stride;
+    }
     case rows::tight:
       break;
   }
@@ -183,13 +192,15 @@ void set_thin(bool on) {
 
 std::ptrdiff_t row_extent(const plane& p, int xres) {
   if (xres < 1) return 0;
-  if (p.group_bytes % p.group_pixels == 0) return std::ptrdiff_t{xres} * (p.group_bytes / p.group_pixels);
-  return static_cast<std::ptrdiff_t>(p.row_bytes(xres));
+  if (p.sample == catalogue::sample_type::v210) return static_cast<std::ptrdiff_t>(p.row_bytes(xres));
+  return std::ptrdiff_t{xres} * p.group_bytes / p.group_pixels;
 }
 
 int tight_stride(const plane& p, int xres) {
   const int bytes = xres * p.group_bytes;
-  return bytes % p.group_pixels == 0 ? bytes / p.group_pixels : static_cast<int>(p.row_bytes(xres));
+  if (p.sample == catalogue::sample_type::v210 && bytes % p.group_pixels != 0)
+    return static_cast<int>(p.row_bytes(xres));
+  return bytes / p.group_pixels;
 }
 
 fenced_memory::fenced_memory(std::size_t bytes) {
@@ -225,9 +236,10 @@ void on_every_backend(const std::function<void(backend::kind)>& use) {
   backend::choose(usual);
 }
 
-checker::plane_state::plane_state(const plane& f, catalogue::overrun p)
+checker::plane_state::plane_state(const plane& f, catalogue::overrun p, bool source)
     : format(&f),
       past(p),
+      is_source(source),
       memory(std::make_unique<fenced_memory>(memory_bytes)),
       before(memory->bytes().size()),
       expected(memory->bytes().size()) {
@@ -235,20 +247,30 @@ checker::plane_state::plane_state(const plane& f, catalogue::overrun p)
 
 checker::checker(const conversion& row) : row_(row), expectation_(expectation(row.name, row.destination)) {
   if (expectation_ == nullptr) throw std::invalid_argument("no expectation for " + std::string(row.name));
-  const auto planes_of = [](std::string_view name, catalogue::overrun past) {
+  const auto planes_of = [](std::string_view name, catalogue::overrun past, bool source) {
     std::vector<plane_state> planes;
     const catalogue::format* format = catalogue::find_format(name);
     if (format == nullptr) throw std::invalid_argument("no format " + std::string(name));
-    for (std::size_t i = 0; i < format->plane_count(); ++i) planes.emplace_back(format->planes[i], past);
+    for (std::size_t i = 0; i < format->plane_count(); ++i) planes.emplace_back(format->planes[i], past, source);
     return planes;
   };
-  if (!row.source.empty()) sources_ = planes_of(row.source, row.read_past);
-  destinations_ = planes_of(row.destination, row.written_past);
+  if (!row.source.empty()) sources_ = planes_of(row.source, row.read_past, true);
+  destinations_ = planes_of(row.destination, row.written_past, false);
   catch_invalid_accesses();
 }
 
+int checker::pixels(const test_case& c) const {
+  return c.xres * row_.pixels_per_xres;
+}
+
+// An image of odd height has one row of 4:2:0 chroma more where it is written than where it is read.
+int checker::rows(const plane_state& p, const test_case& c) const {
+  const int image_rows = c.yres * row_.rows_per_yres;
+  return p.is_source ? image_rows / p.format->image_rows : static_cast<int>(p.format->rows(image_rows));
+}
+
 void checker::place(plane_state& p, const plane_place& at, const test_case& c) const {
-  const extent e = extent_of(*p.format, p.past, at.stride, c.xres, c.yres);
+  const extent e = extent_of(*p.format, p.past, at.stride, pixels(c), rows(p, c));
   const auto size = static_cast<std::ptrdiff_t>(p.memory->bytes().size());
   if (c.where == placement::at_end)
     p.first_row = size - e.high;
@@ -266,11 +288,13 @@ void checker::set_alpha(plane_state& p, int stride, const test_case& c) const {
     return p
         .before[static_cast<std::size_t>(p.first_row + std::ptrdiff_t{y} * stride + x * p.format->group_bytes + index)];
   };
+  const int read_past = c.xres % 2 != 0 ? p.past.pixels_at_odd_width : 0;
+  const int width = c.xres + read_past;
   for (int y = 0; y < c.yres; ++y)
-    for (int x = 0; x < c.xres; ++x) alpha_at(x, y) = 255;
+    for (int x = 0; x < width; ++x) alpha_at(x, y) = 255;
   if (c.pattern == content::one_less) {
-    const auto pixel = static_cast<int>(c.seed * 2654435761U % static_cast<unsigned>(c.xres * c.yres));
-    alpha_at(pixel % c.xres, pixel / c.xres) = c.seed % 3 == 0 ? 0 : c.seed % 3 == 1 ? 127 : 254;
+    const auto pixel = static_cast<int>(c.seed * 2654435761U % static_cast<unsigned>(width * c.yres));
+    alpha_at(pixel % width, pixel / width) = c.seed % 3 == 0 ? 0 : c.seed % 3 == 1 ? 127 : 254;
   }
 }
 
@@ -345,9 +369,9 @@ std::string checker::compare(const test_case& c) const {
     const auto index = static_cast<std::size_t>(at);
     std::ostringstream text;
     text << side << " plane " << p.format->name << ": byte " << at - p.first_row << " from the first";
-    for (int y = 0; y < c.yres; ++y) {
+    for (int y = 0; y < rows(p, c); ++y) {
       const std::ptrdiff_t x = at - p.first_row - std::ptrdiff_t{y} * stride;
-      if (x >= 0 && x < row_extent(*p.format, c.xres)) text << " (row " << y << ", byte " << x << ")";
+      if (x >= 0 && x < row_extent(*p.format, pixels(c))) text << " (row " << y << ", byte " << x << ")";
     }
     text << ": expected " << int{p.expected[index]} << ", got " << int{got[index]} << ", before "
          << int{p.before[index]};
@@ -372,7 +396,7 @@ std::string checker::describe(const test_case& c) const {
   };
   add_planes("source", sources_, c.source);
   add_planes("destination", destinations_, c.destination);
-  if (row_.extra == catalogue::argument::color_space || row_.extra == catalogue::argument::value)
+  if (row_.extra != catalogue::argument::none && row_.extra != catalogue::argument::opacity)
     text << ", argument " << c.argument;
   if (row_.extra == catalogue::argument::opacity)
     text << ", report " << (c.opacity == report::none ? "none" : c.opacity == report::true_before ? "true" : "false");
@@ -391,18 +415,22 @@ test_case checker::case_of(int xres, int yres, std::size_t strides, std::uint32_
   c.yres = yres;
   c.seed = number;
   for (std::size_t i = 0; i < sources_.size(); ++i)
-    c.source[i].stride = chosen.source_sign * stride_of(chosen.source, *sources_[i].format, xres,
+    c.source[i].stride = chosen.source_sign * stride_of(chosen.source, *sources_[i].format, pixels(c),
                                                         number + static_cast<std::uint32_t>(i), choice::source_padding);
   for (std::size_t i = 0; i < destinations_.size(); ++i)
     c.destination[i].stride =
-        chosen.destination_sign * stride_of(chosen.destination, *destinations_[i].format, xres,
+        chosen.destination_sign * stride_of(chosen.destination, *destinations_[i].format, pixels(c),
                                             number + static_cast<std::uint32_t>(i), choice::destination_padding);
+  if (row_.one_stride)
+    for (std::size_t i = 0; i < destinations_.size(); ++i)
+      c.destination[i].stride = c.destination[destinations_.size() - 1].stride;
   const bool reports = row_.extra == catalogue::argument::opacity;
   c.pattern = reports ? for_reports[pick(number, choice::pattern, std::size(for_reports))]
                       : usual[pick(number, choice::pattern, std::size(usual))];
   if (row_.extra == catalogue::argument::color_space)
     c.argument = color_spaces[pick(number, choice::argument, std::size(color_spaces))];
   if (row_.extra == catalogue::argument::value) c.argument = values[pick(number, choice::argument, std::size(values))];
+  if (row_.extra == catalogue::argument::rescale) c.argument = static_cast<int>(pick(number, choice::argument, 2));
   if (reports) c.opacity = static_cast<report>(pick(number, choice::report, 3));
   return c;
 }
@@ -411,11 +439,13 @@ test_case checker::case_of(int xres, int yres, std::size_t strides, std::uint32_
 // rest (paddings, contents, arguments) is scattered over the cases. Thinned: fewer widths, and a third of their cases.
 void checker::for_each_case(const std::function<bool(const test_case&)>& take) const {
   constexpr placement places[] = {placement::surrounded, placement::at_end, placement::at_start};
+  const bool several_planes = sources_.size() > 1 || destinations_.size() > 1;
   std::uint32_t number = 0;
   const auto sizes_and_strides = [&](int xres, int yres) {
     for (std::size_t s = 0; s < std::size(stride_choices); ++s)
       for (const placement where : places) {
         ++number;
+        if (!several_planes && stride_choices[s].destination == rows::unlike) continue;
         if (thin() && pick(number, choice::thinning, 3) != 0) continue;
         test_case c = case_of(xres, yres, s, number);
         c.where = where;
@@ -445,7 +475,7 @@ void checker::for_each_case(const std::function<bool(const test_case&)>& take) c
   };
   for (int xres = -1; xres <= widest; ++xres) {
     if (thin() && xres > 18 && xres < widest && xres % 16 > 2 && xres % 16 < 15) continue;
-    for (int yres = -2; yres <= 8; ++yres)
+    for (int yres = -2; yres <= 8 / row_.rows_per_yres; ++yres)
       if (!sizes_and_strides(xres, yres)) return;
     if (!offsets(xres)) return;
   }

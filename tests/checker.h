@@ -48,7 +48,7 @@ struct plane_place {
 };
 
 struct test_case {
-  int xres = 0;
+  int xres = 0;  // of the call; the row says how many pixels and rows they stand for
   int yres = 0;
   std::array<plane_place, catalogue::max_planes> source{};
   std::array<plane_place, catalogue::max_planes> destination{};
@@ -59,11 +59,11 @@ struct test_case {
   report opacity = report::none;
 };
 
-// Bytes that a plane of the given width needs in each row: its pixels exactly, or whole groups where a pixel has no
-// whole number of bytes. Zero for a width below one.
+// Bytes that a plane of the given width needs in each row: its whole samples, and whole groups of v210. Zero for a
+// width below one.
 std::ptrdiff_t row_extent(const catalogue::plane& p, int xres);
 
-// The stride of a plane without gaps. As arithmetic gives it for a width below one.
+// The stride of a plane without gaps, as the library counts it. As arithmetic gives it for a width below one.
 int tight_stride(const catalogue::plane& p, int xres);
 
 // Memory between two inaccessible pages.
@@ -102,15 +102,20 @@ class checker {
 
  private:
   struct plane_state {
-    plane_state(const catalogue::plane& f, catalogue::overrun p);
+    plane_state(const catalogue::plane& f, catalogue::overrun p, bool source);
 
     const catalogue::plane* format;
     catalogue::overrun past;
+    bool is_source;
     std::unique_ptr<fenced_memory> memory;  // what the library gets
     std::vector<std::uint8_t> before;       // its content before the call
     std::vector<std::uint8_t> expected;     // and what it must be afterwards
     std::ptrdiff_t first_row = 0;           // of the case: where row 0 lies in it
   };
+
+  // The image pixels that the xres of a case stand for, and the rows of a plane that its yres stands for.
+  int pixels(const test_case& c) const;
+  int rows(const plane_state& p, const test_case& c) const;
 
   void place(plane_state& p, const plane_place& at, const test_case& c) const;
   void fill(const test_case& c);

@@ -1,7 +1,6 @@
 // Single statements about the library's behaviour with their numbers, one test each, on every backend.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "Processing.Morvane.h"
+#include "byte_rows.h"
 #include "support.h"
 
 namespace morvane::tests {
@@ -17,49 +17,8 @@ namespace {
 using namespace Processing::Morvane;
 namespace fc = Processing::Morvane::format_conversion;
 
-using bytes = std::vector<std::uint8_t>;
-
 class example : public on_each_backend {};
 INSTANTIATE_TEST_SUITE_P(backend, example, all_backends(), backend_name);
-
-bytes counted(std::size_t size, unsigned step = 37) {
-  bytes result(size);
-  for (std::size_t i = 0; i < size; ++i) result[i] = static_cast<std::uint8_t>(i * step + 11);
-  return result;
-}
-
-bytes filled(std::size_t size, std::uint8_t value) {
-  return bytes(size, value);
-}
-
-bytes part(const bytes& from, std::size_t first, std::size_t size) {
-  const auto begin = from.begin() + static_cast<std::ptrdiff_t>(first);
-  return {begin, begin + static_cast<std::ptrdiff_t>(size)};
-}
-
-// A picture of `count` equal pixels.
-bytes repeated(const bytes& pixel, std::size_t count) {
-  bytes result(pixel.size() * count);
-  for (std::size_t i = 0; i < result.size(); ++i) result[i] = pixel[i % pixel.size()];
-  return result;
-}
-
-bytes joined(const bytes& first, const bytes& second) {
-  bytes result(first.size() + second.size());
-  std::copy(second.begin(), second.end(), std::copy(first.begin(), first.end(), result.begin()));
-  return result;
-}
-
-using image_conversion = void(const std::uint8_t*, int, std::uint8_t*, int, int, int);
-
-// One row of pixels converted into a destination that held `before` in every byte.
-bytes convert_row(image_conversion* convert, const bytes& source, int pixels, std::size_t destination_bytes,
-                  std::uint8_t before = 77) {
-  bytes destination = filled(destination_bytes, before);
-  convert(source.data(), static_cast<int>(source.size()), destination.data(), static_cast<int>(destination_bytes),
-          pixels, 1);
-  return destination;
-}
 
 // Alignment.
 

@@ -1,27 +1,21 @@
-// The expectations, one function for each family of conversions, and the table that names them.
+// The expectations of fills, copies, packed 4:2:2 and RGB, one function for each family of conversions, and the search
+// through the tables of all files of expectations.
 #include "oracle.h"
 
 #include <cstddef>
 #include <cstdint>
 
+#include "oracle_parts.h"
+
 namespace morvane::tests {
 namespace {
 
 using catalogue::call;
-
-int floor_shift(int value, int bits) {
-  const int unit = 1 << bits;
-  const int remainder = ((value % unit) + unit) % unit;
-  return (value - remainder) / unit;
-}
-
-std::uint8_t byte(int value) {
-  return static_cast<std::uint8_t>(((value % 256) + 256) % 256);
-}
-
-std::uint8_t clamped(int value) {
-  return byte(value < 0 ? 0 : value > 255 ? 255 : value);
-}
+using oracle::by_color_space;
+using oracle::byte;
+using oracle::clamped;
+using oracle::entry;
+using oracle::floor_shift;
 
 // Calls line(source, destination, pixels) for each row, first to last.
 template <class Line>
@@ -239,17 +233,6 @@ void uyvy_to_rgb(const call& c) {
   row_by_row(c, [](const std::uint8_t* s, std::uint8_t* d, int pixels) { pairs_to_rgb<out, bt709>(s, d, pixels / 2); });
 }
 
-template <catalogue::thunk bt601, catalogue::thunk bt709>
-void by_color_space(const call& c) {
-  c.argument == 601 ? bt601(c) : bt709(c);
-}
-
-struct entry {
-  std::string_view name;
-  std::string_view destination;
-  catalogue::thunk expected;
-};
-
 constexpr entry entries[] = {
     {"black::uyvy", "uyvy", black_uyvy},
     {"black::alpha", "alpha", alpha_of_bytes},
@@ -312,8 +295,11 @@ constexpr entry entries[] = {
 }  // namespace
 
 catalogue::thunk expectation(std::string_view name, std::string_view destination) {
-  for (const entry& e : entries)
-    if (e.name == name && e.destination == destination) return e.expected;
+  for (const std::span<const entry> table :
+       {std::span<const entry>(entries), oracle::expectations_of_planes(), oracle::expectations_of_full_chroma(),
+        oracle::expectations_of_alpha(), oracle::expectations_of_planar_rgb()})
+    for (const entry& e : table)
+      if (e.name == name && e.destination == destination) return e.expected;
   return nullptr;
 }
 

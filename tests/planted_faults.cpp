@@ -1,8 +1,10 @@
 // Is the checker awake? Each test plants one fault around or in place of a conversion and expects a report of it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "checker.h"
 #include "support.h"
@@ -148,6 +150,95 @@ void report_not_stored(const call& c) {
   row_of("bgra::bgra", "bgra").convert(without);
 }
 
+// Conversions of several planes.
+
+std::uint8_t* row_of_plane(const call& c, std::size_t plane, int row) {
+  return c.destination.data[plane] + std::ptrdiff_t{row} * c.destination.stride[plane];
+}
+
+void lower_row_writes_chroma(const call& c) {
+  row_of("uyvy::y_uv_420", "y_uv_420").convert(c);
+  for (int y = 1; y < c.yres; y += 2)
+    for (int i = 0; i < c.xres / 2 * 2; ++i)
+      row_of_plane(c, 1, y / 2)[i] = c.source.data[0][std::ptrdiff_t{y} * c.source.stride[0] + 2 * i];
+}
+
+void last_upper_row_without_chroma(const call& c) {
+  call even = c;
+  even.yres = c.yres / 2 * 2;
+  row_of("uyvy::y_u_v_420", "y_u_v_420").convert(even);
+  if (even.yres == c.yres || !has_pixels(c)) return;
+  for (int k = 0; k < c.xres / 2 * 2; ++k)
+    row_of_plane(c, 0, even.yres)[k] = c.source.data[0][std::ptrdiff_t{even.yres} * c.source.stride[0] + 2 * k + 1];
+}
+
+void stride_of_cb_for_cr(const call& c) {
+  call wrong = c;
+  wrong.destination.stride[2] = c.destination.stride[1];
+  row_of("uyvy::y_u_v_420", "y_u_v_420").convert(wrong);
+}
+
+void one_line_although_chroma_is_padded(const call& c) {
+  call wrong = c;
+  if (c.source.stride[0] == 2 * c.xres && c.destination.stride[0] == c.xres) wrong.destination.stride[1] = c.xres;
+  row_of("uyvy::y_uv_422", "y_uv_422").convert(wrong);
+}
+
+void one_chroma_row_too_many_read(const call& c) {
+  row_of("y_uv::y_uv", "y_uv_420").convert(c);
+  const volatile std::uint8_t* next = c.source.data[1] + std::ptrdiff_t{c.yres / 2} * c.source.stride[1];
+  if (has_pixels(c) && c.yres % 2 != 0 && c.source.stride[1] > 0) static_cast<void>(*next);
+}
+
+void half_a_pair_read(const call& c) {
+  row_of("y_u_v::y_uv", "y_uv_420").convert(c);
+  const volatile std::uint8_t* last_row = c.source.data[1] + std::ptrdiff_t{c.yres / 2 - 1} * c.source.stride[1];
+  if (c.xres > 1 && c.xres % 2 != 0 && c.yres > 1 && c.source.stride[1] > 0) static_cast<void>(last_row[c.xres / 2]);
+}
+
+void later_pixel_touched(const call& c) {
+  row_of("bgra_601::ycbcra", "ycbcra").convert(c);
+  if (has_pixels(c) && c.xres > 1) c.destination.data[0][4] ^= 1;
+}
+
+void key_threshold_off_by_one(const call& c) {
+  row_of("uyvy::y", "y").convert(c);
+  if (c.argument == 0) return;
+  for (int y = 0; y < c.yres; ++y)
+    for (int x = 0; x < c.xres; ++x)
+      if (row_of_plane(c, 0, y)[x] == 253) row_of_plane(c, 0, y)[x] = 255;
+}
+
+void key_stretch_of_copies(const call& c) {
+  call wrong = c;
+  wrong.argument = 1;
+  row_of("uyvy::ya_uv", "ya_uv").convert(wrong);
+}
+
+template <bool (*when)(const call&)>
+void report_of_completed_pair(const call& c) {
+  row_of("ycbcra::uyvy_a", "uyvy_a").convert(c);
+  if (c.opaque != nullptr && has_pixels(c) && when(c)) *c.opaque = true;
+}
+
+bool one_odd_row(const call& c) {
+  return c.xres % 2 != 0 && c.yres == 1 && c.source.data[0][4 * c.xres + 3] != 255;
+}
+
+void report_with_last_odd_pixel(const call& c) {
+  row_of("bgra::uyvy_a", "uyvy_a").convert(c);
+  if (c.opaque == nullptr || c.xres < 1 || c.xres % 2 == 0) return;
+  for (int y = 0; y < c.yres; ++y)
+    if (c.source.data[0][std::ptrdiff_t{y} * c.source.stride[0] + 4 * c.xres - 1] != 255) *c.opaque = false;
+}
+
+void colors_exchanged_between_planes(const call& c) {
+  call wrong = c;
+  wrong.destination.data[0] = c.destination.data[2];
+  wrong.destination.data[2] = c.destination.data[0];
+  row_of("uyvy::r_g_b_709", "r_g_b").convert(wrong);
+}
+
 constexpr fault faults[] = {
     {"byte_behind_the_image", "uyvy::yuy2", "yuy2", written_behind_last_row<1>, "destination plane"},
     {"byte_far_behind_the_image", "uyvy::yuy2", "yuy2", written_behind_last_row<200>, "destination plane"},
@@ -169,6 +260,19 @@ constexpr fault faults[] = {
     {"report_inverted", "bgra::bgra", "bgra", report_inverted, "opacity report"},
     {"report_ignores_last_pixel", "bgra::bgra", "bgra", report_ignores_last_pixel, "opacity report"},
     {"report_not_stored", "bgra::bgra", "bgra", report_not_stored, "opacity report"},
+    {"lower_row_writes_chroma", "uyvy::y_uv_420", "y_uv_420", lower_row_writes_chroma, "destination plane cbcr"},
+    {"last_upper_row_without_chroma", "uyvy::y_u_v_420", "y_u_v_420", last_upper_row_without_chroma, "plane cb"},
+    {"stride_of_cb_for_cr", "uyvy::y_u_v_420", "y_u_v_420", stride_of_cb_for_cr, "destination plane cr"},
+    {"one_line_although_chroma_is_padded", "uyvy::y_uv_422", "y_uv_422", one_line_although_chroma_is_padded, "cbcr"},
+    {"one_chroma_row_too_many_read", "y_uv::y_uv", "y_uv_420", one_chroma_row_too_many_read, "crashed"},
+    {"half_a_pair_read", "y_u_v::y_uv", "y_uv_420", half_a_pair_read, "crashed"},
+    {"later_pixel_touched", "bgra_601::ycbcra", "ycbcra", later_pixel_touched, "byte 4"},
+    {"key_threshold_off_by_one", "uyvy::y", "y", key_threshold_off_by_one, "expected 253, got 255"},
+    {"key_stretch_of_copies", "uyvy::ya_uv", "ya_uv", key_stretch_of_copies, "argument 0"},
+    {"completed_pair_not_in_report", "ycbcra::uyvy_a", "uyvy_a", report_of_completed_pair<one_odd_row>,
+     "opacity report"},
+    {"report_with_last_odd_pixel", "bgra::uyvy_a", "uyvy_a", report_with_last_odd_pixel, "opacity report"},
+    {"colors_exchanged_between_planes", "uyvy::r_g_b_709", "r_g_b", colors_exchanged_between_planes, "plane r"},
 };
 
 class planted_fault : public testing::TestWithParam<fault> {};
@@ -177,10 +281,13 @@ TEST_P(planted_fault, is_reported) {
   const fault& f = GetParam();
   catalogue::conversion row = row_of(f.row, f.destination);
   row.convert = f.faulty;
-  const std::vector<std::string> failures = checker(row).sweep(1);
-  ASSERT_EQ(failures.size(), 1U);
-  EXPECT_NE(failures[0].find(f.reported), std::string::npos) << failures[0];
+  const std::vector<std::string> failures = checker(row).sweep(20);
+  ASSERT_FALSE(failures.empty());
   EXPECT_NE(failures[0].find(f.row), std::string::npos) << failures[0];
+  // Where a plane ends at an inaccessible page, a fault may be reported as a crash first.
+  EXPECT_TRUE(std::any_of(failures.begin(), failures.end(), [&](const std::string& failure) {
+    return failure.find(f.reported) != std::string::npos;
+  })) << failures[0];
 }
 
 INSTANTIATE_TEST_SUITE_P(checker, planted_fault, testing::ValuesIn(faults),

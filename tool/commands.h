@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "frames.h"
+
 namespace morvane::tool {
 
 struct listing_options {
@@ -18,8 +20,8 @@ struct info_options {
 };
 
 struct convert_options {
-  std::string input;
-  std::string output;
+  file_list input;
+  file_list output;
   std::string from;
   std::string to;
   std::string size;
@@ -27,8 +29,9 @@ struct convert_options {
   std::optional<int> matrix;
   std::string via;
   bool allow_irregular = false;
-  std::optional<std::int64_t> source_stride;
-  std::optional<std::int64_t> destination_stride;
+  bool rescale = false;
+  stride_list source_strides;
+  stride_list destination_strides;
   std::int64_t skip = 0;
   std::optional<std::int64_t> frames;
   int threads = 1;
@@ -38,19 +41,19 @@ struct convert_options {
 };
 
 struct show_options {
-  std::string input;
+  file_list input;
   std::string output;
   std::string format;
   std::string size;
   std::string plane;
-  std::optional<std::int64_t> stride;
+  stride_list strides;
   int matrix = 709;
   std::int64_t frame = 0;
 };
 
 struct compare_options {
-  std::string first;
-  std::string second;
+  file_list first;
+  file_list second;
   std::string format;
   std::string size;
   bool json = false;

@@ -8,9 +8,11 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "Processing.Morvane.h"
 #include "commands.h"
 #include "errors.h"
 #include "frames.h"
+#include "names.h"
 #include "output.h"
 #include "png_file.h"
 #include "samples.h"
@@ -47,10 +49,7 @@ class comparison {
   }
 
   void add_frame(const image& a, const image& b) {
-    for (std::size_t p = 0; p < layouts_.size(); ++p) {
-      const std::vector<std::size_t> counted = counted_samples(p, a.size().width);
-      for (int y = 0; y < a.rows(p); ++y) add_row(p, y, a, b, counted);
-    }
+    for (std::size_t p = 0; p < layouts_.size(); ++p) add_plane(p, a, b);
     ++frames_;
   }
 
@@ -75,21 +74,45 @@ class comparison {
     return result;
   }
 
-  void add_row(std::size_t p, int y, const image& a, const image& b, const std::vector<std::size_t>& counted) {
+  bool counts_every_byte(std::size_t p, int width, const std::vector<std::size_t>& counted) const {
+    return format_.planes[p].sample == catalogue::sample_type::u8 && counted.size() == layouts_[p].row_samples(width);
+  }
+
+  void add_plane(std::size_t p, const image& a, const image& b) {
     const int width = a.size().width;
+    const std::vector<std::size_t> counted = counted_samples(p, width);
+    const bool every_byte = counts_every_byte(p, width, counted);
     plane_sums& sum = sums_[p];
-    sum.count += static_cast<std::int64_t>(counted.size());
+    sum.count += static_cast<std::int64_t>(counted.size()) * a.rows(p);
+    if (every_byte) {
+      const std::uint64_t absolute = Processing::Morvane::sum_absolute_differences::difference(
+          a.row(p, 0), a.stride(p), b.row(p, 0), b.stride(p), static_cast<int>(counted.size()), a.rows(p));
+      sum.absolute += absolute;
+      if (absolute == 0) return;
+    }
+    for (int y = 0; y < a.rows(p); ++y) {
+      const std::uint64_t absolute = add_row(p, y, a, b, counted);
+      if (!every_byte) sum.absolute += absolute;
+    }
+  }
+
+  // The result is the row's sum of absolute differences.
+  std::uint64_t add_row(std::size_t p, int y, const image& a, const image& b, const std::vector<std::size_t>& counted) {
+    const int width = a.size().width;
     const auto bytes = static_cast<std::size_t>(a.plane(p).row_bytes(width));
-    if (std::memcmp(a.row(p, y), b.row(p, y), bytes) == 0) return;
+    if (std::memcmp(a.row(p, y), b.row(p, y), bytes) == 0) return 0;
     layouts_[p].read(a.row(p, y), width, first_row_);
     layouts_[p].read(b.row(p, y), width, second_row_);
+    plane_sums& sum = sums_[p];
+    std::uint64_t absolute = 0;
     for (const std::size_t i : counted) {
       const std::int64_t gap = std::abs(first_row_[i] - second_row_[i]);
       if (gap != 0 && !first_) note(p, y, i);
       sum.maximum = std::max(sum.maximum, static_cast<int>(gap));
-      sum.absolute += static_cast<std::uint64_t>(gap);
       sum.squares += static_cast<double>(gap * gap);
+      absolute += static_cast<std::uint64_t>(gap);
     }
+    return absolute;
   }
 
   void note(std::size_t p, int y, std::size_t i) {
@@ -97,7 +120,7 @@ class comparison {
                         std::string(format_.planes[p].name),
                         layouts_[p].component(i),
                         layouts_[p].pixel(i),
-                        y,
+                        y * format_.planes[p].image_rows,
                         first_row_[i],
                         second_row_[i]};
   }
@@ -175,20 +198,25 @@ void print(const comparison& c, frame_counts counts, bool identical, extent size
 // The format in which a PNG is compared when none is named: with alpha only where one of the two has it.
 std::string format_to_compare(const compare_options& o) {
   if (!o.format.empty()) return o.format;
-  for (const std::string& path : {o.first, o.second})
-    if (names_png(path) && read_png(path).channels == 4) return "bgra";
-  return names_png(o.first) && names_png(o.second) ? "bgrx" : "";
+  for (const file_list& files : {o.first, o.second})
+    if (is_png(files) && read_png(files.front()).channels == 4) return "bgra";
+  return is_png(o.first) && is_png(o.second) ? "bgrx" : "";
 }
 
 }  // namespace
 
 bool compare(const compare_options& o) {
-  if (o.first == "-" && o.second == "-") wrong_arguments("standard input can be one of the two files only");
+  const auto reads_standard_input = [](const file_list& files) {
+    return std::find(files.begin(), files.end(), "-") != files.end();
+  };
+  if (reads_standard_input(o.first) && reads_standard_input(o.second))
+    wrong_arguments("standard input can be one of the two files only");
   const std::string format = format_to_compare(o);
   const auto a = open_source({o.first, format, o.size, {}, 0});
   const auto b = open_source({o.second, format, o.size, {}, 0});
   if (a->size() != b->size())
-    io_failure("pictures of different size: ", o.first, " is ", a->size(), ", ", o.second, " is ", b->size());
+    io_failure("pictures of different size: ", joined(o.first, ","), " is ", a->size(), ", ", joined(o.second, ","),
+               " is ", b->size());
   comparison result(a->format());
   const frame_counts counts = compare_frames(*a, *b, result);
   const bool identical = !result.first() && counts.first == counts.second;

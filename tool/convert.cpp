@@ -10,7 +10,6 @@
 #include "frames.h"
 #include "names.h"
 #include "pipeline.h"
-#include "png_file.h"
 #include "progress.h"
 #include "route.h"
 #include "table.h"
@@ -21,11 +20,12 @@ namespace morvane::tool {
 namespace {
 
 route choose_route(const catalogue::format& source, const convert_options& o) {
-  const route_wish wish{o.matrix, o.via, o.allow_irregular};
+  const route_wish wish{o.matrix, o.via, o.allow_irregular, o.rescale};
   if (!o.to.empty()) return find_route(source, format_named(o.to), wish);
-  if (!names_png(o.output)) wrong_arguments("the format of ", o.output, " is missing; give it with -t");
+  const std::string name = joined(o.output, ",");
+  if (!is_png(o.output)) wrong_arguments("the format of ", name, " is missing; give it with -t");
   const std::optional<route> way = find_route_to_rgb(source, o.matrix.value_or(709));
-  if (!way) wrong_arguments("no conversion leads from ", source.name, " to RGB, which ", o.output, " needs");
+  if (!way) wrong_arguments("no conversion leads from ", source.name, " to RGB, which ", name, " needs");
   return find_route(source, *way->formats().back(), wish);
 }
 
@@ -35,19 +35,26 @@ void remark_on(const route& way, bool verbose) {
     if (!c->irregular.empty()) say(text(c->name, " is irregular: it ", c->irregular));
 }
 
-// The smallest size with whole rows in all formats of the route.
+int rounded_up(int length, int multiple) {
+  return (length + multiple - 1) / multiple * multiple;
+}
+
+// The smallest size that is whole in all formats of the route.
 extent padded_size(extent size, const route& way) {
-  int multiple = 1;
-  for (const catalogue::format* f : way.formats()) multiple = std::lcm(multiple, f->width_multiple);
-  return {(size.width + multiple - 1) / multiple * multiple, size.height};
+  extent multiple{1, 1};
+  for (const catalogue::format* f : way.formats())
+    multiple = {std::lcm(multiple.width, f->width_multiple), std::lcm(multiple.height, f->height_multiple)};
+  return {rounded_up(size.width, multiple.width), rounded_up(size.height, multiple.height)};
 }
 
 extent working_size(extent size, const route& way, bool pad) {
   const extent padded = padded_size(size, way);
   if (!pad)
-    for (const catalogue::format* f : way.formats())
-      require_whole_rows(*f, size, "; --pad repeats the last column to reach one");
-  if (padded != size) say(text("width ", size.width, " padded to ", padded.width, " by repeating the last column"));
+    for (const catalogue::format* f : way.formats()) require_whole_picture(*f, size, true);
+  if (padded.width != size.width)
+    say(text("width ", size.width, " padded to ", padded.width, " by repeating the last column"));
+  if (padded.height != size.height)
+    say(text("height ", size.height, " padded to ", padded.height, " by repeating the last row"));
   return padded;
 }
 
@@ -56,7 +63,7 @@ extent written_size(extent size, const catalogue::format& f, const std::string& 
   const extent part = parse_size(crop);
   if (part.width > size.width || part.height > size.height)
     wrong_arguments("cannot crop to ", part, ": the picture is ", size);
-  require_whole_rows(f, part);
+  require_whole_picture(f, part);
   return part;
 }
 
@@ -89,7 +96,7 @@ void convert_all(frame_source& source, pipeline& line, frame_sink& sink, const c
   progress shown(frames_to_do(source, o.frames));
   const std::int64_t limit = o.frames.value_or(std::numeric_limits<std::int64_t>::max());
   for (std::int64_t frame = 0; frame < limit && source.read(line.input()); ++frame) {
-    repeat_last_column(line.input(), source.size().width);
+    repeat_edges(line.input(), source.size());
     line.run(o.time && frame == 0 ? runs_measured : 1);
     sink.write(line.output());
     shown.frame_done();
@@ -99,7 +106,7 @@ void convert_all(frame_source& source, pipeline& line, frame_sink& sink, const c
 }  // namespace
 
 void convert(const convert_options& o) {
-  const auto source = open_source({o.input, o.from, o.size, o.source_stride, o.skip});
+  const auto source = open_source({o.input, o.from, o.size, o.source_strides, o.skip});
   const route way = choose_route(source->format(), o);
   const catalogue::format& destination = *way.formats().back();
   const extent size = working_size(source->size(), way, o.pad);
@@ -107,7 +114,7 @@ void convert(const convert_options& o) {
   remark_on(way, o.verbose);
   workers hands(o.threads);
   pipeline line(way, size, hands);
-  const auto sink = open_sink({o.output, written, o.destination_stride}, destination);
+  const auto sink = open_sink({o.output, written, o.destination_strides}, destination);
   convert_all(*source, line, *sink, o);
   sink->commit();
   if (o.time) print_times(way, line);

@@ -1,155 +1,131 @@
 // Raw frames and PNGs as sources and sinks.
 #include "frames.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdio>
-#include <vector>
+#include <deque>
 
 #include "errors.h"
 #include "names.h"
 #include "output.h"
 #include "picture.h"
 #include "png_file.h"
+#include "raw_file.h"
 
 namespace morvane::tool {
 
 namespace {
 
-// How a frame lies in a raw file: plane after plane, row after row.
+// How a frame lies in raw files: plane after plane, row after row.
 struct raw_layout {
   std::array<std::int64_t, catalogue::max_planes> row_bytes{};
   std::array<std::int64_t, catalogue::max_planes> stride{};
+  std::array<std::int64_t, catalogue::max_planes> plane_bytes{};
   std::int64_t frame_bytes = 0;
 };
 
-raw_layout layout_of(const catalogue::format& f, extent size, std::optional<std::int64_t> first_stride,
-                     const char* option) {
+std::string planes_of(const catalogue::format& f) {
+  std::vector<std::string> names;
+  for (std::size_t p = 0; p < f.plane_count(); ++p) names.emplace_back(f.planes[p].name);
+  return text(f.name, " has ", names.size(), names.size() == 1 ? " plane, " : " planes, ", joined(names));
+}
+
+std::string plane_name(const catalogue::format& f, std::size_t p) {
+  return f.plane_count() == 1 ? std::string(f.name) : text("plane ", f.planes[p].name, " of ", f.name);
+}
+
+raw_layout layout_of(const catalogue::format& f, extent size, const stride_list& strides) {
+  if (strides.size() > f.plane_count()) wrong_arguments(planes_of(f), "; there are ", strides.size(), " strides");
   raw_layout result;
   for (std::size_t p = 0; p < f.plane_count(); ++p) {
-    result.row_bytes[p] = result.stride[p] = f.planes[p].row_bytes(size.width);
-    if (p == 0 && first_stride) result.stride[p] = *first_stride;
+    result.row_bytes[p] = f.planes[p].row_bytes(size.width);
+    result.stride[p] = p < strides.size() ? strides[p] : result.row_bytes[p];
     if (result.stride[p] < result.row_bytes[p])
-      wrong_arguments(option, " ", result.stride[p], " is too small: a row of ", f.name, " ", size, " has ",
+      wrong_arguments("stride ", result.stride[p], " is too small: a row of ", plane_name(f, p), ' ', size, " has ",
                       result.row_bytes[p], " bytes");
-    result.frame_bytes += result.stride[p] * plane_rows(f.planes[p], size.height);
+    result.plane_bytes[p] = result.stride[p] * plane_rows(f.planes[p], size.height);
+    result.frame_bytes += result.plane_bytes[p];
   }
   return result;
 }
 
-struct close_file {
-  void operator()(std::FILE* f) const {
-    if (f != stdin) std::fclose(f);
+void require_file_for_every_plane(const catalogue::format& f, const file_list& files) {
+  if (files.size() == 1) return;
+  for (const std::string& name : files) {
+    if (name.empty()) wrong_arguments("a file in ", joined(files, ","), " has no name");
+    if (names_png(name)) wrong_arguments(name, " is a PNG, which holds a picture and not one of its planes");
   }
-};
+  if (files.size() != f.plane_count()) wrong_arguments(planes_of(f), "; there are ", files.size(), " files");
+}
 
 class raw_source : public frame_source {
  public:
   raw_source(const source_wish& wish, const catalogue::format& f, extent size)
-      : name_(wish.path == "-" ? "standard input" : wish.path),
-        format_(f),
-        size_(size),
-        layout_(layout_of(f, size, wish.stride, "stride")) {
-    open(wish.path);
-    skip(wish.skip);
+      : format_(f), size_(size), layout_(layout_of(f, size, wish.strides)) {
+    open(wish.files);
+    for (raw_file& file : files_) file.skip(wish.skip);
+    for (const raw_file& file : files_) require_as_many_frames(file);
   }
 
   const catalogue::format& format() const override { return format_; }
   extent size() const override { return size_; }
-  std::optional<std::int64_t> remaining() const override { return remaining_; }
+  std::optional<std::int64_t> remaining() const override {
+    for (const raw_file& file : files_)
+      if (file.remaining()) return file.remaining();
+    return std::nullopt;
+  }
 
   bool read(image& into) override {
-    if (remaining_ == 0 || at_end()) return false;
-    if (remaining_) --*remaining_;
-    taken_ = 0;
-    for (std::size_t p = 0; p < format_.plane_count(); ++p)
+    if (!next()) return false;
+    for (std::size_t p = 0; p < format_.plane_count(); ++p) {
+      raw_file& file = files_.size() == 1 ? files_.front() : files_[p];
       for (int y = 0; y < plane_rows(format_.planes[p], size_.height); ++y) {
-        take(into.row(p, y), layout_.row_bytes[p]);
-        pass(layout_.stride[p] - layout_.row_bytes[p]);
+        file.take(into.row(p, y), layout_.row_bytes[p]);
+        file.pass(layout_.stride[p] - layout_.row_bytes[p]);
       }
-    ++frame_;
+    }
     return true;
   }
 
  private:
-  void open(const std::string& path) {
-    file_.reset(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
-    if (!file_) system_failure("cannot read " + name_, errno);
-    struct stat found {};
-    if (::fstat(::fileno(file_.get()), &found) != 0) system_failure("cannot read " + name_, errno);
-    if (S_ISDIR(found.st_mode)) system_failure("cannot read " + name_, EISDIR);
-    if (S_ISREG(found.st_mode)) count_frames(found.st_size - std::max<std::int64_t>(::ftello(file_.get()), 0));
+  void open(const file_list& names) {
+    const std::string frame = text("one frame of ", format_.name, ' ', size_);
+    if (names.size() == 1)
+      files_.emplace_back(names.front(), layout_.frame_bytes, frame);
+    else
+      for (std::size_t p = 0; p < names.size(); ++p)
+        files_.emplace_back(names[p], layout_.plane_bytes[p], text("plane ", format_.planes[p].name, " of ", frame));
   }
 
-  void count_frames(std::int64_t bytes) {
-    if (bytes == 0) io_failure(name_, " is empty: expected ", expected());
-    if (bytes % layout_.frame_bytes != 0)
-      io_failure(name_, " is not a whole number of frames: expected a multiple of ", expected(), ", got ", bytes,
-                 " bytes");
-    remaining_ = bytes / layout_.frame_bytes;
+  void require_as_many_frames(const raw_file& file) const {
+    const std::optional<std::int64_t> frames = remaining();
+    if (file.remaining() && file.remaining() != frames)
+      io_failure("planes with different numbers of frames: ", file.name(), " has ", *file.remaining(), ", another ",
+                 *frames);
   }
 
-  std::string expected() const { return text(layout_.frame_bytes, " bytes, one frame of ", format_.name, " ", size_); }
-
-  void skip(std::int64_t frames) {
-    if (remaining_ && frames >= *remaining_)
-      wrong_arguments(name_, " has no frame ", frames, ": it has ", *remaining_, ", numbered from 0");
-    if (remaining_) {
-      ::fseeko(file_.get(), frames * layout_.frame_bytes, SEEK_CUR);
-      *remaining_ -= frames;
-      return;
-    }
-    for (; frame_ < frames; ++frame_) {
-      if (at_end()) io_failure(name_, " has no frame ", frames, ": it has ", frame_, ", numbered from 0");
-      taken_ = 0;
-      pass(layout_.frame_bytes);
-    }
+  bool next() {
+    const bool more = files_.front().next();
+    for (std::size_t p = 1; p < files_.size(); ++p)
+      if (files_[p].next() != more)
+        io_failure(files_[more ? p : 0].name(), " has fewer frames than ", files_[more ? 0 : p].name());
+    return more;
   }
 
-  bool at_end() {
-    const int next = std::getc(file_.get());
-    if (next == EOF && std::ferror(file_.get())) system_failure("cannot read " + name_, errno);
-    if (next == EOF && frame_ == 0) io_failure(name_, " is empty: expected ", expected());
-    return next == EOF || std::ungetc(next, file_.get()) == EOF;
-  }
-
-  void take(std::uint8_t* into, std::int64_t bytes) {
-    const std::size_t got = std::fread(into, 1, static_cast<std::size_t>(bytes), file_.get());
-    taken_ += static_cast<std::int64_t>(got);
-    if (static_cast<std::int64_t>(got) == bytes) return;
-    if (std::ferror(file_.get())) system_failure("cannot read " + name_, errno);
-    io_failure(name_, " ended inside frame ", frame_, ": expected ", expected(), ", got ", taken_);
-  }
-
-  void pass(std::int64_t bytes) {
-    passed_.resize(static_cast<std::size_t>(std::min<std::int64_t>(bytes, 1 << 16)));
-    for (; bytes > 0; bytes -= static_cast<std::int64_t>(passed_.size())) {
-      passed_.resize(std::min(passed_.size(), static_cast<std::size_t>(bytes)));
-      take(passed_.data(), static_cast<std::int64_t>(passed_.size()));
-    }
-  }
-
-  std::string name_;
   const catalogue::format& format_;
   extent size_;
   raw_layout layout_;
-  std::unique_ptr<std::FILE, close_file> file_;
-  std::optional<std::int64_t> remaining_;
-  std::int64_t frame_ = 0;
-  std::int64_t taken_ = 0;  // bytes of the frame being read
-  std::vector<std::uint8_t> passed_;
+  std::vector<raw_file> files_;
 };
 
 class png_source : public frame_source {
  public:
-  png_source(const source_wish& wish) : picture_(read_png(wish.path)), format_(format_of(wish)) {
+  png_source(const std::string& path, const source_wish& wish)
+      : picture_(read_png(path)), format_(format_of(path, wish.format)) {
     if (!wish.size.empty() && parse_size(wish.size) != picture_.size)
-      wrong_arguments(wish.path, " is ", picture_.size, ", not ", wish.size);
-    if (wish.stride) wrong_arguments(wish.path, " is a PNG, which has no stride");
-    if (wish.skip > 0) wrong_arguments(wish.path, " has no frame ", wish.skip, ": it has 1, numbered from 0");
+      wrong_arguments(path, " is ", picture_.size, ", not ", wish.size);
+    if (!wish.strides.empty()) wrong_arguments(path, " is a PNG, which has no stride");
+    if (wish.skip > 0) wrong_arguments(path, " has no frame ", wish.skip, ": it has 1, numbered from 0");
   }
 
   const catalogue::format& format() const override { return format_; }
@@ -163,11 +139,11 @@ class png_source : public frame_source {
   }
 
  private:
-  const catalogue::format& format_of(const source_wish& wish) const {
+  const catalogue::format& format_of(const std::string& path, const std::string& wanted) const {
     const bool alpha = picture_.channels == 4;
-    const catalogue::format& f = format_named(!wish.format.empty() ? wish.format : alpha ? "bgra" : "bgrx");
-    if (!fits_png(f)) wrong_arguments(wish.path, " is a PNG, which is read as RGB, not as ", f.name);
-    if (alpha && !f.alpha) say(text("the alpha of ", wish.path, " is dropped: ", f.name, " has none"));
+    const catalogue::format& f = format_named(!wanted.empty() ? wanted : alpha ? "bgra" : "bgrx");
+    if (!fits_png(f)) wrong_arguments(path, " is a PNG, which is read as RGB, not as ", f.name);
+    if (alpha && !f.alpha) say(text("the alpha of ", path, " is dropped: ", f.name, " has none"));
     return f;
   }
 
@@ -179,29 +155,35 @@ class png_source : public frame_source {
 class raw_sink : public frame_sink {
  public:
   raw_sink(const sink_wish& wish, const catalogue::format& f)
-      : size_(wish.size), layout_(layout_of(f, wish.size, wish.stride, "stride")), file_(wish.path) {}
+      : size_(wish.size), layout_(layout_of(f, wish.size, wish.strides)) {
+    for (const std::string& name : wish.files) files_.emplace_back(name);
+  }
 
   void write(const image& frame) override {
     for (std::size_t p = 0; p < frame.plane_count(); ++p) {
+      output_file& file = files_.size() == 1 ? files_.front() : files_[p];
       padding_.resize(static_cast<std::size_t>(layout_.stride[p] - layout_.row_bytes[p]));
       for (int y = 0; y < plane_rows(frame.plane(p), size_.height); ++y) {
-        file_.write(frame.row(p, y), static_cast<std::size_t>(layout_.row_bytes[p]));
-        file_.write(padding_.data(), padding_.size());
+        file.write(frame.row(p, y), static_cast<std::size_t>(layout_.row_bytes[p]));
+        file.write(padding_.data(), padding_.size());
       }
     }
   }
-  void commit() override { file_.commit(); }
+  void commit() override {
+    for (output_file& file : files_) file.finish();
+    for (output_file& file : files_) file.commit();
+  }
 
  private:
   extent size_;
   raw_layout layout_;
-  output_file file_;
+  std::deque<output_file> files_;
   std::vector<std::uint8_t> padding_;
 };
 
 class png_sink : public frame_sink {
  public:
-  explicit png_sink(const sink_wish& wish) : size_(wish.size), file_(wish.path) {}
+  png_sink(const std::string& path, extent size) : size_(size), file_(path) {}
 
   void write(const image& frame) override {
     if (written_) io_failure(file_.name(), " holds one frame and the input has more; --skip and --frames 1 choose one");
@@ -218,21 +200,36 @@ class png_sink : public frame_sink {
 
 }  // namespace
 
+bool is_png(const file_list& files) {
+  return files.size() == 1 && names_png(files.front());
+}
+
 std::unique_ptr<frame_source> open_source(const source_wish& wish) {
-  if (names_png(wish.path)) return std::make_unique<png_source>(wish);
-  if (wish.format.empty()) wrong_arguments("the format of ", wish.path, " is missing; give it with -f");
+  if (is_png(wish.files)) return std::make_unique<png_source>(wish.files.front(), wish);
+  const std::string name = joined(wish.files, ",");
+  if (wish.format.empty()) wrong_arguments("the format of ", name, " is missing; give it with -f");
   const catalogue::format& f = format_named(wish.format);
-  if (wish.size.empty()) wrong_arguments("the size of ", wish.path, " is missing; give it with -s WIDTHxHEIGHT");
+  if (wish.size.empty()) wrong_arguments("the size of ", name, " is missing; give it with -s WIDTHxHEIGHT");
   const extent size = parse_size(wish.size);
-  require_whole_rows(f, size);
+  require_whole_picture(f, size);
+  require_file_for_every_plane(f, wish.files);
+  if (std::count(wish.files.begin(), wish.files.end(), "-") > 1)
+    wrong_arguments("standard input can be one of the planes only");
   return std::make_unique<raw_source>(wish, f, size);
 }
 
 std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const catalogue::format& format) {
-  if (!names_png(wish.path)) return std::make_unique<raw_sink>(wish, format);
-  if (!fits_png(format)) wrong_arguments(wish.path, " is a PNG, which holds RGB, not ", format.name);
-  if (wish.stride) wrong_arguments(wish.path, " is a PNG, which has no stride");
-  return std::make_unique<png_sink>(wish);
+  if (is_png(wish.files)) {
+    const std::string& path = wish.files.front();
+    if (!fits_png(format)) wrong_arguments(path, " is a PNG, which holds RGB, not ", format.name);
+    if (!wish.strides.empty()) wrong_arguments(path, " is a PNG, which has no stride");
+    return std::make_unique<png_sink>(path, wish.size);
+  }
+  require_file_for_every_plane(format, wish.files);
+  for (const std::string& name : wish.files)
+    if (std::count(wish.files.begin(), wish.files.end(), name) > 1)
+      wrong_arguments("two planes cannot be written to one file, ", name);
+  return std::make_unique<raw_sink>(wish, format);
 }
 
 }  // namespace morvane::tool

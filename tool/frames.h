@@ -5,11 +5,21 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "formats.h"
 #include "image.h"
 
 namespace morvane::tool {
+
+// Where frames stand: one file, plane after plane, or as many files as the format has planes. "-" is standard input or
+// output; one name ending in .png is a PNG.
+using file_list = std::vector<std::string>;
+
+bool is_png(const file_list& files);
+
+// Bytes from row to row in the planes of raw frames, from the first plane on. The rows of the rest are tight.
+using stride_list = std::vector<std::int64_t>;
 
 class frame_source {
  public:
@@ -23,11 +33,11 @@ class frame_source {
 };
 
 struct source_wish {
-  std::string path;                    // "-" is standard input; a name ending in .png is a PNG
-  std::string format;                  // may be empty for a PNG
-  std::string size;                    // may be empty for a PNG
-  std::optional<std::int64_t> stride;  // bytes from row to row in the first plane of raw frames
-  std::int64_t skip = 0;               // frames passed over at the start
+  file_list files;
+  std::string format;  // may be empty for a PNG
+  std::string size;    // may be empty for a PNG
+  stride_list strides;
+  std::int64_t skip = 0;  // frames passed over at the start
 };
 
 std::unique_ptr<frame_source> open_source(const source_wish& wish);
@@ -36,14 +46,14 @@ class frame_sink {
  public:
   virtual ~frame_sink() = default;
   virtual void write(const image& frame) = 0;
-  // Everything was written: puts the file in its place. Without it nothing appears.
+  // Everything was written: puts the files in their places. Without it nothing appears.
   virtual void commit() = 0;
 };
 
 struct sink_wish {
-  std::string path;                    // "-" is standard output; a name ending in .png is a PNG of one frame
-  extent size;                         // what is written of every image, from the top left
-  std::optional<std::int64_t> stride;  // as for the source
+  file_list files;  // a PNG takes one frame
+  extent size;      // what is written of every image, from the top left
+  stride_list strides;
 };
 
 std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const catalogue::format& format);

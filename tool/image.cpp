@@ -23,8 +23,18 @@ constexpr std::int64_t aligned(std::int64_t bytes) {
 }
 
 // Larger than the row in any case: an image with tight rows would be converted as one line, across its row ends.
-std::int64_t roomy_stride(const catalogue::plane& plane, int width, spare_room room) {
-  return aligned(plane.row_bytes(std::max(width, room.width)) + room.bytes + 1);
+std::int64_t roomy_stride(const catalogue::plane& plane, int width, std::int64_t spare_bytes) {
+  return aligned(plane.row_bytes(width) + spare_bytes + 1);
+}
+
+using strides = std::array<std::int64_t, catalogue::max_planes>;
+
+strides strides_of(const catalogue::format& f, int width, const spare_room& room) {
+  strides result{};
+  for (std::size_t p = 0; p < f.plane_count(); ++p)
+    result[p] = roomy_stride(f.planes[p], std::max(width, room.width), room.bytes[p]);
+  if (room.one_stride) result.fill(*std::max_element(result.begin(), result.end()));
+  return result;
 }
 
 // Systems that promise more memory than they have would end the command without a word.
@@ -39,14 +49,14 @@ std::ostream& operator<<(std::ostream& out, extent e) {
 }
 
 image::image(const catalogue::format& format, extent size, spare_room room) : format_(&format), size_(size) {
+  const strides roomy = strides_of(format, size.width, room);
   std::array<std::int64_t, catalogue::max_planes> offset{};
   std::int64_t bytes = 0;
   for (std::size_t p = 0; p < plane_count(); ++p) {
-    const std::int64_t stride = roomy_stride(plane(p), size.width, room);
-    if (stride > std::numeric_limits<int>::max()) wrong_arguments("size ", size, " is too wide");
-    planes_.stride[p] = static_cast<int>(stride);
+    if (roomy[p] > std::numeric_limits<int>::max()) wrong_arguments("size ", size, " is too wide");
+    planes_.stride[p] = static_cast<int>(roomy[p]);
     offset[p] = bytes;
-    bytes += stride * rows(p);
+    bytes += roomy[p] * rows(p);
   }
   require_memory(bytes);
   memory_.reset(static_cast<std::uint8_t*>(std::aligned_alloc(alignment, static_cast<std::size_t>(bytes))));
@@ -61,13 +71,17 @@ catalogue::planes<std::uint8_t> image::from_row(int first) {
   return result;
 }
 
-void repeat_last_column(image& picture, int width) {
+void repeat_edges(image& picture, extent filled) {
+  const int width = picture.size().width;
   for (std::size_t p = 0; p < picture.plane_count(); ++p) {
     const auto pixel = static_cast<std::size_t>(picture.plane(p).group_bytes);
-    for (int y = 0; y < picture.rows(p); ++y)
-      for (int x = width; x < picture.size().width; ++x)
+    const int rows = plane_rows(picture.plane(p), filled.height);
+    for (int y = 0; y < rows; ++y)
+      for (int x = filled.width; x < width; ++x)
         std::memcpy(picture.row(p, y) + static_cast<std::size_t>(x) * pixel,
-                    picture.row(p, y) + static_cast<std::size_t>(width - 1) * pixel, pixel);
+                    picture.row(p, y) + static_cast<std::size_t>(filled.width - 1) * pixel, pixel);
+    const auto row_bytes = static_cast<std::size_t>(picture.plane(p).row_bytes(width));
+    for (int y = rows; y < picture.rows(p); ++y) std::memcpy(picture.row(p, y), picture.row(p, rows - 1), row_bytes);
   }
 }
 

@@ -24,7 +24,7 @@ ordered_json word(std::string_view w) {
 double bytes_per_pixel(const catalogue::format& f) {
   double bytes = 0;
   for (std::size_t p = 0; p < f.plane_count(); ++p)
-    bytes += static_cast<double>(f.planes[p].group_bytes) / f.planes[p].group_pixels;
+    bytes += static_cast<double>(f.planes[p].group_bytes) / f.planes[p].group_pixels / f.planes[p].image_rows;
   return bytes;
 }
 
@@ -68,15 +68,23 @@ ordered_json names_of(const catalogue::format& f) {
 }
 
 ordered_json plane_json(const catalogue::plane& p) {
-  return {
-      {"name", p.name}, {"components", p.components}, {"group_bytes", p.group_bytes}, {"group_pixels", p.group_pixels}};
+  return {{"name", p.name},
+          {"components", p.components},
+          {"group_bytes", p.group_bytes},
+          {"group_pixels", p.group_pixels},
+          {"image_rows", p.image_rows}};
 }
 
 ordered_json format_json(const catalogue::format& f) {
   ordered_json planes = ordered_json::array();
   for (std::size_t p = 0; p < f.plane_count(); ++p) planes.push_back(plane_json(f.planes[p]));
-  return {{"name", f.name},   {"description", f.description},       {"bytes_per_pixel", bytes_per_pixel(f)},
-          {"alpha", f.alpha}, {"width_multiple", f.width_multiple}, {"other_names", names_of(f)},
+  return {{"name", f.name},
+          {"description", f.description},
+          {"bytes_per_pixel", bytes_per_pixel(f)},
+          {"alpha", f.alpha},
+          {"width_multiple", f.width_multiple},
+          {"height_multiple", f.height_multiple},
+          {"other_names", names_of(f)},
           {"planes", planes}};
 }
 
@@ -85,6 +93,7 @@ ordered_json conversion_json(const catalogue::conversion& c) {
           {"source", word(c.source)},
           {"destination", c.destination},
           {"matrices", matrices(c.colors)},
+          {"rescale", c.extra == catalogue::argument::rescale},
           {"opacity_report", c.extra == catalogue::argument::opacity},
           {"irregular", word(c.irregular)}};
 }
@@ -161,7 +170,7 @@ void list_conversions(const listing_options& options) {
 void info(const info_options& options) {
   const catalogue::format& f = format_named(options.format);
   const extent size = parse_size(options.size);
-  require_whole_rows(f, size);
+  require_whole_picture(f, size);
   if (options.json)
     std::cout << info_json(f, size).dump(2) << '\n';
   else

@@ -1,11 +1,13 @@
 // The `morvane` command: its subcommands and their options.
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <deque>
 #include <iostream>
 #include <new>
 
 #include "commands.h"
 #include "errors.h"
+#include "names.h"
 #include "output.h"
 
 namespace {
@@ -54,74 +56,158 @@ void add_info(CLI::App& app) {
   command->callback([] { info(o); });
 }
 
-void add_convert_files(CLI::App& command, convert_options& o) {
-  command.add_option("IN", o.input, "Raw frames, or a .png; - is standard input")->required()->type_name("");
-  command.add_option("OUT", o.output, "Raw frames, or a .png; - is standard output")->required()->type_name("");
+// The two files of a command as the user names them: by position, or by a list of files, one for every plane, in place
+// of either.
+struct file_names {
+  std::string first;
+  std::string second;
+  std::string first_planes;
+  std::string second_planes;
+};
+
+// Sorts out which is which.
+void take_files(const file_names& names, const char* first_label, file_list& first, const char* second_label,
+                file_list& second) {
+  std::deque<std::string> by_position;
+  for (const std::string& name : {names.first, names.second})
+    if (!name.empty()) by_position.push_back(name);
+  const auto take = [&](const char* label, const std::string& planes) -> file_list {
+    if (!planes.empty()) return parse_list(planes);
+    if (by_position.empty()) wrong_arguments(label, " is required; see --help");
+    const std::string name = by_position.front();
+    by_position.pop_front();
+    return {name};
+  };
+  first = take(first_label, names.first_planes);
+  second = take(second_label, names.second_planes);
+  if (!by_position.empty())
+    wrong_arguments(by_position.front(), " is one file too many: a list of planes takes the place of a file");
+}
+
+void add_files(CLI::App& command, file_names& names, const char* first_label, const char* first_help,
+               const char* second_label, const char* second_help) {
+  command.add_option(first_label, names.first, first_help)->type_name("");
+  command.add_option(second_label, names.second, second_help)->type_name("");
+}
+
+// Lets the option be given again, each time with one argument.
+CLI::Option* one_at_a_time(CLI::Option* option) {
+  return option->expected(1)->take_all()->allow_extra_args(false);
+}
+
+void add_strides(CLI::App& command, const std::string& name, stride_list& strides, const std::string& whose) {
+  const std::string help = "Bytes from row to row in the planes " + whose + "; those left out are tight";
+  one_at_a_time(command.add_option(name, strides, help))->delimiter(',')->type_name("N,...");
+}
+
+constexpr const char* source_help = "Raw frames, or a .png; - is standard input";
+constexpr const char* sink_help = "Raw frames, or a .png; - is standard output";
+
+void add_convert_files(CLI::App& command, convert_options& o, file_names& names) {
+  add_files(command, names, "IN", source_help, "OUT", sink_help);
+  command.add_option("--planes,--src-planes", names.first_planes, "In place of IN: a file for every plane")
+      ->type_name("A,B,...");
+  command.add_option("--dst-planes", names.second_planes, "In place of OUT: a file for every plane")
+      ->type_name("A,B,...");
   command.add_option("-f,--from", o.from, "Format of IN; a PNG is bgra if it has alpha, else bgrx")
       ->type_name("FORMAT");
   command.add_option("-t,--to", o.to, "Format of OUT; a PNG takes the nearest RGB format")->type_name("FORMAT");
   command.add_option("-s,--size", o.size, "Width and height in pixels; a PNG has its own")->type_name("WxH");
-  command.add_option("--src-stride", o.source_stride, "Bytes from row to row in the first plane of IN")->type_name("N");
-  command.add_option("--dst-stride", o.destination_stride, "Bytes from row to row in the first plane of OUT")
-      ->type_name("N");
+  add_strides(command, "--src-stride", o.source_strides, "of IN");
+  add_strides(command, "--dst-stride", o.destination_strides, "of OUT");
   command.add_option("--skip", o.skip, "Pass over the first N frames")->check(at_least(0))->type_name("N");
   command.add_option("--frames", o.frames, "Convert at most N frames")->check(at_least(1))->type_name("N");
 }
 
 void add_convert(CLI::App& app) {
   static convert_options o;
+  static file_names names;
   CLI::App* command = add(app, "convert", "Convert frames from one format to another",
+                          "Formats of several planes have them one after the other in every frame of a file, or each\n"
+                          "in a file of its own. 'morvane info' lists them in their order.\n\n"
                           "Example (a frame of zeros, which is dark green):\n"
-                          "  morvane convert -f uyvy -t bgra -s 1920x1080 --frames 1 /dev/zero green.bgra");
-  add_convert_files(*command, o);
+                          "  morvane convert -f uyvy -t bgra -s 1920x1080 --frames 1 /dev/zero green.bgra\n\n"
+                          "Example (video and its alpha from two files into one):\n"
+                          "  morvane convert -f uyvy_a -t bgra -s 640x360 --frames 1 --planes /dev/zero,/dev/zero "
+                          "clear.bgra\n\n"
+                          "Example (luma, Cb and Cr into three files):\n"
+                          "  morvane convert -f uyvy -t y_u_v_420 -s 640x360 --frames 1 /dev/zero --dst-planes "
+                          "y.raw,cb.raw,cr.raw");
+  add_convert_files(*command, o, names);
   command->add_option("--matrix", o.matrix, "Matrix between YCbCr and RGB: 601 or 709 (the default)")
       ->check(quiet(CLI::IsMember({601, 709})))
       ->type_name("N");
   command->add_option("--via", o.via, "A conversion that must be part of the route")->type_name("NAME");
   command->add_flag("--allow-irregular", o.allow_irregular, "Also use irregular conversions where no other leads on");
-  command->add_flag("--pad", o.pad, "Repeat the last column where a format needs a wider picture");
+  command->add_flag("--rescale", o.rescale,
+                    "Stretch luma where a conversion can: keys to full range, grey to video range");
+  command->add_flag("--pad", o.pad, "Repeat the last column or row where a format needs a larger picture");
   command->add_option("--crop", o.crop, "Write only the top left of the result")->type_name("WxH");
   command->add_option("-j,--threads", o.threads, "Threads that share every frame")
       ->check(quiet(CLI::Range(1, 256)))
       ->type_name("N");
   command->add_flag("-v,--verbose", o.verbose, "Say which conversions are used");
   command->add_flag("--time", o.time, "Print the speed of every step, converting the first frame 20 times");
-  command->callback([] { convert(o); });
+  command->callback([] {
+    take_files(names, "IN", o.input, "OUT", o.output);
+    convert(o);
+  });
 }
 
 void add_show(CLI::App& app) {
   static show_options o;
+  static file_names names;
   CLI::App* command = add(app, "show", "Write one frame as a PNG, alpha over a checkerboard",
                           "--plane takes the name of a component, such as Y, Cb or A, or of a plane, which shows all\n"
-                          "its samples side by side. 'morvane info' lists both.\n\n"
+                          "its samples side by side, or of both, such as key.Y. 'morvane info' lists them.\n\n"
                           "Example (a frame of zeros, which is dark green):\n"
-                          "  morvane show /dev/zero -f uyvy -s 640x360 green.png");
-  command->add_option("IN", o.input, "Raw frames, or a .png; - is standard input")->required()->type_name("");
-  command->add_option("OUT", o.output, "The picture, a .png")->required()->type_name("");
+                          "  morvane show /dev/zero -f uyvy -s 640x360 green.png\n\n"
+                          "Example (video and its alpha from two files; all is transparent):\n"
+                          "  morvane show --planes /dev/zero,/dev/zero -f uyvy_a -s 640x360 clear.png");
+  add_files(*command, names, "IN", source_help, "OUT", "The picture, a .png");
+  command->add_option("--planes", names.first_planes, "In place of IN: a file for every plane")->type_name("A,B,...");
   command->add_option("-f,--format", o.format, "Format of IN")->type_name("FORMAT");
   command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
-  command->add_option("--stride", o.stride, "Bytes from row to row in the first plane")->type_name("N");
+  add_strides(*command, "--stride", o.strides, "of IN");
   command->add_option("--frame", o.frame, "Number of the frame, from 0")->check(at_least(0))->type_name("N");
   command->add_option("--matrix", o.matrix, "Matrix from YCbCr to RGB: 601 or 709 (the default)")
       ->check(quiet(CLI::IsMember({601, 709})))
       ->type_name("N");
   command->add_option("--plane", o.plane, "Show one component or plane in grey")->type_name("NAME");
-  command->callback([] { show(o); });
+  command->callback([] {
+    file_list picture;
+    take_files(names, "IN", o.input, "OUT", picture);
+    o.output = picture.front();
+    show(o);
+  });
 }
 
 void add_compare(CLI::App& app, int& exit_code) {
   static compare_options o;
+  static file_names names;
+  static std::vector<std::string> lists;
   CLI::App* command = add(app, "compare", "Compare two files of frames",
                           "Exits with 0 when they are identical and with 1 when they are not. Unused bytes, such as\n"
                           "the fourth of bgrx, are not compared.\n\n"
                           "Example:\n"
-                          "  head -c 65536 /dev/zero > a.raw && morvane compare a.raw a.raw -f uyvy -s 256x128");
-  command->add_option("A", o.first, "Raw frames, or a .png; - is standard input")->required()->type_name("");
-  command->add_option("B", o.second, "Raw frames, or a .png; - is standard input")->required()->type_name("");
+                          "  head -c 65536 /dev/zero > a.raw && morvane compare a.raw a.raw -f uyvy -s 256x128\n\n"
+                          "Example (the planes of one of them in files of their own):\n"
+                          "  head -c 96 /dev/zero > a && head -c 64 a > y && head -c 32 a > cbcr && "
+                          "morvane compare --planes y,cbcr a -f y_uv_420 -s 8x8");
+  add_files(*command, names, "A", source_help, "B", source_help);
+  one_at_a_time(
+      command->add_option("--planes", lists, "In place of A, and when given again of B: a file for every plane"))
+      ->type_name("A,B,...");
   command->add_option("-f,--format", o.format, "Format of both")->type_name("FORMAT");
   command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
   command->add_flag("--json", o.json, "Print JSON");
-  command->callback([&exit_code] { exit_code = compare(o) ? 0 : 1; });
+  command->callback([&exit_code] {
+    if (!lists.empty()) names.first_planes = lists.front();
+    if (lists.size() > 1) names.second_planes = lists[1];
+    if (lists.size() > 2) wrong_arguments("--planes is given ", lists.size(), " times, for two files");
+    take_files(names, "A", o.first, "B", o.second);
+    exit_code = compare(o) ? 0 : 1;
+  });
 }
 
 // The first line of a message; the parser's own may have more.

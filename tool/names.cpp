@@ -25,10 +25,16 @@ std::string_view without_prefix(std::string_view v4l2) {
   return v4l2.starts_with(v4l2_prefix) ? v4l2.substr(v4l2_prefix.size()) : v4l2;
 }
 
+// Short FourCCs are filled up with blanks.
+std::string_view without_blanks(std::string_view fourcc) {
+  return fourcc.substr(0, fourcc.find_last_not_of(' ') + 1);
+}
+
 // Every lower-case name a format answers to, its own first.
 std::vector<std::string> all_names(const catalogue::format& f) {
   std::vector<std::string> names;
-  for (std::string_view name : {f.name, f.fourcc, f.ffmpeg, f.v4l2, without_prefix(f.v4l2), f.gstreamer})
+  for (std::string_view name :
+       {f.name, without_blanks(f.fourcc), f.ffmpeg, f.v4l2, without_prefix(f.v4l2), f.gstreamer})
     if (!name.empty()) names.push_back(lower(name));
   return names;
 }
@@ -120,7 +126,7 @@ std::vector<const catalogue::conversion*> conversions_named(const std::string& n
 
 std::vector<std::string> other_names(const catalogue::format& f) {
   std::vector<std::string> result;
-  for (std::string_view name : {f.fourcc, f.ffmpeg, without_prefix(f.v4l2), f.gstreamer}) {
+  for (std::string_view name : {without_blanks(f.fourcc), f.ffmpeg, without_prefix(f.v4l2), f.gstreamer}) {
     const auto same = [&](const std::string& other) { return lower(other) == lower(name); };
     if (!name.empty() && name != f.name && std::none_of(result.begin(), result.end(), same)) result.emplace_back(name);
   }
@@ -138,11 +144,27 @@ extent parse_size(const std::string& words) {
   return size;
 }
 
-void require_whole_rows(const catalogue::format& format, extent size, std::string_view remedy) {
-  if (size.width % format.width_multiple == 0) return;
-  const std::string need =
-      format.width_multiple == 2 ? "an even width" : text("a width that is a multiple of ", format.width_multiple);
-  wrong_arguments("size ", size, ": ", format.name, " needs ", need, remedy);
+std::vector<std::string> parse_list(const std::string& words) {
+  std::vector<std::string> result;
+  std::size_t start = 0;
+  for (std::size_t comma = words.find(','); comma != std::string::npos; comma = words.find(',', start)) {
+    result.push_back(words.substr(start, comma - start));
+    start = comma + 1;
+  }
+  result.push_back(words.substr(start));
+  return result;
+}
+
+void require_whole_picture(const catalogue::format& format, extent size, bool padding) {
+  const auto require = [&](int length, int multiple, const char* dimension, const char* line) {
+    if (length % multiple == 0) return;
+    const std::string need =
+        multiple == 2 ? text("an even ", dimension) : text("a ", dimension, " that is a multiple of ", multiple);
+    wrong_arguments("size ", size, ": ", format.name, " needs ", need,
+                    padding ? text("; --pad repeats the last ", line, " to reach one") : "");
+  };
+  require(size.width, format.width_multiple, "width", "column");
+  require(size.height, format.height_multiple, "height", "row");
 }
 
 std::string joined(const std::vector<std::string>& words, std::string_view separator) {

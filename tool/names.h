@@ -22,8 +22,12 @@ std::vector<std::string> other_names(const catalogue::format& format);
 
 extent parse_size(const std::string& words);
 
-// Fails unless rows of this width are whole in the format.
-void require_whole_rows(const catalogue::format& format, extent size, std::string_view advice = {});
+// Words separated by commas.
+std::vector<std::string> parse_list(const std::string& words);
+
+// Fails unless rows of this width and planes of this height are whole in the format. `padding` is whether the user may
+// ask for it.
+void require_whole_picture(const catalogue::format& format, extent size, bool padding = false);
 
 std::string joined(const std::vector<std::string>& words, std::string_view separator = ", ");
 

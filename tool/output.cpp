@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -18,11 +19,26 @@ namespace morvane::tool {
 
 namespace {
 
-// The unfinished file, for the signal handler.
-std::atomic<const char*> unfinished = nullptr;
+// The temporary files, for the signal handler.
+std::array<std::atomic<const char*>, 8> unfinished{};
+
+void note_unfinished(const char* path) {
+  for (auto& place : unfinished) {
+    const char* none = nullptr;
+    if (place.compare_exchange_strong(none, path)) return;
+  }
+}
+
+void forget_unfinished(const char* path) {
+  for (auto& place : unfinished) {
+    const char* same = path;
+    place.compare_exchange_strong(same, nullptr);
+  }
+}
 
 extern "C" void remove_unfinished(int signal) {
-  if (const char* path = unfinished.load()) ::unlink(path);
+  for (const auto& place : unfinished)
+    if (const char* path = place.load()) ::unlink(path);
   std::signal(signal, SIG_DFL);
   std::raise(signal);
 }
@@ -68,7 +84,7 @@ output_file::~output_file() {
   if (stream_ && stream_ != stdout) std::fclose(stream_);
   if (!temporary_.empty()) {
     ::unlink(temporary_.c_str());
-    unfinished = nullptr;
+    forget_unfinished(temporary_.c_str());
   }
 }
 
@@ -82,7 +98,7 @@ void output_file::open_beside() {
   const int descriptor = ::mkstemp(pattern.data());
   if (descriptor < 0) system_failure("cannot write " + name_, errno);
   temporary_ = pattern;
-  unfinished = temporary_.c_str();
+  note_unfinished(temporary_.c_str());
   tidy_up_when_interrupted();
   stream_ = ::fdopen(descriptor, "wb");
   if (!stream_) system_failure("cannot write " + name_, errno);
@@ -92,15 +108,20 @@ void output_file::write(const void* bytes, std::size_t count) {
   if (count != 0 && std::fwrite(bytes, 1, count, stream_) != count) system_failure("cannot write " + name_, errno);
 }
 
-void output_file::commit() {
+void output_file::finish() {
+  if (!stream_) return;
   if (std::fflush(stream_) != 0) system_failure("cannot write " + name_, errno);
   if (stream_ == stdout) return;
   const int closed = std::fclose(stream_);
   stream_ = nullptr;
   if (closed != 0) system_failure("cannot write " + name_, errno);
+}
+
+void output_file::commit() {
+  finish();
   if (temporary_.empty()) return;
   if (std::rename(temporary_.c_str(), place_.c_str()) != 0) system_failure("cannot write " + name_, errno);
-  unfinished = nullptr;
+  forget_unfinished(temporary_.c_str());
   temporary_.clear();
 }
 

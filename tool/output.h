@@ -19,7 +19,9 @@ class output_file {
 
   void write(const void* bytes, std::size_t count);
 
-  // Everything was written: puts the file in its place.
+  // Everything was written: sees that it has arrived.
+  void finish();
+  // Finishes and puts the file in its place. Of several files, finish all before the first of them is put there.
   void commit();
 
  private:
@@ -27,9 +29,9 @@ class output_file {
   void open_beside();
 
   std::string name_;
-  std::string place_;      // where the file will stand, links followed
-  std::string temporary_;  // empty when written in place
-  std::FILE* stream_ = nullptr;
+  std::string place_;            // where the file will stand, links followed
+  std::string temporary_;        // empty when written in place
+  std::FILE* stream_ = nullptr;  // null when finished
 };
 
 // Fails when what was printed did not reach standard output.

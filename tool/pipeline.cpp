@@ -32,16 +32,19 @@ pipeline::pipeline(const route& way, extent size, workers& hands)
 // The image stands between two steps and must suit both.
 spare_room pipeline::room_of(std::size_t image_index) const {
   spare_room room;
+  const catalogue::format& format = *way_.formats()[image_index];
+  const auto suit = [&](const catalogue::conversion& c, const catalogue::overrun& past) {
+    const int width = call_width(c);
+    room.width = std::max(room.width, width);
+    for (std::size_t p = 0; p < format.plane_count(); ++p)
+      room.bytes[p] = std::max(room.bytes[p], past.bytes(format.planes[p], width));
+  };
   if (image_index > 0) {
     const catalogue::conversion& writer = *way_.steps[image_index - 1];
-    const int width = call_width(writer);
-    room = {width, writer.written_past.bytes(width)};
+    suit(writer, writer.written_past);
+    room.one_stride = writer.one_stride;
   }
-  if (image_index < way_.steps.size()) {
-    const catalogue::conversion& reader = *way_.steps[image_index];
-    const int width = call_width(reader);
-    room = {std::max(room.width, width), std::max(room.bytes, reader.read_past.bytes(width))};
-  }
+  if (image_index < way_.steps.size()) suit(*way_.steps[image_index], way_.steps[image_index]->read_past);
   return room;
 }
 
@@ -87,9 +90,10 @@ void pipeline::convert_band(std::size_t step, int first_row, int rows) {
   catalogue::call call;
   call.source = read_only(images_[step].from_row(first_row));
   call.destination = images_[step + 1].from_row(first_row);
-  call.xres = call_width(c);
-  call.yres = rows;
+  call.xres = call_width(c) / c.pixels_per_xres;
+  call.yres = rows / c.rows_per_yres;
   if (c.extra == catalogue::argument::color_space) call.argument = way_.matrix;
+  if (c.extra == catalogue::argument::rescale) call.argument = way_.rescale;
   c.convert(call);
 }
 

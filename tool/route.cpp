@@ -1,6 +1,7 @@
 // Search of the conversions' graph: formats are its nodes, catalogue rows its edges.
 #include "route.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -38,9 +39,21 @@ bool usable(const conversion& c, rules r) {
   return has_matrix(c, r.matrix) && (r.irregular || c.irregular.empty());
 }
 
-// One irregular step weighs more than any chain of regular ones.
+bool has_color(const format& f) {
+  return f.model == catalogue::color_model::ycbcr || f.model == catalogue::color_model::rgb;
+}
+
+bool loses(const conversion& c) {
+  const format& from = *catalogue::find_format(c.source);
+  const format& to = *catalogue::find_format(c.destination);
+  return (from.alpha && !to.alpha) || (has_color(from) && !has_color(to));
+}
+
+// One loss weighs more than any chain of steps, and one irregular step more than any chain of losses.
 int weight(const conversion& c) {
-  return c.irregular.empty() ? 1 : 1000;
+  constexpr int loss = 100;
+  constexpr int irregular = 100 * loss;
+  return 1 + (loses(c) ? loss : 0) + (c.irregular.empty() ? 0 : irregular);
 }
 
 int weight(const steps& way) {
@@ -153,6 +166,19 @@ route copy_of(const format& f, int matrix) {
   wrong_arguments("no conversion leads ", ends);
 }
 
+bool rescales(const conversion* c) {
+  return c->extra == catalogue::argument::rescale;
+}
+
+route route_of(const format& source, const format& destination, const route_wish& wish) {
+  if (!wish.via.empty()) return route_via(source, destination, wish);
+  const rules r{wish.matrix.value_or(709), wish.allow_irregular};
+  if (&source == &destination) return copy_of(source, r.matrix);
+  std::optional<steps> way = shortest(source, destination, r);
+  if (!way) no_route(source, destination, r);
+  return {&source, *std::move(way), r.matrix};
+}
+
 }  // namespace
 
 std::vector<const format*> route::formats() const {
@@ -162,12 +188,13 @@ std::vector<const format*> route::formats() const {
 }
 
 route find_route(const format& source, const format& destination, const route_wish& wish) {
-  if (!wish.via.empty()) return route_via(source, destination, wish);
-  const rules r{wish.matrix.value_or(709), wish.allow_irregular};
-  if (&source == &destination) return copy_of(source, r.matrix);
-  std::optional<steps> way = shortest(source, destination, r);
-  if (!way) no_route(source, destination, r);
-  return {&source, *std::move(way), r.matrix};
+  route result = route_of(source, destination, wish);
+  const bool can_rescale = std::any_of(result.steps.begin(), result.steps.end(), rescales);
+  if (wish.rescale && !can_rescale)
+    wrong_arguments("no conversion from ", source.name, " to ", destination.name,
+                    " rescales luma: ", described(result));
+  result.rescale = wish.rescale;
+  return result;
 }
 
 std::optional<route> find_route_to_rgb(const format& source, int matrix) {
@@ -176,7 +203,7 @@ std::optional<route> find_route_to_rgb(const format& source, int matrix) {
     for (const format& f : catalogue::formats) {
       if (!fits_png(f) || f.alpha != alpha) continue;
       std::optional<steps> way = shortest(source, f, {matrix, false});
-      if (way && (!best || way->size() < best->steps.size())) best = route{&source, *std::move(way), matrix};
+      if (way && (!best || weight(*way) < weight(best->steps))) best = route{&source, *std::move(way), matrix};
     }
   return best;
 }
@@ -186,7 +213,8 @@ std::string described(const route& way) {
   std::vector<std::string> parts;
   for (const conversion* c : way.steps)
     parts.push_back(text(c->source, " -> ", c->destination, " by ", c->name,
-                         c->colors == catalogue::matrix::none ? "" : text(" with BT.", way.matrix)));
+                         c->colors == catalogue::matrix::none ? "" : text(" with BT.", way.matrix),
+                         way.rescale && rescales(c) ? " with rescaled luma" : ""));
   return joined(parts);
 }
 

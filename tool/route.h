@@ -14,6 +14,7 @@ struct route {
   const catalogue::format* source = nullptr;
   std::vector<const catalogue::conversion*> steps;
   int matrix = 709;
+  bool rescale = false;  // luma, in the steps that can
 
   // The formats that a picture passes through, source and destination included.
   std::vector<const catalogue::format*> formats() const;
@@ -23,14 +24,16 @@ struct route_wish {
   std::optional<int> matrix;     // 601 or 709; when absent, that of `via`, or else 709
   std::string via;               // an entry point that must be part of the route; empty for none
   bool allow_irregular = false;  // also for entry points that `via` does not name
+  bool rescale = false;          // fails where no step of the route can
 };
 
-// The route with the fewest irregular steps, then the fewest steps, then the earliest in the catalogue. A format leads
-// to itself by its copy, or without a step where it has no regular one. Fails with the reason when there is no route.
+// The route with the fewest irregular steps, then the fewest losses of alpha or colour, then the fewest steps, then the
+// earliest in the catalogue. A format leads to itself by its copy, or without a step where it has no regular one. Fails
+// with the reason when there is no route.
 route find_route(const catalogue::format& source, const catalogue::format& destination, const route_wish& wish);
 
-// The shortest route of regular conversions to an RGB format that a PNG can hold, if there is one; of equal ones, one
-// that ends with alpha when the source has it and without when it has none.
+// The best route of regular conversions to an RGB format that a PNG can hold, if there is one; of equal ones, one that
+// ends with alpha when the source has it and without when it has none.
 std::optional<route> find_route_to_rgb(const catalogue::format& source, int matrix);
 
 // "v210 -> uyvy by v210::uyvy, uyvy -> bgra by uyvy::bgra with BT.709"

@@ -32,10 +32,12 @@ struct selection {
   bool takes(const std::string& name) const { return component.empty() || component == name; }
 };
 
+// By the name of a component, of a plane, or of both: "Cb", "key", "key.Y".
 std::optional<selection> find_selection(const catalogue::format& f, std::string_view name) {
   for (std::size_t p = 0; p < f.plane_count(); ++p)
     for (const std::string& component : components_of(f.planes[p]))
-      if (same_letters(component, name)) return selection{p, component};
+      if (same_letters(component, name) || same_letters(text(f.planes[p].name, '.', component), name))
+        return selection{p, component};
   for (std::size_t p = 0; p < f.plane_count(); ++p)
     if (same_letters(f.planes[p].name, name)) return selection{p, {}};
   return std::nullopt;
@@ -76,24 +78,15 @@ int checker(int x, int y) {
   return (x / 8 + y / 8) % 2 == 0 ? light : dark;
 }
 
-// The picture over a checkerboard, with the opacity of every pixel taken from `alpha`.
-picture over_checkerboard(const picture& colors, const picture& alpha) {
+picture over_checkerboard(const picture& colors) {
   picture result(colors.size, 3);
   for (int y = 0; y < colors.size.height; ++y)
     for (int x = 0; x < colors.size.width; ++x) {
-      const int a = *alpha.pixel(x, y);
+      const std::uint8_t* pixel = colors.pixel(x, y);
+      const int a = pixel[3];
       for (int c = 0; c < 3; ++c)
-        result.pixel(x, y)[c] =
-            static_cast<std::uint8_t>((colors.pixel(x, y)[c] * a + checker(x, y) * (255 - a) + 127) / 255);
+        result.pixel(x, y)[c] = static_cast<std::uint8_t>((pixel[c] * a + checker(x, y) * (255 - a) + 127) / 255);
     }
-  return result;
-}
-
-picture without_alpha(const picture& p) {
-  if (p.channels == 3) return p;
-  picture result(p.size, 3);
-  for (int y = 0; y < p.size.height; ++y)
-    for (int x = 0; x < p.size.width; ++x) std::copy_n(p.pixel(x, y), 3, result.pixel(x, y));
   return result;
 }
 
@@ -107,9 +100,7 @@ picture colored(frame_source& source, const route& way) {
   read_frame(source, line.input());
   line.run();
   const picture colors = to_picture(line.output(), source.size());
-  if (const auto alpha = find_selection(source.format(), "A"); alpha && source.format().alpha)
-    return over_checkerboard(colors, grey(line.input(), *alpha));
-  return without_alpha(colors);
+  return colors.channels == 4 ? over_checkerboard(colors) : colors;
 }
 
 picture grey(frame_source& source, const selection& wanted) {
@@ -125,12 +116,11 @@ picture picture_of(frame_source& source, const show_options& o) {
     if (!wanted) unknown_plane(f, o.plane);
     return grey(source, *wanted);
   }
+  if (f.model == catalogue::color_model::luma || f.model == catalogue::color_model::alpha) return grey(source, {});
   if (const std::optional<route> way = find_route_to_rgb(f, o.matrix)) {
-    for (const catalogue::format* passed : way->formats()) require_whole_rows(*passed, source.size());
+    for (const catalogue::format* passed : way->formats()) require_whole_picture(*passed, source.size());
     return colored(source, *way);
   }
-  if (f.model == catalogue::color_model::luma) return grey(source, *find_selection(f, "Y"));
-  if (f.model == catalogue::color_model::alpha) return grey(source, *find_selection(f, "A"));
   wrong_arguments("no conversion leads from ", f.name, " to RGB; --plane shows one of its planes or components");
 }
 
@@ -138,7 +128,7 @@ picture picture_of(frame_source& source, const show_options& o) {
 
 void show(const show_options& o) {
   if (!names_png(o.output) && o.output != "-") wrong_arguments("the picture is a PNG: ", o.output, " must end in .png");
-  const auto source = open_source({o.input, o.format, o.size, o.stride, o.frame});
+  const auto source = open_source({o.input, o.format, o.size, o.strides, o.frame});
   const picture result = picture_of(*source, o);
   output_file file(o.output);
   write_png(file.stream(), file.name(), result);

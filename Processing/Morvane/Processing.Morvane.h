@@ -356,7 +356,429 @@ MORVANE_API void bgr_709(const uint8_t* p_src_bgr, int src_bgr_stride, uint8_t* 
 
 }  // namespace bgr_709
 
+// Planar, semi-planar and luma.
+//
+//   y_uv      a plane of luma and a plane of interleaved chroma, Cb Cr, one sample of each for two pixels
+//   y_u_v     planes of luma, Cb and Cr
+//
+// In 4:2:2 every image row has a chroma row; in 4:2:0 two image rows share one. 4:2:0 chroma is that of the upper row
+// as it is; on the way back to 4:2:2 every chroma row is repeated. Nothing is averaged or interpolated.
+
+namespace uyvy {
+
+// Whole pairs only: the last pixel of an odd line is neither read nor written. Where planes of a line overlap, the
+// pairs are split one after the other. To 4:2:0 the image goes row by row and chroma has (yres + 1) / 2 rows, of which
+// row k comes from image row 2k; a band of an image must begin at an even row.
+//
+// uyvy::y_u_v_422 takes an image as one line when the strides of both chroma planes are half that of luma and the
+// others are tight. At an odd width the chroma of that line is longer than its rows: yres * xres / 2 samples. So bands
+// of odd width that are converted at once need wider chroma strides.
+MORVANE_API void y_uv_422(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_y, int dst_y_stride,
+                          uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+MORVANE_API void y_uv_420(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_y, int dst_y_stride,
+                          uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+MORVANE_API void y_u_v_422(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_y, int dst_y_stride,
+                           uint8_t* p_dst_u, int dst_u_stride, uint8_t* p_dst_v, int dst_v_stride, int xres, int yres);
+MORVANE_API void y_u_v_420(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_y, int dst_y_stride,
+                           uint8_t* p_dst_u, int dst_u_stride, uint8_t* p_dst_v, int dst_v_stride, int xres, int yres);
+
+// Luma alone. With key_color_alpha_rescale, luma Y of video range is stretched to a key of full range:
+// clamp((301 Y - 5117) >> 8, 0, 255), so 17 and below give 0, and 234 and above give 255. A line of odd width completes
+// its last pair: it reads two bytes past the line and writes one.
+MORVANE_API void y(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_y, int dst_y_stride, int xres,
+                   int yres, bool key_color_alpha_rescale);
+
+// Y Cb Cr 255 for every pixel, with the chroma of its pair. A line of odd width completes its last pair: it reads two
+// bytes past the line and writes four.
+MORVANE_API void ycbcrx(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_ycbcrx, int dst_ycbcrx_stride,
+                        int xres, int yres);
+
+}  // namespace uyvy
+
+namespace y {
+
+// Samples to 16 bits: value * 256.
+MORVANE_API void y16(const uint8_t* p_src_y, int src_y_stride, uint16_t* p_dst_y, int dst_y_stride, int xres, int yres);
+
+// Grey video: every luma byte after a chroma byte of 128. With alpha_rescale, luma of full range is brought to video
+// range: ((220 Y) >> 8) + 16.
+MORVANE_API void uyvy(const uint8_t* p_src_y, int src_y_stride, uint8_t* p_dst_ycbcr, int dst_ycbcr_stride, int xres,
+                      int yres, bool alpha_rescale);
+
+}  // namespace y
+
+namespace y16 {
+
+// A copy, or with alpha_rescale 16-bit key luma of video range (4096 to 60160) stretched to full range:
+// clamp((1197 Y - 4902912) >> 10, 0, 65535).
+MORVANE_API void y16(const uint16_t* p_src_y, int src_y_stride, uint16_t* p_dst_y, int dst_y_stride, int xres, int yres,
+                     bool alpha_rescale);
+
+}  // namespace y16
+
+namespace y_uv {
+
+// A copy of a 4:2:0 image: yres rows of luma, and yres / 2 rows of xres / 2 pairs of chroma.
+MORVANE_API void y_uv(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_uv, int src_uv_stride,
+                      uint8_t* p_dst_y, int dst_y_stride, uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+
+// To 4:2:2: source chroma row k, xres bytes of it, goes to rows 2k and 2k + 1. With an odd height the last chroma row
+// of the destination is not written.
+MORVANE_API void y_uv_to422(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_uv, int src_uv_stride,
+                            uint8_t* p_dst_y, int dst_y_stride, uint8_t* p_dst_cbcr, int dst_cbcr_stride,
+                            int input_xres, int input_yres);
+
+}  // namespace y_uv
+
+namespace y_u_v {
+
+// To semi-planar 4:2:0: luma is copied, and input_yres / 2 rows of xres / 2 samples of Cb and Cr are interleaved. The
+// chroma is taken as one line when it has one row, or when dst_cbcr_stride is xres and both chroma strides of the
+// source are xres / 2.
+MORVANE_API void y_uv(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_u, int src_u_stride,
+                      const uint8_t* p_src_v, int src_v_stride, uint8_t* p_dst_y, int dst_y_stride, uint8_t* p_dst_cbcr,
+                      int dst_cbcr_stride, int xres, int input_yres);
+
+// To semi-planar 4:2:2: source chroma row k goes to rows 2k and 2k + 1. With an odd height the last chroma row of the
+// destination is not written.
+MORVANE_API void y_uv_to422(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_u, int src_u_stride,
+                            const uint8_t* p_src_v, int src_v_stride, uint8_t* p_dst_y, int dst_y_stride,
+                            uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int input_yres);
+
+}  // namespace y_u_v
+
+// Chroma alone, to 16 bits (value * 256) and to 4:2:2 by repeating rows. The 16-bit destination may also be given by a
+// byte pointer, of any address.
+
+namespace cb_cr_8_420 {
+
+// xres is the number of Cb samples in a row, yres the number of source rows.
+MORVANE_API void cbcr_16_422(const uint8_t* p_src_cb, int src_cb_stride, const uint8_t* p_src_cr, int src_cr_stride,
+                             uint16_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+MORVANE_API void cbcr_16_422(const uint8_t* p_src_cb, int src_cb_stride, const uint8_t* p_src_cr, int src_cr_stride,
+                             uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+
+}  // namespace cb_cr_8_420
+
+namespace cb_cr_16_422 {
+
+// Interleaves xres words of Cb and of Cr in each of yres rows.
+MORVANE_API void cbcr_16_422(const uint16_t* p_src_cb, int src_cb_stride, const uint16_t* p_src_cr, int src_cr_stride,
+                             uint16_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+
+}  // namespace cb_cr_16_422
+
+namespace cbcr_8_420 {
+
+// xres is the length of a source row in bytes, yres the number of source rows. An odd length is rounded up to a whole
+// pair: one byte past the row is read, and a whole pair is written.
+MORVANE_API void cbcr_16_422(const uint8_t* p_src_cbcr, int src_cbcr_stride, uint16_t* p_dst_cbcr, int dst_cbcr_stride,
+                             int xres, int yres);
+MORVANE_API void cbcr_16_422(const uint8_t* p_src_cbcr, int src_cbcr_stride, uint8_t* p_dst_cbcr, int dst_cbcr_stride,
+                             int xres, int yres);
+
+}  // namespace cbcr_8_420
+
+// RGB to 4:4:4 YCbCr, with the direct matrices above; unsuffixed namespaces are BT.709. The layouts are
+//
+//   ycbcra    Y Cb Cr A                crcbya    Cr Cb Y A
+//   ycbcrx    Y Cb Cr x                crcbyx    Cr Cb Y x
+//
+// Cb and the fourth byte (alpha as it is, or x = 255) are those of their pixel. Luma and Cr are not: in every line,
+// only those of the last pixel are stored, and they are stored in the first pixel. Bytes 0 and 2 of all other pixels
+// keep what they held. In the first pixel
+//
+//   ycbcra    byte 0 takes Y and byte 2 Cr;  ycbcrx    byte 0 takes Cr and byte 2 Y;  in a line of one pixel, the
+//   reverse crcbya    byte 0 takes Y and byte 2 Cr crcbyx    byte 0 takes Cr and byte 2 Y
+//
+// A tight image is one line.
+
+namespace bgra_601 {
+
+MORVANE_API void ycbcra(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_ycbcra, int dst_ycbcra_stride,
+                        int xres, int yres);
+MORVANE_API void crcbya(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_crcbya, int dst_crcbya_stride,
+                        int xres, int yres);
+
+}  // namespace bgra_601
+
+namespace rgba_601 {
+
+MORVANE_API void ycbcra(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_ycbcra, int dst_ycbcra_stride,
+                        int xres, int yres);
+MORVANE_API void crcbya(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_crcbya, int dst_crcbya_stride,
+                        int xres, int yres);
+
+}  // namespace rgba_601
+
+namespace bgrx_601 {
+
+MORVANE_API void ycbcrx(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_ycbcrx, int dst_ycbcrx_stride,
+                        int xres, int yres);
+MORVANE_API void crcbyx(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_crcbyx, int dst_crcbyx_stride,
+                        int xres, int yres);
+
+}  // namespace bgrx_601
+
+namespace rgbx_601 {
+
+MORVANE_API void ycbcrx(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_ycbcrx, int dst_ycbcrx_stride,
+                        int xres, int yres);
+MORVANE_API void crcbyx(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_crcbyx, int dst_crcbyx_stride,
+                        int xres, int yres);
+
+}  // namespace rgbx_601
+
+namespace bgra_709 {
+
+MORVANE_API void ycbcra(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_ycbcra, int dst_ycbcra_stride,
+                        int xres, int yres);
+MORVANE_API void crcbya(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_crcbya, int dst_crcbya_stride,
+                        int xres, int yres);
+
+}  // namespace bgra_709
+
+namespace rgba_709 {
+
+MORVANE_API void ycbcra(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_ycbcra, int dst_ycbcra_stride,
+                        int xres, int yres);
+MORVANE_API void crcbya(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_crcbya, int dst_crcbya_stride,
+                        int xres, int yres);
+
+}  // namespace rgba_709
+
+namespace bgrx_709 {
+
+MORVANE_API void ycbcrx(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_ycbcrx, int dst_ycbcrx_stride,
+                        int xres, int yres);
+MORVANE_API void crcbyx(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_crcbyx, int dst_crcbyx_stride,
+                        int xres, int yres);
+
+}  // namespace bgrx_709
+
+namespace rgbx_709 {
+
+MORVANE_API void ycbcrx(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_ycbcrx, int dst_ycbcrx_stride,
+                        int xres, int yres);
+MORVANE_API void crcbyx(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_crcbyx, int dst_crcbyx_stride,
+                        int xres, int yres);
+
+}  // namespace rgbx_709
+
+namespace bgra {
+
+MORVANE_API void ycbcra(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_ycbcra, int dst_ycbcra_stride,
+                        int xres, int yres);
+MORVANE_API void crcbya(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_crcbya, int dst_crcbya_stride,
+                        int xres, int yres);
+
+}  // namespace bgra
+
+namespace rgba {
+
+MORVANE_API void ycbcra(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_ycbcra, int dst_ycbcra_stride,
+                        int xres, int yres);
+MORVANE_API void crcbya(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_crcbya, int dst_crcbya_stride,
+                        int xres, int yres);
+
+}  // namespace rgba
+
+namespace bgrx {
+
+MORVANE_API void ycbcrx(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_ycbcrx, int dst_ycbcrx_stride,
+                        int xres, int yres);
+MORVANE_API void crcbyx(const uint8_t* p_src_bgrx, int src_bgrx_stride, uint8_t* p_dst_crcbyx, int dst_crcbyx_stride,
+                        int xres, int yres);
+
+}  // namespace bgrx
+
+namespace rgbx {
+
+MORVANE_API void ycbcrx(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_ycbcrx, int dst_ycbcrx_stride,
+                        int xres, int yres);
+MORVANE_API void crcbyx(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p_dst_crcbyx, int dst_crcbyx_stride,
+                        int xres, int yres);
+
+}  // namespace rgbx
+
+// RGB with alpha to video with a key: a plane of uyvy, by the direct matrices, and a plane of alpha as it is. Colour is
+// not premultiplied. Whole pairs only: the last pixel of an odd line is neither read nor written. Where planes of a
+// line overlap, the pairs are converted one after the other.
+//
+// When p_alpha_all_255 is not null it receives whether all alpha that was converted is 255; the alpha of a last odd
+// pixel does not count. The whole image is converted either way.
+
+namespace bgra {
+
+MORVANE_API void uyvy_a(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                        uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, bool* p_alpha_all_255);
+
+}  // namespace bgra
+
+namespace bgra_601 {
+
+MORVANE_API void uyvy_a(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                        uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, bool* p_alpha_all_255);
+
+}  // namespace bgra_601
+
+namespace bgra_709 {
+
+MORVANE_API void uyvy_a(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                        uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, bool* p_alpha_all_255);
+
+}  // namespace bgra_709
+
+namespace rgba {
+
+MORVANE_API void uyvy_a(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                        uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, bool* p_alpha_all_255);
+
+}  // namespace rgba
+
+namespace rgba_601 {
+
+MORVANE_API void uyvy_a(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                        uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, bool* p_alpha_all_255);
+
+}  // namespace rgba_601
+
+namespace rgba_709 {
+
+MORVANE_API void uyvy_a(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                        uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, bool* p_alpha_all_255);
+
+}  // namespace rgba_709
+
+// Video with a key.
+//
+//   ya_uv     a plane of luma and alpha, Y A, and a plane of interleaved chroma, Cb Cr, one sample of each for two
+//   pixels
+//
+// These lines complete the last pair of an odd width, reading and writing all of it, except those to RGB, which leave
+// the last pixel out.
+
+namespace uyvy {
+
+// The luma and chroma of a fill with the luma of a second image as alpha; with key_color_alpha_rescale that luma is
+// stretched as uyvy::y does it. Each line converts its first pair alone: one pair a row, or one pair of the whole image
+// when all strides are tight.
+MORVANE_API void ya_uv(const uint8_t* p_src0_uyvy, int src0_uyvy_stride, const uint8_t* p_src1_uyvy,
+                       int src1_uyvy_stride, uint8_t* p_dst_ya, int dst_ya_stride, uint8_t* p_dst_cbcr,
+                       int dst_cbcr_stride, int xres, int yres, bool key_color_alpha_rescale);
+
+}  // namespace uyvy
+
+namespace uyvy_a {
+
+// Copies of the samples.
+MORVANE_API void ya_uv(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha, int src_alpha_stride,
+                       uint8_t* p_dst_ya, int dst_ya_stride, uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres,
+                       int yres);
+
+// Both pixels of a pair take its chroma.
+MORVANE_API void ycbcra(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha,
+                        int src_alpha_stride, uint8_t* p_dst_ycbcra, int dst_ycbcra_stride, int xres, int yres);
+MORVANE_API void crcbya(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha,
+                        int src_alpha_stride, uint8_t* p_dst_crcbya, int dst_crcbya_stride, int xres, int yres);
+
+// Composites over black: 16 + (((Y - 16) * (A + 1)) >> 8) and 128 + (((C - 128) * (A + 1)) >> 8). Cb takes the alpha of
+// the even pixel and Cr that of the odd one.
+MORVANE_API void uyvy(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha, int src_alpha_stride,
+                      uint8_t* p_dst_uyvy, int dst_uyvy_stride, int xres, int yres);
+
+// To RGB with the alpha of its plane. The matrix has 6 fractional bits: with u = Cb - 128, v = Cr - 128 and
+// y = 74 Y - 1192, each byte is clamp(t >> 6, 0, 255) of
+//
+//   BT.601   B = y + 128 u                            BT.709   B = y + 128 u
+//            G = y -  25 u -  52 v                             G = y -  14 u -  34 v
+//            R = y + 102 v                                     R = y + 115 v
+//
+// Both pixels of a pair take its chroma.
+MORVANE_API void bgra(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha, int src_alpha_stride,
+                      uint8_t* p_dst_bgra, int dst_bgra_stride, int xres, int yres, e_ycbcr_color_space color_space);
+MORVANE_API void bgra_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha,
+                          int src_alpha_stride, uint8_t* p_dst_bgra, int dst_bgra_stride, int xres, int yres);
+MORVANE_API void bgra_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha,
+                          int src_alpha_stride, uint8_t* p_dst_bgra, int dst_bgra_stride, int xres, int yres);
+MORVANE_API void rgba(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha, int src_alpha_stride,
+                      uint8_t* p_dst_rgba, int dst_rgba_stride, int xres, int yres, e_ycbcr_color_space color_space);
+MORVANE_API void rgba_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha,
+                          int src_alpha_stride, uint8_t* p_dst_rgba, int dst_rgba_stride, int xres, int yres);
+MORVANE_API void rgba_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, const uint8_t* p_src_alpha,
+                          int src_alpha_stride, uint8_t* p_dst_rgba, int dst_rgba_stride, int xres, int yres);
+
+}  // namespace uyvy_a
+
+// From 4:4:4 to video: chroma is that of the even pixel. With alpha, `::uyvy` composites over black as uyvy_a::uyvy
+// does, and `::uyvy_a` copies the samples and alpha; p_alpha_all_255, when not null, receives whether all alpha that
+// was written is 255, that of a completed pair included.
+
+namespace ycbcra {
+
+MORVANE_API void uyvy(const uint8_t* p_src_ycbcra, int src_ycbcra_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+MORVANE_API void uyvy_a(const uint8_t* p_src_ycbcra, int src_ycbcra_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                        uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, bool* p_alpha_all_255);
+
+}  // namespace ycbcra
+
+namespace vuya {
+
+MORVANE_API void uyvy(const uint8_t* p_src_vuya, int src_vuya_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+MORVANE_API void uyvy_a(const uint8_t* p_src_vuya, int src_vuya_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                        uint8_t* p_dst_alpha, int dst_alpha_stride, int xres, int yres, bool* p_alpha_all_255);
+
+}  // namespace vuya
+
+namespace ycbcrx {
+
+MORVANE_API void uyvy(const uint8_t* p_src_ycbcrx, int src_ycbcrx_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace ycbcrx
+
+namespace vuyx {
+
+MORVANE_API void uyvy(const uint8_t* p_src_vuyx, int src_vuyx_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+}  // namespace vuyx
+
+// Planar RGB and luminance.
+
+namespace uyvy {
+
+// To planes of R, G and B of one common stride, with the matrix of uyvy_a::bgra. Whole pairs only: the last pixel of an
+// odd line is neither read nor written.
+MORVANE_API void r_g_b(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_r, uint8_t* p_dst_g,
+                       uint8_t* p_dst_b, int dst_stride, int xres, int yres, e_ycbcr_color_space color_space);
+MORVANE_API void r_g_b_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_r, uint8_t* p_dst_g,
+                           uint8_t* p_dst_b, int dst_stride, int xres, int yres);
+MORVANE_API void r_g_b_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_r, uint8_t* p_dst_g,
+                           uint8_t* p_dst_b, int dst_stride, int xres, int yres);
+
+}  // namespace uyvy
+
+namespace L {
+
+// B = G = R = L and alpha 255.
+MORVANE_API void bgra(const uint8_t* p_src_L, int src_L_stride, uint8_t* p_dst_bgra, int dst_bgra_stride, int xres,
+                      int yres);
+
+}  // namespace L
+
 }  // namespace format_conversion
+
+namespace sum_absolute_differences {
+
+// The sum of |a - b| over all bytes of two images of xres * yres bytes, exact.
+MORVANE_API uint64_t difference(const uint8_t* p_src_data, int src_stride, const uint8_t* p_dst_data, int dst_stride,
+                                int xres, int yres);
+
+}  // namespace sum_absolute_differences
+
 }  // namespace Processing::Morvane
 
 #endif

@@ -20,6 +20,14 @@ inline void copy(const uint8_t* p_src, uint8_t* p_dst, const int no_pixels) {
   if (no_pixels > 0) std::memcpy(p_dst, p_src, static_cast<size_t>(no_pixels) * bytes_per_pixel);
 }
 
+// Video-range luma stretched to a key of full range: 17 and below give 0, 234 and above 255.
+inline constexpr int key_multiplier = 301;
+inline constexpr int key_offset = -5117;
+
+MORVANE_INLINE uint8_t key_from_luma(const int y) {
+  return clamp_to_byte((key_multiplier * y + key_offset) >> 8);
+}
+
 namespace bgra {
 
 // Copies pixels of four bytes and tells whether the fourth byte of all of them is 255.
@@ -155,19 +163,188 @@ inline void yuy2(const uint8_t* p_src_uyvy, uint8_t* p_dst_yuy2, const int no_pi
   backend::line_of<yuy2_kernel>()(p_src_uyvy, p_dst_yuy2, no_pixels);
 }
 
-// One component of RGB, for a pixel and for the pixels of a vector.
-template <ycbcr_weights w>
-MORVANE_INLINE uint8_t rgb_component(const int y, const int cb, const int cr) {
-  constexpr ycbcr_weights k = w;
-  return clamp_to_byte((k.y * y + k.cb * cb + k.cr * cr + k.constant) >> 8);
+// Pairs to luma and interleaved chroma: four bytes to two and two.
+template <bool write_chroma>
+struct y_uv_kernel {
+  static constexpr int chroma_bytes = write_chroma ? 2 : 0;
+
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* y, uint8_t* cbcr) {
+    y[0] = src[1];
+    y[1] = src[3];
+    if constexpr (write_chroma) {
+      cbcr[0] = src[0];
+      cbcr[1] = src[2];
+    }
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* y, uint8_t* cbcr) {
+    const auto split = V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
+    V::store(y, split.second);
+    if constexpr (write_chroma) V::store(cbcr, split.first);
+  }
+
+  // The last pixel of an odd line is neither read nor written.
+  template <class V>
+  static void line(const uint8_t* p_src_uyvy, uint8_t* p_dst_y, uint8_t* p_dst_cbcr, const int no_pixels) {
+    y_uv_kernel kernel;
+    walk_in_order<V, 4, 2, chroma_bytes>(kernel, whole_pairs(no_pixels), p_src_uyvy, p_dst_y, p_dst_cbcr);
+  }
+};
+
+template <bool src_align, bool dst_align, bool write_chroma>
+inline void y_uv(const uint8_t* p_src_uyvy, uint8_t* p_dst_y, uint8_t* p_dst_cbcr, const int no_pixels) {
+  backend::line_of<y_uv_kernel<write_chroma>>()(p_src_uyvy, p_dst_y, p_dst_cbcr, no_pixels);
 }
 
-template <class V, ycbcr_weights w>
+// Pairs to luma, Cb and Cr: four bytes to two, one and one.
+template <bool write_chroma>
+struct y_u_v_kernel {
+  static constexpr int chroma_bytes = write_chroma ? 1 : 0;
+
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* y, uint8_t* cb, uint8_t* cr) {
+    y[0] = src[1];
+    y[1] = src[3];
+    if constexpr (write_chroma) {
+      cb[0] = src[0];
+      cr[0] = src[2];
+    }
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* y, uint8_t* cb, uint8_t* cr) {
+    const auto first = V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
+    const auto second = V::deinterleave2(V::load(src + 2 * V::block_bytes), V::load(src + 3 * V::block_bytes));
+    V::store(y, first.second);
+    V::store(y + V::block_bytes, second.second);
+    if constexpr (write_chroma) {
+      const auto chroma = V::deinterleave2(first.first, second.first);
+      V::store(cb, chroma.first);
+      V::store(cr, chroma.second);
+    }
+  }
+
+  // The last pixel of an odd line is neither read nor written.
+  template <class V>
+  static void line(const uint8_t* p_src_ycbcr, uint8_t* p_dst_y, uint8_t* p_dst_cb, uint8_t* p_dst_cr,
+                   const int no_pixels) {
+    y_u_v_kernel kernel;
+    walk_in_order<V, 4, 2, chroma_bytes, chroma_bytes>(kernel, whole_pairs(no_pixels), p_src_ycbcr, p_dst_y, p_dst_cb,
+                                                       p_dst_cr);
+  }
+};
+
+template <bool src_align, bool dst_align, bool write_chroma>
+inline void y_u_v(const uint8_t* p_src_ycbcr, uint8_t* p_dst_y, uint8_t* p_dst_cb, uint8_t* p_dst_cr,
+                  const int no_pixels) {
+  backend::line_of<y_u_v_kernel<write_chroma>>()(p_src_ycbcr, p_dst_y, p_dst_cb, p_dst_cr, no_pixels);
+}
+
+// Pairs to luma alone, as it is or stretched to a key.
+template <bool key_color_alpha_rescale>
+struct y_kernel {
+  MORVANE_INLINE static uint8_t luma(const uint8_t y) {
+    if constexpr (key_color_alpha_rescale) return key_from_luma(y);
+    return y;
+  }
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const uint8_t odd = src[3];
+    dst[0] = luma(src[1]);
+    dst[1] = luma(odd);
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto y = V::deinterleave2(V::load(src), V::load(src + V::block_bytes)).second;
+    if constexpr (key_color_alpha_rescale)
+      V::store(dst, V::template linear<key_multiplier, key_offset>(y));
+    else
+      V::store(dst, y);
+  }
+
+  // An odd line completes its last pair.
+  template <class V>
+  static void line(const uint8_t* p_src_uyvy, uint8_t* p_dst_y, const int no_pixels) {
+    y_kernel kernel;
+    walk<V, 4, 2>(kernel, begun_pairs(no_pixels), p_src_uyvy, p_dst_y);
+  }
+};
+
+template <bool src_align, bool dst_align, bool key_color_alpha_rescale>
+inline void y(const uint8_t* p_src_uyvy, uint8_t* p_dst_y, const int no_pixels) {
+  backend::line_of<y_kernel<key_color_alpha_rescale>>()(p_src_uyvy, p_dst_y, no_pixels);
+}
+
+// Pairs to two pixels Y Cb Cr 255, which share the pair's chroma.
+struct ycbcrx_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const uint8_t pair[] = {src[1], src[0], src[2], 255, src[3], src[0], src[2], 255};
+    for (int i = 0; i < 8; ++i) dst[i] = pair[i];
+  }
+
+  template <class V>
+  static constexpr size_t step = V::lanes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto pairs = V::load_uyvy(src);
+    V::store4(dst, V::luma(pairs), V::cb(pairs), V::cr(pairs), V::same(255));
+  }
+
+  // An odd line completes its last pair.
+  template <class V>
+  static void line(const uint8_t* p_src_uyvy, uint8_t* p_dst_ycbcrx, const int no_pixels) {
+    ycbcrx_kernel kernel;
+    walk<V, 4, 8>(kernel, begun_pairs(no_pixels), p_src_uyvy, p_dst_ycbcrx);
+  }
+};
+
+template <bool src_align, bool dst_align>
+inline void ycbcrx(const uint8_t* p_src_uyvy, uint8_t* p_dst_ycbcrx, const int no_pixels) {
+  backend::line_of<ycbcrx_kernel>()(p_src_uyvy, p_dst_ycbcrx, no_pixels);
+}
+
+// The luma of a fill and the key made from the luma of a second image, for the first pair of a line alone.
+template <bool src_align, bool dst_align, bool key_color_alpha_rescale>
+inline void ya_uv(const uint8_t* p_src0_uyvy, const uint8_t* p_src1_uyvy, uint8_t* p_dst_ya, uint8_t* p_dst_cbcr,
+                  const int no_pixels) {
+  using key = y_kernel<key_color_alpha_rescale>;
+  if (no_pixels < 1) return;
+  p_dst_cbcr[0] = p_src0_uyvy[0];
+  p_dst_cbcr[1] = p_src0_uyvy[2];
+  p_dst_ya[0] = p_src0_uyvy[1];
+  p_dst_ya[1] = key::luma(p_src1_uyvy[1]);
+  p_dst_ya[2] = p_src0_uyvy[3];
+  p_dst_ya[3] = key::luma(p_src1_uyvy[3]);
+}
+
+// One component of RGB, for a pixel and for the pixels of a vector: clamp(sum >> bits, 0, 255).
+template <ycbcr_weights w, int bits>
+MORVANE_INLINE uint8_t rgb_component(const int y, const int cb, const int cr) {
+  constexpr ycbcr_weights k = w;
+  return clamp_to_byte((k.y * y + k.cb * cb + k.cr * cr + k.constant) >> bits);
+}
+
+template <class V, ycbcr_weights w, int bits>
 MORVANE_INLINE auto rgb_component(const typename V::pairs& pairs) {
-  constexpr split_weights s = split(w);
-  static_assert(fits_16_bits(s));
-  return V::narrow_saturating(
-      V::template add_shifted<8>(V::template weigh<s.whole>(pairs), V::template weigh<s.rest>(pairs)));
+  if constexpr (is_exact(w, bits)) {
+    constexpr short_sum s = shorten(w, bits);
+    return V::narrow_saturating(V::template shift_right_signed<s.bits>(V::template weigh<s.weights>(pairs)));
+  } else {
+    constexpr split_weights s = split(w, bits);
+    static_assert(is_exact(s));
+    return V::narrow_saturating(
+        V::template add_shifted<bits>(V::template weigh<s.whole>(pairs), V::template weigh<s.rest>(pairs)));
+  }
 }
 
 // Pairs to two pixels of three bytes, or of four bytes of which the fourth is 255. Both pixels take the pair's chroma.
@@ -180,9 +357,9 @@ struct rgb_kernel {
   static constexpr ycbcr_weights third = is_rgba ? matrix::b : matrix::r;
 
   MORVANE_INLINE static void pixel(uint8_t* dst, const int y, const int cb, const int cr) {
-    dst[0] = rgb_component<first>(y, cb, cr);
-    dst[1] = rgb_component<second>(y, cb, cr);
-    dst[2] = rgb_component<third>(y, cb, cr);
+    dst[0] = rgb_component<first, 8>(y, cb, cr);
+    dst[1] = rgb_component<second, 8>(y, cb, cr);
+    dst[2] = rgb_component<third, 8>(y, cb, cr);
     if constexpr (bytes_per_pixel == 4) dst[3] = 255;
   }
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
@@ -199,9 +376,9 @@ struct rgb_kernel {
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
     const auto pairs = V::load_uyvy(src);
-    const auto byte0 = rgb_component<V, first>(pairs);
-    const auto byte1 = rgb_component<V, second>(pairs);
-    const auto byte2 = rgb_component<V, third>(pairs);
+    const auto byte0 = rgb_component<V, first, 8>(pairs);
+    const auto byte1 = rgb_component<V, second, 8>(pairs);
+    const auto byte2 = rgb_component<V, third, 8>(pairs);
     if constexpr (bytes_per_pixel == 4)
       V::store4(dst, byte0, byte1, byte2, V::same(255));
     else
@@ -238,5 +415,607 @@ inline void rgba_and_bgra(const uint8_t* p_src_uyvy, uint8_t* p_dst_bgra, const 
 }
 
 }  // namespace uyvy
+
+namespace uyvy_a {
+
+// A pair and its two alphas to luma with alpha, and chroma: Y A Y A and Cb Cr.
+struct ya_uv_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, const uint8_t* alpha, uint8_t* ya, uint8_t* cbcr) {
+    ya[0] = src[1];
+    ya[1] = alpha[0];
+    ya[2] = src[3];
+    ya[3] = alpha[1];
+    cbcr[0] = src[0];
+    cbcr[1] = src[2];
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* ya, uint8_t* cbcr) {
+    const auto split = V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
+    const auto joined = V::interleave2(split.second, V::load(alpha));
+    V::store(ya, joined.first);
+    V::store(ya + V::block_bytes, joined.second);
+    V::store(cbcr, split.first);
+  }
+
+  // An odd line completes its last pair.
+  template <class V>
+  static void line(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_ya, uint8_t* p_dst_cbcr,
+                   const int no_pixels) {
+    ya_uv_kernel kernel;
+    walk<V, 4, 2, 4, 2>(kernel, begun_pairs(no_pixels), p_src_uyvy, p_src_alpha, p_dst_ya, p_dst_cbcr);
+  }
+};
+
+template <bool src_align, bool dst_align>
+inline void ya_uv(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_ya, uint8_t* p_dst_cbcr,
+                  const int no_pixels) {
+  backend::line_of<ya_uv_kernel>()(p_src_uyvy, p_src_alpha, p_dst_ya, p_dst_cbcr, no_pixels);
+}
+
+// A pair and its two alphas to two pixels of 4:4:4, which share the pair's chroma: Y Cb Cr A or Cr Cb Y A.
+template <bool is_crcby>
+struct ycbcra_kernel {
+  MORVANE_INLINE static void pixel(uint8_t* dst, const uint8_t y, const uint8_t cb, const uint8_t cr, const uint8_t a) {
+    dst[0] = is_crcby ? cr : y;
+    dst[1] = cb;
+    dst[2] = is_crcby ? y : cr;
+    dst[3] = a;
+  }
+  MORVANE_INLINE static void rule(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
+    pixel(dst, src[1], src[0], src[2], alpha[0]);
+    pixel(dst + 4, src[3], src[0], src[2], alpha[1]);
+  }
+
+  template <class V>
+  static constexpr size_t step = V::lanes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
+    const auto pairs = V::load_uyvy(src);
+    const auto y = V::luma(pairs);
+    const auto cr = V::cr(pairs);
+    V::store4(dst, is_crcby ? cr : y, V::cb(pairs), is_crcby ? y : cr, V::load_bytes(alpha));
+  }
+
+  // An odd line completes its last pair.
+  template <class V>
+  static void line(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_ycbcra, const int no_pixels) {
+    ycbcra_kernel kernel;
+    walk<V, 4, 2, 8>(kernel, begun_pairs(no_pixels), p_src_uyvy, p_src_alpha, p_dst_ycbcra);
+  }
+};
+
+template <bool src_align, bool dst_align>
+inline void ycbcra(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_ycbcra, const int no_pixels) {
+  backend::line_of<ycbcra_kernel<false>>()(p_src_uyvy, p_src_alpha, p_dst_ycbcra, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void crcbya(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_crcbya, const int no_pixels) {
+  backend::line_of<ycbcra_kernel<true>>()(p_src_uyvy, p_src_alpha, p_dst_crcbya, no_pixels);
+}
+
+// Pairs to pixels of RGB with the alpha of their plane, not premultiplied.
+template <bool ccir_709, bool is_rgba>
+struct rgba_and_bgra_kernel {
+  using matrix = ycbcr_to_rgb_coarse<ccir_709>;
+
+  static constexpr ycbcr_weights first = is_rgba ? matrix::r : matrix::b;
+  static constexpr ycbcr_weights second = matrix::g;
+  static constexpr ycbcr_weights third = is_rgba ? matrix::b : matrix::r;
+
+  MORVANE_INLINE static void pixel(uint8_t* dst, const int y, const int cb, const int cr, const uint8_t alpha) {
+    dst[0] = uyvy::rgb_component<first, 6>(y, cb, cr);
+    dst[1] = uyvy::rgb_component<second, 6>(y, cb, cr);
+    dst[2] = uyvy::rgb_component<third, 6>(y, cb, cr);
+    dst[3] = alpha;
+  }
+  MORVANE_INLINE static void rule(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
+    pixel(dst, src[1], src[0], src[2], alpha[0]);
+    pixel(dst + 4, src[3], src[0], src[2], alpha[1]);
+  }
+
+  template <class V>
+  static constexpr size_t step = V::lanes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
+    const auto pairs = V::load_uyvy(src);
+    V::store4(dst, uyvy::rgb_component<V, first, 6>(pairs), uyvy::rgb_component<V, second, 6>(pairs),
+              uyvy::rgb_component<V, third, 6>(pairs), V::load_bytes(alpha));
+  }
+
+  // The last pixel of an odd line is neither read nor written.
+  template <class V>
+  static void line(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_bgra, const int no_pixels) {
+    rgba_and_bgra_kernel kernel;
+    walk<V, 4, 2, 8>(kernel, whole_pairs(no_pixels), p_src_uyvy, p_src_alpha, p_dst_bgra);
+  }
+};
+
+template <bool src_align, bool dst_align, bool ccir_709, bool is_rgba>
+inline void rgba_and_bgra(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_bgra,
+                          const int no_pixels) {
+  backend::line_of<rgba_and_bgra_kernel<ccir_709, is_rgba>>()(p_src_uyvy, p_src_alpha, p_dst_bgra, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void bgra_601(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_bgra, const int no_pixels) {
+  rgba_and_bgra<src_align, dst_align, false, false>(p_src_uyvy, p_src_alpha, p_dst_bgra, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void bgra_709(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_bgra, const int no_pixels) {
+  rgba_and_bgra<src_align, dst_align, true, false>(p_src_uyvy, p_src_alpha, p_dst_bgra, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void rgba_601(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_rgba, const int no_pixels) {
+  rgba_and_bgra<src_align, dst_align, false, true>(p_src_uyvy, p_src_alpha, p_dst_rgba, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void rgba_709(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_rgba, const int no_pixels) {
+  rgba_and_bgra<src_align, dst_align, true, true>(p_src_uyvy, p_src_alpha, p_dst_rgba, no_pixels);
+}
+
+// Over black: each sample moves towards its black value by the weight (A + 1) / 256 of its own pixel. Cb is the chroma
+// of the even pixel and Cr that of the odd one, so they may be weighted differently.
+struct over_black {
+  static constexpr int black_luma = 16;
+  static constexpr int black_chroma = 128;
+
+  template <int black>
+  MORVANE_INLINE static uint8_t sample(const int value, const int alpha) {
+    return static_cast<uint8_t>(black + (((value - black) * (alpha + 1)) >> 8));
+  }
+  MORVANE_INLINE static void pair(uint8_t* dst, const int cb, const int y0, const int cr, const int y1,
+                                  const int alpha0, const int alpha1) {
+    dst[0] = sample<black_chroma>(cb, alpha0);
+    dst[1] = sample<black_luma>(y0, alpha0);
+    dst[2] = sample<black_chroma>(cr, alpha1);
+    dst[3] = sample<black_luma>(y1, alpha1);
+  }
+
+  // 256 * black added to the product keeps it in 0..65535, so 16-bit lanes hold it exactly.
+  template <int black, class V>
+  MORVANE_INLINE static auto samples(const typename V::words values, const typename V::words weight) {
+    const auto product = V::multiply(V::template add<-black>(values), weight);
+    return V::template narrow<8>(V::template add<256 * black>(product));
+  }
+  template <class V>
+  MORVANE_INLINE static void store(uint8_t* dst, const typename V::words uyvy, const typename V::bytes alpha) {
+    const auto weight = V::template add<1>(V::widen(alpha));
+    V::store_uyvy(dst, samples<black_chroma, V>(V::low_bytes(uyvy), weight),
+                  samples<black_luma, V>(V::high_bytes(uyvy), weight));
+  }
+};
+
+struct uyvy_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
+    over_black::pair(dst, src[0], src[1], src[2], src[3], alpha[0], alpha[1]);
+  }
+
+  template <class V>
+  static constexpr size_t step = V::lanes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
+    over_black::store<V>(dst, V::load_words(src), V::load_bytes(alpha));
+  }
+
+  // An odd line completes its last pair.
+  template <class V>
+  static void line(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_uyvy, const int no_pixels) {
+    uyvy_kernel kernel;
+    walk<V, 4, 2, 4>(kernel, begun_pairs(no_pixels), p_src_uyvy, p_src_alpha, p_dst_uyvy);
+  }
+};
+
+template <bool src_align, bool dst_align>
+inline void uyvy(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_t* p_dst_uyvy, const int no_pixels) {
+  backend::line_of<uyvy_kernel>()(p_src_uyvy, p_src_alpha, p_dst_uyvy, no_pixels);
+}
+
+}  // namespace uyvy_a
+
+// From pixels of 4:4:4 to pairs. Chroma is that of the even pixel alone.
+namespace of_444 {
+
+// The bytes of a pixel that hold its samples; alpha is the fourth.
+struct sample_order {
+  int y, cb, cr;
+};
+
+inline constexpr sample_order ycbcr = {0, 1, 2};
+inline constexpr sample_order crcby = {2, 1, 0};
+
+template <class V, sample_order at>
+MORVANE_INLINE auto uyvy_words(const typename V::pixels& pixels) {
+  return V::template pick_of_pairs<at.cb, at.cr, at.y>(pixels);
+}
+
+template <sample_order at>
+MORVANE_INLINE void store_pair(uint8_t* dst, const uint8_t* src) {
+  constexpr sample_order order = at;
+  const uint8_t pair[] = {src[order.cb], src[order.y], src[order.cr], src[4 + order.y]};
+  for (int i = 0; i < 4; ++i) dst[i] = pair[i];
+}
+
+template <sample_order at, bool composite_over_black>
+struct uyvy_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    constexpr sample_order order = at;
+    if constexpr (composite_over_black)
+      uyvy_a::over_black::pair(dst, src[order.cb], src[order.y], src[order.cr], src[4 + order.y], src[3], src[7]);
+    else
+      store_pair<at>(dst, src);
+  }
+
+  template <class V>
+  static constexpr size_t step = V::lanes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto pixels = V::load4(src);
+    const auto words = uyvy_words<V, at>(pixels);
+    if constexpr (composite_over_black)
+      uyvy_a::over_black::store<V>(dst, words, V::fourth(pixels));
+    else
+      V::store_words(dst, words);
+  }
+
+  // An odd line completes its last pair.
+  template <class V>
+  static void line(const uint8_t* p_src, uint8_t* p_dst_uyvy, const int no_pixels) {
+    uyvy_kernel kernel;
+    walk<V, 8, 4>(kernel, begun_pairs(no_pixels), p_src, p_dst_uyvy);
+  }
+};
+
+// With the alpha of both pixels in a plane of its own, and whether all of it is 255.
+template <sample_order at, bool track_alpha>
+struct uyvy_a_kernel {
+  template <class V>
+  struct walker {
+    opacity<V> alphas = opacity<V>::none_seen();
+
+    MORVANE_INLINE void rule(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
+      store_pair<at>(dst, src);
+      alpha[0] = src[3];
+      alpha[1] = src[7];
+      if constexpr (track_alpha) alphas.see(static_cast<uint8_t>(src[3] & src[7]));
+    }
+
+    template <class>
+    static constexpr size_t step = V::lanes / 2;
+
+    template <class>
+    MORVANE_INLINE void vector(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
+      const auto pixels = V::load4(src);
+      const auto fourth = V::fourth(pixels);
+      V::store_words(dst, uyvy_words<V, at>(pixels));
+      V::store_bytes(alpha, fourth);
+      if constexpr (track_alpha) alphas.see(fourth);
+    }
+  };
+
+  // An odd line completes its last pair.
+  template <class V>
+  static bool line(const uint8_t* p_src, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+    walker<V> w;
+    walk<V, 8, 4, 2>(w, begun_pairs(no_pixels), p_src, p_dst_uyvy, p_dst_alpha);
+    return w.alphas.is_opaque();
+  }
+};
+
+}  // namespace of_444
+
+namespace ycbcra {
+
+template <bool src_align, bool dst_align>
+inline void uyvy(const uint8_t* p_src_ycbcra, uint8_t* p_dst_uyvy, const int no_pixels) {
+  backend::line_of<of_444::uyvy_kernel<of_444::ycbcr, true>>()(p_src_ycbcra, p_dst_uyvy, no_pixels);
+}
+
+template <bool src_align, bool dst_align, bool track_alpha>
+inline bool uyvy_a(const uint8_t* p_src_ycbcra, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return backend::line_of<of_444::uyvy_a_kernel<of_444::ycbcr, track_alpha>>()(p_src_ycbcra, p_dst_uyvy, p_dst_alpha,
+                                                                               no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline bool uyvy_a_ex(const uint8_t* p_src_ycbcra, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return uyvy_a<src_align, dst_align, true>(p_src_ycbcra, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+}  // namespace ycbcra
+
+namespace vuya {
+
+template <bool src_align, bool dst_align>
+inline void uyvy(const uint8_t* p_src_vuya, uint8_t* p_dst_uyvy, const int no_pixels) {
+  backend::line_of<of_444::uyvy_kernel<of_444::crcby, true>>()(p_src_vuya, p_dst_uyvy, no_pixels);
+}
+
+template <bool src_align, bool dst_align, bool track_alpha>
+inline bool uyvy_a(const uint8_t* p_src_vuya, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return backend::line_of<of_444::uyvy_a_kernel<of_444::crcby, track_alpha>>()(p_src_vuya, p_dst_uyvy, p_dst_alpha,
+                                                                               no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline bool uyvy_a_ex(const uint8_t* p_src_vuya, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return uyvy_a<src_align, dst_align, true>(p_src_vuya, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+}  // namespace vuya
+
+namespace ycbcrx {
+
+template <bool src_align, bool dst_align>
+inline void uyvy(const uint8_t* p_src_ycbcrx, uint8_t* p_dst_uyvy, const int no_pixels) {
+  backend::line_of<of_444::uyvy_kernel<of_444::ycbcr, false>>()(p_src_ycbcrx, p_dst_uyvy, no_pixels);
+}
+
+}  // namespace ycbcrx
+
+namespace vuyx {
+
+template <bool src_align, bool dst_align>
+inline void uyvy(const uint8_t* p_src_vuyx, uint8_t* p_dst_uyvy, const int no_pixels) {
+  backend::line_of<of_444::uyvy_kernel<of_444::crcby, false>>()(p_src_vuyx, p_dst_uyvy, no_pixels);
+}
+
+}  // namespace vuyx
+
+namespace y {
+
+// The same line to two rows.
+inline void y_x2(const uint8_t* p_src_y, uint8_t* p_dst_y0, uint8_t* p_dst_y1, const int no_pixels) {
+  copy<1>(p_src_y, p_dst_y0, no_pixels);
+  copy<1>(p_src_y, p_dst_y1, no_pixels);
+}
+
+// Samples to 16 bits: value * 256.
+struct y16_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const uint8_t value = src[0];
+    dst[0] = 0;
+    dst[1] = value;
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto wide = V::interleave2(V::repeat(0), V::load(src));
+    V::store(dst, wide.first);
+    V::store(dst + V::block_bytes, wide.second);
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src_y, uint8_t* p_dst_y, const int no_pixels) {
+    y16_kernel kernel;
+    walk<V, 1, 2>(kernel, at_least_zero(no_pixels), p_src_y, p_dst_y);
+  }
+};
+
+template <bool src_align, bool dst_align>
+inline void y16(const uint8_t* p_src_y, uint16_t* p_dst_y, const int no_pixels) {
+  backend::line_of<y16_kernel>()(p_src_y, reinterpret_cast<uint8_t*>(p_dst_y), no_pixels);
+}
+
+// The same line to two rows that are dst_y_stride bytes apart.
+template <bool src_align, bool dst_align>
+inline void y16_x2_lines(const uint8_t* p_src_y, uint16_t* p_dst_y, const int dst_y_stride, const int no_pixels) {
+  y16<src_align, dst_align>(p_src_y, p_dst_y, no_pixels);
+  y16<src_align, dst_align>(p_src_y, next_line(p_dst_y, dst_y_stride), no_pixels);
+}
+
+// Luma to grey pairs: a neutral chroma byte before every luma byte, which is taken as it is or brought from full range
+// to video range.
+template <bool normalize>
+struct uyvy_kernel {
+  static constexpr int multiplier = 220;
+  static constexpr int offset = 16 * 256;
+
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const int value = src[0];
+    dst[0] = 128;
+    dst[1] = normalize ? clamp_to_byte((multiplier * value + offset) >> 8) : static_cast<uint8_t>(value);
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes;
+
+  template <class V>
+  MORVANE_INLINE static auto luma(const uint8_t* src) {
+    if constexpr (normalize)
+      return V::template linear<multiplier, offset>(V::load(src));
+    else
+      return V::load(src);
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto pairs = V::interleave2(V::repeat(128 | 128 << 8), luma<V>(src));
+    V::store(dst, pairs.first);
+    V::store(dst + V::block_bytes, pairs.second);
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src_y, uint8_t* p_dst_uyvy, const int no_pixels) {
+    uyvy_kernel kernel;
+    walk<V, 1, 2>(kernel, at_least_zero(no_pixels), p_src_y, p_dst_uyvy);
+  }
+};
+
+template <bool src_align, bool dst_align, bool normalize>
+inline void uyvy(const uint8_t* p_src_y, uint8_t* p_dst_uyvy, const int no_pixels) {
+  backend::line_of<uyvy_kernel<normalize>>()(p_src_y, p_dst_uyvy, no_pixels);
+}
+
+}  // namespace y
+
+namespace y16 {
+
+// 16-bit video-range key luma (4096 to 60160) stretched to full range.
+struct y16_kernel {
+  static constexpr int multiplier = 1197;
+  static constexpr int offset = -4902912;
+  static constexpr int bits = 10;
+
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const int t = (multiplier * (src[0] | src[1] << 8) + offset) >> bits;
+    const int value = t < 0 ? 0 : t > 65535 ? 65535 : t;
+    dst[0] = static_cast<uint8_t>(value);
+    dst[1] = static_cast<uint8_t>(value >> 8);
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    V::store(dst, V::template linear_words<multiplier, offset, bits>(V::load(src)));
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src_y, uint8_t* p_dst_y, const int no_pixels) {
+    y16_kernel kernel;
+    walk<V, 2, 2>(kernel, at_least_zero(no_pixels), p_src_y, p_dst_y);
+  }
+};
+
+template <bool src_align, bool dst_align, bool key_color_alpha_rescale>
+inline void y16(const uint16_t* p_src_y, uint16_t* p_dst_y, const int no_pixels) {
+  const auto* src = reinterpret_cast<const uint8_t*>(p_src_y);
+  auto* dst = reinterpret_cast<uint8_t*>(p_dst_y);
+  if constexpr (key_color_alpha_rescale)
+    backend::line_of<y16_kernel>()(src, dst, no_pixels);
+  else
+    copy<2>(src, dst, no_pixels);
+}
+
+}  // namespace y16
+
+// Planes of Cb and Cr, one sample each for a pair.
+namespace u_v {
+
+// Samples of one or two bytes to interleaved chroma.
+template <int sample_bytes>
+struct uv_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* cb, const uint8_t* cr, uint8_t* dst) {
+    for (int i = 0; i < sample_bytes; ++i) dst[i] = cb[i];
+    for (int i = 0; i < sample_bytes; ++i) dst[sample_bytes + i] = cr[i];
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes / sample_bytes;
+
+  template <class V>
+  MORVANE_INLINE static auto interleave(const uint8_t* cb, const uint8_t* cr) {
+    if constexpr (sample_bytes == 1)
+      return V::interleave2(V::load(cb), V::load(cr));
+    else
+      return V::interleave2_words(V::load(cb), V::load(cr));
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* cb, const uint8_t* cr, uint8_t* dst) {
+    const auto cbcr = interleave<V>(cb, cr);
+    V::store(dst, cbcr.first);
+    V::store(dst + V::block_bytes, cbcr.second);
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src_cb, const uint8_t* p_src_cr, uint8_t* p_dst_cbcr, const int no_pairs) {
+    uv_kernel kernel;
+    walk<V, sample_bytes, sample_bytes, 2 * sample_bytes>(kernel, at_least_zero(no_pairs), p_src_cb, p_src_cr,
+                                                          p_dst_cbcr);
+  }
+};
+
+template <bool src_align, bool dst_align>
+inline void uv(const uint8_t* p_src_cb, const uint8_t* p_src_cr, uint8_t* p_dst_cbcr, const int no_pairs) {
+  backend::line_of<uv_kernel<1>>()(p_src_cb, p_src_cr, p_dst_cbcr, no_pairs);
+}
+
+template <bool src_align, bool dst_align>
+inline void uv(const uint16_t* p_src_cb, const uint16_t* p_src_cr, uint16_t* p_dst_cbcr, const int no_pairs) {
+  backend::line_of<uv_kernel<2>>()(reinterpret_cast<const uint8_t*>(p_src_cb),
+                                   reinterpret_cast<const uint8_t*>(p_src_cr), reinterpret_cast<uint8_t*>(p_dst_cbcr),
+                                   no_pairs);
+}
+
+// Samples of bytes to interleaved chroma of 16-bit words: value * 256.
+struct uv16_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* cb, const uint8_t* cr, uint8_t* dst) {
+    const uint8_t words[] = {0, cb[0], 0, cr[0]};
+    for (int i = 0; i < 4; ++i) dst[i] = words[i];
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes;
+
+  template <class V>
+  MORVANE_INLINE static void store_wide(uint8_t* dst, const typename V::block cbcr) {
+    const auto wide = V::interleave2(V::repeat(0), cbcr);
+    V::store(dst, wide.first);
+    V::store(dst + V::block_bytes, wide.second);
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* cb, const uint8_t* cr, uint8_t* dst) {
+    const auto cbcr = V::interleave2(V::load(cb), V::load(cr));
+    store_wide<V>(dst, cbcr.first);
+    store_wide<V>(dst + 2 * V::block_bytes, cbcr.second);
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src_cb, const uint8_t* p_src_cr, uint8_t* p_dst_cbcr, const int no_pairs) {
+    uv16_kernel kernel;
+    walk<V, 1, 1, 4>(kernel, at_least_zero(no_pairs), p_src_cb, p_src_cr, p_dst_cbcr);
+  }
+};
+
+template <bool src_align, bool dst_align>
+inline void uv_x2(const uint8_t* p_src_cb, const uint8_t* p_src_cr, uint8_t* p_dst_cbcr0, uint8_t* p_dst_cbcr1,
+                  const int no_pairs) {
+  uv<src_align, dst_align>(p_src_cb, p_src_cr, p_dst_cbcr0, no_pairs);
+  uv<src_align, dst_align>(p_src_cb, p_src_cr, p_dst_cbcr1, no_pairs);
+}
+
+inline void uv16(const uint8_t* p_src_cb, const uint8_t* p_src_cr, uint16_t* p_dst_cbcr, const int no_pairs) {
+  backend::line_of<uv16_kernel>()(p_src_cb, p_src_cr, reinterpret_cast<uint8_t*>(p_dst_cbcr), no_pairs);
+}
+
+template <bool src_align, bool dst_align>
+inline void uv16_x2(const uint8_t* p_src_cb, const uint8_t* p_src_cr, uint16_t* p_dst_cbcr0, uint16_t* p_dst_cbcr1,
+                    const int no_pairs) {
+  uv16(p_src_cb, p_src_cr, p_dst_cbcr0, no_pairs);
+  uv16(p_src_cb, p_src_cr, p_dst_cbcr1, no_pairs);
+}
+
+}  // namespace u_v
+
+namespace uv {
+
+// An odd length is rounded up to a whole pair.
+MORVANE_INLINE constexpr int whole_pair_bytes(const int bytes) {
+  return bytes < 1 ? 0 : bytes + bytes % 2;
+}
+
+// Interleaved chroma to 16 bits, value * 256, in two rows. no_pixels is the length of the source row in bytes.
+template <bool src_align, bool dst_align>
+inline void uv16_x2(const uint8_t* p_src_cbcr, uint16_t* p_dst_cbcr0, uint16_t* p_dst_cbcr1, const int no_pixels) {
+  y::y16<src_align, dst_align>(p_src_cbcr, p_dst_cbcr0, whole_pair_bytes(no_pixels));
+  y::y16<src_align, dst_align>(p_src_cbcr, p_dst_cbcr1, whole_pair_bytes(no_pixels));
+}
+
+}  // namespace uv
 
 }  // namespace Processing::Morvane::format_conversion::line

@@ -1,4 +1,4 @@
-// Line kernels of 32-bit RGB to uyvy.
+// Line kernels of 32-bit RGB to uyvy, with and without an alpha plane, and of luminance to 32-bit RGB.
 #pragma once
 
 #include "backend/run.h"
@@ -47,11 +47,14 @@ requires(colorspace_709 || !composite_over_black) struct uyvy_kernel {
   }
   // The offsets are whole multiples of the divisors, so they may as well be added to the shifted bytes.
   template <class V>
-  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    const auto pixels = V::load4(src);
+  MORVANE_INLINE static void convert(const typename V::pixels& pixels, uint8_t* dst) {
     const auto chroma = V::template narrow<8>(sums<V, u, v>(pixels));
     const auto y = V::template narrow<7>(sums<V, luma, luma>(pixels));
     V::store_uyvy(dst, V::template add<128>(chroma), V::template add<16>(y));
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    convert<V>(V::load4(src), dst);
   }
 
   // The last pixel of an odd line is neither read nor written.
@@ -65,6 +68,52 @@ requires(colorspace_709 || !composite_over_black) struct uyvy_kernel {
 template <bool src_align, bool dst_align, bool composite_over_black, bool colorspace_709, bool is_rgba>
 inline void uyvy(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, const int no_pixels) {
   backend::line_of<uyvy_kernel<composite_over_black, colorspace_709, is_rgba>>()(p_src_bgra, p_dst_uyvy, no_pixels);
+}
+
+// The same without compositing, with the alpha of both pixels in a plane of its own.
+template <bool colorspace_709, bool track_alpha, bool is_rgba>
+struct uyvy_a_kernel {
+  using uyvy = uyvy_kernel<false, colorspace_709, is_rgba>;
+
+  template <class V>
+  struct walker {
+    opacity<V> alphas = opacity<V>::none_seen();
+
+    MORVANE_INLINE void rule(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
+      const uint8_t alpha0 = src[3];
+      const uint8_t alpha1 = src[7];
+      uyvy::rule(src, dst);
+      alpha[0] = alpha0;
+      alpha[1] = alpha1;
+      if constexpr (track_alpha) alphas.see(static_cast<uint8_t>(alpha0 & alpha1));
+    }
+
+    template <class>
+    static constexpr size_t step = V::lanes / 2;
+
+    template <class>
+    MORVANE_INLINE void vector(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
+      const auto pixels = V::load4(src);
+      const auto fourth = V::fourth(pixels);
+      uyvy::template convert<V>(pixels, dst);
+      V::store_bytes(alpha, fourth);
+      if constexpr (track_alpha) alphas.see(fourth);
+    }
+  };
+
+  // The last pixel of an odd line is neither read nor written, and its alpha does not count.
+  template <class V>
+  static bool line(const uint8_t* p_src, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+    walker<V> w;
+    walk_in_order<V, 8, 4, 2>(w, whole_pairs(no_pixels), p_src, p_dst_uyvy, p_dst_alpha);
+    return w.alphas.is_opaque();
+  }
+};
+
+template <bool src_align, bool dst_align, bool colorspace_709, bool track_alpha, bool is_rgba>
+inline bool uyvy_a(const uint8_t* p_src, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return backend::line_of<uyvy_a_kernel<colorspace_709, track_alpha, is_rgba>>()(p_src, p_dst_uyvy, p_dst_alpha,
+                                                                                 no_pixels);
 }
 
 }  // namespace Processing::Morvane::format_conversion::line::rgba_and_bgra
@@ -96,3 +145,85 @@ inline void uyvy_709(const uint8_t* p_src_rgbx, uint8_t* p_dst_uyvy, const int n
 }
 
 }  // namespace Processing::Morvane::format_conversion::line::rgbx
+
+namespace Processing::Morvane::format_conversion::line::bgra {
+
+template <bool src_align, bool dst_align>
+inline void uyvy_601_a(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  rgba_and_bgra::uyvy_a<src_align, dst_align, false, false, false>(p_src_bgra, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline bool uyvy_601_a_ex(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return rgba_and_bgra::uyvy_a<src_align, dst_align, false, true, false>(p_src_bgra, p_dst_uyvy, p_dst_alpha,
+                                                                         no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void uyvy_709_a(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  rgba_and_bgra::uyvy_a<src_align, dst_align, true, false, false>(p_src_bgra, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline bool uyvy_709_a_ex(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return rgba_and_bgra::uyvy_a<src_align, dst_align, true, true, false>(p_src_bgra, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+}  // namespace Processing::Morvane::format_conversion::line::bgra
+
+namespace Processing::Morvane::format_conversion::line::rgba {
+
+template <bool src_align, bool dst_align>
+inline void uyvy_601_a(const uint8_t* p_src_rgba, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  rgba_and_bgra::uyvy_a<src_align, dst_align, false, false, true>(p_src_rgba, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline bool uyvy_601_a_ex(const uint8_t* p_src_rgba, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return rgba_and_bgra::uyvy_a<src_align, dst_align, false, true, true>(p_src_rgba, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline void uyvy_709_a(const uint8_t* p_src_rgba, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  rgba_and_bgra::uyvy_a<src_align, dst_align, true, false, true>(p_src_rgba, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+template <bool src_align, bool dst_align>
+inline bool uyvy_709_a_ex(const uint8_t* p_src_rgba, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+  return rgba_and_bgra::uyvy_a<src_align, dst_align, true, true, true>(p_src_rgba, p_dst_uyvy, p_dst_alpha, no_pixels);
+}
+
+}  // namespace Processing::Morvane::format_conversion::line::rgba
+
+namespace Processing::Morvane::format_conversion::line::L {
+
+// Luminance to grey, opaque pixels.
+struct bgra_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const uint8_t luminance = src[0];
+    dst[0] = dst[1] = dst[2] = luminance;
+    dst[3] = 255;
+  }
+
+  template <class V>
+  static constexpr size_t step = V::lanes;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto luminance = V::load_bytes(src);
+    V::store4(dst, luminance, luminance, luminance, V::same(255));
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src_L, uint8_t* p_dst_bgra, const int no_pixels) {
+    bgra_kernel kernel;
+    walk<V, 1, 4>(kernel, at_least_zero(no_pixels), p_src_L, p_dst_bgra);
+  }
+};
+
+template <bool src_align, bool dst_align>
+inline void bgra(const uint8_t* p_src_L, uint8_t* p_dst_bgra, const int no_pixels) {
+  backend::line_of<bgra_kernel>()(p_src_L, p_dst_bgra, no_pixels);
+}
+
+}  // namespace Processing::Morvane::format_conversion::line::L

@@ -1,6 +1,8 @@
 // Fills of one line.
 #pragma once
 
+#include <cstring>
+
 #include "backend/run.h"
 #include "format_conversion_utils.h"
 
@@ -39,10 +41,7 @@ inline void uyvy(uint8_t* p_dst_uyvy, const int no_pixels) {
 }
 
 inline void alpha(uint8_t* p_dst_alpha, const int no_pixels, const int value) {
-  const size_t pixels = at_least_zero(no_pixels);
-  const auto byte = static_cast<uint8_t>(value);
-  fill(p_dst_alpha, pixels / 2, static_cast<uint16_t>(byte | byte << 8));
-  if (pixels % 2 != 0) p_dst_alpha[pixels - 1] = byte;
+  if (no_pixels > 0) std::memset(p_dst_alpha, value, static_cast<size_t>(no_pixels));
 }
 
 inline void alpha(uint16_t* p_dst_alpha, const int no_pixels, const int value) {

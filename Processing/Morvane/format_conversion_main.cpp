@@ -5,6 +5,7 @@
 #include "format_conversion_line_bgr.h"
 #include "format_conversion_line_bgra.h"
 #include "format_conversion_line_black.h"
+#include "format_conversion_line_r_g_b.h"
 
 namespace Processing::Morvane::format_conversion {
 
@@ -265,6 +266,358 @@ void uyvy::bgrx(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p
 void uyvy::rgbx(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_rgbx, const int dst_rgbx_stride,
                 const int xres, const int yres, const e_ycbcr_color_space color_space) {
   rgba(p_src_uyvy, src_uyvy_stride, p_dst_rgbx, dst_rgbx_stride, xres, yres, color_space);
+}
+
+void uyvy::y_uv_422(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                    uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy::y_uv_kernel<true>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_dst_y, dst_y_stride, 1}, plane{p_dst_cbcr, dst_cbcr_stride, 1});
+}
+
+void uyvy::y_uv_420(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                    uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int yres) {
+  frame_to_420(backend::line_of<line::uyvy::y_uv_kernel<true>>(), backend::line_of<line::uyvy::y_uv_kernel<false>>(),
+               xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2}, plane{p_dst_y, dst_y_stride, 1},
+               plane{p_dst_cbcr, dst_cbcr_stride, 1});
+}
+
+void uyvy::y_u_v_422(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                     uint8_t* p_dst_u, const int dst_u_stride, uint8_t* p_dst_v, const int dst_v_stride, const int xres,
+                     const int yres) {
+  const bool tight = dst_y_stride == xres && src_uyvy_stride == 2 * xres && dst_u_stride == dst_y_stride / 2 &&
+                     dst_v_stride == dst_y_stride / 2;
+  frame_if(tight, backend::line_of<line::uyvy::y_u_v_kernel<true>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+           plane{p_dst_y, dst_y_stride, 1}, plane{p_dst_u, dst_u_stride, 1}, plane{p_dst_v, dst_v_stride, 1});
+}
+
+void uyvy::y_u_v_420(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                     uint8_t* p_dst_u, const int dst_u_stride, uint8_t* p_dst_v, const int dst_v_stride, const int xres,
+                     const int yres) {
+  frame_to_420(backend::line_of<line::uyvy::y_u_v_kernel<true>>(), backend::line_of<line::uyvy::y_u_v_kernel<false>>(),
+               xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2}, plane{p_dst_y, dst_y_stride, 1},
+               plane{p_dst_u, dst_u_stride, 1}, plane{p_dst_v, dst_v_stride, 1});
+}
+
+void uyvy::y(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_y, const int dst_y_stride,
+             const int xres, const int yres, const bool key_color_alpha_rescale) {
+  frame(key_color_alpha_rescale ? backend::line_of<line::uyvy::y_kernel<true>>()
+                                : backend::line_of<line::uyvy::y_kernel<false>>(),
+        xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2}, plane{p_dst_y, dst_y_stride, 1});
+}
+
+void uyvy::ycbcrx(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_ycbcrx,
+                  const int dst_ycbcrx_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy::ycbcrx_kernel>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_dst_ycbcrx, dst_ycbcrx_stride, 4});
+}
+
+void y::y16(const uint8_t* p_src_y, const int src_y_stride, uint16_t* p_dst_y, const int dst_y_stride, const int xres,
+            const int yres) {
+  frame(&line::y::y16<false, false>, xres, yres, plane{p_src_y, src_y_stride, 1}, plane{p_dst_y, dst_y_stride, 2});
+}
+
+void y::uyvy(const uint8_t* p_src_y, const int src_y_stride, uint8_t* p_dst_ycbcr, const int dst_ycbcr_stride,
+             const int xres, const int yres, const bool alpha_rescale) {
+  frame(
+      alpha_rescale ? backend::line_of<line::y::uyvy_kernel<true>>() : backend::line_of<line::y::uyvy_kernel<false>>(),
+      xres, yres, plane{p_src_y, src_y_stride, 1}, plane{p_dst_ycbcr, dst_ycbcr_stride, 2});
+}
+
+void y16::y16(const uint16_t* p_src_y, const int src_y_stride, uint16_t* p_dst_y, const int dst_y_stride,
+              const int xres, const int yres, const bool alpha_rescale) {
+  frame(alpha_rescale ? &line::y16::y16<false, false, true> : &line::y16::y16<false, false, false>, xres, yres,
+        plane{p_src_y, src_y_stride, 2}, plane{p_dst_y, dst_y_stride, 2});
+}
+
+void y_uv::y_uv(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_uv, const int src_uv_stride,
+                uint8_t* p_dst_y, const int dst_y_stride, uint8_t* p_dst_cbcr, const int dst_cbcr_stride,
+                const int xres, const int yres) {
+  y::y(p_src_y, src_y_stride, p_dst_y, dst_y_stride, xres, yres);
+  copy<1>(p_src_uv, src_uv_stride, p_dst_cbcr, dst_cbcr_stride, xres / 2 * 2, yres / 2);
+}
+
+void y_uv::y_uv_to422(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_uv, const int src_uv_stride,
+                      uint8_t* p_dst_y, const int dst_y_stride, uint8_t* p_dst_cbcr, const int dst_cbcr_stride,
+                      const int input_xres, const int input_yres) {
+  y::y(p_src_y, src_y_stride, p_dst_y, dst_y_stride, input_xres, input_yres);
+  frame_to_422(&line::copy<1>, input_xres, input_yres / 2, plane{p_dst_cbcr, dst_cbcr_stride, 1},
+               plane{p_src_uv, src_uv_stride, 1});
+}
+
+void y_u_v::y_uv(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_u, const int src_u_stride,
+                 const uint8_t* p_src_v, const int src_v_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                 uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int input_yres) {
+  y::y(p_src_y, src_y_stride, p_dst_y, dst_y_stride, xres, input_yres);
+  const bool tight = dst_cbcr_stride == xres && src_u_stride == xres / 2 && src_v_stride == xres / 2;
+  frame_if(tight, backend::line_of<line::u_v::uv_kernel<1>>(), xres / 2, input_yres / 2,
+           plane{p_src_u, src_u_stride, 1}, plane{p_src_v, src_v_stride, 1}, plane{p_dst_cbcr, dst_cbcr_stride, 2});
+}
+
+void y_u_v::y_uv_to422(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_u, const int src_u_stride,
+                       const uint8_t* p_src_v, const int src_v_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                       uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int input_yres) {
+  y::y(p_src_y, src_y_stride, p_dst_y, dst_y_stride, xres, input_yres);
+  frame_to_422(backend::line_of<line::u_v::uv_kernel<1>>(), xres / 2, input_yres / 2,
+               plane{p_dst_cbcr, dst_cbcr_stride, 2}, plane{p_src_u, src_u_stride, 1}, plane{p_src_v, src_v_stride, 1});
+}
+
+void cb_cr_8_420::cbcr_16_422(const uint8_t* p_src_cb, const int src_cb_stride, const uint8_t* p_src_cr,
+                              const int src_cr_stride, uint16_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres,
+                              const int yres) {
+  cbcr_16_422(p_src_cb, src_cb_stride, p_src_cr, src_cr_stride, reinterpret_cast<uint8_t*>(p_dst_cbcr), dst_cbcr_stride,
+              xres, yres);
+}
+
+void cb_cr_8_420::cbcr_16_422(const uint8_t* p_src_cb, const int src_cb_stride, const uint8_t* p_src_cr,
+                              const int src_cr_stride, uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres,
+                              const int yres) {
+  frame_to_422(backend::line_of<line::u_v::uv16_kernel>(), xres, yres, plane{p_dst_cbcr, dst_cbcr_stride, 4},
+               plane{p_src_cb, src_cb_stride, 1}, plane{p_src_cr, src_cr_stride, 1});
+}
+
+void cb_cr_16_422::cbcr_16_422(const uint16_t* p_src_cb, const int src_cb_stride, const uint16_t* p_src_cr,
+                               const int src_cr_stride, uint16_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres,
+                               const int yres) {
+  const auto convert = [](const uint16_t* cb, const uint16_t* cr, uint16_t* cbcr, const int no_pairs) {
+    line::u_v::uv<false, false>(cb, cr, cbcr, no_pairs);
+  };
+  frame_by_rows(convert, xres, yres, plane{p_src_cb, src_cb_stride, 2}, plane{p_src_cr, src_cr_stride, 2},
+                plane{p_dst_cbcr, dst_cbcr_stride, 4});
+}
+
+void cbcr_8_420::cbcr_16_422(const uint8_t* p_src_cbcr, const int src_cbcr_stride, uint16_t* p_dst_cbcr,
+                             const int dst_cbcr_stride, const int xres, const int yres) {
+  cbcr_16_422(p_src_cbcr, src_cbcr_stride, reinterpret_cast<uint8_t*>(p_dst_cbcr), dst_cbcr_stride, xres, yres);
+}
+
+void cbcr_8_420::cbcr_16_422(const uint8_t* p_src_cbcr, const int src_cbcr_stride, uint8_t* p_dst_cbcr,
+                             const int dst_cbcr_stride, const int xres, const int yres) {
+  const auto widen = [line = backend::line_of<line::y::y16_kernel>()](const uint8_t* src, uint8_t* dst,
+                                                                      const int bytes) {
+    line(src, dst, line::uv::whole_pair_bytes(bytes));
+  };
+  frame_to_422(widen, xres, yres, plane{p_dst_cbcr, dst_cbcr_stride, 2}, plane{p_src_cbcr, src_cbcr_stride, 1});
+}
+
+namespace {
+
+template <bool colorspace_709, bool is_rgba>
+void rgb_to_uyvy_a(const uint8_t* p_src, const int src_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                   uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
+                   bool* p_alpha_all_255) {
+  using namespace line::rgba_and_bgra;
+  const bool track = p_alpha_all_255 != nullptr;
+  const bool opaque = frame(track ? backend::line_of<uyvy_a_kernel<colorspace_709, true, is_rgba>>()
+                                  : backend::line_of<uyvy_a_kernel<colorspace_709, false, is_rgba>>(),
+                            xres, yres, plane{p_src, src_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2},
+                            plane{p_dst_alpha, dst_alpha_stride, 1});
+  if (track) *p_alpha_all_255 = opaque;
+}
+
+}  // namespace
+
+void bgra::uyvy_a(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                  uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
+                  bool* p_alpha_all_255) {
+  rgb_to_uyvy_a<true, false>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
+                             xres, yres, p_alpha_all_255);
+}
+
+void bgra_601::uyvy_a(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_uyvy,
+                      const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
+                      const int yres, bool* p_alpha_all_255) {
+  rgb_to_uyvy_a<false, false>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
+                              xres, yres, p_alpha_all_255);
+}
+
+void bgra_709::uyvy_a(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_uyvy,
+                      const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
+                      const int yres, bool* p_alpha_all_255) {
+  rgb_to_uyvy_a<true, false>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
+                             xres, yres, p_alpha_all_255);
+}
+
+void rgba::uyvy_a(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                  uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
+                  bool* p_alpha_all_255) {
+  rgb_to_uyvy_a<true, true>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
+                            xres, yres, p_alpha_all_255);
+}
+
+void rgba_601::uyvy_a(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_uyvy,
+                      const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
+                      const int yres, bool* p_alpha_all_255) {
+  rgb_to_uyvy_a<false, true>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
+                             xres, yres, p_alpha_all_255);
+}
+
+void rgba_709::uyvy_a(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_uyvy,
+                      const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
+                      const int yres, bool* p_alpha_all_255) {
+  rgb_to_uyvy_a<true, true>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
+                            xres, yres, p_alpha_all_255);
+}
+
+void uyvy::ya_uv(const uint8_t* p_src0_uyvy, const int src0_uyvy_stride, const uint8_t* p_src1_uyvy,
+                 const int src1_uyvy_stride, uint8_t* p_dst_ya, const int dst_ya_stride, uint8_t* p_dst_cbcr,
+                 const int dst_cbcr_stride, const int xres, const int yres, const bool key_color_alpha_rescale) {
+  frame(key_color_alpha_rescale ? &line::uyvy::ya_uv<false, false, true> : &line::uyvy::ya_uv<false, false, false>,
+        xres, yres, plane{p_src0_uyvy, src0_uyvy_stride, 2}, plane{p_src1_uyvy, src1_uyvy_stride, 2},
+        plane{p_dst_ya, dst_ya_stride, 2}, plane{p_dst_cbcr, dst_cbcr_stride, 1});
+}
+
+void uyvy_a::ya_uv(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                   const int src_alpha_stride, uint8_t* p_dst_ya, const int dst_ya_stride, uint8_t* p_dst_cbcr,
+                   const int dst_cbcr_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy_a::ya_uv_kernel>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_src_alpha, src_alpha_stride, 1}, plane{p_dst_ya, dst_ya_stride, 2},
+        plane{p_dst_cbcr, dst_cbcr_stride, 1});
+}
+
+void uyvy_a::uyvy(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                  const int src_alpha_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride, const int xres,
+                  const int yres) {
+  frame(backend::line_of<line::uyvy_a::uyvy_kernel>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_src_alpha, src_alpha_stride, 1}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void uyvy_a::ycbcra(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                    const int src_alpha_stride, uint8_t* p_dst_ycbcra, const int dst_ycbcra_stride, const int xres,
+                    const int yres) {
+  frame(backend::line_of<line::uyvy_a::ycbcra_kernel<false>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_src_alpha, src_alpha_stride, 1}, plane{p_dst_ycbcra, dst_ycbcra_stride, 4});
+}
+
+void uyvy_a::crcbya(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                    const int src_alpha_stride, uint8_t* p_dst_crcbya, const int dst_crcbya_stride, const int xres,
+                    const int yres) {
+  frame(backend::line_of<line::uyvy_a::ycbcra_kernel<true>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_src_alpha, src_alpha_stride, 1}, plane{p_dst_crcbya, dst_crcbya_stride, 4});
+}
+
+void uyvy_a::bgra(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                  const int src_alpha_stride, uint8_t* p_dst_bgra, const int dst_bgra_stride, const int xres,
+                  const int yres, const e_ycbcr_color_space color_space) {
+  (color_space == ccir_601 ? bgra_601 : bgra_709)(p_src_uyvy, src_uyvy_stride, p_src_alpha, src_alpha_stride,
+                                                  p_dst_bgra, dst_bgra_stride, xres, yres);
+}
+
+void uyvy_a::bgra_601(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                      const int src_alpha_stride, uint8_t* p_dst_bgra, const int dst_bgra_stride, const int xres,
+                      const int yres) {
+  frame(backend::line_of<line::uyvy_a::rgba_and_bgra_kernel<false, false>>(), xres, yres,
+        plane{p_src_uyvy, src_uyvy_stride, 2}, plane{p_src_alpha, src_alpha_stride, 1},
+        plane{p_dst_bgra, dst_bgra_stride, 4});
+}
+
+void uyvy_a::bgra_709(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                      const int src_alpha_stride, uint8_t* p_dst_bgra, const int dst_bgra_stride, const int xres,
+                      const int yres) {
+  frame(backend::line_of<line::uyvy_a::rgba_and_bgra_kernel<true, false>>(), xres, yres,
+        plane{p_src_uyvy, src_uyvy_stride, 2}, plane{p_src_alpha, src_alpha_stride, 1},
+        plane{p_dst_bgra, dst_bgra_stride, 4});
+}
+
+void uyvy_a::rgba(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                  const int src_alpha_stride, uint8_t* p_dst_rgba, const int dst_rgba_stride, const int xres,
+                  const int yres, const e_ycbcr_color_space color_space) {
+  (color_space == ccir_601 ? rgba_601 : rgba_709)(p_src_uyvy, src_uyvy_stride, p_src_alpha, src_alpha_stride,
+                                                  p_dst_rgba, dst_rgba_stride, xres, yres);
+}
+
+void uyvy_a::rgba_601(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                      const int src_alpha_stride, uint8_t* p_dst_rgba, const int dst_rgba_stride, const int xres,
+                      const int yres) {
+  frame(backend::line_of<line::uyvy_a::rgba_and_bgra_kernel<false, true>>(), xres, yres,
+        plane{p_src_uyvy, src_uyvy_stride, 2}, plane{p_src_alpha, src_alpha_stride, 1},
+        plane{p_dst_rgba, dst_rgba_stride, 4});
+}
+
+void uyvy_a::rgba_709(const uint8_t* p_src_uyvy, const int src_uyvy_stride, const uint8_t* p_src_alpha,
+                      const int src_alpha_stride, uint8_t* p_dst_rgba, const int dst_rgba_stride, const int xres,
+                      const int yres) {
+  frame(backend::line_of<line::uyvy_a::rgba_and_bgra_kernel<true, true>>(), xres, yres,
+        plane{p_src_uyvy, src_uyvy_stride, 2}, plane{p_src_alpha, src_alpha_stride, 1},
+        plane{p_dst_rgba, dst_rgba_stride, 4});
+}
+
+namespace {
+
+template <line::of_444::sample_order at>
+void yuv_444_to_uyvy_a(const uint8_t* p_src, const int src_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                       uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
+                       bool* p_alpha_all_255) {
+  using namespace line::of_444;
+  const bool track = p_alpha_all_255 != nullptr;
+  const bool opaque = frame(
+      track ? backend::line_of<uyvy_a_kernel<at, true>>() : backend::line_of<uyvy_a_kernel<at, false>>(), xres, yres,
+      plane{p_src, src_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2}, plane{p_dst_alpha, dst_alpha_stride, 1});
+  if (track) *p_alpha_all_255 = opaque;
+}
+
+}  // namespace
+
+void ycbcra::uyvy(const uint8_t* p_src_ycbcra, const int src_ycbcra_stride, uint8_t* p_dst_uyvy,
+                  const int dst_uyvy_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::of_444::uyvy_kernel<line::of_444::ycbcr, true>>(), xres, yres,
+        plane{p_src_ycbcra, src_ycbcra_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void ycbcra::uyvy_a(const uint8_t* p_src_ycbcra, const int src_ycbcra_stride, uint8_t* p_dst_uyvy,
+                    const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
+                    const int yres, bool* p_alpha_all_255) {
+  yuv_444_to_uyvy_a<line::of_444::ycbcr>(p_src_ycbcra, src_ycbcra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                         dst_alpha_stride, xres, yres, p_alpha_all_255);
+}
+
+void vuya::uyvy(const uint8_t* p_src_vuya, const int src_vuya_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::of_444::uyvy_kernel<line::of_444::crcby, true>>(), xres, yres,
+        plane{p_src_vuya, src_vuya_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void vuya::uyvy_a(const uint8_t* p_src_vuya, const int src_vuya_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                  uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
+                  bool* p_alpha_all_255) {
+  yuv_444_to_uyvy_a<line::of_444::crcby>(p_src_vuya, src_vuya_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                         dst_alpha_stride, xres, yres, p_alpha_all_255);
+}
+
+void ycbcrx::uyvy(const uint8_t* p_src_ycbcrx, const int src_ycbcrx_stride, uint8_t* p_dst_uyvy,
+                  const int dst_uyvy_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::of_444::uyvy_kernel<line::of_444::ycbcr, false>>(), xres, yres,
+        plane{p_src_ycbcrx, src_ycbcrx_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void vuyx::uyvy(const uint8_t* p_src_vuyx, const int src_vuyx_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::of_444::uyvy_kernel<line::of_444::crcby, false>>(), xres, yres,
+        plane{p_src_vuyx, src_vuyx_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void uyvy::r_g_b(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_r, uint8_t* p_dst_g,
+                 uint8_t* p_dst_b, const int dst_stride, const int xres, const int yres,
+                 const e_ycbcr_color_space color_space) {
+  (color_space == ccir_601 ? r_g_b_601 : r_g_b_709)(p_src_uyvy, src_uyvy_stride, p_dst_r, p_dst_g, p_dst_b, dst_stride,
+                                                    xres, yres);
+}
+
+void uyvy::r_g_b_601(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_r, uint8_t* p_dst_g,
+                     uint8_t* p_dst_b, const int dst_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy::r_g_b_kernel<false>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_dst_r, dst_stride, 1}, plane{p_dst_g, dst_stride, 1}, plane{p_dst_b, dst_stride, 1});
+}
+
+void uyvy::r_g_b_709(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_r, uint8_t* p_dst_g,
+                     uint8_t* p_dst_b, const int dst_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy::r_g_b_kernel<true>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_dst_r, dst_stride, 1}, plane{p_dst_g, dst_stride, 1}, plane{p_dst_b, dst_stride, 1});
+}
+
+void L::bgra(const uint8_t* p_src_L, const int src_L_stride, uint8_t* p_dst_bgra, const int dst_bgra_stride,
+             const int xres, const int yres) {
+  frame(backend::line_of<line::L::bgra_kernel>(), xres, yres, plane{p_src_L, src_L_stride, 1},
+        plane{p_dst_bgra, dst_bgra_stride, 4});
 }
 
 }  // namespace Processing::Morvane::format_conversion

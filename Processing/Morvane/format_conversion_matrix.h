@@ -33,11 +33,17 @@ struct ycbcr_to_rgb {
   static constexpr ycbcr_weights r = ccir_709 ? ycbcr_weights{298, 0, 459, -63240} : ycbcr_weights{298, 0, 409, -56865};
 };
 
-// A sum t of up to 18 bits split for 16-bit lanes: t = 256 * whole + rest, where every weight of the whole is small and
-// the rest lies in 0..65535 for all samples, so that t >> 8 = whole + (rest >> 8) exactly.
-struct split_weights {
-  ycbcr_weights whole;
-  ycbcr_weights rest;
+// The coarser matrix of video with a key and of planar RGB, in units of 1 / 64: y = 74 * (Y - 16) - 8, and the weights
+// below on Cb - 128 and Cr - 128.
+template <bool ccir_709>
+struct ycbcr_to_rgb_coarse {
+  static constexpr int g_cb = ccir_709 ? 14 : 25;
+  static constexpr int g_cr = ccir_709 ? 34 : 52;
+  static constexpr int r_cr = ccir_709 ? 115 : 102;
+
+  static constexpr ycbcr_weights b = {74, 128, 0, -1192 - 128 * 128};
+  static constexpr ycbcr_weights g = {74, -g_cb, -g_cr, -1192 + 128 * (g_cb + g_cr)};
+  static constexpr ycbcr_weights r = {74, 0, r_cr, -1192 - 128 * r_cr};
 };
 
 constexpr int lowest(const ycbcr_weights w) {
@@ -48,17 +54,46 @@ constexpr int highest(const ycbcr_weights w) {
   return w.constant + 255 * ((w.y > 0 ? w.y : 0) + (w.cb > 0 ? w.cb : 0) + (w.cr > 0 ? w.cr : 0));
 }
 
-constexpr split_weights split(const ycbcr_weights w) {
+// A sum t split for 16-bit lanes: t = 2^bits * whole + rest, where every weight of the whole is small and the rest lies
+// in 0..65535 for all samples, so that t >> bits = whole + (rest >> bits) exactly.
+struct split_weights {
+  ycbcr_weights whole;
+  ycbcr_weights rest;
+};
+
+constexpr split_weights split(const ycbcr_weights w, const int bits) {
+  const int one = 1 << bits;
   split_weights s{};
-  s.whole = {(w.y + 128) >> 8, (w.cb + 128) >> 8, (w.cr + 128) >> 8, 0};
-  s.rest = {w.y - 256 * s.whole.y, w.cb - 256 * s.whole.cb, w.cr - 256 * s.whole.cr, 0};
-  s.whole.constant = (w.constant + lowest(s.rest)) >> 8;
-  s.rest.constant = w.constant - 256 * s.whole.constant;
+  s.whole = {(w.y + one / 2) >> bits, (w.cb + one / 2) >> bits, (w.cr + one / 2) >> bits, 0};
+  s.rest = {w.y - one * s.whole.y, w.cb - one * s.whole.cb, w.cr - one * s.whole.cr, 0};
+  s.whole.constant = (w.constant + lowest(s.rest)) >> bits;
+  s.rest.constant = w.constant - one * s.whole.constant;
   return s;
 }
 
-constexpr bool fits_16_bits(const split_weights s) {
+constexpr bool is_exact(const split_weights s) {
   return lowest(s.rest) >= 0 && highest(s.rest) <= 65535;
+}
+
+// A sum that 16-bit lanes hold as it is, once a weight beyond a signed byte is halved together with all others.
+struct short_sum {
+  ycbcr_weights weights;
+  int bits;
+};
+
+constexpr short_sum shorten(const ycbcr_weights w, const int bits) {
+  const bool halve = w.y > 127 || w.cb > 127 || w.cr > 127;
+  return halve ? short_sum{{w.y / 2, w.cb / 2, w.cr / 2, w.constant / 2}, bits - 1} : short_sum{w, bits};
+}
+
+// Two positive terms may stop at 32767 before the constant is added. That does not show when the sum is past the
+// largest byte anyway.
+constexpr bool is_exact(const ycbcr_weights w, const int bits) {
+  const short_sum s = shorten(w, bits);
+  const bool halves = s.bits == bits || (w.y % 2 == 0 && w.cb % 2 == 0 && w.cr % 2 == 0 && w.constant % 2 == 0);
+  const bool stop_is_white =
+      highest(s.weights) - s.weights.constant <= 32767 || 32767 + s.weights.constant >= 256 << s.bits;
+  return halves && lowest(s.weights) >= -32768 && highest(s.weights) <= 32767 && stop_is_white;
 }
 
 }  // namespace Processing::Morvane::format_conversion::line

@@ -38,11 +38,11 @@ MORVANE_INLINE constexpr size_t begun_pairs(const int no_pixels) {
   return (at_least_zero(no_pixels) + 1) / 2;
 }
 
-// True when the two ranges share no byte.
+// True when the two ranges share no byte; an empty range shares none.
 MORVANE_INLINE bool apart(const void* a, const size_t a_bytes, const void* b, const size_t b_bytes) {
   const auto a_begin = reinterpret_cast<uintptr_t>(a);
   const auto b_begin = reinterpret_cast<uintptr_t>(b);
-  return a_begin + a_bytes <= b_begin || b_begin + b_bytes <= a_begin;
+  return a_bytes == 0 || b_bytes == 0 || a_begin + a_bytes <= b_begin || b_begin + b_bytes <= a_begin;
 }
 
 // True when no two of the planes of a line share a byte; each plane has `units` times its own number of bytes.
@@ -58,11 +58,35 @@ MORVANE_INLINE constexpr uint8_t clamp_to_byte(const int value) {
   return static_cast<uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
 }
 
+// Whether all alpha seen so far is 255.
+template <class V>
+struct opacity {
+  typename V::bytes vectors;
+  uint8_t bytes = 255;
+
+  MORVANE_INLINE static opacity none_seen() {
+    opacity o{};
+    if constexpr (V::lanes > 0) o.vectors = V::same(255);
+    return o;
+  }
+  MORVANE_INLINE void see(const typename V::bytes alpha) { vectors = V::and_bytes(vectors, alpha); }
+  MORVANE_INLINE void see(const uint8_t alpha) { bytes = static_cast<uint8_t>(bytes & alpha); }
+  MORVANE_INLINE bool is_opaque() const {
+    if constexpr (V::lanes > 0) {
+      if (!V::all_255(vectors)) return false;
+    }
+    return bytes == 255;
+  }
+};
+
 // Runs a kernel's rule over `units` of a line, one after the other. A unit is what the rule converts at once: a pixel,
 // a pair or a group. It takes bytes... of each plane.
-template <int... bytes, class Kernel, class... Plane>
+template <class V, int... bytes, class Kernel, class... Plane>
 MORVANE_INLINE void walk_rule(Kernel& kernel, size_t units, Plane*... planes) {
   for (; units > 0; --units) {
+    // Beside a vector body the rule has a handful of units left. The compiler cannot know that: without this barrier it
+    // would make vectors of them once more, in several times the code of the kernel.
+    if constexpr (V::lanes > 0) asm volatile("");
     kernel.rule(planes...);
     ((planes += bytes), ...);
   }
@@ -84,7 +108,20 @@ MORVANE_INLINE void walk(Kernel& kernel, size_t units, Plane*... planes) {
       return;
     }
   }
-  walk_rule<bytes...>(kernel, units, planes...);
+  walk_rule<V, bytes...>(kernel, units, planes...);
+}
+
+// As walk, for kernels that must see every unit once: a last part of a vector is left to the rule.
+template <class V, int... bytes, class Kernel, class... Plane>
+MORVANE_INLINE void walk_once(Kernel& kernel, size_t units, Plane*... planes) {
+  if constexpr (V::lanes > 0) {
+    constexpr size_t step = Kernel::template step<V>;
+    for (; units >= step; units -= step) {
+      kernel.template vector<V>(planes...);
+      ((planes += step * bytes), ...);
+    }
+  }
+  walk_rule<V, bytes...>(kernel, units, planes...);
 }
 
 // Runs a kernel over a line whose planes may overlap: then the rule alone defines the result.
@@ -93,7 +130,7 @@ MORVANE_INLINE void walk_in_order(Kernel& kernel, const size_t units, Plane*... 
   if (all_apart<bytes...>(units, planes...))
     walk<V, bytes...>(kernel, units, planes...);
   else
-    walk_rule<bytes...>(kernel, units, planes...);
+    walk_rule<V, bytes...>(kernel, units, planes...);
 }
 
 }  // namespace Processing::Morvane::format_conversion::line

@@ -80,6 +80,27 @@ TEST_F(compare, unused_bytes_and_samples_beyond_the_width_do_not_count) {
   EXPECT_EQ(both(a, b, "-f v210 -s 6x1").exit_code, 1);
 }
 
+TEST_F(compare, planes_have_their_own_sums_and_places_in_the_image) {
+  const bytes a(2 * 48, 100);  // frames of 32 bytes of luma and 8 of each chroma
+  bytes b = a;
+  b[48 + 32 + 8 + 5] = 200;  // frame 1, Cr, second row, second sample
+  b[48 + 32 + 8 + 6] = 90;
+  const json j = measured(a, b, "-f y_u_v_420 -s 8x4", 1);
+  EXPECT_EQ(j["first_difference"],
+            json({{"frame", 1}, {"plane", "cr"}, {"component", "Cr"}, {"x", 2}, {"y", 2}, {"values", {100, 200}}}));
+  EXPECT_EQ(j["planes"][0]["sum_of_absolute_differences"], 0);
+  EXPECT_EQ(j["planes"][1]["psnr_db"], "inf");
+  EXPECT_EQ(j["planes"][2]["sum_of_absolute_differences"], 110);
+  EXPECT_NEAR(j["planes"][2]["psnr_db"].get<double>(), 10 * std::log10(255.0 * 255.0 * 16 / 10100), 1e-9);
+}
+
+TEST_F(compare, sums_of_bytes_beyond_32_bits_of_one_frame) {
+  quietly("head -c 25165824 /dev/zero > a.raw && tr '\\0' '\\377' < a.raw > b.raw");
+  const outcome o = run("morvane compare a.raw b.raw -f y -s 6144x4096 --json");
+  EXPECT_EQ(o.exit_code, 1);
+  EXPECT_EQ(json::parse(o.out)["planes"][0]["sum_of_absolute_differences"], 25165824ull * 255);
+}
+
 TEST_F(compare, a_missing_frame_is_a_difference) {
   const outcome o = both(bytes(16), bytes(8), "-f y -s 4x2");
   EXPECT_EQ(o.exit_code, 1);

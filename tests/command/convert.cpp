@@ -2,9 +2,12 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <set>
 #include <string>
+#include <string_view>
 
 #include "Processing.Morvane.h"
+#include "conversions.h"
 #include "shell.h"
 
 namespace morvane::tests {
@@ -14,6 +17,62 @@ namespace {
 namespace fc = Processing::Morvane::format_conversion;
 
 class convert : public command {};
+
+// A frame in memory, with the same room behind every row of every plane.
+class roomy_frame {
+ public:
+  roomy_frame(std::string_view format, int width, int height)
+      : format_(*catalogue::find_format(format)), width_(width), height_(height) {
+    for (std::size_t p = 0; p < format_.plane_count(); ++p)
+      memory_.emplace_back(static_cast<std::size_t>(stride * format_.planes[p].rows(height)));
+  }
+
+  const catalogue::format& format() const { return format_; }
+
+  void fill(const bytes& tight) {
+    auto from = tight.begin();
+    for_rows([&](std::uint8_t* row, std::ptrdiff_t count) {
+      std::copy_n(from, count, row);
+      from += count;
+    });
+  }
+  bytes tight() {
+    bytes result;
+    for_rows([&](const std::uint8_t* row, std::ptrdiff_t count) { result.insert(result.end(), row, row + count); });
+    return result;
+  }
+
+  catalogue::planes<std::uint8_t> planes() {
+    catalogue::planes<std::uint8_t> result;
+    for (std::size_t p = 0; p < memory_.size(); ++p) {
+      result.data[p] = memory_[p].data();
+      result.stride[p] = stride;
+    }
+    return result;
+  }
+  catalogue::planes<const std::uint8_t> read_only() {
+    const catalogue::planes<std::uint8_t> all = planes();
+    catalogue::planes<const std::uint8_t> result;
+    std::copy(all.data.begin(), all.data.end(), result.data.begin());
+    result.stride = all.stride;
+    return result;
+  }
+
+ private:
+  static constexpr int stride = 512;
+
+  template <class Use>
+  void for_rows(const Use& use) {
+    for (std::size_t p = 0; p < memory_.size(); ++p)
+      for (std::int64_t y = 0; y < format_.planes[p].rows(height_); ++y)
+        use(memory_[p].data() + y * stride, static_cast<std::ptrdiff_t>(format_.planes[p].row_bytes(width_)));
+  }
+
+  const catalogue::format& format_;
+  int width_;
+  int height_;
+  std::vector<bytes> memory_;
+};
 
 // The expectation: the same conversion, one row a call.
 template <class Call>
@@ -103,7 +162,7 @@ TEST_F(convert, v210_pictures_are_whole) {
   }
 }
 
-TEST_F(convert, strides_are_those_of_the_first_plane) {
+TEST_F(convert, one_stride_is_that_of_the_first_plane) {
   const bytes tight = noise(10 * 3 * 2);
   write("tight.raw", tight);
   quietly("morvane convert -f uyvy -t uyvy -s 10x3 --dst-stride 27 tight.raw padded.raw");
@@ -151,22 +210,69 @@ TEST_F(convert, an_irregular_conversion_says_what_it_does) {
   write("in.raw", frame);
   const bytes expected = by_rows(
       frame, 32, 16, [](const std::uint8_t* from, std::uint8_t* to) { fc::bgra::uyvy(from, 32, to, 16, 8, 1); });
-  for (const char* leave : {"--allow-irregular", "--via bgra::uyvy"}) {
-    const outcome o = run(std::string("morvane convert -f bgra -t uyvy -s 8x4 in.raw out.raw ") + leave);
-    EXPECT_EQ(o.exit_code, 0);
-    EXPECT_EQ(o.err.rfind("morvane: bgra::uyvy is irregular: it composites over black", 0), 0u) << o.err;
-    EXPECT_EQ(std::count(o.err.begin(), o.err.end(), '\n'), 1);
-    EXPECT_EQ(read("out.raw"), expected);
-  }
-  const outcome o = run("morvane convert -f bgr -t bgr -s 8x4 --src-stride 32 in.raw out.raw --via bgr::bgr");
+  const outcome named = run("morvane convert -f bgra -t uyvy -s 8x4 in.raw out.raw --via bgra::uyvy");
+  EXPECT_EQ(named.exit_code, 0);
+  EXPECT_EQ(named.err.rfind("morvane: bgra::uyvy is irregular: it composites over black", 0), 0u) << named.err;
+  EXPECT_EQ(std::count(named.err.begin(), named.err.end(), '\n'), 1);
+  EXPECT_EQ(read("out.raw"), expected);
+
+  const outcome copied = run("morvane convert -f bgr -t bgr -s 8x4 --src-stride 32 in.raw out.raw --via bgr::bgr");
+  EXPECT_EQ(copied.exit_code, 0);
+  EXPECT_EQ(copied.err.rfind("morvane: bgr::bgr is irregular: it copies four bytes", 0), 0u) << copied.err;
+}
+
+TEST_F(convert, an_irregular_conversion_is_used_on_request_where_no_other_leads_on) {
+  const bytes frame = noise(8 * 4 * 4);
+  write("in.raw", frame);
+  const outcome o = run("morvane convert --allow-irregular -f bgrx -t crcbyx -s 8x4 in.raw out.raw");
   EXPECT_EQ(o.exit_code, 0);
-  EXPECT_EQ(o.err.rfind("morvane: bgr::bgr is irregular: it copies four bytes", 0), 0u) << o.err;
+  EXPECT_EQ(o.err.rfind("morvane: bgrx::crcbyx is irregular: it stores luma and Cr", 0), 0u) << o.err;
+  EXPECT_EQ(read("out.raw"), by_rows(frame, 32, 32, [](const std::uint8_t* from, std::uint8_t* to) {
+              fc::bgrx::crcbyx(from, 32, to, 32, 8, 1);
+            }));
 }
 
 TEST_F(convert, regular_conversions_are_preferred_where_both_lead_on) {
   write("in.raw", noise(8 * 4 * 4));
   EXPECT_EQ(run("morvane convert -v --allow-irregular -f bgrx -t yuy2 -s 8x4 in.raw out.raw").err,
             "morvane: bgrx -> uyvy by bgrx::uyvy with BT.709, uyvy -> yuy2 by uyvy::yuy2\n");
+  EXPECT_EQ(run("morvane convert -v --allow-irregular -f bgra -t uyvy -s 8x4 in.raw out.raw").err,
+            "morvane: bgra -> uyvy_a by bgra::uyvy_a with BT.709, uyvy_a -> uyvy by uyvy_a::uyvy\n");
+}
+
+TEST_F(convert, alpha_is_kept_where_a_way_keeps_it) {
+  write("in.raw", noise(8 * 4 * 4));
+  EXPECT_EQ(run("morvane convert -v -f ycbcra -t rgba -s 8x4 in.raw out.raw").err,
+            "morvane: ycbcra -> uyvy_a by ycbcra::uyvy_a, uyvy_a -> rgba by uyvy_a::rgba with BT.709\n");
+  EXPECT_EQ(run("morvane convert -v -f vuya -s 8x4 in.raw out.png").err,
+            "morvane: vuya -> uyvy_a by vuya::uyvy_a, uyvy_a -> bgra by uyvy_a::bgra with BT.709\n");
+}
+
+// Every conversion by its own name gives what a call of it gives, also on threads.
+TEST_F(convert, every_conversion_of_the_catalogue) {
+  constexpr int width = 24;
+  constexpr int height = 8;
+  std::set<std::string_view> done;
+  for (const catalogue::conversion& c : catalogue::conversions) {
+    if (c.source.empty() || c.margin_pixels != 0 || !done.insert(c.name).second) continue;
+    roomy_frame source(c.source, width, height);
+    source.fill(noise(static_cast<std::size_t>(source.format().frame_bytes(width, height))));
+    roomy_frame destination(c.destination, width, height);
+    catalogue::call call;
+    call.source = source.read_only();
+    call.destination = destination.planes();
+    call.xres = width / c.pixels_per_xres;
+    call.yres = height / c.rows_per_yres;
+    if (c.extra == catalogue::argument::color_space) call.argument = 709;
+    c.convert(call);
+
+    write("in.raw", source.tight());
+    const outcome o = run("morvane convert -j 3 -s 24x8 in.raw out.raw -f " + std::string(c.source) + " -t " +
+                          std::string(c.destination) + " --via " + std::string(c.name));
+    EXPECT_EQ(o.exit_code, 0) << o.err;
+    EXPECT_EQ(o.err.empty(), c.irregular.empty()) << o.err;
+    EXPECT_EQ(read("out.raw"), destination.tight()) << c.name;
+  }
 }
 
 TEST_F(convert, via_brings_its_own_matrix) {

@@ -1,4 +1,5 @@
 // Everything that can go wrong: one line, the right exit code, and no file left behind.
+#include <algorithm>
 #include <ostream>
 
 #include "shell.h"
@@ -63,12 +64,18 @@ constexpr mistake wrong_arguments[] = {
      "bytes is not a whole number of frames: expected a multiple of 75 bytes, one frame of bgr 5x5, got 100 bytes"},
     {"morvane convert -f bgr -t uyvy -s 5x1 --src-stride 20 bytes out", 2,
      "size 5x1: uyvy needs an even width; --pad repeats the last column to reach one"},
-    {"morvane convert -f uyvy -t ycbcrx -s 8x4 four.uyvy out", 2, "no conversion leads from uyvy to ycbcrx"},
+    {"morvane convert -f uyvy -t v210 -s 8x4 four.uyvy out", 2, "no conversion leads from uyvy to v210"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 16x1 four.uyvy out", 2,
+     "size 16x1: y_uv_420 needs an even height; --pad repeats the last row to reach one"},
+    {"morvane convert -f y_uv_420 -t y_uv_422 -s 8x5 bytes out", 2, "size 8x5: y_uv_420 needs an even height"},
+    {"morvane info -f I420 -s 7x5", 2, "size 7x5: y_u_v_420 needs an even width"},
     {"morvane convert -f bgr -t uyvy -s 10x1 --src-stride 50 --matrix 601 bytes out", 2,
      "no conversion leads from bgr to uyvy with the BT.601 matrix; --matrix 709 has one"},
-    {"morvane convert -f bgra -t uyvy -s 5x5 bytes out --pad", 2,
-     "only an irregular conversion leads from bgra to uyvy: bgra::uyvy composites over black and writes the blue "
-     "difference into V, where the red difference is expected; --allow-irregular uses it"},
+    {"morvane convert -f bgrx -t crcbyx -s 5x5 bytes out", 2,
+     "only an irregular conversion leads from bgrx to crcbyx: bgrx::crcbyx stores luma and Cr of each line's last "
+     "pixel alone, in the line's first pixel; --allow-irregular uses it"},
+    {"morvane convert -f uyvy -t yuy2 -s 8x4 --rescale four.uyvy out", 2,
+     "no conversion from uyvy to yuy2 rescales luma: uyvy -> yuy2 by uyvy::yuy2"},
     {"morvane convert -f uyvy -t bgra -s 8x4 --via uyvy::brga four.uyvy out", 2,
      "unknown conversion uyvy::brga; nearest: uyvy::bgr, uyvy::bgra, uyvy::rgba"},
     {"morvane convert -f uyvy -t bgra -s 8x4 --via black::uyvy four.uyvy out", 2,
@@ -89,19 +96,48 @@ constexpr mistake wrong_arguments[] = {
      "stride 15 is too small: a row of uyvy 8x4 has 16 bytes"},
     {"morvane convert -f uyvy -t bgra -s 8x4 --dst-stride 31 four.uyvy out", 2,
      "stride 31 is too small: a row of bgra 8x4 has 32 bytes"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --src-stride wide four.uyvy out", 2,
+     "Could not convert: --src-stride = wide; see --help"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --src-stride 16,16 four.uyvy out", 2,
+     "uyvy has 1 plane, uyvy; there are 2 strides"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 8x4 --dst-stride 8,7 four.uyvy out", 2,
+     "stride 7 is too small: a row of plane cbcr of y_uv_420 8x4 has 8 bytes"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 8x4 four.uyvy --dst-planes y,cb,cr", 2,
+     "y_uv_420 has 2 planes, y, cbcr; there are 3 files"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 8x4 four.uyvy --dst-planes y,", 2, "a file in y, has no name"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 8x4 four.uyvy --dst-planes y,y", 2,
+     "two planes cannot be written to one file, y"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 8x4 four.uyvy --dst-planes y.png,uv.png", 2,
+     "y.png is a PNG, which holds a picture and not one of its planes"},
+    {"morvane convert -f uyvy_a -t uyvy -s 8x4 --planes -,- out", 2, "standard input can be one of the planes only"},
+    {"morvane convert -f uyvy_a -t uyvy -s 8x4 --planes four.uyvy,bytes four.uyvy out", 2,
+     "out is one file too many: a list of planes takes the place of a file"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 four.uyvy", 2, "OUT is required; see --help"},
+    {"morvane convert -f uyvy -t bgra -s 8x4", 2, "IN is required; see --help"},
+    {"morvane convert -f uyvy_a -s 8x4 --planes four.uyvy,/dev/zero out", 2,
+     "the format of out is missing; give it with -t"},
     {"morvane convert -f uyvy -t bgra -s 8x4 --crop 9x4 four.uyvy out", 2, "cannot crop to 9x4: the picture is 8x4"},
     {"morvane convert -f uyvy -t yuy2 -s 8x4 --crop 7x4 four.uyvy out", 2, "size 7x4: yuy2 needs an even width"},
     {"morvane convert -f uyvy -t bgra video.png out", 2, "video.png is a PNG, which is read as RGB, not as uyvy"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 8x4 --crop 8x3 four.uyvy out", 2,
+     "size 8x3: y_uv_420 needs an even height"},
     {"morvane convert -t bgrx -s 4x4 video.png out", 2, "video.png is 8x4, not 4x4"},
     {"morvane convert -t uyvy video.png out.png", 2, "out.png is a PNG, which holds RGB, not uyvy"},
-    {"morvane show -f ycbcrx -s 5x5 bytes out.png", 2,
-     "no conversion leads from ycbcrx to RGB; --plane shows one of its planes or components"},
+    {"morvane show -f crcbyx -s 5x5 bytes out.png", 2,
+     "no conversion leads from crcbyx to RGB; --plane shows one of its planes or components"},
+    {"morvane show -f uyvy_uyvy -s 8x4 four.uyvy out.png --plane A", 2,
+     "uyvy_uyvy has no plane or component A; it has Cb, Y, Cr, fill, key"},
     {"morvane show -f uyvy -s 8x4 four.uyvy out.jpg", 2, "the picture is a PNG: out.jpg must end in .png"},
     {"morvane show -f uyvy -s 8x4 four.uyvy out.png --plane A", 2,
      "uyvy has no plane or component A; it has Cb, Y, Cr, uyvy"},
     {"morvane show -f uyvy -s 8x4 four.uyvy out.png --frame 4", 2,
      "four.uyvy has no frame 4: it has 4, numbered from 0"},
     {"morvane compare -f uyvy -s 8x4 - -", 2, "standard input can be one of the two files only"},
+    {"morvane compare -f uyvy_a -s 8x4 --planes -,bytes --planes four.uyvy,-", 2,
+     "standard input can be one of the two files only"},
+    {"morvane compare -f uyvy_a -s 8x4 --planes -,bytes --planes bytes,- --planes bytes,-", 2,
+     "--planes is given 3 times, for two files"},
+    {"morvane compare -f uyvy_a -s 8x4 --planes four.uyvy,bytes", 2, "B is required; see --help"},
 };
 
 constexpr mistake failed_files[] = {
@@ -134,6 +170,22 @@ constexpr mistake failed_files[] = {
      1, "cannot write standard output: Broken pipe\n1"},
     {"morvane convert -f uyvy -t bgra -s 1048576x1048576 /dev/zero out", 1,
      "there is not enough memory for frames of this size"},
+    {"morvane convert -f uyvy_a -t uyvy -s 8x4 --planes four.uyvy,nothing out", 1,
+     "cannot read nothing: No such file or directory"},
+    {"morvane convert -f uyvy_a -t uyvy -s 8x4 --planes four.uyvy,bytes out", 1,
+     "bytes is not a whole number of frames: expected a multiple of 32 bytes, plane alpha of one frame of uyvy_a 8x4, "
+     "got 100 bytes"},
+    {"head -c 96 four.uyvy > alpha; morvane convert -f uyvy_a -t uyvy -s 8x4 --planes four.uyvy,alpha out; "
+     "code=$?; rm alpha; exit $code",
+     1, "planes with different numbers of frames: alpha has 3, another 4"},
+    {"head -c 96 four.uyvy | morvane convert -f uyvy_a -t uyvy -s 8x4 --planes four.uyvy,- out", 1,
+     "standard input has fewer frames than four.uyvy"},
+    {"head -c 192 four.uyvy | morvane convert -f uyvy_a -t uyvy -s 8x4 --planes -,/dev/zero out", 1,
+     "standard input has fewer frames than /dev/zero"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 8x4 four.uyvy --dst-planes y,nowhere/uv", 1,
+     "cannot write nowhere/uv: No such file or directory"},
+    {"morvane convert -f uyvy -t y_uv_420 -s 8x4 four.uyvy --dst-planes kept,/dev/full", 1,
+     "cannot write /dev/full: No space left on device"},
     {"morvane compare -f uyvy -s 8x4 four.uyvy nothing", 1, "cannot read nothing: No such file or directory"},
     {"morvane compare -f uyvy -s 8x4 four.uyvy bytes", 1,
      "bytes is not a whole number of frames: expected a multiple of 64 bytes, one frame of uyvy 8x4, got 100 bytes"},
@@ -150,6 +202,15 @@ TEST_F(interruption, leaves_nothing_behind) {
           "for i in $(seq 500); do [ -n \"$(ls)\" ] && break; sleep 0.01; done; ls; kill $!; wait $!");
   EXPECT_NE(o.exit_code, 0);
   EXPECT_EQ(o.out.rfind("out.", 0), 0u) << "nothing was being written";
+  EXPECT_TRUE(files().empty());
+}
+
+TEST_F(interruption, leaves_no_plane_behind) {
+  const outcome o =
+      run("morvane convert -f uyvy -t y_u_v_420 -s 64x64 /dev/zero --dst-planes a,b,c & "
+          "for i in $(seq 500); do [ \"$(ls | wc -l)\" = 3 ] && break; sleep 0.01; done; ls; kill $!; wait $!");
+  EXPECT_NE(o.exit_code, 0);
+  EXPECT_EQ(std::count(o.out.begin(), o.out.end(), '\n'), 3) << "nothing was being written";
   EXPECT_TRUE(files().empty());
 }
 

@@ -52,6 +52,29 @@ TEST_F(listing, formats_as_json) {
   EXPECT_TRUE((*v210)["other_names"]["v4l2"].is_null());
 }
 
+TEST_F(listing, rows_of_subsampled_planes) {
+  const json all = printed("morvane formats --json");
+  const auto nv12 = std::find_if(all.begin(), all.end(), [](const json& f) { return f["name"] == "y_uv_420"; });
+  ASSERT_NE(nv12, all.end());
+  EXPECT_EQ((*nv12)["bytes_per_pixel"], 1.5);
+  EXPECT_EQ((*nv12)["height_multiple"], 2);
+  EXPECT_EQ((*nv12)["planes"][0]["image_rows"], 1);
+  EXPECT_EQ((*nv12)["planes"][1]["image_rows"], 2);
+  const json i = printed("morvane info -f I420 -s 1920x1080 --json");
+  EXPECT_EQ(i["format"], "y_u_v_420");
+  EXPECT_EQ(i["frame_bytes"], 3110400);
+  EXPECT_EQ(i["planes"][2], json({{"name", "cr"}, {"rows", 540}, {"stride", 960}, {"bytes", 518400}}));
+  EXPECT_NE(run("morvane info -f NV12 -s 8x4").out.find("\ncbcr   2     8             16     Cb Cr\n"),
+            std::string::npos);
+}
+
+TEST_F(listing, other_names_are_each_printed_once) {
+  const std::vector<std::string> printed = lines(run("morvane formats").out);
+  const auto y16 = std::find_if(printed.begin(), printed.end(), [](const auto& l) { return l.rfind("y16 ", 0) == 0; });
+  ASSERT_NE(y16, printed.end());
+  EXPECT_NE(y16->find("  Y16, gray16le, GRAY16_LE  "), std::string::npos) << *y16;
+}
+
 TEST_F(listing, conversions_prints_every_row_with_its_irregularity) {
   const outcome o = run("morvane conversions");
   EXPECT_EQ(o.exit_code, 0);
@@ -73,6 +96,7 @@ TEST_F(listing, conversions_as_json) {
     if (all[i]["name"] == "uyvy::bgra") {
       EXPECT_EQ(all[i]["matrices"], json({601, 709}));
     }
+    EXPECT_EQ(all[i]["rescale"], catalogue::conversions[i].extra == catalogue::argument::rescale);
   }
 }
 

@@ -51,6 +51,37 @@ TEST_F(pictures, bgr_survives_a_png) {
   EXPECT_EQ(read("out.raw"), read("in.raw"));
 }
 
+TEST_F(pictures, planes_of_rgb_survive_a_png) {
+  write("in.raw", noise(13 * 5 * 3));
+  quietly("morvane convert -f r_g_b -t r_g_b -s 13x5 in.raw a.png");
+  EXPECT_EQ(header("a.png"), (std::vector<int>{13, 5, rgb}));
+  quietly("morvane convert -f r_g_b -t r_g_b a.png out.raw");
+  EXPECT_EQ(read("out.raw"), read("in.raw"));
+  quietly("morvane convert -f bgr -t bgr a.png first.raw");
+  EXPECT_EQ(read("first.raw")[2], read("in.raw")[0]);
+}
+
+// Eight shades of a colour, each of two columns, with the alpha of every pixel its own.
+TEST_F(pictures, alpha_survives_video) {
+  bytes frame;
+  for (int y = 0; y < 6; ++y)
+    for (int x = 0; x < 16; ++x) {
+      const auto shade = static_cast<std::uint8_t>(x / 2 * 32);
+      frame.insert(frame.end(), {60, shade, 200, static_cast<std::uint8_t>(16 * x + y)});
+    }
+  write("in.raw", frame);
+  quietly("morvane convert -f bgra -t bgra -s 16x6 in.raw a.png");
+  EXPECT_EQ(run("morvane convert -v -t uyvy_a a.png --dst-planes video.uyvy,alpha.y").err,
+            "morvane: bgra -> uyvy_a by bgra::uyvy_a with BT.709\n");
+  EXPECT_EQ(run("morvane convert -v -f uyvy_a -s 16x6 --planes video.uyvy,alpha.y b.png").err,
+            "morvane: uyvy_a -> bgra by uyvy_a::bgra with BT.709\n");
+  EXPECT_EQ(header("b.png"), (std::vector<int>{16, 6, rgb_with_alpha}));
+  quietly("morvane convert -t bgra b.png out.raw");
+  const bytes back = read("out.raw");
+  ASSERT_EQ(back.size(), frame.size());
+  for (std::size_t i = 0; i < frame.size(); ++i) EXPECT_NEAR(back[i], frame[i], i % 4 == 3 ? 0 : 6) << i;
+}
+
 TEST_F(pictures, the_channels_have_their_places) {
   write("in.raw", {10, 20, 30, 40});
   quietly("morvane convert -f bgra -t bgra -s 1x1 in.raw a.png");

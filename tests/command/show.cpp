@@ -20,6 +20,10 @@ class show : public command {
       if (i % 4 != 3) result.push_back(four[i]);
     return result;
   }
+  std::vector<int> size_of_shown() const {
+    const bytes b = read("shown.png");
+    return {b[18] << 8 | b[19], b[22] << 8 | b[23]};
+  }
 };
 
 bytes thrice(const bytes& grey) {
@@ -58,6 +62,19 @@ TEST_F(show, alpha_over_a_checkerboard) {
   EXPECT_EQ(pixel(9), (bytes{30, 20, 10}));
 }
 
+TEST_F(show, a_plane_of_alpha_over_a_checkerboard) {
+  write("in.raw", noise(16 * 2 * 3));
+  quietly("morvane convert -f uyvy_a -t bgra -s 16x2 in.raw in.bgra && morvane show in.bgra -f bgra -s 16x2 bgra.png");
+  shown("in.raw -f uyvy_a -s 16x2");
+  EXPECT_EQ(read("shown.png"), read("bgra.png"));
+  bytes transparent = read("in.raw");
+  std::fill(transparent.begin() + 64, transparent.end(), std::uint8_t{0});
+  write("in.raw", transparent);
+  const bytes pixels = shown("in.raw -f uyvy_a -s 16x2");
+  EXPECT_EQ(pixels[0], 255);
+  EXPECT_EQ(pixels[3 * 8], 204);
+}
+
 TEST_F(show, one_component_in_grey) {
   write("in.raw", {1, 2, 3, 4, 5, 6, 7, 8});
   EXPECT_EQ(shown("in.raw -f uyvy -s 4x1 --plane Y"), thrice({2, 4, 6, 8}));
@@ -67,8 +84,31 @@ TEST_F(show, one_component_in_grey) {
   EXPECT_EQ(shown("in.raw -f uyvy -s 4x1 --plane uyvy"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
 }
 
+TEST_F(show, one_plane_of_several_in_grey) {
+  write("in.raw", {1, 2, 3, 4, 5, 6, 7, 8, 11, 12, 13, 14});  // 4x2, then two pairs of chroma
+  EXPECT_EQ(shown("in.raw -f y_uv_420 -s 4x2 --plane y"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(size_of_shown(), (std::vector<int>{4, 2}));
+  EXPECT_EQ(shown("in.raw -f y_uv_420 -s 4x2 --plane Cr"), thrice({12, 14}));
+  EXPECT_EQ(size_of_shown(), (std::vector<int>{2, 1}));
+  EXPECT_EQ(shown("in.raw -f y_uv_420 -s 4x2 --plane cbcr"), thrice({11, 12, 13, 14}));
+  EXPECT_EQ(shown("in.raw -f y_u_v_420 -s 4x2 --plane cr"), thrice({13, 14}));
+  write("in.raw", {1, 2, 3, 4, 5, 6, 7, 8});
+  EXPECT_EQ(shown("in.raw -f uyvy_uyvy -s 2x1 --plane key"), thrice({5, 6, 7, 8}));
+  EXPECT_EQ(shown("in.raw -f uyvy_uyvy -s 2x1 --plane key.y"), thrice({6, 8}));
+  EXPECT_EQ(shown("in.raw -f uyvy_uyvy -s 2x1 --plane Y"), thrice({2, 4}));
+  EXPECT_EQ(shown("in.raw -f cb_cr_16_422 -s 4x1 --plane cr"), thrice({6, 8}));
+}
+
+TEST_F(show, planes_of_rgb) {
+  write("in.raw", {1, 2, 3, 4, 5, 6});
+  EXPECT_EQ(shown("in.raw -f r_g_b -s 2x1"), (bytes{1, 3, 5, 2, 4, 6}));
+}
+
 TEST_F(show, luma_and_alpha_as_they_are) {
   write("in.raw", {1, 2, 3, 4, 5, 6, 7, 8});
+  EXPECT_EQ(shown("in.raw -f L -s 4x2"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(shown("in.raw -f y -s 1x8"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(shown("in.raw -f y16 -s 4x1"), thrice({2, 4, 6, 8}));
   EXPECT_EQ(shown("in.raw -f y -s 4x2"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
   EXPECT_EQ(shown("in.raw -f alpha -s 2x4"), thrice({1, 2, 3, 4, 5, 6, 7, 8}));
   EXPECT_EQ(shown("in.raw -f alpha_u16 -s 4x1"), thrice({2, 4, 6, 8}));

@@ -4,7 +4,10 @@
 #include "../format_conversion_line.h"
 #include "../format_conversion_line_bgr.h"
 #include "../format_conversion_line_bgra.h"
+#include "../format_conversion_line_bgra_ycbcrx.h"
 #include "../format_conversion_line_black.h"
+#include "../format_conversion_line_r_g_b.h"
+#include "../sum_absolute_differences_inc.h"
 #include "../vector/operations.h"
 #include "run.h"
 
@@ -40,5 +43,76 @@ template struct on_avx2<line::uyvy::rgb_kernel<false, false, 4>>;
 template struct on_avx2<line::uyvy::rgb_kernel<false, true, 4>>;
 template struct on_avx2<line::uyvy::rgb_kernel<true, false, 4>>;
 template struct on_avx2<line::uyvy::rgb_kernel<true, true, 4>>;
+
+// From uyvy to planes.
+template struct on_avx2<line::uyvy::y_uv_kernel<false>>;
+template struct on_avx2<line::uyvy::y_uv_kernel<true>>;
+template struct on_avx2<line::uyvy::y_u_v_kernel<false>>;
+template struct on_avx2<line::uyvy::y_u_v_kernel<true>>;
+template struct on_avx2<line::uyvy::y_kernel<false>>;
+template struct on_avx2<line::uyvy::y_kernel<true>>;
+template struct on_avx2<line::uyvy::r_g_b_kernel<false>>;
+template struct on_avx2<line::uyvy::r_g_b_kernel<true>>;
+template struct on_avx2<line::uyvy::ycbcrx_kernel>;
+
+// Luma and chroma planes.
+template struct on_avx2<line::y::y16_kernel>;
+template struct on_avx2<line::y::uyvy_kernel<false>>;
+template struct on_avx2<line::y::uyvy_kernel<true>>;
+template struct on_avx2<line::y16::y16_kernel>;
+template struct on_avx2<line::u_v::uv_kernel<1>>;
+template struct on_avx2<line::u_v::uv_kernel<2>>;
+template struct on_avx2<line::u_v::uv16_kernel>;
+template struct on_avx2<line::L::bgra_kernel>;
+
+// RGB to 4:4:4: BT.709 or BT.601, RGBA or BGRA, CrCbY or YCbCr, with alpha or without.
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<false, false, false, false>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<false, false, false, true>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<false, false, true, false>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<false, false, true, true>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<false, true, false, false>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<false, true, false, true>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<false, true, true, false>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<false, true, true, true>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, false, false, false>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, false, false, true>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, false, true, false>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, false, true, true>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, true, false, false>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, true, false, true>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, true, true, false>>;
+template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, true, true, true>>;
+
+// RGB to uyvy and alpha: BT.709 or BT.601, with a report of opacity or without, RGBA or BGRA.
+template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<false, false, false>>;
+template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<false, false, true>>;
+template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<false, true, false>>;
+template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<false, true, true>>;
+template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<true, false, false>>;
+template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<true, false, true>>;
+template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<true, true, false>>;
+template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<true, true, true>>;
+
+// uyvy and alpha.
+template struct on_avx2<line::uyvy_a::ya_uv_kernel>;
+template struct on_avx2<line::uyvy_a::ycbcra_kernel<false>>;
+template struct on_avx2<line::uyvy_a::ycbcra_kernel<true>>;
+template struct on_avx2<line::uyvy_a::rgba_and_bgra_kernel<false, false>>;
+template struct on_avx2<line::uyvy_a::rgba_and_bgra_kernel<false, true>>;
+template struct on_avx2<line::uyvy_a::rgba_and_bgra_kernel<true, false>>;
+template struct on_avx2<line::uyvy_a::rgba_and_bgra_kernel<true, true>>;
+template struct on_avx2<line::uyvy_a::uyvy_kernel>;
+
+// 4:4:4 to uyvy: over black or not; with alpha, with a report of opacity or without.
+template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::ycbcr, false>>;
+template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::ycbcr, true>>;
+template struct on_avx2<line::of_444::uyvy_a_kernel<line::of_444::ycbcr, false>>;
+template struct on_avx2<line::of_444::uyvy_a_kernel<line::of_444::ycbcr, true>>;
+template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::crcby, false>>;
+template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::crcby, true>>;
+template struct on_avx2<line::of_444::uyvy_a_kernel<line::of_444::crcby, false>>;
+template struct on_avx2<line::of_444::uyvy_a_kernel<line::of_444::crcby, true>>;
+
+template struct on_avx2<sum_absolute_differences::line::difference_kernel>;
 
 }  // namespace Processing::Morvane::backend

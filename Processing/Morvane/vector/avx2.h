@@ -53,6 +53,9 @@ struct avx2 {
     return _mm256_permute4x64_epi64(v, _MM_SHUFFLE(3, 1, 2, 0));
   }
 
+  static constexpr int negative(const int w) { return w < 0 ? w : 0; }
+  static constexpr int positive(const int w) { return w > 0 ? w : 0; }
+
   MORVANE_INLINE static block load(const uint8_t* p) { return {load_256(p)}; }
   MORVANE_INLINE static void store(uint8_t* p, const block b) { store_256(p, b.v); }
   MORVANE_INLINE static block repeat(const uint16_t value) { return {_mm256_set1_epi16(static_cast<short>(value))}; }
@@ -64,6 +67,63 @@ struct avx2 {
   template <int bits, uint32_t mask>
   MORVANE_INLINE static block shift_right_and_mask(const block b) {
     return {_mm256_and_si256(_mm256_srli_epi32(b.v, bits), _mm256_set1_epi32(static_cast<int>(mask)))};
+  }
+  struct two_blocks {
+    block first, second;
+  };
+  MORVANE_INLINE static two_blocks deinterleave2(const block a, const block b) {
+    const __m256i low_bytes = _mm256_set1_epi16(0x00ff);
+    const __m256i first = _mm256_packus_epi16(_mm256_and_si256(a.v, low_bytes), _mm256_and_si256(b.v, low_bytes));
+    const __m256i second = _mm256_packus_epi16(_mm256_srli_epi16(a.v, 8), _mm256_srli_epi16(b.v, 8));
+    return {{exchange_middle(first)}, {exchange_middle(second)}};
+  }
+  MORVANE_INLINE static two_blocks interleave2(const block a, const block b) {
+    const __m256i first = exchange_middle(a.v);
+    const __m256i second = exchange_middle(b.v);
+    return {{_mm256_unpacklo_epi8(first, second)}, {_mm256_unpackhi_epi8(first, second)}};
+  }
+  MORVANE_INLINE static two_blocks interleave2_words(const block a, const block b) {
+    const __m256i first = exchange_middle(a.v);
+    const __m256i second = exchange_middle(b.v);
+    return {{_mm256_unpacklo_epi16(first, second)}, {_mm256_unpackhi_epi16(first, second)}};
+  }
+  // multiplier * x = 256 * x + rest * x; 256 * x is added after the shift.
+  template <int rest, int offset>
+  MORVANE_INLINE static __m256i linear_words(const __m256i x) {
+    const __m256i sum = _mm256_add_epi16(_mm256_mullo_epi16(x, _mm256_set1_epi16(rest)), _mm256_set1_epi16(offset));
+    return _mm256_add_epi16(x, _mm256_srai_epi16(sum, 8));
+  }
+  template <int multiplier, int offset>
+  MORVANE_INLINE static block linear(const block b) {
+    constexpr int rest = multiplier - 256;
+    static_assert(offset + 255 * negative(rest) >= -32768 && offset + 255 * positive(rest) <= 32767);
+    const __m256i zero = _mm256_setzero_si256();
+    return {_mm256_packus_epi16(linear_words<rest, offset>(_mm256_unpacklo_epi8(b.v, zero)),
+                                linear_words<rest, offset>(_mm256_unpackhi_epi8(b.v, zero)))};
+  }
+  // The samples are lowered by 32768 to be signed, and the offset, divided by 4096, is the weight of a constant 4096.
+  template <int multiplier, int offset, int bits>
+  MORVANE_INLINE static block linear_words(const block b) {
+    constexpr int lifted = offset + 32768 * multiplier;
+    static_assert(multiplier <= 32767 && lifted % 4096 == 0 && lifted / 4096 >= 0 && lifted / 4096 <= 32767);
+    const __m256i x = _mm256_xor_si256(b.v, _mm256_set1_epi16(-32768));
+    const __m256i constant = _mm256_set1_epi16(4096);
+    const __m256i weights = _mm256_set1_epi32(multiplier | lifted / 4096 * 65536);
+    const __m256i lo = _mm256_srai_epi32(_mm256_madd_epi16(_mm256_unpacklo_epi16(x, constant), weights), bits);
+    const __m256i hi = _mm256_srai_epi32(_mm256_madd_epi16(_mm256_unpackhi_epi16(x, constant), weights), bits);
+    return {_mm256_packus_epi32(lo, hi)};
+  }
+  // The sum of |a - b| over all bytes, added to four sums of 64 bits.
+  struct sums {
+    __m256i v;
+  };
+  MORVANE_INLINE static sums no_sum() { return {_mm256_setzero_si256()}; }
+  MORVANE_INLINE static sums add_differences(const sums s, const block a, const block b) {
+    return {_mm256_add_epi64(s.v, _mm256_sad_epu8(a.v, b.v))};
+  }
+  MORVANE_INLINE static uint64_t total(const sums s) {
+    const __m128i two = _mm_add_epi64(_mm256_castsi256_si128(s.v), _mm256_extracti128_si256(s.v, 1));
+    return static_cast<uint64_t>(_mm_cvtsi128_si64(two)) + static_cast<uint64_t>(_mm_extract_epi64(two, 1));
   }
   MORVANE_INLINE static bool fourth_bytes_are_255(const block b) {
     const __m256i others_set = _mm256_or_si256(b.v, _mm256_set1_epi32(0x00ffffff));
@@ -111,8 +171,6 @@ struct avx2 {
     return (static_cast<uint32_t>(w.first) & 255) | (static_cast<uint32_t>(w.second) & 255) << 8 |
            (static_cast<uint32_t>(w.third) & 255) << 16 | (static_cast<uint32_t>(w.fourth) & 255) << 24;
   }
-  static constexpr int negative(const int w) { return w < 0 ? w : 0; }
-  static constexpr int positive(const int w) { return w > 0 ? w : 0; }
   static constexpr int lowest(const line::weights w) {
     return 255 * (negative(w.first) + negative(w.second) + negative(w.third) + negative(w.fourth));
   }
@@ -156,6 +214,59 @@ struct avx2 {
     return {scale(sum.lo, fourth_times_256(p.q01, p.q23)), scale(sum.hi, fourth_times_256(p.q45, p.q67))};
   }
 
+  // Double words 0 1 2 3 | 4 5 6 7 to 0 2 4 6 | 1 3 5 7 and back.
+  MORVANE_INLINE static bytes load_bytes(const uint8_t* p) {
+    return {_mm256_permutevar8x32_epi32(load_256(p), _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7))};
+  }
+  MORVANE_INLINE static void store_bytes(uint8_t* p, const bytes b) {
+    store_256(p, _mm256_permutevar8x32_epi32(b.v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
+  }
+  MORVANE_INLINE static bytes and_bytes(const bytes a, const bytes b) { return {_mm256_and_si256(a.v, b.v)}; }
+  MORVANE_INLINE static bool all_255(const bytes b) {
+    return _mm256_movemask_epi8(_mm256_cmpeq_epi8(b.v, _mm256_set1_epi8(-1))) == -1;
+  }
+  MORVANE_INLINE static words widen(const bytes b) {
+    const __m256i zero = _mm256_setzero_si256();
+    return {_mm256_unpacklo_epi8(b.v, zero), _mm256_unpackhi_epi8(b.v, zero)};
+  }
+  template <int value>
+  MORVANE_INLINE static words add(const words w) {
+    const __m256i v = _mm256_set1_epi16(static_cast<short>(value));
+    return {_mm256_add_epi16(w.lo, v), _mm256_add_epi16(w.hi, v)};
+  }
+  MORVANE_INLINE static words multiply(const words a, const words b) {
+    return {_mm256_mullo_epi16(a.lo, b.lo), _mm256_mullo_epi16(a.hi, b.hi)};
+  }
+  MORVANE_INLINE static words low_bytes(const words w) {
+    const __m256i mask = _mm256_set1_epi16(0x00ff);
+    return {_mm256_and_si256(w.lo, mask), _mm256_and_si256(w.hi, mask)};
+  }
+  MORVANE_INLINE static words high_bytes(const words w) {
+    return {_mm256_srli_epi16(w.lo, 8), _mm256_srli_epi16(w.hi, 8)};
+  }
+  MORVANE_INLINE static words load_words(const uint8_t* p) {
+    return {exchange_middle(load_256(p)), exchange_middle(load_256(p + 32))};
+  }
+  MORVANE_INLINE static void store_words(uint8_t* p, const words w) {
+    store_256(p, exchange_middle(w.lo));
+    store_256(p + 32, exchange_middle(w.hi));
+  }
+  MORVANE_INLINE static bytes fourth(const pixels& p) {
+    return {_mm256_packus_epi16(_mm256_packus_epi32(_mm256_srli_epi32(p.q01, 24), _mm256_srli_epi32(p.q23, 24)),
+                                _mm256_packus_epi32(_mm256_srli_epi32(p.q45, 24), _mm256_srli_epi32(p.q67, 24)))};
+  }
+  // Two bytes of each pixel to its double word, the first from the pair's even pixel for both pixels.
+  template <int even, int odd, int own>
+  MORVANE_INLINE static __m256i pick(const __m256i p) {
+    return _mm256_shuffle_epi8(p, twice(_mm_setr_epi8(even, own, -1, -1, odd, 4 + own, -1, -1, 8 + even, 8 + own, -1,
+                                                      -1, 8 + odd, 12 + own, -1, -1)));
+  }
+  template <int even, int odd, int own>
+  MORVANE_INLINE static words pick_of_pairs(const pixels& p) {
+    return {_mm256_packus_epi32(pick<even, odd, own>(p.q01), pick<even, odd, own>(p.q23)),
+            _mm256_packus_epi32(pick<even, odd, own>(p.q45), pick<even, odd, own>(p.q67))};
+  }
+
   template <int bits>
   MORVANE_INLINE static bytes narrow(const words w) {
     return {_mm256_packus_epi16(_mm256_srli_epi16(w.lo, bits), _mm256_srli_epi16(w.hi, bits))};
@@ -186,7 +297,7 @@ struct avx2 {
   // Both bytes of a word, weighted and added.
   template <int luma, int chroma>
   MORVANE_INLINE static __m256i sum_bytes(const __m256i word) {
-    static_assert(pair_fits(luma, chroma), "pair sums saturate at 16 bits");
+    static_assert(luma >= -128 && luma <= 127 && chroma >= -128 && chroma <= 127);
     return _mm256_maddubs_epi16(word, _mm256_set1_epi16(static_cast<short>((luma & 255) | chroma * 256)));
   }
   template <line::ycbcr_weights w>
@@ -205,6 +316,16 @@ struct avx2 {
   template <line::ycbcr_weights w>
   MORVANE_INLINE static pair_words weigh(const pairs& p) {
     return {weigh_words<w>(p.luma_cb.lo, p.luma_cr.lo), weigh_words<w>(p.luma_cb.hi, p.luma_cr.hi)};
+  }
+  MORVANE_INLINE static bytes luma(const pairs& p) {
+    const words y = low_bytes(p.luma_cb);
+    return {_mm256_packus_epi16(y.lo, y.hi)};
+  }
+  MORVANE_INLINE static bytes cb(const pairs& p) { return narrow<8>(p.luma_cb); }
+  MORVANE_INLINE static bytes cr(const pairs& p) { return narrow<8>(p.luma_cr); }
+  template <int bits>
+  MORVANE_INLINE static pair_words shift_right_signed(const pair_words w) {
+    return {_mm256_srai_epi16(w.lo, bits), _mm256_srai_epi16(w.hi, bits)};
   }
   template <int bits>
   MORVANE_INLINE static pair_words add_shifted(const pair_words a, const pair_words b) {
@@ -232,6 +353,29 @@ struct avx2 {
     store(p + 32, i.q23);
     store(p + 64, i.q45);
     store(p + 96, i.q67);
+  }
+  // Byte stores: nothing but these bytes may be written, not even with their own value.
+  MORVANE_INLINE static void store_bytes_1_3_5_7(uint8_t* p, const uint32_t bytes) {
+    p[1] = static_cast<uint8_t>(bytes);
+    p[3] = static_cast<uint8_t>(bytes >> 8);
+    p[5] = static_cast<uint8_t>(bytes >> 16);
+    p[7] = static_cast<uint8_t>(bytes >> 24);
+  }
+  MORVANE_INLINE static void store_odd_bytes(uint8_t* p, const __m128i v) {
+    store_bytes_1_3_5_7(p, static_cast<uint32_t>(_mm_extract_epi32(v, 0)));
+    store_bytes_1_3_5_7(p + 8, static_cast<uint32_t>(_mm_extract_epi32(v, 1)));
+    store_bytes_1_3_5_7(p + 16, static_cast<uint32_t>(_mm_extract_epi32(v, 2)));
+    store_bytes_1_3_5_7(p + 24, static_cast<uint32_t>(_mm_extract_epi32(v, 3)));
+  }
+  MORVANE_INLINE static void store_second_and_fourth(uint8_t* p, const bytes second, const bytes fourth) {
+    const __m256i lo = _mm256_unpacklo_epi8(second.v, fourth.v);
+    const __m256i hi = _mm256_unpackhi_epi8(second.v, fourth.v);
+    const __m256i q0123 = exchange_middle(lo);
+    const __m256i q4567 = exchange_middle(hi);
+    store_odd_bytes(p, _mm256_castsi256_si128(q0123));
+    store_odd_bytes(p + 32, _mm256_extracti128_si256(q0123, 1));
+    store_odd_bytes(p + 64, _mm256_castsi256_si128(q4567));
+    store_odd_bytes(p + 96, _mm256_extracti128_si256(q4567, 1));
   }
   MORVANE_INLINE static void store3(uint8_t* p, const bytes c0, const bytes c1, const bytes c2) {
     const interleaved i = interleave4(c0, c1, c2, c2);

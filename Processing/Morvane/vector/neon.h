@@ -44,6 +44,50 @@ struct neon {
   MORVANE_INLINE static block shift_right_and_mask(const block b) {
     return {vreinterpretq_u8_u32(vandq_u32(vshrq_n_u32(vreinterpretq_u32_u8(b.v), bits), vdupq_n_u32(mask)))};
   }
+  struct two_blocks {
+    block first, second;
+  };
+  MORVANE_INLINE static two_blocks deinterleave2(const block a, const block b) {
+    return {{vuzp1q_u8(a.v, b.v)}, {vuzp2q_u8(a.v, b.v)}};
+  }
+  MORVANE_INLINE static two_blocks interleave2(const block a, const block b) {
+    return {{vzip1q_u8(a.v, b.v)}, {vzip2q_u8(a.v, b.v)}};
+  }
+  MORVANE_INLINE static two_blocks interleave2_words(const block a, const block b) {
+    const uint16x8_t first = vreinterpretq_u16_u8(a.v);
+    const uint16x8_t second = vreinterpretq_u16_u8(b.v);
+    return {{vreinterpretq_u8_u16(vzip1q_u16(first, second))}, {vreinterpretq_u8_u16(vzip2q_u16(first, second))}};
+  }
+  // multiplier * x = 256 * x + rest * x; 256 * x is added after the shift.
+  template <int multiplier, int offset>
+  MORVANE_INLINE static uint8x8_t linear(const uint8x8_t x) {
+    const uint16x8_t rest = accumulate<multiplier - 256>(vdupq_n_u16(static_cast<uint16_t>(offset)), x);
+    const int16x8_t wide = vreinterpretq_s16_u16(vmovl_u8(x));
+    return vqmovun_s16(vsraq_n_s16(wide, vreinterpretq_s16_u16(rest), 8));
+  }
+  template <int multiplier, int offset>
+  MORVANE_INLINE static block linear(const block b) {
+    return {vcombine_u8(linear<multiplier, offset>(vget_low_u8(b.v)), linear<multiplier, offset>(vget_high_u8(b.v)))};
+  }
+  template <int multiplier, int offset, int bits>
+  MORVANE_INLINE static uint16x4_t linear_words(const uint16x4_t x) {
+    const uint32x4_t sum = vmlal_n_u16(vdupq_n_u32(static_cast<uint32_t>(offset)), x, multiplier);
+    return vqshrun_n_s32(vreinterpretq_s32_u32(sum), bits);
+  }
+  template <int multiplier, int offset, int bits>
+  MORVANE_INLINE static block linear_words(const block b) {
+    const uint16x8_t x = vreinterpretq_u16_u8(b.v);
+    return {vreinterpretq_u8_u16(vcombine_u16(linear_words<multiplier, offset, bits>(vget_low_u16(x)),
+                                              linear_words<multiplier, offset, bits>(vget_high_u16(x))))};
+  }
+  struct sums {
+    uint64x2_t v;
+  };
+  MORVANE_INLINE static sums no_sum() { return {vdupq_n_u64(0)}; }
+  MORVANE_INLINE static sums add_differences(const sums s, const block a, const block b) {
+    return {vpadalq_u32(s.v, vpaddlq_u16(vpaddlq_u8(vabdq_u8(a.v, b.v))))};
+  }
+  MORVANE_INLINE static uint64_t total(const sums s) { return vaddvq_u64(s.v); }
   MORVANE_INLINE static bool fourth_bytes_are_255(const block b) {
     return vminvq_u32(vreinterpretq_u32_u8(b.v)) >= 0xff000000;
   }
@@ -132,6 +176,39 @@ struct neon {
     return {scale(sum.lo, vget_low_u8(p.channel.val[3])), scale(sum.hi, vget_high_u8(p.channel.val[3]))};
   }
 
+  MORVANE_INLINE static bytes load_bytes(const uint8_t* p) { return {vld1q_u8(p)}; }
+  MORVANE_INLINE static void store_bytes(uint8_t* p, const bytes b) { vst1q_u8(p, b.v); }
+  MORVANE_INLINE static bytes and_bytes(const bytes a, const bytes b) { return {vandq_u8(a.v, b.v)}; }
+  MORVANE_INLINE static bool all_255(const bytes b) { return vminvq_u8(b.v) == 255; }
+  MORVANE_INLINE static words widen(const bytes b) { return {vmovl_u8(vget_low_u8(b.v)), vmovl_high_u8(b.v)}; }
+  template <int value>
+  MORVANE_INLINE static words add(const words w) {
+    const uint16x8_t v = vdupq_n_u16(static_cast<uint16_t>(value));
+    return {vaddq_u16(w.lo, v), vaddq_u16(w.hi, v)};
+  }
+  MORVANE_INLINE static words multiply(const words a, const words b) {
+    return {vmulq_u16(a.lo, b.lo), vmulq_u16(a.hi, b.hi)};
+  }
+  MORVANE_INLINE static words low_bytes(const words w) {
+    const uint16x8_t mask = vdupq_n_u16(0x00ff);
+    return {vandq_u16(w.lo, mask), vandq_u16(w.hi, mask)};
+  }
+  MORVANE_INLINE static words high_bytes(const words w) { return {vshrq_n_u16(w.lo, 8), vshrq_n_u16(w.hi, 8)}; }
+  MORVANE_INLINE static words load_words(const uint8_t* p) {
+    return {vreinterpretq_u16_u8(vld1q_u8(p)), vreinterpretq_u16_u8(vld1q_u8(p + 16))};
+  }
+  MORVANE_INLINE static void store_words(uint8_t* p, const words w) {
+    vst1q_u8(p, vreinterpretq_u8_u16(w.lo));
+    vst1q_u8(p + 16, vreinterpretq_u8_u16(w.hi));
+  }
+  MORVANE_INLINE static bytes fourth(const pixels& p) { return {p.channel.val[3]}; }
+  template <int even, int odd, int own>
+  MORVANE_INLINE static words pick_of_pairs(const pixels& p) {
+    const uint8x16_t of_pair = vtrn1q_u8(p.channel.val[even], p.channel.val[odd]);
+    return {vreinterpretq_u16_u8(vzip1q_u8(of_pair, p.channel.val[own])),
+            vreinterpretq_u16_u8(vzip2q_u8(of_pair, p.channel.val[own]))};
+  }
+
   template <int bits>
   MORVANE_INLINE static bytes narrow(const words w) {
     if constexpr (bits == 8)
@@ -150,6 +227,9 @@ struct neon {
     vst2q_u8(p, both);
   }
 
+  MORVANE_INLINE static bytes zip(const uint8x8_t even, const uint8x8_t odd) {
+    return {vcombine_u8(vzip1_u8(even, odd), vzip2_u8(even, odd))};
+  }
   MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) {
     const uint8x8x4_t c = vld4_u8(p);
     return {c.val[0], c.val[1], c.val[2], c.val[3]};
@@ -161,6 +241,14 @@ struct neon {
     const uint16x8_t chroma = accumulate<w.cr>(accumulate<w.cb>(constant, p.cb), p.cr);
     return {accumulate<w.y>(chroma, p.even_luma), accumulate<w.y>(chroma, p.odd_luma)};
   }
+  MORVANE_INLINE static bytes luma(const pairs& p) { return zip(p.even_luma, p.odd_luma); }
+  MORVANE_INLINE static bytes cb(const pairs& p) { return zip(p.cb, p.cb); }
+  MORVANE_INLINE static bytes cr(const pairs& p) { return zip(p.cr, p.cr); }
+  template <int bits>
+  MORVANE_INLINE static pair_words shift_right_signed(const pair_words w) {
+    return {vreinterpretq_u16_s16(vshrq_n_s16(vreinterpretq_s16_u16(w.even), bits)),
+            vreinterpretq_u16_s16(vshrq_n_s16(vreinterpretq_s16_u16(w.odd), bits))};
+  }
   template <int bits>
   MORVANE_INLINE static pair_words add_shifted(const pair_words a, const pair_words b) {
     return {vsraq_n_u16(a.even, b.even, bits), vsraq_n_u16(a.odd, b.odd, bits)};
@@ -168,12 +256,22 @@ struct neon {
   MORVANE_INLINE static bytes narrow_saturating(const pair_words w) {
     const uint8x8_t even = vqmovun_s16(vreinterpretq_s16_u16(w.even));
     const uint8x8_t odd = vqmovun_s16(vreinterpretq_s16_u16(w.odd));
-    return {vcombine_u8(vzip1_u8(even, odd), vzip2_u8(even, odd))};
+    return zip(even, odd);
   }
 
   MORVANE_INLINE static void store4(uint8_t* p, const bytes c0, const bytes c1, const bytes c2, const bytes c3) {
     const uint8x16x4_t all = {{c0.v, c1.v, c2.v, c3.v}};
     vst4q_u8(p, all);
+  }
+  // Byte stores: nothing but these bytes may be written, not even with their own value.
+  template <int lane>
+  MORVANE_INLINE static void store_pixels_from(uint8_t* p, const uint8x16_t second, const uint8x16_t fourth) {
+    vst1q_lane_u8(p + 4 * lane + 1, second, lane);
+    vst1q_lane_u8(p + 4 * lane + 3, fourth, lane);
+    if constexpr (lane < 15) store_pixels_from<lane + 1>(p, second, fourth);
+  }
+  MORVANE_INLINE static void store_second_and_fourth(uint8_t* p, const bytes second, const bytes fourth) {
+    store_pixels_from<0>(p, second.v, fourth.v);
   }
   MORVANE_INLINE static void store3(uint8_t* p, const bytes c0, const bytes c1, const bytes c2) {
     const uint8x16x3_t all = {{c0.v, c1.v, c2.v}};

@@ -33,6 +33,17 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::or_blocks(block, block) } -> std::same_as<typename V::block>;
   // (x >> bits) & mask of every 32-bit word.
   { V::template shift_right_and_mask<2, 0xff>(block) } -> std::same_as<typename V::block>;
+  // Bytes 0, 2, 4... and 1, 3, 5... of two blocks; and the way back, of bytes or of 16-bit words.
+  { V::deinterleave2(block, block) } -> std::same_as<typename V::two_blocks>;
+  { V::interleave2(block, block) } -> std::same_as<typename V::two_blocks>;
+  { V::interleave2_words(block, block) } -> std::same_as<typename V::two_blocks>;
+  // clamp((multiplier * x + offset) >> 8) of every byte; (multiplier - 256) * x + offset fits 16 signed bits.
+  { V::template linear<301, -5117>(block) } -> std::same_as<typename V::block>;
+  // clamp((multiplier * x + offset) >> bits) of every 16-bit word; the offset is a multiple of 4096.
+  { V::template linear_words<1197, -4902912, 10>(block) } -> std::same_as<typename V::block>;
+  // 64-bit sums of the absolute differences of bytes.
+  { V::add_differences(V::no_sum(), block, block) } -> std::same_as<typename V::sums>;
+  { V::total(V::no_sum()) } -> std::same_as<uint64_t>;
   // Whether bytes 3, 7, 11... are all 255.
   { V::fourth_bytes_are_255(block) } -> std::same_as<bool>;
   // Stores four blocks without their bytes 3, 7, 11...: 3 * block_bytes bytes.
@@ -51,7 +62,24 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
     } -> std::same_as<typename V::words>;
   // (x * A) >> 8 of signed words, A being the pixel's fourth byte.
   { V::scale_by_fourth(words, pixels) } -> std::same_as<typename V::words>;
-  // bytes: a byte for each pixel. narrow shifts right and keeps the low byte, which must hold the whole result.
+  { V::template add<16>(words) } -> std::same_as<typename V::words>;
+  // The low 16 bits of the products.
+  { V::multiply(words, words) } -> std::same_as<typename V::words>;
+  { V::low_bytes(words) } -> std::same_as<typename V::words>;
+  { V::high_bytes(words) } -> std::same_as<typename V::words>;
+  { V::load_words(source) } -> std::same_as<typename V::words>;
+  V::store_words(destination, words);
+  // Two bytes of each pixel as a word: the low one is byte `even` (for even pixels) or `odd` (for odd ones) of the
+  // pair's even pixel, the high one byte `own` of the pixel itself.
+  { V::template pick_of_pairs<1, 2, 0>(pixels) } -> std::same_as<typename V::words>;
+  // bytes: a byte for each pixel.
+  { V::load_bytes(source) } -> std::same_as<typename V::bytes>;
+  V::store_bytes(destination, bytes);
+  { V::and_bytes(bytes, bytes) } -> std::same_as<typename V::bytes>;
+  { V::all_255(bytes) } -> std::same_as<bool>;
+  { V::widen(bytes) } -> std::same_as<typename V::words>;
+  { V::fourth(pixels) } -> std::same_as<typename V::bytes>;
+  // narrow shifts right and keeps the low byte, which must hold the whole result.
   { V::template narrow<7>(words) } -> std::same_as<typename V::bytes>;
   // Adds modulo 256.
   { V::template add<16>(bytes) } -> std::same_as<typename V::bytes>;
@@ -59,15 +87,23 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // Stores chroma and luma alternately.
   V::store_uyvy(destination, bytes, bytes);
 
-  // pairs: luma of each pixel and chroma of its pair. pair_words: a 16-bit word for each of these pixels.
+  // pairs: luma of each pixel and chroma of its pair, the same for both pixels. pair_words: a 16-bit word for each of
+  // these pixels.
   { V::load_uyvy(source) } -> std::same_as<typename V::pairs>;
-  // The weighted sum and constant, modulo 65536; weights as for pixels.
+  // The weighted sum and constant, modulo 65536. A weight is at least -128 and at most 127. The sum of two terms stops
+  // at 32767 on some processors, before the rest is added.
   { V::template weigh<line::ycbcr_weights{1, 2, 3, 4}>(pairs) } -> std::same_as<typename V::pair_words>;
+  { V::luma(pairs) } -> std::same_as<typename V::bytes>;
+  { V::cb(pairs) } -> std::same_as<typename V::bytes>;
+  { V::cr(pairs) } -> std::same_as<typename V::bytes>;
+  { V::template shift_right_signed<6>(pair_words) } -> std::same_as<typename V::pair_words>;
   // a + (b >> bits), the shift unsigned.
   { V::template add_shifted<8>(pair_words, pair_words) } -> std::same_as<typename V::pair_words>;
   // Signed words clamped to 0..255.
   { V::narrow_saturating(pair_words) } -> std::same_as<typename V::bytes>;
 
+  // Stores bytes 1 and 3 of pixels of four bytes; bytes 0 and 2 are not touched.
+  V::store_second_and_fourth(destination, bytes, bytes);
   // Stores three or four bytes a pixel.
   V::store3(destination, bytes, bytes, bytes);
   V::store4(destination, bytes, bytes, bytes, bytes);

@@ -7,6 +7,8 @@ struct portable {
   static constexpr int lanes = 0;
 
   struct block {};
+  struct bytes {};
+  struct sums {};
 };
 
 }  // namespace Processing::Morvane::format_conversion::vector

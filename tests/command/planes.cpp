@@ -1,0 +1,202 @@
+// Formats of several planes: in one file and in many, rows of 4:2:0, keys and their luma.
+#include <string>
+
+#include "Processing.Morvane.h"
+#include "shell.h"
+
+namespace morvane::tests {
+
+namespace {
+
+namespace fc = Processing::Morvane::format_conversion;
+
+bytes operator+(bytes a, const bytes& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+bytes part(const bytes& all, std::size_t from, std::size_t count) {
+  const auto start = all.begin() + static_cast<std::ptrdiff_t>(from);
+  return {start, start + static_cast<std::ptrdiff_t>(count)};
+}
+
+class planes : public command {
+ protected:
+  // A frame of uyvy and the planes that it has in 4:2:0.
+  static constexpr int width = 8;
+  static constexpr int height = 6;
+  const bytes uyvy = noise(width * height * 2);
+  bytes y = bytes(width * height);
+  bytes cb = bytes(width * height / 4);
+  bytes cr = bytes(width * height / 4);
+
+  void SetUp() override {
+    command::SetUp();
+    fc::uyvy::y_u_v_420(uyvy.data(), 2 * width, y.data(), width, cb.data(), width / 2, cr.data(), width / 2, width,
+                        height);
+  }
+};
+
+TEST_F(planes, stand_in_one_file_in_the_order_of_the_format) {
+  write("in.raw", uyvy);
+  quietly("morvane convert -f uyvy -t y_u_v_420 -s 8x6 in.raw out.raw");
+  EXPECT_EQ(read("out.raw"), y + cb + cr);
+}
+
+TEST_F(planes, stand_each_in_a_file_of_its_own) {
+  write("in.raw", uyvy);
+  quietly("morvane convert -f uyvy -t y_u_v_420 -s 8x6 in.raw --dst-planes y,cb,cr");
+  EXPECT_EQ(read("y"), y);
+  EXPECT_EQ(read("cb"), cb);
+  EXPECT_EQ(read("cr"), cr);
+  quietly("morvane convert -f I420 -t NV12 -s 8x6 --planes y,cb,cr joined");
+  quietly("morvane convert -f I420 -t NV12 -s 8x6 --src-planes y,cb,cr --dst-planes luma,chroma");
+  quietly("morvane convert -f uyvy -t NV12 -s 8x6 in.raw expected");
+  EXPECT_EQ(read("joined"), read("expected"));
+  EXPECT_EQ(read("luma") + read("chroma"), read("expected"));
+  EXPECT_EQ(files(), (std::vector<std::string>{"cb", "chroma", "cr", "expected", "in.raw", "joined", "luma", "y"}));
+}
+
+TEST_F(planes, many_frames_of_them) {
+  write("in.raw", noise(5 * 96));
+  quietly("morvane convert -f uyvy -t y_uv_420 -s 8x6 in.raw --dst-planes y,cbcr");
+  EXPECT_EQ(read("y").size(), 5u * 48);
+  EXPECT_EQ(read("cbcr").size(), 5u * 24);
+  quietly("morvane convert -f y_uv_420 -t y_uv_420 -s 8x6 --planes y,cbcr --skip 1 --frames 2 two");
+  quietly("morvane convert -f uyvy -t y_uv_420 -s 8x6 --skip 1 --frames 2 in.raw expected");
+  EXPECT_EQ(read("two"), read("expected"));
+  quietly("cat cbcr | morvane convert -f y_uv_420 -t y_uv_420 -s 8x6 --planes y,- --skip 1 --frames 2 - > piped");
+  EXPECT_EQ(read("piped"), read("expected"));
+}
+
+TEST_F(planes, strides_of_their_own) {
+  write("in.raw", uyvy);
+  quietly("morvane convert -f uyvy -t y_u_v_420 -s 8x6 in.raw out.raw --dst-stride 11,5,6");
+  const bytes padded = read("out.raw");
+  ASSERT_EQ(padded.size(), 11u * 6 + 5u * 3 + 6u * 3);
+  EXPECT_EQ(part(padded, 11, 8), part(y, 8, 8));
+  EXPECT_EQ(part(padded, 66 + 5, 4), part(cb, 4, 4));
+  EXPECT_EQ(part(padded, 66 + 15 + 6, 4), part(cr, 4, 4));
+  quietly("morvane convert -f y_u_v_420 -t y_uv_420 -s 8x6 out.raw --src-stride 11,5,6 back.raw");
+  quietly("morvane convert -f uyvy -t y_uv_420 -s 8x6 in.raw expected.raw");
+  EXPECT_EQ(read("back.raw"), read("expected.raw"));
+  quietly("morvane convert -f uyvy -t y_u_v_420 -s 8x6 in.raw first.raw --dst-stride 11");
+  EXPECT_EQ(part(read("first.raw"), 66, 24), cb + cr);
+}
+
+TEST_F(planes, threads_share_rows_of_420_in_pairs) {
+  for (const int rows : {2, 4, 6, 38}) {
+    write("in.raw", noise(static_cast<std::size_t>(96 * 2 * rows)));
+    const std::string size = " -s 96x" + std::to_string(rows);
+    for (const char* route : {"-f uyvy -t y_u_v_420", "-f uyvy -t y_uv_422 --via y_uv::y_uv_to422"}) {
+      const std::string line = std::string("morvane convert ") + route + size + " in.raw ";
+      quietly(line + "1.raw");
+      quietly(line + "3.raw -j 3");
+      EXPECT_EQ(read("3.raw"), read("1.raw")) << line;
+    }
+  }
+}
+
+TEST_F(planes, chroma_without_luma) {
+  write("in.raw", cb + cr);
+  bytes words;
+  bytes pairs;
+  for (std::size_t row = 0; row < height; ++row)
+    for (std::size_t x = 0; x < width / 2; ++x) {
+      const std::size_t i = row / 2 * (width / 2) + x;
+      words = words + bytes{0, cb[i], 0, cr[i]};
+      if (row % 2 == 0) pairs = pairs + bytes{cb[i], cr[i]};
+    }
+  quietly("morvane convert -f cb_cr_8_420 -t cbcr_16_422 -s 8x6 -j 2 in.raw out.raw");
+  EXPECT_EQ(read("out.raw"), words);
+  write("in.raw", pairs);
+  quietly("morvane convert -f cbcr_8_420 -t cbcr_16_422 -s 8x6 -j 2 in.raw out.raw");
+  EXPECT_EQ(read("out.raw"), words);
+  write("in.raw", {1, 2, 3, 4, 5, 6, 7, 8, 11, 12, 13, 14, 15, 16, 17, 18});
+  quietly("morvane convert -f cb_cr_16_422 -t cbcr_16_422 -s 4x2 -j 2 in.raw out.raw");
+  EXPECT_EQ(read("out.raw"), (bytes{1, 2, 11, 12, 3, 4, 13, 14, 5, 6, 15, 16, 7, 8, 17, 18}));
+}
+
+TEST_F(planes, of_rgb_with_one_stride) {
+  write("in.raw", uyvy);
+  bytes r(48);
+  bytes g(48);
+  bytes b(48);
+  fc::uyvy::r_g_b_601(uyvy.data(), 16, r.data(), g.data(), b.data(), 8, 8, 6);
+  quietly("morvane convert -f uyvy -t r_g_b --matrix 601 -s 8x6 -j 2 in.raw out.raw");
+  EXPECT_EQ(read("out.raw"), r + g + b);
+}
+
+TEST_F(planes, an_odd_height_repeats_its_last_row_on_request) {
+  const bytes odd = part(uyvy, 0, 5 * 16);
+  write("in.raw", odd);
+  const outcome o = run("morvane convert -f uyvy -t y_uv_420 -s 8x5 --pad in.raw out.raw");
+  EXPECT_EQ(o.exit_code, 0);
+  EXPECT_EQ(o.err, "morvane: height 5 padded to 6 by repeating the last row\n");
+  write("padded.raw", odd + part(odd, 4 * 16, 16));
+  quietly("morvane convert -f uyvy -t y_uv_420 -s 8x6 padded.raw expected.raw");
+  EXPECT_EQ(read("out.raw"), read("expected.raw"));
+
+  write("l.raw", {1, 2, 3});
+  EXPECT_EQ(run("morvane convert -f y -t y_uv_420 -s 1x3 --pad l.raw out.raw").err,
+            "morvane: width 1 padded to 2 by repeating the last column\n"
+            "morvane: height 3 padded to 4 by repeating the last row\n");
+  EXPECT_EQ(read("out.raw"), (bytes{1, 1, 2, 2, 3, 3, 3, 3, 128, 128, 128, 128}));
+}
+
+TEST_F(planes, are_cropped_each_to_its_own_rows) {
+  write("in.raw", y + cb + cr);
+  quietly("morvane convert -f I420 -t y_uv_420 -s 8x6 --crop 4x2 in.raw out.raw");
+  const bytes chroma = {cb[0], cr[0], cb[1], cr[1]};
+  EXPECT_EQ(read("out.raw"), part(y, 0, 4) + part(y, 8, 4) + chroma);
+}
+
+TEST_F(planes, luma_is_rescaled_on_request) {
+  const bytes luma = {0, 16, 17, 100, 128, 233, 234, 255};
+  write("in.raw", luma);
+  EXPECT_EQ(run("morvane convert -v -f y -t uyvy -s 8x1 in.raw grey.raw").err, "morvane: y -> uyvy by y::uyvy\n");
+  EXPECT_EQ(run("morvane convert -v -f uyvy -t y -s 8x1 --rescale grey.raw key.raw").err,
+            "morvane: uyvy -> y by uyvy::y with rescaled luma\n");
+  EXPECT_EQ(read("key.raw"), (bytes{0, 0, 0, 97, 130, 253, 255, 255}));
+  quietly("morvane convert -f uyvy -t y -s 8x1 grey.raw same.raw");
+  EXPECT_EQ(read("same.raw"), luma);
+  quietly("morvane convert -f y -t uyvy -s 8x1 --rescale in.raw video.raw");
+  EXPECT_EQ(read("video.raw"), (bytes{128, 16, 128, 29, 128, 30, 128, 101, 128, 126, 128, 216, 128, 217, 128, 235}));
+  write("key16.raw", {0, 0x10, 1, 0x10, 0, 0x80, 0xff, 0xea});  // 4096, 4097, 32768, 60159
+  quietly("morvane convert -f y16 -t y16 -s 4x1 --rescale key16.raw full.raw");
+  EXPECT_EQ(read("full.raw"), (bytes{0, 0, 1, 0, 0xec, 0x82, 0xfe, 0xff}));
+}
+
+TEST_F(planes, fill_and_key) {
+  write("fill.raw", {10, 20, 30, 40, 11, 21, 31, 41});
+  write("key.raw", {1, 100, 2, 101, 3, 235, 4, 16});
+  const outcome o =
+      run("morvane convert -f uyvy_uyvy -t ya_uv -s 2x2 --allow-irregular --planes fill.raw,key.raw out.raw");
+  EXPECT_EQ(o.exit_code, 0);
+  EXPECT_EQ(
+      o.err,
+      "morvane: uyvy::ya_uv is irregular: it converts the first pair of each line and leaves the rest unwritten\n");
+  EXPECT_EQ(read("out.raw"), (bytes{20, 100, 40, 101, 21, 235, 41, 16, 10, 30, 11, 31}));
+  run("morvane convert -f uyvy_uyvy -t ya_uv -s 2x2 --allow-irregular --rescale --planes fill.raw,key.raw "
+      "key_full.raw");
+  EXPECT_EQ(read("key_full.raw"), (bytes{20, 97, 40, 98, 21, 255, 41, 0, 10, 30, 11, 31}));
+}
+
+TEST_F(planes, are_shown_and_compared_from_files_of_their_own) {
+  write("in.raw", uyvy);
+  write("alpha.raw", noise(48, 2));
+  write("both.raw", uyvy + noise(48, 2));
+  quietly("morvane show -f uyvy_a -s 8x6 --planes in.raw,alpha.raw a.png");
+  quietly("morvane show -f uyvy_a -s 8x6 both.raw b.png && cmp a.png b.png");
+  EXPECT_EQ(run("morvane compare -f uyvy_a -s 8x6 --planes in.raw,alpha.raw both.raw").exit_code, 0);
+  EXPECT_EQ(run("morvane compare -f uyvy_a -s 8x6 --planes in.raw,alpha.raw in.raw").exit_code, 1);
+  EXPECT_EQ(run("morvane compare -f uyvy_a -s 8x6 --planes in.raw,alpha.raw --planes in.raw,alpha.raw").exit_code, 0);
+  write("alpha2.raw", noise(48, 3));
+  const outcome o = run("morvane compare -f uyvy_a -s 8x6 --planes in.raw,alpha.raw --planes in.raw,alpha2.raw");
+  EXPECT_EQ(o.exit_code, 1);
+  EXPECT_NE(o.out.find("first difference: frame 0, plane alpha, A at x 0, y 0"), std::string::npos) << o.out;
+}
+
+}  // namespace
+
+}  // namespace morvane::tests

@@ -1,0 +1,104 @@
+// What the files of expectations share: plain arithmetic, the walk over the lines of an image with any number of
+// planes, and their tables.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <span>
+#include <string_view>
+
+#include "call.h"
+
+namespace morvane::tests::oracle {
+
+using catalogue::call;
+
+inline int floor_shift(int value, int bits) {
+  const int unit = 1 << bits;
+  const int remainder = ((value % unit) + unit) % unit;
+  return (value - remainder) / unit;
+}
+
+inline std::uint8_t byte(int value) {
+  return static_cast<std::uint8_t>(((value % 256) + 256) % 256);
+}
+
+inline std::uint8_t clamped(int value) {
+  return byte(value < 0 ? 0 : value > 255 ? 255 : value);
+}
+
+// Key luma of video range, stretched to full range.
+inline std::uint8_t key(int luma) {
+  if (luma * 301 >= 70397) return 255;
+  return clamped(floor_shift(luma * 301 - 5117, 8));
+}
+
+inline std::uint8_t key_or_copy(std::uint8_t luma, bool rescale) {
+  return rescale ? key(luma) : luma;
+}
+
+// Where the current line begins in each plane.
+struct line {
+  std::array<const std::uint8_t*, catalogue::max_planes> source{};
+  std::array<std::uint8_t*, catalogue::max_planes> destination{};
+};
+
+// Calls convert(line, pixels) for each row, first to last.
+template <class Convert>
+void each_row(const call& c, Convert convert) {
+  if (c.xres < 1) return;
+  line at{c.source.data, c.destination.data};
+  for (int row = 0; row < c.yres; ++row) {
+    convert(at, c.xres);
+    for (std::size_t i = 0; i < catalogue::max_planes; ++i) {
+      if (at.source[i] != nullptr) at.source[i] += c.source.stride[i];
+      if (at.destination[i] != nullptr) at.destination[i] += c.destination.stride[i];
+    }
+  }
+}
+
+// The strides of the planes, in bytes, in the order of the call.
+inline bool strides_are(const call& c, std::initializer_list<int> source, std::initializer_list<int> destination) {
+  std::size_t i = 0;
+  for (const int stride : source)
+    if (c.source.stride[i++] != stride) return false;
+  i = 0;
+  for (const int stride : destination)
+    if (c.destination.stride[i++] != stride) return false;
+  return true;
+}
+
+// As each_row, but an image whose strides are those given is one long line.
+template <class Convert>
+void one_line_or_each_row(const call& c, std::initializer_list<int> source, std::initializer_list<int> destination,
+                          Convert convert) {
+  if (c.xres < 1 || c.yres < 1) return;
+  if (c.yres == 1 || strides_are(c, source, destination))
+    convert(line{c.source.data, c.destination.data}, c.xres * c.yres);
+  else
+    each_row(c, convert);
+}
+
+inline void report(const call& c, bool opaque) {
+  if (c.opaque != nullptr) *c.opaque = opaque;
+}
+
+template <catalogue::thunk bt601, catalogue::thunk bt709>
+void by_color_space(const call& c) {
+  c.argument == 601 ? bt601(c) : bt709(c);
+}
+
+struct entry {
+  std::string_view name;
+  std::string_view destination;
+  catalogue::thunk expected;
+};
+
+std::span<const entry> expectations_of_planes();
+std::span<const entry> expectations_of_full_chroma();
+std::span<const entry> expectations_of_alpha();
+std::span<const entry> expectations_of_planar_rgb();
+
+}  // namespace morvane::tests::oracle

@@ -1,0 +1,51 @@
+// A file or pipe of raw frames, or of one plane of every frame, read from the start to the end.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvane::tool {
+
+class raw_file {
+ public:
+  // "-" is standard input. `contents` names what stands in `frame_bytes`, as in "one frame of uyvy 8x4".
+  raw_file(const std::string& path, std::int64_t frame_bytes, std::string contents);
+
+  const std::string& name() const { return name_; }
+  // How many frames next() will still give, when that is known beforehand.
+  std::optional<std::int64_t> remaining() const { return remaining_; }
+
+  void skip(std::int64_t frames);
+  // Goes to the start of the next frame; false after the last one.
+  bool next();
+  // Reads or passes over the next bytes of the frame.
+  void take(std::uint8_t* into, std::int64_t bytes);
+  void pass(std::int64_t bytes);
+
+ private:
+  struct close_file {
+    void operator()(std::FILE* f) const {
+      if (f != stdin) std::fclose(f);
+    }
+  };
+
+  void open(const std::string& path);
+  void count_frames(std::int64_t bytes);
+  std::string expected() const;
+  bool at_end();
+
+  std::string name_;
+  std::int64_t frame_bytes_;
+  std::string contents_;
+  std::unique_ptr<std::FILE, close_file> file_;
+  std::optional<std::int64_t> remaining_;
+  std::int64_t frame_ = 0;  // number of the next frame
+  std::int64_t taken_ = 0;  // bytes of the frame being read
+  std::vector<std::uint8_t> passed_;
+};
+
+}  // namespace morvane::tool
