@@ -634,82 +634,40 @@ struct sample_order {
 inline constexpr sample_order ycbcr = {0, 1, 2};
 inline constexpr sample_order crcby = {2, 1, 0};
 
-template <class V, sample_order at>
-MORVANE_INLINE auto uyvy_words(const typename V::pixels& pixels) {
-  return V::template pick_of_pairs<at.cb, at.cr, at.y>(pixels);
-}
-
-template <sample_order at>
-MORVANE_INLINE void store_pair(uint8_t* dst, const uint8_t* src) {
-  constexpr sample_order order = at;
-  const uint8_t pair[] = {src[order.cb], src[order.y], src[order.cr], src[4 + order.y]};
-  for (int i = 0; i < 4; ++i) dst[i] = pair[i];
-}
-
 template <sample_order at, bool composite_over_black>
 struct uyvy_kernel {
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     constexpr sample_order order = at;
+    const uint8_t pair[] = {src[order.cb], src[order.y], src[order.cr], src[4 + order.y]};
     if constexpr (composite_over_black)
-      uyvy_a::over_black::pair(dst, src[order.cb], src[order.y], src[order.cr], src[4 + order.y], src[3], src[7]);
+      uyvy_a::over_black::pair(dst, pair[0], pair[1], pair[2], pair[3], src[3], src[7]);
     else
-      store_pair<at>(dst, src);
+      for (int i = 0; i < 4; ++i) dst[i] = pair[i];
   }
 
   template <class V>
   static constexpr size_t step = V::lanes / 2;
 
   template <class V>
-  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    const auto pixels = V::load4(src);
-    const auto words = uyvy_words<V, at>(pixels);
+  MORVANE_INLINE static void convert(const typename V::pixels& pixels, uint8_t* dst) {
+    const auto words = V::template pick_of_pairs<at.cb, at.cr, at.y>(pixels);
     if constexpr (composite_over_black)
       uyvy_a::over_black::store<V>(dst, words, V::fourth(pixels));
     else
       V::store_words(dst, words);
   }
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    convert<V>(V::load4(src), dst);
+  }
 
   // An odd line completes its last pair.
+  MORVANE_INLINE static size_t pairs(const int no_pixels) { return begun_pairs(no_pixels); }
+
   template <class V>
   static void line(const uint8_t* p_src, uint8_t* p_dst_uyvy, const int no_pixels) {
     uyvy_kernel kernel;
-    walk<V, 8, 4>(kernel, begun_pairs(no_pixels), p_src, p_dst_uyvy);
-  }
-};
-
-// With the alpha of both pixels in a plane of its own, and whether all of it is 255.
-template <sample_order at, bool track_alpha>
-struct uyvy_a_kernel {
-  template <class V>
-  struct walker {
-    opacity<V> alphas = opacity<V>::none_seen();
-
-    MORVANE_INLINE void rule(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
-      store_pair<at>(dst, src);
-      alpha[0] = src[3];
-      alpha[1] = src[7];
-      if constexpr (track_alpha) alphas.see(static_cast<uint8_t>(src[3] & src[7]));
-    }
-
-    template <class>
-    static constexpr size_t step = V::lanes / 2;
-
-    template <class>
-    MORVANE_INLINE void vector(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
-      const auto pixels = V::load4(src);
-      const auto fourth = V::fourth(pixels);
-      V::store_words(dst, uyvy_words<V, at>(pixels));
-      V::store_bytes(alpha, fourth);
-      if constexpr (track_alpha) alphas.see(fourth);
-    }
-  };
-
-  // An odd line completes its last pair.
-  template <class V>
-  static bool line(const uint8_t* p_src, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
-    walker<V> w;
-    walk<V, 8, 4, 2>(w, begun_pairs(no_pixels), p_src, p_dst_uyvy, p_dst_alpha);
-    return w.alphas.is_opaque();
+    walk<V, 8, 4>(kernel, pairs(no_pixels), p_src, p_dst_uyvy);
   }
 };
 
@@ -724,8 +682,8 @@ inline void uyvy(const uint8_t* p_src_ycbcra, uint8_t* p_dst_uyvy, const int no_
 
 template <bool src_align, bool dst_align, bool track_alpha>
 inline bool uyvy_a(const uint8_t* p_src_ycbcra, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
-  return backend::line_of<of_444::uyvy_a_kernel<of_444::ycbcr, track_alpha>>()(p_src_ycbcra, p_dst_uyvy, p_dst_alpha,
-                                                                               no_pixels);
+  return backend::line_of<uyvy_a_kernel<of_444::uyvy_kernel<of_444::ycbcr, false>, track_alpha>>()(
+      p_src_ycbcra, p_dst_uyvy, p_dst_alpha, no_pixels);
 }
 
 template <bool src_align, bool dst_align>
@@ -744,8 +702,8 @@ inline void uyvy(const uint8_t* p_src_vuya, uint8_t* p_dst_uyvy, const int no_pi
 
 template <bool src_align, bool dst_align, bool track_alpha>
 inline bool uyvy_a(const uint8_t* p_src_vuya, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
-  return backend::line_of<of_444::uyvy_a_kernel<of_444::crcby, track_alpha>>()(p_src_vuya, p_dst_uyvy, p_dst_alpha,
-                                                                               no_pixels);
+  return backend::line_of<uyvy_a_kernel<of_444::uyvy_kernel<of_444::crcby, false>, track_alpha>>()(
+      p_src_vuya, p_dst_uyvy, p_dst_alpha, no_pixels);
 }
 
 template <bool src_align, bool dst_align>

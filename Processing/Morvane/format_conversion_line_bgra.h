@@ -58,10 +58,12 @@ requires(colorspace_709 || !composite_over_black) struct uyvy_kernel {
   }
 
   // The last pixel of an odd line is neither read nor written.
+  MORVANE_INLINE static size_t pairs(const int no_pixels) { return whole_pairs(no_pixels); }
+
   template <class V>
   static void line(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, const int no_pixels) {
     uyvy_kernel kernel;
-    walk_in_order<V, 8, 4>(kernel, whole_pairs(no_pixels), p_src_bgra, p_dst_uyvy);
+    walk_in_order<V, 8, 4>(kernel, pairs(no_pixels), p_src_bgra, p_dst_uyvy);
   }
 };
 
@@ -71,49 +73,10 @@ inline void uyvy(const uint8_t* p_src_bgra, uint8_t* p_dst_uyvy, const int no_pi
 }
 
 // The same without compositing, with the alpha of both pixels in a plane of its own.
-template <bool colorspace_709, bool track_alpha, bool is_rgba>
-struct uyvy_a_kernel {
-  using uyvy = uyvy_kernel<false, colorspace_709, is_rgba>;
-
-  template <class V>
-  struct walker {
-    opacity<V> alphas = opacity<V>::none_seen();
-
-    MORVANE_INLINE void rule(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
-      const uint8_t alpha0 = src[3];
-      const uint8_t alpha1 = src[7];
-      uyvy::rule(src, dst);
-      alpha[0] = alpha0;
-      alpha[1] = alpha1;
-      if constexpr (track_alpha) alphas.see(static_cast<uint8_t>(alpha0 & alpha1));
-    }
-
-    template <class>
-    static constexpr size_t step = V::lanes / 2;
-
-    template <class>
-    MORVANE_INLINE void vector(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
-      const auto pixels = V::load4(src);
-      const auto fourth = V::fourth(pixels);
-      uyvy::template convert<V>(pixels, dst);
-      V::store_bytes(alpha, fourth);
-      if constexpr (track_alpha) alphas.see(fourth);
-    }
-  };
-
-  // The last pixel of an odd line is neither read nor written, and its alpha does not count.
-  template <class V>
-  static bool line(const uint8_t* p_src, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
-    walker<V> w;
-    walk_in_order<V, 8, 4, 2>(w, whole_pairs(no_pixels), p_src, p_dst_uyvy, p_dst_alpha);
-    return w.alphas.is_opaque();
-  }
-};
-
 template <bool src_align, bool dst_align, bool colorspace_709, bool track_alpha, bool is_rgba>
 inline bool uyvy_a(const uint8_t* p_src, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
-  return backend::line_of<uyvy_a_kernel<colorspace_709, track_alpha, is_rgba>>()(p_src, p_dst_uyvy, p_dst_alpha,
-                                                                                 no_pixels);
+  return backend::line_of<uyvy_a_kernel<uyvy_kernel<false, colorspace_709, is_rgba>, track_alpha>>()(
+      p_src, p_dst_uyvy, p_dst_alpha, no_pixels);
 }
 
 }  // namespace Processing::Morvane::format_conversion::line::rgba_and_bgra

@@ -401,61 +401,68 @@ void cbcr_8_420::cbcr_16_422(const uint8_t* p_src_cbcr, const int src_cbcr_strid
 
 namespace {
 
-template <bool colorspace_709, bool is_rgba>
-void rgb_to_uyvy_a(const uint8_t* p_src, const int src_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
-                   uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
-                   bool* p_alpha_all_255) {
-  using namespace line::rgba_and_bgra;
+// Pixels of four bytes to uyvy by the kernel `Colors`, and their alpha to its plane, with a report where one is asked
+// for.
+template <class Colors>
+void to_uyvy_a(const uint8_t* p_src, const int src_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
+               uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
+               bool* p_alpha_all_255) {
   const bool track = p_alpha_all_255 != nullptr;
-  const bool opaque = frame(track ? backend::line_of<uyvy_a_kernel<colorspace_709, true, is_rgba>>()
-                                  : backend::line_of<uyvy_a_kernel<colorspace_709, false, is_rgba>>(),
-                            xres, yres, plane{p_src, src_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2},
+  const auto convert = track ? backend::line_of<line::uyvy_a_kernel<Colors, true>>()
+                             : backend::line_of<line::uyvy_a_kernel<Colors, false>>();
+  const bool opaque = frame(convert, xres, yres, plane{p_src, src_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2},
                             plane{p_dst_alpha, dst_alpha_stride, 1});
   if (track) *p_alpha_all_255 = opaque;
 }
+
+template <bool colorspace_709, bool is_rgba>
+using rgb_to_uyvy = line::rgba_and_bgra::uyvy_kernel<false, colorspace_709, is_rgba>;
+
+template <line::of_444::sample_order at>
+using yuv_444_to_uyvy = line::of_444::uyvy_kernel<at, false>;
 
 }  // namespace
 
 void bgra::uyvy_a(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
                   uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
                   bool* p_alpha_all_255) {
-  rgb_to_uyvy_a<true, false>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
-                             xres, yres, p_alpha_all_255);
+  to_uyvy_a<rgb_to_uyvy<true, false>>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                      dst_alpha_stride, xres, yres, p_alpha_all_255);
 }
 
 void bgra_601::uyvy_a(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_uyvy,
                       const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
                       const int yres, bool* p_alpha_all_255) {
-  rgb_to_uyvy_a<false, false>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
-                              xres, yres, p_alpha_all_255);
+  to_uyvy_a<rgb_to_uyvy<false, false>>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                       dst_alpha_stride, xres, yres, p_alpha_all_255);
 }
 
 void bgra_709::uyvy_a(const uint8_t* p_src_bgra, const int src_bgra_stride, uint8_t* p_dst_uyvy,
                       const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
                       const int yres, bool* p_alpha_all_255) {
-  rgb_to_uyvy_a<true, false>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
-                             xres, yres, p_alpha_all_255);
+  to_uyvy_a<rgb_to_uyvy<true, false>>(p_src_bgra, src_bgra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                      dst_alpha_stride, xres, yres, p_alpha_all_255);
 }
 
 void rgba::uyvy_a(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
                   uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
                   bool* p_alpha_all_255) {
-  rgb_to_uyvy_a<true, true>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
-                            xres, yres, p_alpha_all_255);
+  to_uyvy_a<rgb_to_uyvy<true, true>>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                     dst_alpha_stride, xres, yres, p_alpha_all_255);
 }
 
 void rgba_601::uyvy_a(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_uyvy,
                       const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
                       const int yres, bool* p_alpha_all_255) {
-  rgb_to_uyvy_a<false, true>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
-                             xres, yres, p_alpha_all_255);
+  to_uyvy_a<rgb_to_uyvy<false, true>>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                      dst_alpha_stride, xres, yres, p_alpha_all_255);
 }
 
 void rgba_709::uyvy_a(const uint8_t* p_src_rgba, const int src_rgba_stride, uint8_t* p_dst_uyvy,
                       const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
                       const int yres, bool* p_alpha_all_255) {
-  rgb_to_uyvy_a<true, true>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha, dst_alpha_stride,
-                            xres, yres, p_alpha_all_255);
+  to_uyvy_a<rgb_to_uyvy<true, true>>(p_src_rgba, src_rgba_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                     dst_alpha_stride, xres, yres, p_alpha_all_255);
 }
 
 void uyvy::ya_uv(const uint8_t* p_src0_uyvy, const int src0_uyvy_stride, const uint8_t* p_src1_uyvy,
@@ -541,22 +548,6 @@ void uyvy_a::rgba_709(const uint8_t* p_src_uyvy, const int src_uyvy_stride, cons
         plane{p_dst_rgba, dst_rgba_stride, 4});
 }
 
-namespace {
-
-template <line::of_444::sample_order at>
-void yuv_444_to_uyvy_a(const uint8_t* p_src, const int src_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
-                       uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
-                       bool* p_alpha_all_255) {
-  using namespace line::of_444;
-  const bool track = p_alpha_all_255 != nullptr;
-  const bool opaque = frame(
-      track ? backend::line_of<uyvy_a_kernel<at, true>>() : backend::line_of<uyvy_a_kernel<at, false>>(), xres, yres,
-      plane{p_src, src_stride, 4}, plane{p_dst_uyvy, dst_uyvy_stride, 2}, plane{p_dst_alpha, dst_alpha_stride, 1});
-  if (track) *p_alpha_all_255 = opaque;
-}
-
-}  // namespace
-
 void ycbcra::uyvy(const uint8_t* p_src_ycbcra, const int src_ycbcra_stride, uint8_t* p_dst_uyvy,
                   const int dst_uyvy_stride, const int xres, const int yres) {
   frame(backend::line_of<line::of_444::uyvy_kernel<line::of_444::ycbcr, true>>(), xres, yres,
@@ -566,8 +557,8 @@ void ycbcra::uyvy(const uint8_t* p_src_ycbcra, const int src_ycbcra_stride, uint
 void ycbcra::uyvy_a(const uint8_t* p_src_ycbcra, const int src_ycbcra_stride, uint8_t* p_dst_uyvy,
                     const int dst_uyvy_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres,
                     const int yres, bool* p_alpha_all_255) {
-  yuv_444_to_uyvy_a<line::of_444::ycbcr>(p_src_ycbcra, src_ycbcra_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
-                                         dst_alpha_stride, xres, yres, p_alpha_all_255);
+  to_uyvy_a<yuv_444_to_uyvy<line::of_444::ycbcr>>(p_src_ycbcra, src_ycbcra_stride, p_dst_uyvy, dst_uyvy_stride,
+                                                  p_dst_alpha, dst_alpha_stride, xres, yres, p_alpha_all_255);
 }
 
 void vuya::uyvy(const uint8_t* p_src_vuya, const int src_vuya_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
@@ -579,8 +570,8 @@ void vuya::uyvy(const uint8_t* p_src_vuya, const int src_vuya_stride, uint8_t* p
 void vuya::uyvy_a(const uint8_t* p_src_vuya, const int src_vuya_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
                   uint8_t* p_dst_alpha, const int dst_alpha_stride, const int xres, const int yres,
                   bool* p_alpha_all_255) {
-  yuv_444_to_uyvy_a<line::of_444::crcby>(p_src_vuya, src_vuya_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
-                                         dst_alpha_stride, xres, yres, p_alpha_all_255);
+  to_uyvy_a<yuv_444_to_uyvy<line::of_444::crcby>>(p_src_vuya, src_vuya_stride, p_dst_uyvy, dst_uyvy_stride, p_dst_alpha,
+                                                  dst_alpha_stride, xres, yres, p_alpha_all_255);
 }
 
 void ycbcrx::uyvy(const uint8_t* p_src_ycbcrx, const int src_ycbcrx_stride, uint8_t* p_dst_uyvy,

@@ -133,4 +133,42 @@ MORVANE_INLINE void walk_in_order(Kernel& kernel, const size_t units, Plane*... 
     walk_rule<V, bytes...>(kernel, units, planes...);
 }
 
+// Pixels of four bytes to pairs of uyvy, as the kernel `Colors` converts them, with the fourth bytes in a plane of
+// alpha of their own. The line function returns whether all of that alpha is 255, or true when nobody asks.
+template <class Colors, bool track_alpha>
+struct uyvy_a_kernel {
+  template <class V>
+  struct walker {
+    opacity<V> alphas = opacity<V>::none_seen();
+
+    MORVANE_INLINE void rule(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
+      const uint8_t alpha0 = src[3];
+      const uint8_t alpha1 = src[7];
+      Colors::rule(src, dst);
+      alpha[0] = alpha0;
+      alpha[1] = alpha1;
+      if constexpr (track_alpha) alphas.see(static_cast<uint8_t>(alpha0 & alpha1));
+    }
+
+    template <class>
+    static constexpr size_t step = V::lanes / 2;
+
+    template <class>
+    MORVANE_INLINE void vector(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
+      const auto pixels = V::load4(src);
+      const auto fourth = V::fourth(pixels);
+      Colors::template convert<V>(pixels, dst);
+      V::store_bytes(alpha, fourth);
+      if constexpr (track_alpha) alphas.see(fourth);
+    }
+  };
+
+  template <class V>
+  static bool line(const uint8_t* p_src, uint8_t* p_dst_uyvy, uint8_t* p_dst_alpha, const int no_pixels) {
+    walker<V> w;
+    walk_in_order<V, 8, 4, 2>(w, Colors::pairs(no_pixels), p_src, p_dst_uyvy, p_dst_alpha);
+    return w.alphas.is_opaque();
+  }
+};
+
 }  // namespace Processing::Morvane::format_conversion::line

@@ -128,13 +128,13 @@ mutant(one_key_wrong
        ROWS *uyvy_y)
 
 mutant(odd_alpha_not_counted
-       FILE format_conversion_line_bgra.h
+       FILE format_conversion_utils.h
        FROM [[alphas.see(static_cast<uint8_t>(alpha0 & alpha1))]]
        TO [[alphas.see(alpha0)]]
        ROWS *bgra_uyvy_a*)
 
 mutant(alpha_of_vectors_not_counted
-       FILE format_conversion_line.h
+       FILE format_conversion_utils.h
        FROM [[      V::store_bytes(alpha, fourth);
       if constexpr (track_alpha) alphas.see(fourth);]]
        TO [[      V::store_bytes(alpha, fourth);]]

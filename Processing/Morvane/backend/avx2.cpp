@@ -83,15 +83,15 @@ template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, true, false,
 template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, true, true, false>>;
 template struct on_avx2<line::rgba_and_bgra::ycbcr_444_kernel<true, true, true, true>>;
 
-// RGB to uyvy and alpha: BT.709 or BT.601, with a report of opacity or without, RGBA or BGRA.
-template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<false, false, false>>;
-template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<false, false, true>>;
-template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<false, true, false>>;
-template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<false, true, true>>;
-template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<true, false, false>>;
-template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<true, false, true>>;
-template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<true, true, false>>;
-template struct on_avx2<line::rgba_and_bgra::uyvy_a_kernel<true, true, true>>;
+// RGB to uyvy and alpha: BT.709 or BT.601, RGBA or BGRA, with a report of opacity or without.
+template struct on_avx2<line::uyvy_a_kernel<line::rgba_and_bgra::uyvy_kernel<false, false, false>, false>>;
+template struct on_avx2<line::uyvy_a_kernel<line::rgba_and_bgra::uyvy_kernel<false, false, true>, false>>;
+template struct on_avx2<line::uyvy_a_kernel<line::rgba_and_bgra::uyvy_kernel<false, false, false>, true>>;
+template struct on_avx2<line::uyvy_a_kernel<line::rgba_and_bgra::uyvy_kernel<false, false, true>, true>>;
+template struct on_avx2<line::uyvy_a_kernel<line::rgba_and_bgra::uyvy_kernel<false, true, false>, false>>;
+template struct on_avx2<line::uyvy_a_kernel<line::rgba_and_bgra::uyvy_kernel<false, true, true>, false>>;
+template struct on_avx2<line::uyvy_a_kernel<line::rgba_and_bgra::uyvy_kernel<false, true, false>, true>>;
+template struct on_avx2<line::uyvy_a_kernel<line::rgba_and_bgra::uyvy_kernel<false, true, true>, true>>;
 
 // uyvy and alpha.
 template struct on_avx2<line::uyvy_a::ya_uv_kernel>;
@@ -106,12 +106,12 @@ template struct on_avx2<line::uyvy_a::uyvy_kernel>;
 // 4:4:4 to uyvy: over black or not; with alpha, with a report of opacity or without.
 template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::ycbcr, false>>;
 template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::ycbcr, true>>;
-template struct on_avx2<line::of_444::uyvy_a_kernel<line::of_444::ycbcr, false>>;
-template struct on_avx2<line::of_444::uyvy_a_kernel<line::of_444::ycbcr, true>>;
+template struct on_avx2<line::uyvy_a_kernel<line::of_444::uyvy_kernel<line::of_444::ycbcr, false>, false>>;
+template struct on_avx2<line::uyvy_a_kernel<line::of_444::uyvy_kernel<line::of_444::ycbcr, false>, true>>;
 template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::crcby, false>>;
 template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::crcby, true>>;
-template struct on_avx2<line::of_444::uyvy_a_kernel<line::of_444::crcby, false>>;
-template struct on_avx2<line::of_444::uyvy_a_kernel<line::of_444::crcby, true>>;
+template struct on_avx2<line::uyvy_a_kernel<line::of_444::uyvy_kernel<line::of_444::crcby, false>, false>>;
+template struct on_avx2<line::uyvy_a_kernel<line::of_444::uyvy_kernel<line::of_444::crcby, false>, true>>;
 
 template struct on_avx2<sum_absolute_differences::line::difference_kernel>;
 
