@@ -354,18 +354,19 @@ struct avx2 {
     store(p + 64, i.q45);
     store(p + 96, i.q67);
   }
-  // Byte stores: nothing but these bytes may be written, not even with their own value.
-  MORVANE_INLINE static void store_bytes_1_3_5_7(uint8_t* p, const uint32_t bytes) {
-    p[1] = static_cast<uint8_t>(bytes);
-    p[3] = static_cast<uint8_t>(bytes >> 8);
-    p[5] = static_cast<uint8_t>(bytes >> 16);
-    p[7] = static_cast<uint8_t>(bytes >> 24);
+  // Byte stores: nothing but these bytes may be written, not even with their own value. The barrier keeps one shift a
+  // pixel; the compiler would shift anew for every byte.
+  MORVANE_INLINE static void store_odd_bytes(uint8_t* p, uint64_t bytes) {
+    for (int i = 1; i < 16; i += 4) {
+      p[i] = static_cast<uint8_t>(bytes);
+      p[i + 2] = static_cast<uint8_t>(bytes >> 8);
+      bytes >>= 16;
+      asm volatile("" : "+r"(bytes));
+    }
   }
   MORVANE_INLINE static void store_odd_bytes(uint8_t* p, const __m128i v) {
-    store_bytes_1_3_5_7(p, static_cast<uint32_t>(_mm_extract_epi32(v, 0)));
-    store_bytes_1_3_5_7(p + 8, static_cast<uint32_t>(_mm_extract_epi32(v, 1)));
-    store_bytes_1_3_5_7(p + 16, static_cast<uint32_t>(_mm_extract_epi32(v, 2)));
-    store_bytes_1_3_5_7(p + 24, static_cast<uint32_t>(_mm_extract_epi32(v, 3)));
+    store_odd_bytes(p, static_cast<uint64_t>(_mm_cvtsi128_si64(v)));
+    store_odd_bytes(p + 16, static_cast<uint64_t>(_mm_extract_epi64(v, 1)));
   }
   MORVANE_INLINE static void store_second_and_fourth(uint8_t* p, const bytes second, const bytes fourth) {
     const __m256i lo = _mm256_unpacklo_epi8(second.v, fourth.v);
