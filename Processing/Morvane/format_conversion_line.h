@@ -347,19 +347,37 @@ MORVANE_INLINE auto rgb_component(const typename V::pairs& pairs) {
   }
 }
 
-// Pairs to two pixels of three bytes, or of four bytes of which the fourth is 255. Both pixels take the pair's chroma.
-template <bool ccir_709, bool is_rgba, int bytes_per_pixel>
-struct rgb_kernel {
-  using matrix = ycbcr_to_rgb<ccir_709>;
-
+// The three bytes of RGB of a pixel, in the order in which they lie in memory.
+template <class matrix, bool is_rgba, int bits>
+struct rgb_bytes {
   static constexpr ycbcr_weights first = is_rgba ? matrix::r : matrix::b;
   static constexpr ycbcr_weights second = matrix::g;
   static constexpr ycbcr_weights third = is_rgba ? matrix::b : matrix::r;
 
+  MORVANE_INLINE static void store(uint8_t* dst, const int y, const int cb, const int cr) {
+    dst[0] = rgb_component<first, bits>(y, cb, cr);
+    dst[1] = rgb_component<second, bits>(y, cb, cr);
+    dst[2] = rgb_component<third, bits>(y, cb, cr);
+  }
+  template <class V>
+  MORVANE_INLINE static void store3(uint8_t* dst, const typename V::pairs& pairs) {
+    V::store3(dst, rgb_component<V, first, bits>(pairs), rgb_component<V, second, bits>(pairs),
+              rgb_component<V, third, bits>(pairs));
+  }
+  template <class V>
+  MORVANE_INLINE static void store4(uint8_t* dst, const typename V::pairs& pairs, const typename V::bytes fourth) {
+    V::store4(dst, rgb_component<V, first, bits>(pairs), rgb_component<V, second, bits>(pairs),
+              rgb_component<V, third, bits>(pairs), fourth);
+  }
+};
+
+// Pairs to two pixels of three bytes, or of four bytes of which the fourth is 255. Both pixels take the pair's chroma.
+template <bool ccir_709, bool is_rgba, int bytes_per_pixel>
+struct rgb_kernel {
+  using rgb = rgb_bytes<ycbcr_to_rgb<ccir_709>, is_rgba, 8>;
+
   MORVANE_INLINE static void pixel(uint8_t* dst, const int y, const int cb, const int cr) {
-    dst[0] = rgb_component<first, 8>(y, cb, cr);
-    dst[1] = rgb_component<second, 8>(y, cb, cr);
-    dst[2] = rgb_component<third, 8>(y, cb, cr);
+    rgb::store(dst, y, cb, cr);
     if constexpr (bytes_per_pixel == 4) dst[3] = 255;
   }
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
@@ -376,13 +394,10 @@ struct rgb_kernel {
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
     const auto pairs = V::load_uyvy(src);
-    const auto byte0 = rgb_component<V, first, 8>(pairs);
-    const auto byte1 = rgb_component<V, second, 8>(pairs);
-    const auto byte2 = rgb_component<V, third, 8>(pairs);
     if constexpr (bytes_per_pixel == 4)
-      V::store4(dst, byte0, byte1, byte2, V::same(255));
+      rgb::template store4<V>(dst, pairs, V::same(255));
     else
-      V::store3(dst, byte0, byte1, byte2);
+      rgb::template store3<V>(dst, pairs);
   }
 
   // An odd line completes its last pair of three-byte pixels; of four-byte pixels it leaves the last one out.
@@ -502,16 +517,10 @@ inline void crcbya(const uint8_t* p_src_uyvy, const uint8_t* p_src_alpha, uint8_
 // Pairs to pixels of RGB with the alpha of their plane, not premultiplied.
 template <bool ccir_709, bool is_rgba>
 struct rgba_and_bgra_kernel {
-  using matrix = ycbcr_to_rgb_coarse<ccir_709>;
-
-  static constexpr ycbcr_weights first = is_rgba ? matrix::r : matrix::b;
-  static constexpr ycbcr_weights second = matrix::g;
-  static constexpr ycbcr_weights third = is_rgba ? matrix::b : matrix::r;
+  using rgb = uyvy::rgb_bytes<ycbcr_to_rgb_coarse<ccir_709>, is_rgba, 6>;
 
   MORVANE_INLINE static void pixel(uint8_t* dst, const int y, const int cb, const int cr, const uint8_t alpha) {
-    dst[0] = uyvy::rgb_component<first, 6>(y, cb, cr);
-    dst[1] = uyvy::rgb_component<second, 6>(y, cb, cr);
-    dst[2] = uyvy::rgb_component<third, 6>(y, cb, cr);
+    rgb::store(dst, y, cb, cr);
     dst[3] = alpha;
   }
   MORVANE_INLINE static void rule(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
@@ -524,9 +533,7 @@ struct rgba_and_bgra_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
-    const auto pairs = V::load_uyvy(src);
-    V::store4(dst, uyvy::rgb_component<V, first, 6>(pairs), uyvy::rgb_component<V, second, 6>(pairs),
-              uyvy::rgb_component<V, third, 6>(pairs), V::load_bytes(alpha));
+    rgb::template store4<V>(dst, V::load_uyvy(src), V::load_bytes(alpha));
   }
 
   // The last pixel of an odd line is neither read nor written.
@@ -751,10 +758,14 @@ struct y16_kernel {
   static constexpr size_t step = V::block_bytes;
 
   template <class V>
-  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    const auto wide = V::interleave2(V::repeat(0), V::load(src));
+  MORVANE_INLINE static void store_wide(uint8_t* dst, const typename V::block samples) {
+    const auto wide = V::interleave2(V::repeat(0), samples);
     V::store(dst, wide.first);
     V::store(dst + V::block_bytes, wide.second);
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    store_wide<V>(dst, V::load(src));
   }
 
   template <class V>
@@ -921,16 +932,10 @@ struct uv16_kernel {
   static constexpr size_t step = V::block_bytes;
 
   template <class V>
-  MORVANE_INLINE static void store_wide(uint8_t* dst, const typename V::block cbcr) {
-    const auto wide = V::interleave2(V::repeat(0), cbcr);
-    V::store(dst, wide.first);
-    V::store(dst + V::block_bytes, wide.second);
-  }
-  template <class V>
   MORVANE_INLINE static void vector(const uint8_t* cb, const uint8_t* cr, uint8_t* dst) {
     const auto cbcr = V::interleave2(V::load(cb), V::load(cr));
-    store_wide<V>(dst, cbcr.first);
-    store_wide<V>(dst + 2 * V::block_bytes, cbcr.second);
+    y::y16_kernel::store_wide<V>(dst, cbcr.first);
+    y::y16_kernel::store_wide<V>(dst + 2 * V::block_bytes, cbcr.second);
   }
 
   template <class V>

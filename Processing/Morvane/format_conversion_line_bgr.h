@@ -18,9 +18,7 @@ struct uyvy_kernel {
 
   template <weights w, int offset>
   MORVANE_INLINE static uint8_t byte(const uint8_t* pixel) {
-    constexpr weights k = w;
-    const int sum = k.first * pixel[0] + k.second * pixel[1] + k.third * pixel[2];
-    return static_cast<uint8_t>((sum >> 8) + offset);
+    return static_cast<uint8_t>((weighted_sum<w>(pixel) >> 8) + offset);
   }
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t pair[] = {byte<u, 128>(src), byte<luma, 16>(src), byte<v, 128>(src + 3), byte<luma, 16>(src + 3)};

@@ -21,8 +21,7 @@ requires(colorspace_709 || !composite_over_black) struct uyvy_kernel {
 
   template <weights w>
   MORVANE_INLINE static int sum(const uint8_t* pixel) {
-    constexpr weights k = w;
-    const int s = k.first * pixel[0] + k.second * pixel[1] + k.third * pixel[2];
+    const int s = weighted_sum<w>(pixel);
     return composite_over_black ? (s * pixel[3]) >> 8 : s;
   }
   MORVANE_INLINE static uint8_t luma_byte(const int sum) { return static_cast<uint8_t>((sum + 16 * 128) >> 7); }

@@ -20,9 +20,7 @@ struct ycbcr_444_kernel {
 
   template <weights w, int bits>
   MORVANE_INLINE static uint8_t byte(const uint8_t* pixel) {
-    constexpr weights k = w;
-    const int sum = k.first * pixel[0] + k.second * pixel[1] + k.third * pixel[2];
-    return static_cast<uint8_t>((sum >> bits) + (bits == 8 ? 128 : 16));
+    return static_cast<uint8_t>((weighted_sum<w>(pixel) >> bits) + (bits == 8 ? 128 : 16));
   }
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     dst[1] = byte<cb, 8>(src);

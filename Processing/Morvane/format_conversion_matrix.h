@@ -1,6 +1,9 @@
 // The integer matrices between RGB and YCbCr, of ITU-R BT.601 and BT.709 for video range (Y 16..235, C 16..240).
 #pragma once
 
+#include <cstdint>
+
+#include "format_conversion_utils.h"
 #include "vector/weights.h"
 
 namespace Processing::Morvane::format_conversion::line {
@@ -21,6 +24,13 @@ struct rgb_to_ycbcr {
 template <bool is_rgba>
 constexpr weights in_memory_order(const rgb_weights w) {
   return is_rgba ? weights{w.r, w.g, w.b, 0} : weights{w.b, w.g, w.r, 0};
+}
+
+// The weighted sum of the colour bytes of a pixel.
+template <weights w>
+MORVANE_INLINE int weighted_sum(const uint8_t* pixel) {
+  constexpr weights k = w;
+  return k.first * pixel[0] + k.second * pixel[1] + k.third * pixel[2];
 }
 
 // One output of the matrix to RGB, in units of 1 / 256: clamp((y * Y + cb * Cb + cr * Cr + constant) >> 8, 0, 255).
