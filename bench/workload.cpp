@@ -27,10 +27,6 @@ void difference(const catalogue::call& c) {
 constexpr catalogue::conversion difference_row = {
     .name = "sum_absolute_differences::difference", .source = "uyvy_uyvy", .convert = difference};
 
-std::int64_t image_bytes(std::string_view format_name, size picture) {
-  return format_name.empty() ? 0 : catalogue::find_format(format_name)->frame_bytes(picture.xres, picture.yres);
-}
-
 int stride_of(const catalogue::plane& p, const workload& w) {
   const std::int64_t row = p.row_bytes(w.picture.xres);
   return static_cast<int>(w.memory == shape::padded ? row + std::int64_t{cache_line} : row);
@@ -47,6 +43,28 @@ std::span<const catalogue::plane> planes_of(std::string_view format_name) {
   if (format_name.empty()) return {};
   const catalogue::format& format = *catalogue::find_format(format_name);
   return {format.planes.data(), format.plane_count()};
+}
+
+// Where the destination has fewer rows of the same samples, as many rows of the source are read.
+int image_rows_read(const catalogue::plane& source, const catalogue::conversion& c) {
+  int rows = source.image_rows;
+  for (const catalogue::plane& p : planes_of(c.destination))
+    if (p.components == source.components) rows = std::max(rows, p.image_rows);
+  return rows;
+}
+
+std::int64_t bytes_read(const workload& w) {
+  std::int64_t bytes = 0;
+  for (catalogue::plane p : planes_of(w.conversion->source)) {
+    p.image_rows = image_rows_read(p, *w.conversion);
+    bytes += p.row_bytes(w.picture.xres) * p.rows(w.picture.yres);
+  }
+  return bytes;
+}
+
+std::int64_t bytes_written(const workload& w) {
+  const std::string_view name = w.conversion->destination;
+  return name.empty() ? 0 : catalogue::find_format(name)->frame_bytes(w.picture.xres, w.picture.yres);
 }
 
 template <class Byte>
@@ -79,8 +97,8 @@ void append_workloads(std::vector<workload>& list, const catalogue::conversion& 
     for (const shape m : shapes) {
       workload w{.conversion = &c, .picture = s, .memory = m};
       if (m == shape::odd) --w.picture.xres;
-      w.bytes_read = image_bytes(c.source, w.picture);
-      w.bytes_written = image_bytes(c.destination, w.picture);
+      w.bytes_read = bytes_read(w);
+      w.bytes_written = bytes_written(w);
       list.push_back(w);
     }
 }

@@ -11,7 +11,7 @@
 
 namespace morvane::catalogue {
 
-enum class matrix { none, bt601, bt709, by_argument };
+enum class matrix { none, bt601, bt709, bt2020, by_argument };
 
 enum class argument {
   none,
@@ -46,6 +46,8 @@ struct conversion {
   int pixels_per_xres = 1;  // image pixels that one of the call's xres stands for: 2 where it counts chroma samples
   int rows_per_yres = 1;    // image rows that one of the call's yres stands for
   bool one_stride = false;  // the destination planes share the stride of the last
+  bool completes_row_pair = false;    // at an odd height, chroma is read and written as for one row more
+  std::string_view copies_padding{};  // the plane whose rows are copied with their padding where both strides are equal
   std::string_view irregular{};  // empty, or one sentence on what its output does differently from what the name says
 };
 
@@ -65,10 +67,21 @@ inline constexpr std::string_view last_pixel_in_first =
     "stores luma and Cr of each line's last pixel alone, in the line's first pixel";
 inline constexpr std::string_view first_pair_alone =
     "converts the first pair of each line and leaves the rest unwritten";
+inline constexpr std::string_view even_luma_without_upper_byte = "leaves the upper byte of every even luma sample zero";
+inline constexpr std::string_view cr_with_bits_of_cb = "stores the lower two bits of Cb for Cr as well";
 inline constexpr overrun completes_pair = {.pixels_at_odd_width = 1};
 
 using chroma_of_planes = void(const std::uint8_t*, int, const std::uint8_t*, int, std::uint8_t*, int, int, int);
 using chroma_of_pairs = void(const std::uint8_t*, int, std::uint8_t*, int, int, int);
+using one_to_two = void(const std::uint8_t*, int, std::uint8_t*, int, std::uint8_t*, int, int, int);
+using two_to_two = void(const std::uint8_t*, int, const std::uint8_t*, int, std::uint8_t*, int, std::uint8_t*, int, int,
+                        int);
+using three_to_one = void(const std::uint8_t*, int, const std::uint8_t*, int, const std::uint8_t*, int, std::uint8_t*,
+                          int, int, int);
+using three_to_two = void(const std::uint8_t*, int, const std::uint8_t*, int, const std::uint8_t*, int, std::uint8_t*,
+                          int, std::uint8_t*, int, int, int);
+using one_to_three = void(const std::uint8_t*, int, std::uint8_t*, int, std::uint8_t*, int, std::uint8_t*, int, int,
+                          int, bool*);
 
 inline constexpr auto conversions = std::to_array<conversion>({
     {.name = "black::uyvy", .destination = "uyvy", .convert = thunk_of<&fc::black::uyvy>},
@@ -669,6 +682,119 @@ inline constexpr auto conversions = std::to_array<conversion>({
      .convert = thunk_of<&fc::uyvy::r_g_b_709>,
      .one_stride = true},
     {.name = "L::bgra", .source = "L", .destination = "bgra", .convert = thunk_of<&fc::L::bgra>},
+    {.name = "uyvy::p216",
+     .source = "uyvy",
+     .destination = "p216",
+     .convert = thunk_of<static_cast<one_to_two*>(&fc::uyvy::p216)>,
+     .read_past = completes_pair,
+     .written_past = completes_pair},
+    {.name = "y_uv::p216",
+     .source = "y_uv_420",
+     .destination = "p216",
+     .convert = thunk_of<static_cast<two_to_two*>(&fc::y_uv::p216)>,
+     .completes_row_pair = true},
+    {.name = "ycbcra::pa16",
+     .source = "ycbcra",
+     .destination = "pa16",
+     .extra = argument::opacity,
+     .convert = thunk_of<static_cast<one_to_three*>(&fc::ycbcra::pa16)>,
+     .read_past = completes_pair,
+     .written_past = completes_pair},
+    {.name = "p216::uyvy", .source = "p216", .destination = "uyvy", .convert = thunk_of<&fc::p216::uyvy>},
+    {.name = "p216::p010", .source = "p216", .destination = "p010", .convert = thunk_of<&fc::p216::p010>},
+    {.name = "p216::rgbx_2020",
+     .source = "p216",
+     .destination = "rgbx",
+     .colors = matrix::bt2020,
+     .convert = thunk_of<&fc::p216::rgbx_2020>},
+    {.name = "pa16::p216",
+     .source = "pa16",
+     .destination = "p216",
+     .convert = thunk_of<static_cast<three_to_two*>(&fc::pa16::p216)>,
+     .read_past = completes_pair,
+     .written_past = completes_pair},
+    {.name = "pa16::ya_uv",
+     .source = "pa16",
+     .destination = "ya_uv_16",
+     .convert = thunk_of<&fc::pa16::ya_uv>,
+     .copies_padding = "cbcr"},
+    {.name = "pa16::vuya_16",
+     .source = "pa16",
+     .destination = "vuya_16",
+     .convert = thunk_of<&fc::pa16::vuya_16>,
+     .read_past = completes_pair,
+     .written_past = completes_pair},
+    {.name = "pa16::vuya_f32",
+     .source = "pa16",
+     .destination = "vuya_f32",
+     .convert = thunk_of<static_cast<three_to_one*>(&fc::pa16::vuya_f32)>,
+     .read_past = completes_pair,
+     .written_past = completes_pair},
+    {.name = "yuyv_matrox_10::uyvy",
+     .source = "yuyv_matrox_10",
+     .destination = "uyvy",
+     .convert = thunk_of<&fc::yuyv_matrox_10::uyvy>,
+     .read_past = completes_pair,
+     .written_past = completes_pair},
+    {.name = "yuyv_matrox_10::p216",
+     .source = "yuyv_matrox_10",
+     .destination = "p216",
+     .convert = thunk_of<&fc::yuyv_matrox_10::p216>,
+     .read_past = completes_pair,
+     .written_past = completes_pair,
+     .irregular = even_luma_without_upper_byte},
+    {.name = "yuyv_matrox_10::black",
+     .destination = "yuyv_matrox_10",
+     .convert = thunk_of<&fc::yuyv_matrox_10::black>,
+     .written_past = completes_pair},
+    {.name = "p216::yuyv_matrox_10",
+     .source = "p216",
+     .destination = "yuyv_matrox_10",
+     .convert = thunk_of<&fc::p216::yuyv_matrox_10>,
+     .read_past = completes_pair,
+     .written_past = completes_pair},
+    {.name = "pa16::yuyv_matrox_10",
+     .source = "pa16",
+     .destination = "yuyv_matrox_10",
+     .convert = thunk_of<&fc::pa16::yuyv_matrox_10>,
+     .read_past = completes_pair,
+     .written_past = completes_pair,
+     .irregular = cr_with_bits_of_cb},
+    {.name = "pa16::yua_yva_matrox_10",
+     .source = "pa16",
+     .destination = "yua_yva_matrox_10",
+     .convert = thunk_of<&fc::pa16::yua_yva_matrox_10>},
+    {.name = "yua_yva_matrox_10::pa16",
+     .source = "yua_yva_matrox_10",
+     .destination = "pa16",
+     .convert = thunk_of<&fc::yua_yva_matrox_10::pa16>},
+    {.name = "alpha_u16::yuyv_matrox_10",
+     .source = "alpha_u16",
+     .destination = "yuyv_matrox_10",
+     .convert = thunk_of<&fc::alpha_u16::yuyv_matrox_10>,
+     .read_past = completes_pair,
+     .written_past = completes_pair},
+    {.name = "alpha::alpha_u16",
+     .source = "alpha",
+     .destination = "alpha_u16",
+     .convert = thunk_of<&fc::alpha::alpha_u16>},
+    {.name = "alpha_u16::alpha",
+     .source = "alpha_u16",
+     .destination = "alpha",
+     .convert = thunk_of<&fc::alpha_u16::alpha>},
+    {.name = "alpha_10u16::alpha_u16",
+     .source = "alpha_10u16",
+     .destination = "alpha_u16",
+     .convert = thunk_of<&fc::alpha_10u16::alpha_u16>},
+    {.name = "alpha_12u16::alpha_u16",
+     .source = "alpha_12u16",
+     .destination = "alpha_u16",
+     .convert = thunk_of<&fc::alpha_12u16::alpha_u16>},
+    {.name = "y_10u16::y", .source = "y_10u16", .destination = "y", .convert = thunk_of<&fc::y_10u16::y>},
+    {.name = "bgra64::alpha16",
+     .source = "bgra64",
+     .destination = "alpha_u16",
+     .convert = thunk_of<&fc::bgra64::alpha16>},
 });
 
 }  // namespace detail

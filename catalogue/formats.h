@@ -11,9 +11,13 @@ namespace morvane::catalogue {
 
 // How the samples of a group are stored.
 enum class sample_type {
-  u8,    // bytes
-  v210,  // three 10-bit samples in each little-endian 32-bit word, at bits 0, 10 and 20
-  u16,   // little-endian 16-bit words
+  u8,         // bytes
+  u16,        // little-endian 16-bit words
+  u16_low10,  // words that hold the sample in their lower 10 bits
+  u16_low12,  // and in their lower 12 bits
+  u32_3x10,   // three 10-bit samples in each little-endian 32-bit word, at bits 0, 10 and 20
+  u8_and_2,  // 32 bytes with the upper eight bits of 32 samples, then 8 bytes with their lower two, first sample lowest
+  f32,       // little-endian IEEE floats: 0 to 1, chroma -0.5 to 0.5
 };
 
 // One plane. Its rows are made of groups of pixels; a picture whose width is not a whole number of groups ends every
@@ -86,7 +90,7 @@ inline constexpr auto formats = std::to_array<format>({
      .fourcc = "v210",
      .ffmpeg = "v210",
      .gstreamer = "v210",
-     .planes = {{{"v210", 16, 6, sample_type::v210, "Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y"}}}},
+     .planes = {{{"v210", 16, 6, sample_type::u32_3x10, "Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y"}}}},
     {.name = "bgra",
      .description = "8-bit RGB with alpha, blue first",
      .model = color_model::rgb,
@@ -277,6 +281,83 @@ inline constexpr auto formats = std::to_array<format>({
      .model = color_model::alpha,
      .alpha = true,
      .planes = {{{"alpha", 2, 1, sample_type::u16, "A"}}}},
+    {.name = "p216",
+     .description = "16-bit semi-planar YCbCr 4:2:2: the common format of high-end capture",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .fourcc = "P216",
+     .ffmpeg = "p216le",
+     .planes = {{{"y", 2, 1, sample_type::u16, "Y"}, {"cbcr", 4, 2, sample_type::u16, "Cb Cr"}}}},
+    {.name = "p010",
+     .description = "10-bit semi-planar YCbCr 4:2:0 in the upper bits of 16: the format of 10-bit decoders",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .height_multiple = 2,
+     .fourcc = "P010",
+     .ffmpeg = "p010le",
+     .v4l2 = "V4L2_PIX_FMT_P010",
+     .gstreamer = "P010_10LE",
+     .planes = {{{"y", 2, 1, sample_type::u16, "Y"}, {"cbcr", 4, 2, sample_type::u16, "Cb Cr", 2}}}},
+    {.name = "pa16",
+     .description = "16-bit semi-planar YCbCr 4:2:2 with a plane of alpha",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .width_multiple = 2,
+     .fourcc = "PA16",
+     .planes = {{{"y", 2, 1, sample_type::u16, "Y"},
+                 {"cbcr", 4, 2, sample_type::u16, "Cb Cr"},
+                 {"alpha", 2, 1, sample_type::u16, "A"}}}},
+    {.name = "ya_uv_16",
+     .description = "16-bit semi-planar YCbCr 4:2:2 with alpha beside luma",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .width_multiple = 2,
+     .planes = {{{"ya", 4, 1, sample_type::u16, "Y A"}, {"cbcr", 4, 2, sample_type::u16, "Cb Cr"}}}},
+    {.name = "vuya_16",
+     .description = "16-bit YCbCr 4:4:4 with alpha, Cb first",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .planes = {{{"vuya", 8, 1, sample_type::u16, "Cb Cr Y A"}}}},
+    {.name = "vuya_f32",
+     .description = "YCbCr 4:4:4 with alpha in 32-bit floats, Cr first",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .planes = {{{"vuya", 16, 1, sample_type::f32, "Cr Cb Y A"}}}},
+    {.name = "yuyv_matrox_10",
+     .description = "10-bit YCbCr 4:2:2 of Matrox cards, sixteen pixels in forty bytes",
+     .model = color_model::ycbcr,
+     .width_multiple = 2,
+     .planes = {{{"yuyv", 40, 16, sample_type::u8_and_2,
+                  "Y Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y Cb Y Cr"}}}},
+    {.name = "yua_yva_matrox_10",
+     .description = "10-bit YCbCr 4:2:2 with a key of Matrox cards, four bytes a pixel",
+     .model = color_model::ycbcr,
+     .alpha = true,
+     .width_multiple = 2,
+     .planes = {{{"yua_yva", 8, 2, sample_type::u32_3x10, "Y Cb A Y Cr A"}}}},
+    {.name = "alpha_10u16",
+     .description = "10-bit alpha alone, in the lower bits of 16",
+     .model = color_model::alpha,
+     .alpha = true,
+     .planes = {{{"alpha", 2, 1, sample_type::u16_low10, "A"}}}},
+    {.name = "alpha_12u16",
+     .description = "12-bit alpha alone, in the lower bits of 16",
+     .model = color_model::alpha,
+     .alpha = true,
+     .planes = {{{"alpha", 2, 1, sample_type::u16_low12, "A"}}}},
+    {.name = "y_10u16",
+     .description = "10-bit luma alone, in the lower bits of 16",
+     .model = color_model::luma,
+     .fourcc = "Y10 ",
+     .ffmpeg = "gray10le",
+     .v4l2 = "V4L2_PIX_FMT_Y10",
+     .planes = {{{"y", 2, 1, sample_type::u16_low10, "Y"}}}},
+    {.name = "bgra64",
+     .description = "16-bit RGB with alpha, blue first",
+     .model = color_model::rgb,
+     .alpha = true,
+     .ffmpeg = "bgra64le",
+     .planes = {{{"bgra64", 8, 1, sample_type::u16, "B G R A"}}}},
 });
 
 // The format of a name, or null.

@@ -50,12 +50,14 @@ struct route {
   std::string functions{};
   bool bt601 = false;
   bool bt709 = false;
+  bool bt2020 = false;
   std::string irregular{};
 
   std::string matrices() const {
     std::string list;
     if (bt601) append_listed(list, "BT.601");
     if (bt709) append_listed(list, "BT.709");
+    if (bt2020) append_listed(list, "BT.2020");
     return list;
   }
 };
@@ -69,6 +71,7 @@ std::vector<route> routes() {
     append_listed(r->functions, code(c.name));
     r->bt601 |= c.colors == matrix::bt601 || c.colors == matrix::by_argument;
     r->bt709 |= c.colors == matrix::bt709 || c.colors == matrix::by_argument;
+    r->bt2020 |= c.colors == matrix::bt2020;
     if (!c.irregular.empty()) r->irregular = std::string(c.irregular);
   }
   return result;

@@ -26,7 +26,13 @@ std::map<std::string, int> declared_entry_points() {
 
 // The 16-bit planes of these can be given as words or as bytes; the one overload forwards to the other, so they have
 // one row.
-constexpr std::string_view overloaded_for_words_and_bytes[] = {"cb_cr_8_420::cbcr_16_422", "cbcr_8_420::cbcr_16_422"};
+constexpr std::string_view overloaded_for_words_and_bytes[] = {"cb_cr_8_420::cbcr_16_422",
+                                                               "cbcr_8_420::cbcr_16_422",
+                                                               "uyvy::p216",
+                                                               "y_uv::p216",
+                                                               "ycbcra::pa16",
+                                                               "pa16::vuya_f32",
+                                                               "pa16::p216"};
 
 TEST(catalogue, lists_exactly_the_entry_points_of_the_public_header) {
   std::map<std::string, int> listed;

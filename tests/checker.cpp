@@ -22,7 +22,9 @@ using catalogue::plane;
 
 namespace {
 
-constexpr std::size_t memory_bytes = 16384;  // holds the largest case with more than a page of surroundings
+// Hold the largest case of pixels of up to 8 bytes, and of all, with more than a page of surroundings.
+constexpr std::size_t memory_bytes = 16384;
+constexpr std::size_t largest_memory = 2 * memory_bytes;
 constexpr std::ptrdiff_t surroundings = 4096;
 constexpr int widest = 110;  // two vector steps of 48 pixels and some
 
@@ -55,7 +57,7 @@ std::vector<std::uint8_t> make_pool(content pattern) {
   constexpr std::uint8_t limits[] = {0,   1,   15,  16,  17,  18,  127, 128, 129, 130,
                                      234, 235, 236, 239, 240, 241, 253, 254, 255, 255};
   std::mt19937 random(static_cast<unsigned>(pattern) + 1);
-  std::vector<std::uint8_t> pool(8 * memory_bytes);
+  std::vector<std::uint8_t> pool(4 * largest_memory);
   for (std::uint8_t& b : pool) {
     const auto n = static_cast<unsigned>(random() >> 8);
     switch (pattern) {
@@ -85,7 +87,21 @@ const std::uint8_t* content_at(content pattern, std::uint32_t seed) {
     return all;
   }();
   const auto& pool = pools[static_cast<std::size_t>(pattern)];
-  return pool.data() + (std::size_t{seed} * 7919) % (pool.size() - memory_bytes);
+  return pool.data() + (std::size_t{seed} * 7919) % (pool.size() - largest_memory);
+}
+
+// Words beside the limits of video range, of the sign, of the byte and of the narrow samples.
+std::span<const std::uint16_t> limits_of(catalogue::sample_type sample) {
+  static constexpr std::uint16_t wide[] = {0,     1,     255,   256,   257,   4095,  4096,  4097,  32767, 32768, 32769,
+                                           60159, 60160, 60161, 61439, 61440, 61441, 65279, 65280, 65534, 65535};
+  static constexpr std::uint16_t of_10_bits[] = {0,    1,    3,    4,    15,   16,   511,  512,
+                                                 1022, 1023, 1024, 1025, 4095, 4096, 65535};
+  static constexpr std::uint16_t of_12_bits[] = {0,    1,    15,   16,   255,  256,  1023, 1024,
+                                                 2047, 2048, 4094, 4095, 4096, 4097, 65535};
+  if (sample == catalogue::sample_type::u16) return wide;
+  if (sample == catalogue::sample_type::u16_low10) return of_10_bits;
+  if (sample == catalogue::sample_type::u16_low12) return of_12_bits;
+  return {};
 }
 
 const char* name_of(placement p) {
@@ -97,19 +113,38 @@ const char* name_of(content c) {
   return names[static_cast<std::size_t>(c)];
 }
 
-// The bytes of a plane, counted from its first row: rows may step up or down.
-struct extent {
-  std::ptrdiff_t low = 0;
-  std::ptrdiff_t high = 0;
-};
+extent extent_of_rows(const plane& format, int stride, int xres, int rows) {
+  const std::ptrdiff_t last_row = std::ptrdiff_t{stride} * (rows - 1);
+  return {std::min<std::ptrdiff_t>(0, last_row), std::max<std::ptrdiff_t>(0, last_row) + row_extent(format, xres)};
+}
 
 // An image without gaps can be one long line. At odd widths that holds more whole chroma samples than its rows do.
 extent extent_of(const plane& format, catalogue::overrun past, int stride, int xres, int rows) {
-  if (xres < 1 || rows < 1) return {};
-  const std::ptrdiff_t last_row = std::ptrdiff_t{stride} * (rows - 1);
-  const std::ptrdiff_t one_line = stride == tight_stride(format, xres) ? row_extent(format, xres * rows) : 0;
-  const std::ptrdiff_t in_rows = std::max<std::ptrdiff_t>(0, last_row) + row_extent(format, xres);
-  return {std::min<std::ptrdiff_t>(0, last_row), std::max(in_rows, one_line) + past.bytes(format, xres)};
+  extent e = extent_of_rows(format, stride, xres, rows);
+  if (stride == tight_stride(format, xres)) e.high = std::max(e.high, row_extent(format, xres * rows));
+  e.high += past.bytes(format, xres);
+  return e;
+}
+
+bool has_chroma(const plane& p) {
+  return p.components.find("Cb") != std::string_view::npos;
+}
+
+// Whether groups have their samples' upper bits first and then their lower ones, so that a partial group has a gap.
+bool in_parts(const plane& p) {
+  return p.sample == catalogue::sample_type::u8_and_2;
+}
+
+// Whether words hold samples of more than one pixel, as those of v210 do, which is then stored in whole groups.
+bool spreads_pixels(const plane& p) {
+  return p.sample == catalogue::sample_type::u32_3x10 && p.group_bytes % p.group_pixels != 0;
+}
+
+// Up to the last byte of lower bits: those of a partial group lie where a whole one has them.
+std::ptrdiff_t extent_in_parts(const plane& p, int xres) {
+  const int pairs = (xres + 1) / 2;
+  const int in_last_group = pairs % 8;
+  return std::ptrdiff_t{pairs} / 8 * p.group_bytes + (in_last_group > 0 ? 32 + in_last_group : 0);
 }
 
 int component_index(const plane& p, std::string_view wanted) {
@@ -139,9 +174,10 @@ std::uint32_t pick(std::uint32_t number, choice what, std::size_t count) {
   return (h ^ h >> 15) % static_cast<std::uint32_t>(count);
 }
 
-// How the planes of both sides are stored, row after row. `unlike`: each plane in its own way, tight or padded, up or
-// down.
-enum class rows { tight, padded, aligned, four_bytes, unlike };
+// How the planes of both sides are stored, row after row. `almost_tight`: with a stride that is the tight one of
+// another format or, where pixels are no whole bytes, is tight but for the bits of a byte. `unlike`: each plane in its
+// own way, tight or padded, up or down.
+enum class rows { tight, padded, aligned, almost_tight, unlike };
 
 struct stride_choice {
   rows source, destination;
@@ -149,14 +185,20 @@ struct stride_choice {
 };
 
 constexpr stride_choice stride_choices[] = {
-    {rows::tight, rows::tight, 1, 1},     {rows::padded, rows::padded, 1, 1},
-    {rows::aligned, rows::aligned, 1, 1}, {rows::tight, rows::padded, 1, 1},
-    {rows::padded, rows::tight, 1, 1},    {rows::tight, rows::four_bytes, 1, 1},
-    {rows::tight, rows::tight, -1, -1},   {rows::padded, rows::tight, -1, 1},
-    {rows::tight, rows::aligned, 1, -1},  {rows::tight, rows::tight, -1, 1},
-    {rows::padded, rows::padded, -1, -1}, {rows::four_bytes, rows::four_bytes, 1, 1},
-    {rows::unlike, rows::unlike, 1, 1},   {rows::tight, rows::unlike, 1, 1},
+    {rows::tight, rows::tight, 1, 1},        {rows::padded, rows::padded, 1, 1},
+    {rows::aligned, rows::aligned, 1, 1},    {rows::tight, rows::padded, 1, 1},
+    {rows::padded, rows::tight, 1, 1},       {rows::tight, rows::almost_tight, 1, 1},
+    {rows::tight, rows::tight, -1, -1},      {rows::padded, rows::tight, -1, 1},
+    {rows::tight, rows::aligned, 1, -1},     {rows::tight, rows::tight, -1, 1},
+    {rows::padded, rows::padded, -1, -1},    {rows::almost_tight, rows::almost_tight, 1, 1},
+    {rows::unlike, rows::unlike, 1, 1},      {rows::tight, rows::unlike, 1, 1},
+    {rows::almost_tight, rows::tight, 1, 1},
 };
+
+// A rounded source beside a tight destination: of interest where sources can be tight but for the bits of a byte.
+bool is_for_parts(const stride_choice& c) {
+  return c.source == rows::almost_tight && c.destination == rows::tight;
+}
 
 int stride_of(rows kind, const plane& p, int xres, std::uint32_t number, choice what) {
   constexpr int paddings[] = {1, 2, 3, 4, 6, 20, 37, 64};
@@ -167,7 +209,8 @@ int stride_of(rows kind, const plane& p, int xres, std::uint32_t number, choice 
       return std::max(tight, least) + paddings[pick(number, what, std::size(paddings))];
     case rows::aligned:
       return (least + 31) / 16 * 16;
-    case rows::four_bytes:
+    case rows::almost_tight:
+      if (in_parts(p)) return xres * p.group_bytes / p.group_pixels;
       return 4 * xres < least ? tight : 4 * xres;
     case rows::unlike: {
       const std::uint32_t way = pick(number, choice::strides, 8);
@@ -192,14 +235,14 @@ void set_thin(bool on) {
 
 std::ptrdiff_t row_extent(const plane& p, int xres) {
   if (xres < 1) return 0;
-  if (p.sample == catalogue::sample_type::v210) return static_cast<std::ptrdiff_t>(p.row_bytes(xres));
+  if (in_parts(p)) return extent_in_parts(p, xres);
+  if (spreads_pixels(p)) return static_cast<std::ptrdiff_t>(p.row_bytes(xres));
   return std::ptrdiff_t{xres} * p.group_bytes / p.group_pixels;
 }
 
 int tight_stride(const plane& p, int xres) {
   const int bytes = xres * p.group_bytes;
-  if (p.sample == catalogue::sample_type::v210 && bytes % p.group_pixels != 0)
-    return static_cast<int>(p.row_bytes(xres));
+  if ((in_parts(p) || spreads_pixels(p)) && bytes % p.group_pixels != 0) return static_cast<int>(p.row_bytes(xres));
   return bytes / p.group_pixels;
 }
 
@@ -240,7 +283,7 @@ checker::plane_state::plane_state(const plane& f, catalogue::overrun p, bool sou
     : format(&f),
       past(p),
       is_source(source),
-      memory(std::make_unique<fenced_memory>(memory_bytes)),
+      memory(std::make_unique<fenced_memory>(f.group_bytes > 8 * f.group_pixels ? largest_memory : memory_bytes)),
       before(memory->bytes().size()),
       expected(memory->bytes().size()) {
 }
@@ -265,12 +308,47 @@ int checker::pixels(const test_case& c) const {
 
 // An image of odd height has one row of 4:2:0 chroma more where it is written than where it is read.
 int checker::rows(const plane_state& p, const test_case& c) const {
-  const int image_rows = c.yres * row_.rows_per_yres;
+  int image_rows = c.yres * row_.rows_per_yres;
+  if (row_.completes_row_pair && image_rows > 0 && has_chroma(*p.format)) image_rows += image_rows % 2;
   return p.is_source ? image_rows / p.format->image_rows : static_cast<int>(p.format->rows(image_rows));
 }
 
+bool checker::is_one_line(const test_case& c) const {
+  if (c.yres == 1) return true;
+  if (row_.name == "yuyv_matrox_10::black" || row_.name == "yuyv_matrox_10::p216") return false;
+  const auto tight = [&](const auto& planes, const auto& places) {
+    for (std::size_t i = 0; i < planes.size(); ++i)
+      if (places[i].stride * planes[i].format->group_pixels != c.xres * planes[i].format->group_bytes) return false;
+    return true;
+  };
+  return tight(sources_, c.source) && tight(destinations_, c.destination);
+}
+
+extent checker::extent_in(const plane_state& p, int stride, const test_case& c) const {
+  const int count = rows(p, c);
+  if (c.xres < 1 || count < 1) return {};
+  if (in_parts(*p.format)) {
+    if (is_one_line(c)) return {0, row_extent(*p.format, c.xres * count)};
+    return extent_of_rows(*p.format, stride, c.xres, count);
+  }
+  extent e = extent_of(*p.format, p.past, stride, pixels(c), count);
+  if (copies_padding(p, c)) e.high = std::max(e.high, std::ptrdiff_t{count} * stride);
+  return e;
+}
+
+bool checker::copies_padding(const plane_state& p, const test_case& c) const {
+  if (p.format->name != row_.copies_padding) return false;
+  const auto stride_of = [&](const auto& planes, const auto& places) {
+    for (std::size_t i = 0; i < planes.size(); ++i)
+      if (planes[i].format->name == row_.copies_padding) return places[i].stride;
+    return 0;
+  };
+  const int stride = stride_of(sources_, c.source);
+  return stride > 0 && stride == stride_of(destinations_, c.destination);
+}
+
 void checker::place(plane_state& p, const plane_place& at, const test_case& c) const {
-  const extent e = extent_of(*p.format, p.past, at.stride, pixels(c), rows(p, c));
+  const extent e = extent_in(p, at.stride, c);
   const auto size = static_cast<std::ptrdiff_t>(p.memory->bytes().size());
   if (c.where == placement::at_end)
     p.first_row = size - e.high;
@@ -298,6 +376,21 @@ void checker::set_alpha(plane_state& p, int stride, const test_case& c) const {
   }
 }
 
+// Words begin where the samples of a row do, which may be at an odd address.
+void checker::set_words(plane_state& p, int stride, const test_case& c) const {
+  const std::span<const std::uint16_t> limits = limits_of(p.format->sample);
+  if (limits.empty() || c.xres < 1) return;
+  const std::uint8_t* random = content_at(content::random, c.seed + 1);
+  const std::ptrdiff_t words = (row_extent(*p.format, pixels(c)) + p.past.bytes(*p.format, pixels(c))) / 2;
+  for (int y = 0; y < rows(p, c); ++y)
+    for (std::ptrdiff_t i = 0; i < words; ++i) {
+      const std::uint16_t word = limits[*random++ % limits.size()];
+      std::uint8_t* at = p.before.data() + p.first_row + std::ptrdiff_t{y} * stride + 2 * i;
+      at[0] = static_cast<std::uint8_t>(word);
+      at[1] = static_cast<std::uint8_t>(word >> 8);
+    }
+}
+
 void checker::fill(const test_case& c) {
   std::uint32_t seed = c.seed;
   for (std::size_t i = 0; i < sources_.size(); ++i) {
@@ -305,6 +398,7 @@ void checker::fill(const test_case& c) {
     place(p, c.source[i], c);
     std::memcpy(p.before.data(), content_at(c.pattern, seed++), p.before.size());
     if (c.pattern == content::opaque || c.pattern == content::one_less) set_alpha(p, c.source[i].stride, c);
+    if (c.pattern == content::thresholds) set_words(p, c.source[i].stride, c);
     std::memcpy(p.memory->bytes().data(), p.before.data(), p.before.size());
     p.expected = p.before;
   }
@@ -440,12 +534,14 @@ test_case checker::case_of(int xres, int yres, std::size_t strides, std::uint32_
 void checker::for_each_case(const std::function<bool(const test_case&)>& take) const {
   constexpr placement places[] = {placement::surrounded, placement::at_end, placement::at_start};
   const bool several_planes = sources_.size() > 1 || destinations_.size() > 1;
+  const bool reads_parts = !sources_.empty() && in_parts(*sources_[0].format);
   std::uint32_t number = 0;
   const auto sizes_and_strides = [&](int xres, int yres) {
     for (std::size_t s = 0; s < std::size(stride_choices); ++s)
       for (const placement where : places) {
         ++number;
         if (!several_planes && stride_choices[s].destination == rows::unlike) continue;
+        if (!reads_parts && is_for_parts(stride_choices[s])) continue;
         if (thin() && pick(number, choice::thinning, 3) != 0) continue;
         test_case c = case_of(xres, yres, s, number);
         c.where = where;

@@ -31,7 +31,7 @@ enum class placement {
 enum class content {
   random,
   extremes,    // bytes 0 and 255
-  thresholds,  // bytes beside the limits of video range, of the sign and of the byte
+  thresholds,  // samples beside the limits of video range, of the sign and of the byte
   zeros,
   ones,
   opaque,       // random, every alpha 255
@@ -59,12 +59,18 @@ struct test_case {
   report opacity = report::none;
 };
 
-// Bytes that a plane of the given width needs in each row: its whole samples, and whole groups of v210. Zero for a
-// width below one.
+// Bytes that a plane of the given width needs in each row: its whole samples; whole groups of v210; of rows of 32 and 8
+// bytes, those up to the last one of its pairs, a completed pair included. Zero for a width below one.
 std::ptrdiff_t row_extent(const catalogue::plane& p, int xres);
 
 // The stride of a plane without gaps, as the library counts it. As arithmetic gives it for a width below one.
 int tight_stride(const catalogue::plane& p, int xres);
+
+// The bytes of a plane, counted from its first row: rows may step up or down.
+struct extent {
+  std::ptrdiff_t low = 0;
+  std::ptrdiff_t high = 0;
+};
 
 // Memory between two inaccessible pages.
 class fenced_memory {
@@ -117,9 +123,17 @@ class checker {
   int pixels(const test_case& c) const;
   int rows(const plane_state& p, const test_case& c) const;
 
+  // Whether the image has no gaps in any plane, and the conversion takes such an image as one line.
+  bool is_one_line(const test_case& c) const;
+  // Whether this plane is the one that is copied with its padding, and its strides on both sides are those with which
+  // that happens.
+  bool copies_padding(const plane_state& p, const test_case& c) const;
+  extent extent_in(const plane_state& p, int stride, const test_case& c) const;
+
   void place(plane_state& p, const plane_place& at, const test_case& c) const;
   void fill(const test_case& c);
   void set_alpha(plane_state& p, int stride, const test_case& c) const;
+  void set_words(plane_state& p, int stride, const test_case& c) const;
   catalogue::call call_on(const test_case& c, bool expected);
   std::string compare(const test_case& c) const;
   std::string describe(const test_case& c) const;

@@ -1,5 +1,5 @@
-// The shared library from outside: it exports what the public header declares and nothing else, and it needs no library
-// beside those of the language.
+// The shared library from outside: it exports what the public header declares and nothing else, its conversions are
+// those of the catalogue and of the expectations, and it needs no library beside those of the language.
 #include <gtest/gtest.h>
 #include <stdio.h>
 
@@ -8,7 +8,11 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
+#include <utility>
 
+#include "conversions.h"
+#include "oracle.h"
 #include "public_header.h"
 
 namespace morvane::tests {
@@ -21,17 +25,55 @@ std::string output_of(const std::string& command) {
   return output;
 }
 
-TEST(shared_library, exports_exactly_what_the_public_header_declares) {
+// The exported functions by full name, and how often each is overloaded.
+std::map<std::string, int> exported_functions() {
   std::map<std::string, int> exported;
   std::istringstream symbols(output_of(MORVANE_NM " -DC --defined-only " MORVANE_SHARED_LIBRARY));
   for (std::string line; std::getline(symbols, line);) {
     const std::string name = line.substr(line.find(' ', line.find(' ') + 1) + 1);
     exported[name.substr(0, name.find('('))] += 1;
   }
+  return exported;
+}
+
+TEST(shared_library, exports_exactly_what_the_public_header_declares) {
+  std::map<std::string, int> exported = exported_functions();
   std::map<std::string, int> declared;
   for (const auto& [name, function] : declared_functions()) declared[name] = function.overloads;
   for (const auto& [name, count] : declared) EXPECT_EQ(exported[name], count) << name;
   for (const auto& [name, count] : exported) EXPECT_TRUE(declared.contains(name)) << name << " is exported";
+}
+
+// The functions that convert an image, without their common namespaces.
+template <class Functions>
+std::set<std::string> entry_points(const Functions& functions) {
+  constexpr std::string_view common = "Processing::Morvane::format_conversion::";
+  const std::set<std::string> predicates = {"is_aligned", "is_aligned_avx2"};
+  std::set<std::string> result;
+  for (const auto& [name, function] : functions)
+    if (name.starts_with(common) && !predicates.contains(name.substr(common.size())))
+      result.insert(name.substr(common.size()));
+  return result;
+}
+
+TEST(entry_points, are_the_same_in_header_catalogue_expectations_and_library) {
+  using named = std::pair<std::string_view, std::string_view>;
+  std::set<std::string> listed, expected;
+  std::set<named> rows, expectations;
+  for (const catalogue::conversion& row : catalogue::conversions) {
+    listed.emplace(row.name);
+    rows.emplace(row.name, row.destination);
+  }
+  for (const named& e : expected_conversions()) {
+    expected.emplace(e.first);
+    expectations.insert(e);
+  }
+  const std::set<std::string> declared = entry_points(declared_functions());
+  EXPECT_FALSE(declared.empty());
+  EXPECT_EQ(declared, listed);
+  EXPECT_EQ(declared, expected);
+  EXPECT_EQ(declared, entry_points(exported_functions()));
+  EXPECT_EQ(rows, expectations);
 }
 
 TEST(shared_library, needs_only_the_libraries_of_the_language) {

@@ -1,19 +1,17 @@
 // The line kernels of planes, 4:4:4 and alpha under their own names, in all combinations of their alignment parameters,
-// on every backend. A line is compared with the expectation of an image of one row, or of a row pair.
+// on every backend.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <random>
-#include <type_traits>
 
 #include "format_conversion_line.h"
 #include "format_conversion_line_bgra.h"
 #include "format_conversion_line_bgra_ycbcrx.h"
 #include "format_conversion_line_r_g_b.h"
-#include "oracle.h"
+#include "kernel_lines.h"
 #include "support.h"
 
 namespace morvane::tests {
@@ -24,115 +22,6 @@ using catalogue::call;
 
 class plane_kernel : public on_each_backend {};
 INSTANTIATE_TEST_SUITE_P(backend, plane_kernel, all_backends(), backend_name);
-
-constexpr int widest = 140;
-constexpr int row_stride = 8 * widest;
-
-struct alignas(64) plane_bytes {
-  std::array<std::uint8_t, 2 * row_stride + 64> bytes{};
-};
-using memory = std::array<plane_bytes, catalogue::max_planes>;
-
-memory random_memory(unsigned seed) {
-  std::mt19937 random(seed);
-  memory result;
-  for (plane_bytes& plane : result)
-    for (std::uint8_t& b : plane.bytes) b = static_cast<std::uint8_t>(random());
-  return result;
-}
-
-struct kernel_case {
-  const char* name;  // of the row of the catalogue that does the same
-  const char* destination;
-  int argument = 0;
-  bool words = false;  // 16-bit planes, whose addresses are even
-};
-
-call call_on(const memory& source, memory& destination, bool src_align, bool dst_align, const kernel_case& k) {
-  call c;
-  for (std::size_t i = 0; i < catalogue::max_planes; ++i) {
-    c.source.data[i] = source[i].bytes.data() + (src_align ? 16 : k.words ? 6 : 5);
-    c.destination.data[i] = destination[i].bytes.data() + (dst_align ? 16 : k.words ? 10 : 7);
-    c.source.stride[i] = c.destination.stride[i] = row_stride;
-  }
-  c.yres = 1;
-  c.argument = k.argument;
-  return c;
-}
-
-// `kernel` is called as kernel.template operator()<src_align, dst_align>(c), where c.xres is the count of the line; one
-// that answers whether the line is opaque is held to it.
-template <bool src_align, bool dst_align, class Kernel>
-void expect_lines(Kernel kernel, const kernel_case& k, bool opaque_source) {
-  constexpr bool answers = std::is_same_v<decltype(kernel.template operator()<src_align, dst_align>(call())), bool>;
-  const catalogue::thunk expected = expectation(k.name, k.destination);
-  ASSERT_NE(expected, nullptr) << k.name;
-  memory source = random_memory(1);
-  if (opaque_source) source[0].bytes.fill(255);
-  const memory before = random_memory(2);
-  for (int count = -1; count <= widest; ++count) {
-    memory got = before;
-    memory wanted = before;
-    bool answer = true;
-    bool expected_answer = true;
-    call c = call_on(source, got, src_align, dst_align, k);
-    c.xres = count;
-    if constexpr (answers)
-      answer = kernel.template operator()<src_align, dst_align>(c);
-    else
-      kernel.template operator()<src_align, dst_align>(c);
-    call e = call_on(source, wanted, src_align, dst_align, k);
-    e.xres = count;
-    e.opaque = &expected_answer;
-    expected(e);
-    for (std::size_t i = 0; i < got.size(); ++i)
-      ASSERT_EQ(got[i].bytes, wanted[i].bytes) << k.name << ", " << count << " pixels, plane " << i << ", src_align "
-                                               << src_align << ", dst_align " << dst_align;
-    ASSERT_TRUE(answer == expected_answer || !answers) << k.name << ", " << count << " pixels";
-  }
-}
-
-template <class Kernel>
-void expect_all_alignments(const kernel_case& k, Kernel kernel) {
-  for (const bool opaque_source : {false, true}) {
-    expect_lines<false, false>(kernel, k, opaque_source);
-    expect_lines<false, true>(kernel, k, opaque_source);
-    expect_lines<true, false>(kernel, k, opaque_source);
-    expect_lines<true, true>(kernel, k, opaque_source);
-  }
-}
-
-std::uint16_t* words(std::uint8_t* p) {
-  return reinterpret_cast<std::uint16_t*>(p);
-}
-
-const std::uint16_t* words(const std::uint8_t* p) {
-  return reinterpret_cast<const std::uint16_t*>(p);
-}
-
-// Calls kernel(source..., destination..., xres) with the first planes of a call.
-template <int sources, int destinations, class Kernel>
-auto on_planes(Kernel kernel, const call& c) {
-  const auto& s = c.source.data;
-  const auto& d = c.destination.data;
-  if constexpr (sources == 1 && destinations == 1)
-    return kernel(s[0], d[0], c.xres);
-  else if constexpr (sources == 1 && destinations == 2)
-    return kernel(s[0], d[0], d[1], c.xres);
-  else if constexpr (sources == 1 && destinations == 3)
-    return kernel(s[0], d[0], d[1], d[2], c.xres);
-  else if constexpr (sources == 2 && destinations == 1)
-    return kernel(s[0], s[1], d[0], c.xres);
-  else
-    return kernel(s[0], s[1], d[0], d[1], c.xres);
-}
-
-// A kernel of the given template arguments after the two of alignment, over so many source and destination planes.
-#define MORVANE_TEST_KERNEL(sources, destinations, name, ...)                                \
-  []<bool s, bool d>(const call& c) {                                                        \
-    return on_planes<sources, destinations>(                                                 \
-        [](auto... planes) { return name<s, d __VA_OPT__(, ) __VA_ARGS__>(planes...); }, c); \
-  }
 
 TEST_P(plane_kernel, line_uyvy_to_planes) {
   expect_all_alignments({"uyvy::y_uv_422", "y_uv_422"}, MORVANE_TEST_KERNEL(1, 2, line::uyvy::y_uv, true));
@@ -159,15 +48,9 @@ TEST_P(plane_kernel, line_uyvy_to_planes_without_chroma) {
 TEST_P(plane_kernel, line_of_luma) {
   expect_all_alignments({"y::uyvy", "uyvy", 0}, MORVANE_TEST_KERNEL(1, 1, line::y::uyvy, false));
   expect_all_alignments({"y::uyvy", "uyvy", 1}, MORVANE_TEST_KERNEL(1, 1, line::y::uyvy, true));
-  expect_all_alignments({"y::y16", "y16", 0, true}, []<bool s, bool d>(const call& c) {
-    line::y::y16<s, d>(c.source.data[0], words(c.destination.data[0]), c.xres);
-  });
-  expect_all_alignments({"y16::y16", "y16", 0, true}, []<bool s, bool d>(const call& c) {
-    line::y16::y16<s, d, false>(words(c.source.data[0]), words(c.destination.data[0]), c.xres);
-  });
-  expect_all_alignments({"y16::y16", "y16", 1, true}, []<bool s, bool d>(const call& c) {
-    line::y16::y16<s, d, true>(words(c.source.data[0]), words(c.destination.data[0]), c.xres);
-  });
+  expect_all_alignments({"y::y16", "y16", 0, true}, MORVANE_TEST_KERNEL(1, 1, line::y::y16));
+  expect_all_alignments({"y16::y16", "y16", 0, true}, MORVANE_TEST_KERNEL(1, 1, line::y16::y16, false));
+  expect_all_alignments({"y16::y16", "y16", 1, true}, MORVANE_TEST_KERNEL(1, 1, line::y16::y16, true));
 }
 
 TEST_P(plane_kernel, line_y_in_two_rows) {
@@ -335,8 +218,6 @@ TEST_P(plane_kernel, line_uyvy_r_g_b) {
 TEST_P(plane_kernel, line_L_bgra) {
   expect_all_alignments({"L::bgra", "bgra"}, MORVANE_TEST_KERNEL(1, 1, line::L::bgra));
 }
-
-#undef MORVANE_TEST_KERNEL
 
 }  // namespace
 }  // namespace morvane::tests

@@ -292,15 +292,31 @@ constexpr entry entries[] = {
     {"uyvy::rgbx_709", "rgbx", uyvy_to_rgb<rgba, true>},
 };
 
+// Every table of expectations.
+std::vector<std::span<const entry>> tables() {
+  return {entries,
+          oracle::expectations_of_planes(),
+          oracle::expectations_of_full_chroma(),
+          oracle::expectations_of_alpha(),
+          oracle::expectations_of_planar_rgb(),
+          oracle::expectations_of_16_bits(),
+          oracle::expectations_of_10_bits_and_depths()};
+}
+
 }  // namespace
 
 catalogue::thunk expectation(std::string_view name, std::string_view destination) {
-  for (const std::span<const entry> table :
-       {std::span<const entry>(entries), oracle::expectations_of_planes(), oracle::expectations_of_full_chroma(),
-        oracle::expectations_of_alpha(), oracle::expectations_of_planar_rgb()})
+  for (const std::span<const entry> table : tables())
     for (const entry& e : table)
       if (e.name == name && e.destination == destination) return e.expected;
   return nullptr;
+}
+
+std::vector<std::pair<std::string_view, std::string_view>> expected_conversions() {
+  std::vector<std::pair<std::string_view, std::string_view>> result;
+  for (const std::span<const entry> table : tables())
+    for (const entry& e : table) result.emplace_back(e.name, e.destination);
+  return result;
 }
 
 }  // namespace morvane::tests

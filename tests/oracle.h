@@ -3,6 +3,8 @@
 #pragma once
 
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "call.h"
 
@@ -11,5 +13,8 @@ namespace morvane::tests {
 // Converts the image of a call as the conversion of that name and destination format must; null when nothing is known
 // about it. Planes may overlap: bytes are read and written one pixel or pair after the other.
 catalogue::thunk expectation(std::string_view name, std::string_view destination);
+
+// The names and destination formats of all conversions that something is expected of.
+std::vector<std::pair<std::string_view, std::string_view>> expected_conversions();
 
 }  // namespace morvane::tests

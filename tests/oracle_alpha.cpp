@@ -68,9 +68,6 @@ void uyvy_a_to_rgb(const call& c) {
 }
 
 // All further lines complete the pair of a last odd pixel.
-int pairs(int pixels) {
-  return (pixels + 1) / 2;
-}
 
 // A line of fill and key converts its first pair alone.
 void fill_and_key_to_ya_uv(const call& c) {

@@ -39,11 +39,39 @@ inline std::uint8_t key_or_copy(std::uint8_t luma, bool rescale) {
   return rescale ? key(luma) : luma;
 }
 
+// Little-endian words, at any address.
+inline std::uint32_t word_at(const std::uint8_t* s) {
+  return s[0] + 256U * s[1];
+}
+
+// The low 16 bits of the value.
+inline void put_word(std::uint8_t* d, std::uint32_t value) {
+  d[0] = static_cast<std::uint8_t>(value & 255U);
+  d[1] = static_cast<std::uint8_t>(value >> 8 & 255U);
+}
+
+inline void copy(const std::uint8_t* s, std::uint8_t* d, std::ptrdiff_t bytes) {
+  for (std::ptrdiff_t i = 0; i < bytes; ++i) d[i] = s[i];
+}
+
+// The pairs of a line that completes that of a last odd pixel.
+inline int pairs(int pixels) {
+  return (pixels + 1) / 2;
+}
+
 // Where the current line begins in each plane.
 struct line {
   std::array<const std::uint8_t*, catalogue::max_planes> source{};
   std::array<std::uint8_t*, catalogue::max_planes> destination{};
 };
+
+inline const std::uint8_t* read_row(const call& c, std::size_t plane, int row) {
+  return c.source.data[plane] + std::ptrdiff_t{row} * c.source.stride[plane];
+}
+
+inline std::uint8_t* written_row(const call& c, std::size_t plane, int row) {
+  return c.destination.data[plane] + std::ptrdiff_t{row} * c.destination.stride[plane];
+}
 
 // Calls convert(line, pixels) for each row, first to last.
 template <class Convert>
@@ -100,5 +128,7 @@ std::span<const entry> expectations_of_planes();
 std::span<const entry> expectations_of_full_chroma();
 std::span<const entry> expectations_of_alpha();
 std::span<const entry> expectations_of_planar_rgb();
+std::span<const entry> expectations_of_16_bits();
+std::span<const entry> expectations_of_10_bits_and_depths();
 
 }  // namespace morvane::tests::oracle

@@ -117,18 +117,6 @@ void y16_to_y16(const call& c) {
 
 // Chroma of 4:2:0.
 
-std::uint8_t* written_row(const call& c, std::size_t plane, int row) {
-  return c.destination.data[plane] + std::ptrdiff_t{row} * c.destination.stride[plane];
-}
-
-const std::uint8_t* read_row(const call& c, std::size_t plane, int row) {
-  return c.source.data[plane] + std::ptrdiff_t{row} * c.source.stride[plane];
-}
-
-void copy(const std::uint8_t* s, std::uint8_t* d, int bytes) {
-  for (int i = 0; i < bytes; ++i) d[i] = s[i];
-}
-
 void copy_luma(const call& c) {
   for (int row = 0; row < c.yres; ++row) copy(read_row(c, 0, row), written_row(c, 0, row), c.xres);
 }
@@ -170,16 +158,11 @@ void y_u_v_to_y_uv_422(const call& c) {
 
 // Chroma alone. xres counts samples of each component, or bytes of an interleaved row.
 
-void store_word(std::uint8_t* d, std::uint8_t sample) {
-  d[0] = 0;
-  d[1] = sample;
-}
-
 void cb_cr_8_420_to_16_422(const call& c) {
   for (int row = 0; row < 2 * c.yres; ++row)
     for (int k = 0; k < c.xres; ++k) {
-      store_word(written_row(c, 0, row) + 4 * k, read_row(c, 0, row / 2)[k]);
-      store_word(written_row(c, 0, row) + 4 * k + 2, read_row(c, 1, row / 2)[k]);
+      put_word(written_row(c, 0, row) + 4 * k, read_row(c, 0, row / 2)[k] * 256U);
+      put_word(written_row(c, 0, row) + 4 * k + 2, read_row(c, 1, row / 2)[k] * 256U);
     }
 }
 
@@ -195,8 +178,8 @@ void cbcr_8_420_to_16_422(const call& c) {
   for (int row = 0; row < 2 * c.yres; ++row)
     for (int k = 0; 2 * k < c.xres; ++k) {
       const std::uint8_t* pair = read_row(c, 0, row / 2) + 2 * k;
-      store_word(written_row(c, 0, row) + 4 * k, pair[0]);
-      store_word(written_row(c, 0, row) + 4 * k + 2, pair[1]);
+      put_word(written_row(c, 0, row) + 4 * k, pair[0] * 256U);
+      put_word(written_row(c, 0, row) + 4 * k + 2, pair[1] * 256U);
     }
 }
 

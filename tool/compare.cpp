@@ -30,8 +30,9 @@ struct difference {
   std::string component;
   int x = 0;
   int y = 0;
-  int first = 0;
-  int second = 0;
+  bool floats = false;
+  double first = 0;
+  double second = 0;
 };
 
 struct plane_sums {
@@ -106,8 +107,9 @@ class comparison {
     plane_sums& sum = sums_[p];
     std::uint64_t absolute = 0;
     for (const std::size_t i : counted) {
-      const std::int64_t gap = std::abs(first_row_[i] - second_row_[i]);
-      if (gap != 0 && !first_) note(p, y, i);
+      if (first_row_[i] == second_row_[i]) continue;
+      if (!first_) note(p, y, i);
+      const std::int64_t gap = std::abs(layouts_[p].level(i, first_row_[i]) - layouts_[p].level(i, second_row_[i]));
       sum.maximum = std::max(sum.maximum, static_cast<int>(gap));
       sum.squares += static_cast<double>(gap * gap);
       absolute += static_cast<std::uint64_t>(gap);
@@ -121,8 +123,9 @@ class comparison {
                         layouts_[p].component(i),
                         layouts_[p].pixel(i),
                         y * format_.planes[p].image_rows,
-                        first_row_[i],
-                        second_row_[i]};
+                        layouts_[p].has_floats(),
+                        layouts_[p].number(first_row_[i]),
+                        layouts_[p].number(second_row_[i])};
   }
 
   const catalogue::format& format_;
@@ -130,8 +133,8 @@ class comparison {
   std::vector<plane_sums> sums_;
   std::optional<difference> first_;
   std::int64_t frames_ = 0;
-  std::vector<int> first_row_;
-  std::vector<int> second_row_;
+  std::vector<std::uint32_t> first_row_;
+  std::vector<std::uint32_t> second_row_;
 };
 
 struct frame_counts {
@@ -161,6 +164,19 @@ std::string decibels(std::optional<double> psnr) {
   return digits;
 }
 
+// As many digits as tell any two floats apart.
+std::string digits_of(double sample) {
+  char digits[32];
+  std::snprintf(digits, sizeof digits, "%.9g", sample);
+  return digits;
+}
+
+// JSON has no numbers for the infinite and for what is none.
+ordered_json sample_json(double sample, bool floats) {
+  if (!floats) return static_cast<std::int64_t>(sample);
+  return std::isfinite(sample) ? ordered_json(sample) : ordered_json(digits_of(sample));
+}
+
 ordered_json to_json(const comparison& c, frame_counts counts, bool identical) {
   ordered_json result = {{"identical", identical},
                          {"frames_compared", c.frames()},
@@ -168,8 +184,12 @@ ordered_json to_json(const comparison& c, frame_counts counts, bool identical) {
                          {"first_difference", nullptr},
                          {"planes", ordered_json::array()}};
   if (const auto& d = c.first())
-    result["first_difference"] = {{"frame", d->frame}, {"plane", d->plane}, {"component", d->component},
-                                  {"x", d->x},         {"y", d->y},         {"values", {d->first, d->second}}};
+    result["first_difference"] = {{"frame", d->frame},
+                                  {"plane", d->plane},
+                                  {"component", d->component},
+                                  {"x", d->x},
+                                  {"y", d->y},
+                                  {"values", {sample_json(d->first, d->floats), sample_json(d->second, d->floats)}}};
   for (std::size_t p = 0; p < c.sums().size(); ++p) {
     const std::optional<double> psnr = c.psnr(p);
     result["planes"].push_back({{"name", c.format().planes[p].name},
@@ -187,7 +207,7 @@ void print(const comparison& c, frame_counts counts, bool identical, extent size
     std::cout << "frame counts differ: " << counts.first << " and " << counts.second << '\n';
   if (const auto& d = c.first())
     std::cout << "first difference: frame " << d->frame << ", plane " << d->plane << ", " << d->component << " at x "
-              << d->x << ", y " << d->y << ": " << d->first << " and " << d->second << '\n';
+              << d->x << ", y " << d->y << ": " << digits_of(d->first) << " and " << digits_of(d->second) << '\n';
   std::vector<table_row> rows = {{"PLANE", "MAX DIFFERENCE", "PSNR", "SUM OF ABSOLUTE DIFFERENCES"}};
   for (std::size_t p = 0; p < c.sums().size(); ++p)
     rows.push_back({std::string(c.format().planes[p].name), std::to_string(c.sums()[p].maximum), decibels(c.psnr(p)),

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <iostream>
 #include <limits>
-#include <numeric>
 
 #include "commands.h"
 #include "errors.h"
@@ -33,18 +32,6 @@ void remark_on(const route& way, bool verbose) {
   if (verbose) say(described(way));
   for (const catalogue::conversion* c : way.steps)
     if (!c->irregular.empty()) say(text(c->name, " is irregular: it ", c->irregular));
-}
-
-int rounded_up(int length, int multiple) {
-  return (length + multiple - 1) / multiple * multiple;
-}
-
-// The smallest size that is whole in all formats of the route.
-extent padded_size(extent size, const route& way) {
-  extent multiple{1, 1};
-  for (const catalogue::format* f : way.formats())
-    multiple = {std::lcm(multiple.width, f->width_multiple), std::lcm(multiple.height, f->height_multiple)};
-  return {rounded_up(size.width, multiple.width), rounded_up(size.height, multiple.height)};
 }
 
 extent working_size(extent size, const route& way, bool pad) {

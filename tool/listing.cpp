@@ -40,6 +40,8 @@ const char* matrix_name(catalogue::matrix m) {
       return "601";
     case catalogue::matrix::bt709:
       return "709";
+    case catalogue::matrix::bt2020:
+      return "2020";
     case catalogue::matrix::by_argument:
       return "601, 709";
     case catalogue::matrix::none:
@@ -54,6 +56,8 @@ ordered_json matrices(catalogue::matrix m) {
       return {601};
     case catalogue::matrix::bt709:
       return {709};
+    case catalogue::matrix::bt2020:
+      return {2020};
     case catalogue::matrix::by_argument:
       return {601, 709};
     case catalogue::matrix::none:
@@ -143,7 +147,7 @@ void print_info(const catalogue::format& f, extent size) {
     rows.push_back({std::string(f.planes[p].name), std::to_string(count), std::to_string(stride),
                     std::to_string(stride * count), std::string(f.planes[p].components)});
   }
-  print_table(std::cout, rows);
+  print_table(std::cout, rows, terminal_width());
   std::cout << "frame: " << f.frame_bytes(size.width, size.height) << " bytes\n";
 }
 

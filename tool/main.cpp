@@ -134,8 +134,8 @@ void add_convert(CLI::App& app) {
                           "  morvane convert -f uyvy -t y_u_v_420 -s 640x360 --frames 1 /dev/zero --dst-planes "
                           "y.raw,cb.raw,cr.raw");
   add_convert_files(*command, o, names);
-  command->add_option("--matrix", o.matrix, "Matrix between YCbCr and RGB: 601 or 709 (the default)")
-      ->check(quiet(CLI::IsMember({601, 709})))
+  command->add_option("--matrix", o.matrix, "Matrix between YCbCr and RGB: 601, 709 (the default) or 2020")
+      ->check(quiet(CLI::IsMember({601, 709, 2020})))
       ->type_name("N");
   command->add_option("--via", o.via, "A conversion that must be part of the route")->type_name("NAME");
   command->add_flag("--allow-irregular", o.allow_irregular, "Also use irregular conversions where no other leads on");
@@ -158,20 +158,26 @@ void add_show(CLI::App& app) {
   static show_options o;
   static file_names names;
   CLI::App* command = add(app, "show", "Write one frame as a PNG, alpha over a checkerboard",
+                          "A format that conversions lead to RGB is shown as they make it, pa16 and\n"
+                          "yua_yva_matrox_10 therefore over black; any other from the upper eight bits of its\n"
+                          "samples. Luma alone and alpha alone are grey; chroma alone has only its planes to show.\n\n"
                           "--plane takes the name of a component, such as Y, Cb or A, or of a plane, which shows all\n"
                           "its samples side by side, or of both, such as key.Y. 'morvane info' lists them.\n\n"
                           "Example (a frame of zeros, which is dark green):\n"
                           "  morvane show /dev/zero -f uyvy -s 640x360 green.png\n\n"
                           "Example (video and its alpha from two files; all is transparent):\n"
-                          "  morvane show --planes /dev/zero,/dev/zero -f uyvy_a -s 640x360 clear.png");
+                          "  morvane show --planes /dev/zero,/dev/zero -f uyvy_a -s 640x360 clear.png\n\n"
+                          "Example (the dump of a card that fills its rows up to whole multiples of 128 bytes):\n"
+                          "  head -c 2488320 /dev/zero > dump && "
+                          "morvane show dump -f v210 -s 1280x720 --stride 3456 dump.png");
   add_files(*command, names, "IN", source_help, "OUT", "The picture, a .png");
   command->add_option("--planes", names.first_planes, "In place of IN: a file for every plane")->type_name("A,B,...");
   command->add_option("-f,--format", o.format, "Format of IN")->type_name("FORMAT");
   command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
   add_strides(*command, "--stride", o.strides, "of IN");
   command->add_option("--frame", o.frame, "Number of the frame, from 0")->check(at_least(0))->type_name("N");
-  command->add_option("--matrix", o.matrix, "Matrix from YCbCr to RGB: 601 or 709 (the default)")
-      ->check(quiet(CLI::IsMember({601, 709})))
+  command->add_option("--matrix", o.matrix, "Matrix from YCbCr to RGB: 601, 709 (the default) or 2020")
+      ->check(quiet(CLI::IsMember({601, 709, 2020})))
       ->type_name("N");
   command->add_option("--plane", o.plane, "Show one component or plane in grey")->type_name("NAME");
   command->callback([] {
@@ -189,6 +195,10 @@ void add_compare(CLI::App& app, int& exit_code) {
   CLI::App* command = add(app, "compare", "Compare two files of frames",
                           "Exits with 0 when they are identical and with 1 when they are not. Unused bytes, such as\n"
                           "the fourth of bgrx, are not compared.\n\n"
+                          "Floats are identical when all their bits are. How far they differ is measured between the\n"
+                          "samples of 16 bits that they stand for: Y from 0 to 1 is 4096 to 60160, Cb and Cr from\n"
+                          "-0.5 to 0.5 are 4096 to 61440, and A from 0 to 1 is 0 to 65535. What 16 bits cannot hold\n"
+                          "counts as 0 or 65535, and NaN as 0.\n\n"
                           "Example:\n"
                           "  head -c 65536 /dev/zero > a.raw && morvane compare a.raw a.raw -f uyvy -s 256x128\n\n"
                           "Example (the planes of one of them in files of their own):\n"

@@ -126,7 +126,7 @@ void output_file::commit() {
 }
 
 void flush_standard_output() {
-  errno = 0;
+  // After a write that failed std::cout tries no other, so that errno still tells why.
   std::cout.flush();
   if (!std::cout || std::fflush(stdout) != 0) system_failure("cannot write standard output", errno);
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <numeric>
 
 #include "errors.h"
 #include "names.h"
@@ -17,6 +18,8 @@ using catalogue::conversion;
 using catalogue::format;
 using steps = std::vector<const conversion*>;
 
+constexpr std::array matrices = {709, 601, 2020};
+
 struct rules {
   int matrix;
   bool irregular;
@@ -28,8 +31,11 @@ bool has_matrix(const conversion& c, int matrix) {
       return matrix == 601;
     case catalogue::matrix::bt709:
       return matrix == 709;
-    case catalogue::matrix::none:
+    case catalogue::matrix::bt2020:
+      return matrix == 2020;
     case catalogue::matrix::by_argument:
+      return matrix != 2020;
+    case catalogue::matrix::none:
       break;
   }
   return true;
@@ -74,8 +80,14 @@ int& at(distances& d, std::string_view format_name) {
   return d[index_of(*catalogue::find_format(format_name))];
 }
 
-bool is_step(const conversion& c, rules r) {
-  return !c.source.empty() && c.source != c.destination && usable(c, r);
+// Luma or alpha made into a picture, which is not the one that the source had.
+bool regains_color(const format& source, const conversion& c) {
+  return has_color(source) && !has_color(*catalogue::find_format(c.source)) &&
+         has_color(*catalogue::find_format(c.destination));
+}
+
+bool is_step(const format& source, const conversion& c, rules r) {
+  return !c.source.empty() && c.source != c.destination && usable(c, r) && !regains_color(source, c);
 }
 
 // Distances from the source to every format. Rounds over the whole catalogue, which is short, until nothing gets
@@ -87,7 +99,7 @@ distances explore(const format& source, rules r) {
   for (bool improved = true; improved;) {
     improved = false;
     for (const conversion& c : catalogue::conversions) {
-      if (!is_step(c, r)) continue;
+      if (!is_step(source, c, r)) continue;
       const int from = at(reached, c.source);
       int& to = at(reached, c.destination);
       if (from == unreached || from + weight(c) >= to) continue;
@@ -99,9 +111,9 @@ distances explore(const format& source, rules r) {
 }
 
 // The earliest row of the catalogue that ends a shortest way to the format.
-const conversion& last_step(distances& reached, std::string_view format_name, rules r) {
+const conversion& last_step(const format& source, distances& reached, std::string_view format_name, rules r) {
   for (const conversion& c : catalogue::conversions)
-    if (c.destination == format_name && is_step(c, r) && at(reached, c.source) != unreached &&
+    if (c.destination == format_name && is_step(source, c, r) && at(reached, c.source) != unreached &&
         at(reached, c.source) + weight(c) == at(reached, format_name))
       return c;
   throw std::logic_error("a format was reached by no conversion");
@@ -112,7 +124,7 @@ std::optional<steps> shortest(const format& source, const format& destination, r
   if (at(reached, destination.name) == unreached) return std::nullopt;
   steps way;
   for (std::string_view name = destination.name; name != source.name; name = way.front()->source)
-    way.insert(way.begin(), &last_step(reached, name, r));
+    way.insert(way.begin(), &last_step(source, reached, name, r));
   return way;
 }
 
@@ -128,7 +140,9 @@ std::optional<steps> shortest_through(const conversion& via, const format& sourc
 int matrix_of(const conversion& via, std::optional<int> asked) {
   if (asked && !has_matrix(via, *asked)) wrong_arguments(via.name, " does not use the BT.", *asked, " matrix");
   if (asked) return *asked;
-  return via.colors == catalogue::matrix::bt601 ? 601 : 709;
+  for (const int matrix : matrices)
+    if (has_matrix(via, matrix)) return matrix;
+  return matrices.front();
 }
 
 route route_via(const format& source, const format& destination, const route_wish& wish) {
@@ -160,9 +174,9 @@ route copy_of(const format& f, int matrix) {
         if (!c->irregular.empty())
           wrong_arguments("only an irregular conversion leads ", ends, ": ", c->name, " ", c->irregular,
                           "; --allow-irregular uses it");
-  const int other = r.matrix == 601 ? 709 : 601;
-  if (shortest(source, destination, {other, r.irregular}))
-    wrong_arguments("no conversion leads ", ends, " with the BT.", r.matrix, " matrix; --matrix ", other, " has one");
+  for (const int other : matrices)
+    if (other != r.matrix && shortest(source, destination, {other, r.irregular}))
+      wrong_arguments("no conversion leads ", ends, " with the BT.", r.matrix, " matrix; --matrix ", other, " has one");
   wrong_arguments("no conversion leads ", ends);
 }
 
@@ -206,6 +220,14 @@ std::optional<route> find_route_to_rgb(const format& source, int matrix) {
       if (way && (!best || weight(*way) < weight(best->steps))) best = route{&source, *std::move(way), matrix};
     }
   return best;
+}
+
+extent padded_size(extent size, const route& way) {
+  const auto rounded_up = [](int length, int multiple) { return (length + multiple - 1) / multiple * multiple; };
+  extent multiple{1, 1};
+  for (const format* f : way.formats())
+    multiple = {std::lcm(multiple.width, f->width_multiple), std::lcm(multiple.height, f->height_multiple)};
+  return {rounded_up(size.width, multiple.width), rounded_up(size.height, multiple.height)};
 }
 
 std::string described(const route& way) {

@@ -55,21 +55,57 @@ std::optional<selection> find_selection(const catalogue::format& f, std::string_
   wrong_arguments(f.name, " has no plane or component ", name, "; it has ", joined(names));
 }
 
+// The selected samples of a row that stand inside the picture, by their numbers.
+std::vector<std::size_t> taken_samples(const sample_layout& layout, const selection& wanted, int width) {
+  std::vector<std::size_t> taken;
+  for (std::size_t i = 0; i < layout.row_samples(width); ++i)
+    if (layout.pixel(i) < width && wanted.takes(layout.component(i))) taken.push_back(i);
+  return taken;
+}
+
 // The selected samples as grey, a pixel each, in eight bits.
 picture grey(const image& source, const selection& wanted) {
   const sample_layout layout(source.plane(wanted.plane));
   const int width = source.size().width;
-  std::vector<std::size_t> taken;
-  for (std::size_t i = 0; i < layout.row_samples(width); ++i)
-    if (layout.pixel(i) < width && wanted.takes(layout.component(i))) taken.push_back(i);
+  const std::vector<std::size_t> taken = taken_samples(layout, wanted, width);
   picture result({static_cast<int>(taken.size()), source.rows(wanted.plane)}, 1);
-  std::vector<int> samples;
+  std::vector<std::uint32_t> samples;
   for (int y = 0; y < result.size.height; ++y) {
     layout.read(source.row(wanted.plane, y), width, samples);
     for (std::size_t x = 0; x < taken.size(); ++x)
-      *result.pixel(static_cast<int>(x), y) = static_cast<std::uint8_t>(samples[taken[x]] >> (layout.bits() - 8));
+      *result.pixel(static_cast<int>(x), y) = layout.shade(taken[x], samples[taken[x]]);
   }
   return result;
+}
+
+// Puts the selected samples, in eight bits, at every step-th byte of the rows from an offset on, each at the first
+// pixel it belongs to.
+void gather(const image& source, const selection& wanted, image& into, std::size_t offset, std::size_t step) {
+  const catalogue::plane& plane = source.plane(wanted.plane);
+  const sample_layout layout(plane);
+  const int width = source.size().width;
+  const std::vector<std::size_t> taken = taken_samples(layout, wanted, width);
+  std::vector<std::uint32_t> samples;
+  for (int y = 0; y < source.size().height; ++y) {
+    layout.read(source.row(wanted.plane, y / plane.image_rows), width, samples);
+    std::uint8_t* row = into.row(0, y) + offset;
+    for (const std::size_t i : taken)
+      row[static_cast<std::size_t>(layout.pixel(i)) * step] = layout.shade(i, samples[i]);
+  }
+}
+
+void gather(const image& source, image& into) {
+  const std::vector<std::string> components = components_of(into.plane(0));
+  for (std::size_t i = 0; i < components.size(); ++i)
+    if (const std::optional<selection> wanted = find_selection(source.format(), components[i]))
+      gather(source, *wanted, into, i, components.size());
+}
+
+// The format with a byte of every component for every pixel which the samples of another can be gathered into. Video's
+// leads to RGB by conversions that take the chroma of a pair's first pixel.
+const catalogue::format& gathered_format(const catalogue::format& f) {
+  const bool rgb = f.model == catalogue::color_model::rgb;
+  return format_named(rgb ? f.alpha ? "bgra" : "bgrx" : f.alpha ? "ycbcra" : "ycbcrx");
 }
 
 int checker(int x, int y) {
@@ -94,10 +130,20 @@ void read_frame(frame_source& source, image& into) {
   if (!source.read(into)) io_failure("there is no frame to show");
 }
 
-picture colored(frame_source& source, const route& way) {
+picture colored(frame_source& source, int matrix) {
+  const catalogue::format& f = source.format();
+  const std::optional<route> direct = find_route_to_rgb(f, matrix);
+  const route way = direct ? *direct : find_route_to_rgb(gathered_format(f), matrix).value();
   workers hands(1);
-  pipeline line(way, source.size(), hands);
-  read_frame(source, line.input());
+  pipeline line(way, padded_size(source.size(), way), hands);
+  if (direct) {
+    read_frame(source, line.input());
+  } else {
+    image frame(f, source.size(), {});
+    read_frame(source, frame);
+    gather(frame, line.input());
+  }
+  repeat_edges(line.input(), source.size());
   line.run();
   const picture colors = to_picture(line.output(), source.size());
   return colors.channels == 4 ? over_checkerboard(colors) : colors;
@@ -116,12 +162,17 @@ picture picture_of(frame_source& source, const show_options& o) {
     if (!wanted) unknown_plane(f, o.plane);
     return grey(source, *wanted);
   }
-  if (f.model == catalogue::color_model::luma || f.model == catalogue::color_model::alpha) return grey(source, {});
-  if (const std::optional<route> way = find_route_to_rgb(f, o.matrix)) {
-    for (const catalogue::format* passed : way->formats()) require_whole_picture(*passed, source.size());
-    return colored(source, *way);
+  switch (f.model) {
+    case catalogue::color_model::luma:
+    case catalogue::color_model::alpha:
+      return grey(source, {});
+    case catalogue::color_model::chroma:
+      wrong_arguments(f.name, " is chroma without luma and makes no picture; --plane shows a plane or component of it");
+    case catalogue::color_model::ycbcr:
+    case catalogue::color_model::rgb:
+      break;
   }
-  wrong_arguments("no conversion leads from ", f.name, " to RGB; --plane shows one of its planes or components");
+  return colored(source, o.matrix);
 }
 
 }  // namespace

@@ -29,6 +29,8 @@
 //   ycbcra    Y Cb Cr A                ycbcrx: Y Cb Cr x
 //   vuya      Cr Cb Y A                vuyx: Cr Cb Y x
 //
+// Formats of more than 8 bits stand with their functions further below.
+//
 // Matrices are those of ITU-R BT.601 and BT.709 for video range, in integers; the formulas stand with each function.
 // `>>` in a formula is a floor division by a power of two, also of a negative value.
 #ifndef PROCESSING_MORVANE_PROCESSING_MORVANE_H
@@ -486,10 +488,8 @@ MORVANE_API void cbcr_16_422(const uint8_t* p_src_cbcr, int src_cbcr_stride, uin
 //
 // Cb and the fourth byte (alpha as it is, or x = 255) are those of their pixel. Luma and Cr are not: in every line,
 // only those of the last pixel are stored, and they are stored in the first pixel. Bytes 0 and 2 of all other pixels
-// keep what they held. In the first pixel
-//
-//   ycbcra    byte 0 takes Y and byte 2 Cr;  ycbcrx    byte 0 takes Cr and byte 2 Y;  in a line of one pixel, the
-//   reverse crcbya    byte 0 takes Y and byte 2 Cr crcbyx    byte 0 takes Cr and byte 2 Y
+// keep what they held. In the first pixel of a line, byte 0 takes Y and byte 2 Cr in ycbcra and crcbya, and byte 0
+// takes Cr and byte 2 Y in ycbcrx and crcbyx. A line of one pixel has it the other way round in ycbcra and ycbcrx.
 //
 // A tight image is one line.
 
@@ -768,6 +768,230 @@ MORVANE_API void bgra(const uint8_t* p_src_L, int src_L_stride, uint8_t* p_dst_b
                       int yres);
 
 }  // namespace L
+
+// 16 bits.
+//
+// Samples are unsigned little-endian words. They hold an 8-bit video value v as 256 v, so luma runs from 4096 to 60160
+// and zero chroma is 32768; a 10-bit value sits in the upper ten bits. Strides count bytes, and a plane may begin at
+// any address: where a function takes its 16-bit planes by byte pointers, also at an odd one.
+//
+//   p216      a plane of luma, and one of chroma: Cb Cr, two words for a pair of pixels. Both planes take 2 * xres
+//             bytes a row.
+//   p010      as p216, but 4:2:0: yres / 2 rows of chroma
+//   pa16      as p216, with a third plane of alpha: a word a pixel, 65535 is opaque
+//   ya_uv     in 16 bits: a plane of Y A, two words a pixel, and the chroma plane of p216
+//   vuya_16   Cb Cr Y A: four words a pixel. Its Cb comes first, unlike that of the 8-bit vuya and of vuya_f32.
+//   vuya_f32  Cr Cb Y A: four 32-bit floats a pixel, Y and A from 0 to 1, Cb and Cr from -0.5 to 0.5
+//
+// 8 bits become 16 as 256 v for luma and chroma, and as 257 a for alpha; 16 bits become 8 by dropping the low byte.
+// The functions that convert pairs complete the last pair of a line of odd width: they read and write both its pixels,
+// one of which lies past the line. The others are exact at every width.
+
+namespace uyvy {
+
+// Whole pairs.
+MORVANE_API void p216(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint16_t* p_dst_y, int dst_y_stride,
+                      uint16_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+MORVANE_API void p216(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_y, int dst_y_stride,
+                      uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+
+}  // namespace uyvy
+
+namespace y_uv {
+
+// From 4:2:0: luma as y::y16 does it, and every chroma row, xres bytes of it, to two rows. The height must be even;
+// with an odd one the chroma of one row more is read and written.
+MORVANE_API void p216(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_uv, int src_uv_stride,
+                      uint16_t* p_dst_y, int dst_y_stride, uint16_t* p_dst_cbcr, int dst_cbcr_stride, int xres,
+                      int yres);
+MORVANE_API void p216(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_uv, int src_uv_stride,
+                      uint8_t* p_dst_y, int dst_y_stride, uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+
+}  // namespace y_uv
+
+namespace ycbcra {
+
+// Whole pairs; chroma is that of the even pixel alone. When p_alpha_all_255 is not null it receives whether all alpha
+// was 255, that of a completed pair included. An image without pixels counts as opaque.
+MORVANE_API void pa16(const uint8_t* p_src_ycbcra, int src_ycbcra_stride, uint16_t* p_dst_y, int dst_y_stride,
+                      uint16_t* p_dst_cbcr, int dst_cbcr_stride, uint16_t* p_dst_alpha, int dst_alpha_stride, int xres,
+                      int yres, bool* p_alpha_all_255);
+MORVANE_API void pa16(const uint8_t* p_src_ycbcra, int src_ycbcra_stride, uint8_t* p_dst_y, int dst_y_stride,
+                      uint8_t* p_dst_cbcr, int dst_cbcr_stride, uint8_t* p_dst_alpha, int dst_alpha_stride, int xres,
+                      int yres, bool* p_alpha_all_255);
+
+}  // namespace ycbcra
+
+namespace p216 {
+
+// The upper byte of every word. Exact at odd widths.
+MORVANE_API void uyvy(const uint16_t* p_src_y, int src_y_stride, const uint16_t* p_src_cbcr, int src_cbcr_stride,
+                      uint8_t* p_dst_uyvy, int dst_uyvy_stride, int xres, int yres);
+
+// To 4:2:0: luma as it is, and chroma rows 0, 2, 4... as they are. The height must be even.
+MORVANE_API void p010(const uint16_t* p_src_y, int src_y_stride, const uint16_t* p_src_cbcr, int src_cbcr_stride,
+                      uint16_t* p_dst_y, int dst_y_stride, uint16_t* p_dst_cbcr, int dst_cbcr_stride, int xres,
+                      int yres);
+
+// To R G B 255 with the matrix of ITU-R BT.2020, from the upper byte of every word. With y = 74 Y - 1192,
+// u = Cb - 128 and v = Cr - 128 of these bytes:
+//   R = y + 107 v, G = y - (12 u + 42 v), B = y + 137 u, each clamp(t >> 6, 0, 255)
+// Whole pairs of every row; the last pixel of an odd row is neither read nor written.
+MORVANE_API void rgbx_2020(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_uv, int src_uv_stride,
+                           uint8_t* p_dst_rgbx, int dst_rgbx_stride, int xres, int yres);
+
+}  // namespace p216
+
+namespace pa16 {
+
+// Luma and alpha side by side; exact at odd widths. The chroma plane is copied as it is, before luma: with equal
+// strides as one run of yres * dst_cbcr_stride bytes, which takes the padding of every row along; row by row where
+// dst_cbcr_stride is the greater one; and not at all where it is the smaller one, or where a common stride is negative.
+MORVANE_API void ya_uv(const uint16_t* p_src_y, int src_y_stride, const uint16_t* p_src_cbcr, int src_cbcr_stride,
+                       const uint16_t* p_src_a, int src_a_stride, uint16_t* p_dst_ya, int dst_ya_stride,
+                       uint16_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+
+// Whole pairs; both pixels take the pair's chroma.
+MORVANE_API void vuya_16(const uint16_t* p_src_y, int src_y_stride, const uint16_t* p_src_cbcr, int src_cbcr_stride,
+                         const uint16_t* p_src_a, int src_a_stride, uint16_t* p_dst_vuya, int dst_vuya_stride, int xres,
+                         int yres);
+
+// Whole pairs; both pixels take the pair's chroma. In single precision, every division a division:
+//   Y = min((max(Y, 4096) - 4096) / 56064, 1), A = A / 65535
+//   Cb and Cr = min((max(C, 4096) - 4096) / 57344 - 0.5, 0.5)
+MORVANE_API void vuya_f32(const uint16_t* p_src_y, int src_y_stride, const uint16_t* p_src_cbcr, int src_cbcr_stride,
+                          const uint16_t* p_src_a, int src_a_stride, uint8_t* p_dst_vuya, int dst_vuya_stride, int xres,
+                          int yres);
+MORVANE_API void vuya_f32(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_cbcr, int src_cbcr_stride,
+                          const uint8_t* p_src_a, int src_a_stride, uint8_t* p_dst_vuya, int dst_vuya_stride, int xres,
+                          int yres);
+
+// Over black, whole pairs. With the alpha A of the sample's own pixel for luma, and that of the pair's even pixel for
+// both Cb and Cr:
+//   Y = 4096 + ((Y - 4096) * (A + 1) >> 16), C = 32768 + ((C - 32768) * (A + 1) >> 16)
+MORVANE_API void p216(const uint16_t* p_src_y, int src_y_stride, const uint16_t* p_src_cbcr, int src_cbcr_stride,
+                      const uint16_t* p_src_alpha, int src_alpha_stride, uint8_t* p_dst_y, int dst_y_stride,
+                      uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+MORVANE_API void p216(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_cbcr, int src_cbcr_stride,
+                      const uint8_t* p_src_alpha, int src_alpha_stride, uint8_t* p_dst_y, int dst_y_stride,
+                      uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+
+}  // namespace pa16
+
+// The 10-bit formats of Matrox cards. A 10-bit value t is 64 t in 16 bits; of 16 bits the low six are dropped.
+//
+//   yuyv_matrox_10     4:2:2, 40 bytes for 16 pixels: the upper eight bits of 32 samples, Y0 Cb Y1 Cr for each pair,
+//                      then a byte for each pair with the lower two bits of its samples:
+//                        bits 7 6: Cr   5 4: Y1   3 2: Cb   1 0: Y0
+//                      A last group of fewer pixels keeps these places; its other bytes are not touched.
+//   yua_yva_matrox_10  4:2:2 with a key, a little-endian 32-bit word a pixel:
+//                        bits 31 30: zero   29...20: A   19...10: Cb of even pixels, Cr of odd ones   9...0: Y
+//
+// The 16-bit planes of p216, pa16 and alpha_u16 are given by byte pointers. A tight yuyv_matrox_10 stride is
+// xres * 40 / 16 bytes. yuyv_matrox_10 is read and written in whole pairs, completed at odd widths; yua_yva_matrox_10
+// pixel by pixel.
+
+namespace yuyv_matrox_10 {
+
+// Every even luma sample keeps only its lower two bits, in bits 7 and 6 of the word: its upper byte is left out. Row by
+// row.
+MORVANE_API void p216(const uint8_t* p_src_yuyv, int src_yuyv_stride, uint8_t* p_dst_y, int dst_y_stride,
+                      uint8_t* p_dst_cbcr, int dst_cbcr_stride, int xres, int yres);
+
+// The upper eight bits of every sample.
+MORVANE_API void uyvy(const uint8_t* p_src_yuyv, int src_yuyv_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
+                      int xres, int yres);
+
+// Fills with black: luma 64, chroma 512. Row by row.
+MORVANE_API void black(uint8_t* p_dst_yuyv, int dst_yuyv_stride, int xres, int yres);
+
+}  // namespace yuyv_matrox_10
+
+namespace p216 {
+
+MORVANE_API void yuyv_matrox_10(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_cbcr,
+                                int src_cbcr_stride, uint8_t* p_dst_yuyv, int dst_yuyv_stride, int xres, int yres);
+
+}  // namespace p216
+
+namespace pa16 {
+
+// Over black, as pa16::p216, then packed; but the lower two bits of Cr are those of Cb.
+MORVANE_API void yuyv_matrox_10(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_cbcr,
+                                int src_cbcr_stride, const uint8_t* p_src_alpha, int src_alpha_stride,
+                                uint8_t* p_dst_yuyv, int dst_yuyv_stride, int xres, int yres);
+
+// The upper ten bits of every sample.
+MORVANE_API void yua_yva_matrox_10(const uint8_t* p_src_y, int src_y_stride, const uint8_t* p_src_cbcr,
+                                   int src_cbcr_stride, const uint8_t* p_src_alpha, int src_alpha_stride,
+                                   uint8_t* p_dst_yua_yva, int dst_yua_yva_stride, int xres, int yres);
+
+}  // namespace pa16
+
+namespace yua_yva_matrox_10 {
+
+MORVANE_API void pa16(const uint8_t* p_src_yua_yva, int src_yua_yva_stride, uint8_t* p_dst_y, int dst_y_stride,
+                      uint8_t* p_dst_cbcr, int dst_cbcr_stride, uint8_t* p_dst_a, int dst_a_stride, int xres, int yres);
+
+}  // namespace yua_yva_matrox_10
+
+namespace alpha_u16 {
+
+// A key as a picture: alpha as luma, without a change of range, and neutral chroma.
+MORVANE_API void yuyv_matrox_10(const uint8_t* p_src_alpha, int src_alpha_stride, uint8_t* p_dst_yuyv,
+                                int dst_yuyv_stride, int xres, int yres);
+
+}  // namespace alpha_u16
+
+// Depths of alpha and luma. The source is a plane of bytes or of 16-bit words; the number in a name such as
+// alpha_10u16 is that of the low bits of the word which hold the value. Exact at odd widths.
+
+namespace alpha {
+
+// 257 a: the byte in both halves of the word.
+MORVANE_API void alpha_u16(const uint8_t* p_src_alpha, int src_alpha_stride, uint8_t* p_dst_alpha, int dst_alpha_stride,
+                           int xres, int yres);
+
+}  // namespace alpha
+
+namespace alpha_u16 {
+
+// The upper byte.
+MORVANE_API void alpha(const uint16_t* p_src_alpha, int src_alpha_stride, uint8_t* p_dst_alpha, int dst_alpha_stride,
+                       int xres, int yres);
+
+}  // namespace alpha_u16
+
+namespace alpha_10u16 {
+
+// (a << 6) + (a >> 4), modulo 65536: a value above 1023 wraps.
+MORVANE_API void alpha_u16(const uint8_t* p_src_alpha, int src_alpha_stride, uint8_t* p_dst_alpha, int dst_alpha_stride,
+                           int xres, int yres);
+
+}  // namespace alpha_10u16
+
+namespace alpha_12u16 {
+
+// (a << 4) + (a >> 8), modulo 65536: a value above 4095 wraps.
+MORVANE_API void alpha_u16(const uint8_t* p_src_alpha, int src_alpha_stride, uint8_t* p_dst_alpha, int dst_alpha_stride,
+                           int xres, int yres);
+
+}  // namespace alpha_12u16
+
+namespace y_10u16 {
+
+// y >> 2, modulo 256: a value above 1023 wraps.
+MORVANE_API void y(const uint16_t* p_src_y, int src_y_stride, uint8_t* p_dst_y, int dst_y_stride, int xres, int yres);
+
+}  // namespace y_10u16
+
+namespace bgra64 {
+
+// The alpha of pixels of four 16-bit words, B G R A.
+MORVANE_API void alpha16(const uint8_t* p_src_bgra64, int src_bgra64_stride, uint8_t* p_dst_alpha, int dst_alpha_stride,
+                         int xres, int yres);
+
+}  // namespace bgra64
 
 }  // namespace format_conversion
 

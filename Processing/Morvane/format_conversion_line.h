@@ -1,4 +1,4 @@
-// Line kernels of the YCbCr and copy families, and of uyvy to RGB.
+// Line kernels of the 8-bit YCbCr, alpha, depth and copy families, and of uyvy to RGB.
 //
 // Every kernel is one rule, a vector body that computes the same for many units at once, and line<V>, which walks a
 // line with them. The functions below a kernel run it on the backend in use, under the name and template parameters
@@ -840,10 +840,8 @@ struct y16_kernel {
   static constexpr int bits = 10;
 
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
-    const int t = (multiplier * (src[0] | src[1] << 8) + offset) >> bits;
-    const int value = t < 0 ? 0 : t > 65535 ? 65535 : t;
-    dst[0] = static_cast<uint8_t>(value);
-    dst[1] = static_cast<uint8_t>(value >> 8);
+    const int t = (multiplier * word_at(src) + offset) >> bits;
+    store_word(dst, t < 0 ? 0 : t > 65535 ? 65535 : t);
   }
 
   template <class V>
@@ -980,5 +978,168 @@ inline void uv16_x2(const uint8_t* p_src_cbcr, uint16_t* p_dst_cbcr0, uint16_t* 
 }
 
 }  // namespace uv
+
+// Planes of one sample a pixel, from one depth to another. Sources and destinations of 16 bits are words at any
+// address.
+namespace depth {
+
+// Words to bytes: the lower eight bits of value >> bits.
+template <int bits>
+struct to_byte_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    dst[0] = static_cast<uint8_t>(word_at(src) >> bits);
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes;
+
+  template <class V>
+  MORVANE_INLINE static auto shifted(const uint8_t* src) {
+    return V::template shift_right_words<bits>(V::load(src));
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    V::store(dst, V::deinterleave2(shifted<V>(src), shifted<V>(src + V::block_bytes)).first);
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src, uint8_t* p_dst, const int no_pixels) {
+    to_byte_kernel kernel;
+    walk<V, 2, 1>(kernel, at_least_zero(no_pixels), p_src, p_dst);
+  }
+};
+
+// The lower `bits` bits of words to the whole of 16, filled up with the value's own upper bits, so that the largest
+// value becomes 65535.
+template <int bits>
+struct from_low_bits_kernel {
+  static constexpr int up = 16 - bits;
+  static constexpr int down = bits - up;
+
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const int value = word_at(src);
+    store_word(dst, (value << up) + (value >> down));
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes / 2;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto values = V::load(src);
+    V::store(dst, V::add_words(V::template shift_left_words<up>(values), V::template shift_right_words<down>(values)));
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src, uint8_t* p_dst, const int no_pixels) {
+    from_low_bits_kernel kernel;
+    walk<V, 2, 2>(kernel, at_least_zero(no_pixels), p_src, p_dst);
+  }
+};
+
+// Bytes to words: 257 * value, the byte in both halves.
+struct repeat_byte_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    const uint8_t value = src[0];
+    dst[0] = value;
+    dst[1] = value;
+  }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes;
+
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    const auto values = V::load(src);
+    const auto words = V::interleave2(values, values);
+    V::store(dst, words.first);
+    V::store(dst + V::block_bytes, words.second);
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src, uint8_t* p_dst, const int no_pixels) {
+    repeat_byte_kernel kernel;
+    walk<V, 1, 2>(kernel, at_least_zero(no_pixels), p_src, p_dst);
+  }
+};
+
+// The fourth of four words.
+struct fourth_word_kernel {
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) { store_word(dst, word_at(src + 6)); }
+
+  template <class V>
+  static constexpr size_t step = V::block_bytes / 2;
+
+  template <class V>
+  MORVANE_INLINE static auto odd_words(const uint8_t* src) {
+    return V::deinterleave2_words(V::load(src), V::load(src + V::block_bytes)).second;
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
+    V::store(dst, V::deinterleave2_words(odd_words<V>(src), odd_words<V>(src + 2 * V::block_bytes)).second);
+  }
+
+  template <class V>
+  static void line(const uint8_t* p_src, uint8_t* p_dst, const int no_pixels) {
+    fourth_word_kernel kernel;
+    walk<V, 8, 2>(kernel, at_least_zero(no_pixels), p_src, p_dst);
+  }
+};
+
+}  // namespace depth
+
+namespace alpha {
+
+template <bool src_align, bool dst_align>
+inline void alpha_u16(const uint8_t* p_src_alpha, uint8_t* p_dst_alpha, const int no_pixels) {
+  backend::line_of<depth::repeat_byte_kernel>()(p_src_alpha, p_dst_alpha, no_pixels);
+}
+
+}  // namespace alpha
+
+namespace alpha_u16 {
+
+template <bool src_align, bool dst_align>
+inline void alpha(const uint16_t* p_src_alpha, uint8_t* p_dst_alpha, const int no_pixels) {
+  backend::line_of<depth::to_byte_kernel<8>>()(reinterpret_cast<const uint8_t*>(p_src_alpha), p_dst_alpha, no_pixels);
+}
+
+}  // namespace alpha_u16
+
+namespace alpha_10u16 {
+
+template <bool src_align, bool dst_align>
+inline void alpha16(const uint8_t* p_src_alpha, uint8_t* p_dst_alpha, const int no_pixels) {
+  backend::line_of<depth::from_low_bits_kernel<10>>()(p_src_alpha, p_dst_alpha, no_pixels);
+}
+
+}  // namespace alpha_10u16
+
+namespace alpha_12u16 {
+
+template <bool src_align, bool dst_align>
+inline void alpha16(const uint8_t* p_src_alpha, uint8_t* p_dst_alpha, const int no_pixels) {
+  backend::line_of<depth::from_low_bits_kernel<12>>()(p_src_alpha, p_dst_alpha, no_pixels);
+}
+
+}  // namespace alpha_12u16
+
+namespace y_10u16 {
+
+template <bool src_align, bool dst_align>
+inline void y(const uint16_t* p_src_y, uint8_t* p_dst_y, const int no_pixels) {
+  backend::line_of<depth::to_byte_kernel<2>>()(reinterpret_cast<const uint8_t*>(p_src_y), p_dst_y, no_pixels);
+}
+
+}  // namespace y_10u16
+
+namespace bgra64 {
+
+template <bool src_align, bool dst_align>
+inline void alpha16(const uint8_t* p_src_bgra64, uint8_t* p_dst_alpha, const int no_pixels) {
+  backend::line_of<depth::fourth_word_kernel>()(p_src_bgra64, p_dst_alpha, no_pixels);
+}
+
+}  // namespace bgra64
 
 }  // namespace Processing::Morvane::format_conversion::line

@@ -48,4 +48,67 @@ inline void alpha(uint16_t* p_dst_alpha, const int no_pixels, const int value) {
   fill(reinterpret_cast<uint8_t*>(p_dst_alpha), at_least_zero(no_pixels), static_cast<uint16_t>(value));
 }
 
+// Ten bits a sample: Cb = Cr = 512 and Y = 64, so that all lower bits are zero.
+struct yuyv_matrox_10_kernel {
+  static constexpr uint16_t upper_bytes = 16 | 128 << 8;
+
+  MORVANE_INLINE static constexpr void rule(uint8_t* yuyv, uint8_t* low) {
+    for (int i = 0; i < 4; ++i) yuyv[i] = i % 2 == 0 ? 16 : 128;
+    low[0] = 0;
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(uint8_t* yuyv, uint8_t* low) {
+    V::store(yuyv, V::repeat(upper_bytes));
+    V::store_lowest_bytes(low, V::repeat(0));
+  }
+
+  // Four groups are a whole number of blocks, which are stored faster than groups of 32 and 8 bytes.
+  struct four_groups_kernel {
+    static constexpr size_t groups = 4;
+    static constexpr size_t bytes = groups * group_10::bytes;
+
+    struct picture {
+      uint8_t at[bytes];
+    };
+    MORVANE_INLINE static constexpr picture black() {
+      picture p{};
+      for (size_t i = 0; i < groups * group_10::pairs; ++i) {
+        uint8_t* group = p.at + i / group_10::pairs * group_10::bytes;
+        yuyv_matrox_10_kernel::rule(group + i % group_10::pairs * 4,
+                                    group + group_10::upper_bytes + i % group_10::pairs);
+      }
+      return p;
+    }
+
+    template <class>
+    static constexpr size_t step = 1;
+
+    template <class V>
+    MORVANE_INLINE static void vector(uint8_t* dst) {
+      constexpr picture four = black();
+      for (size_t i = 0; i < bytes; i += V::block_bytes) V::store(dst + i, V::load(four.at + i));
+    }
+    MORVANE_INLINE static void rule(uint8_t* dst) {
+      constexpr picture four = black();
+      for (size_t i = 0; i < bytes; ++i) dst[i] = four.at[i];
+    }
+  };
+
+  // An odd line completes its last pair.
+  template <class V>
+  static void line(uint8_t* p_dst_yuyv, const int no_pixels) {
+    constexpr int pixels = 2 * static_cast<int>(four_groups_kernel::groups * group_10::pairs);
+    const int whole = no_pixels < 0 ? 0 : no_pixels / pixels;
+    four_groups_kernel fours;
+    walk<V, static_cast<int>(four_groups_kernel::bytes)>(fours, static_cast<size_t>(whole), p_dst_yuyv);
+    yuyv_matrox_10_kernel kernel;
+    group_10::walk<V>(kernel, no_pixels - whole * pixels,
+                      p_dst_yuyv + static_cast<size_t>(whole) * four_groups_kernel::bytes);
+  }
+};
+
+inline void yuyv_matrox_10(uint8_t* p_dst_yuyv, const int no_pixels) {
+  backend::line_of<yuyv_matrox_10_kernel>()(p_dst_yuyv, no_pixels);
+}
+
 }  // namespace Processing::Morvane::format_conversion::line::black

@@ -1,10 +1,14 @@
 // The entry points: planes with their tight row bytes, and the kernel.
+#include <cstdlib>
+#include <cstring>
+
 #include "Processing.Morvane.h"
 #include "format_conversion_frame.h"
 #include "format_conversion_line.h"
 #include "format_conversion_line_bgr.h"
 #include "format_conversion_line_bgra.h"
 #include "format_conversion_line_black.h"
+#include "format_conversion_line_p216.h"
 #include "format_conversion_line_r_g_b.h"
 
 namespace Processing::Morvane::format_conversion {
@@ -609,6 +613,251 @@ void L::bgra(const uint8_t* p_src_L, const int src_L_stride, uint8_t* p_dst_bgra
              const int xres, const int yres) {
   frame(backend::line_of<line::L::bgra_kernel>(), xres, yres, plane{p_src_L, src_L_stride, 1},
         plane{p_dst_bgra, dst_bgra_stride, 4});
+}
+
+namespace {
+
+// 16-bit planes as the kernels take them, at any address.
+const uint8_t* bytes_of(const uint16_t* p_words) {
+  return reinterpret_cast<const uint8_t*>(p_words);
+}
+
+uint8_t* bytes_of(uint16_t* p_words) {
+  return reinterpret_cast<uint8_t*>(p_words);
+}
+
+}  // namespace
+
+void uyvy::p216(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint16_t* p_dst_y, const int dst_y_stride,
+                uint16_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int yres) {
+  p216(p_src_uyvy, src_uyvy_stride, bytes_of(p_dst_y), dst_y_stride, bytes_of(p_dst_cbcr), dst_cbcr_stride, xres, yres);
+}
+
+void uyvy::p216(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::uyvy::p216_kernel>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
+        plane{p_dst_y, dst_y_stride, 2}, plane{p_dst_cbcr, dst_cbcr_stride, 2});
+}
+
+namespace {
+
+// The rows of a 4:2:0 chroma plane that are read for an image of yres rows: until yres * stride / 2 bytes are reached.
+// That is one row more than yres / 2 when yres is odd.
+int chroma_rows_reached(const int yres, const int stride) {
+  const int64_t row = std::abs(int64_t{stride});
+  if (row == 0 || yres < 1) return 0;
+  return static_cast<int>((yres * row / 2 + row - 1) / row);
+}
+
+}  // namespace
+
+void y_uv::p216(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_uv, const int src_uv_stride,
+                uint16_t* p_dst_y, const int dst_y_stride, uint16_t* p_dst_cbcr, const int dst_cbcr_stride,
+                const int xres, const int yres) {
+  p216(p_src_y, src_y_stride, p_src_uv, src_uv_stride, bytes_of(p_dst_y), dst_y_stride, bytes_of(p_dst_cbcr),
+       dst_cbcr_stride, xres, yres);
+}
+
+void y_uv::p216(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_uv, const int src_uv_stride,
+                uint8_t* p_dst_y, const int dst_y_stride, uint8_t* p_dst_cbcr, const int dst_cbcr_stride,
+                const int xres, const int yres) {
+  const auto widen = backend::line_of<line::y::y16_kernel>();
+  frame(widen, xres, yres, plane{p_src_y, src_y_stride, 1}, plane{p_dst_y, dst_y_stride, 2});
+  frame_to_422(widen, xres, chroma_rows_reached(yres, src_uv_stride), plane{p_dst_cbcr, dst_cbcr_stride, 2},
+               plane{p_src_uv, src_uv_stride, 1});
+}
+
+void ycbcra::pa16(const uint8_t* p_src_ycbcra, const int src_ycbcra_stride, uint16_t* p_dst_y, const int dst_y_stride,
+                  uint16_t* p_dst_cbcr, const int dst_cbcr_stride, uint16_t* p_dst_alpha, const int dst_alpha_stride,
+                  const int xres, const int yres, bool* p_alpha_all_255) {
+  pa16(p_src_ycbcra, src_ycbcra_stride, bytes_of(p_dst_y), dst_y_stride, bytes_of(p_dst_cbcr), dst_cbcr_stride,
+       bytes_of(p_dst_alpha), dst_alpha_stride, xres, yres, p_alpha_all_255);
+}
+
+void ycbcra::pa16(const uint8_t* p_src_ycbcra, const int src_ycbcra_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                  uint8_t* p_dst_cbcr, const int dst_cbcr_stride, uint8_t* p_dst_alpha, const int dst_alpha_stride,
+                  const int xres, const int yres, bool* p_alpha_all_255) {
+  const bool track = p_alpha_all_255 != nullptr;
+  const auto convert = track ? backend::line_of<line::ycbcra::pa16_kernel<true>>()
+                             : backend::line_of<line::ycbcra::pa16_kernel<false>>();
+  const bool opaque =
+      frame(convert, xres, yres, plane{p_src_ycbcra, src_ycbcra_stride, 4}, plane{p_dst_y, dst_y_stride, 2},
+            plane{p_dst_cbcr, dst_cbcr_stride, 2}, plane{p_dst_alpha, dst_alpha_stride, 2});
+  if (track) *p_alpha_all_255 = opaque;
+}
+
+void p216::uyvy(const uint16_t* p_src_y, const int src_y_stride, const uint16_t* p_src_cbcr, const int src_cbcr_stride,
+                uint8_t* p_dst_uyvy, const int dst_uyvy_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::P216::p216_to_p208_kernel<false>>(), xres, yres,
+        plane{bytes_of(p_src_y), src_y_stride, 2}, plane{bytes_of(p_src_cbcr), src_cbcr_stride, 2},
+        plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void p216::p010(const uint16_t* p_src_y, const int src_y_stride, const uint16_t* p_src_cbcr, const int src_cbcr_stride,
+                uint16_t* p_dst_y, const int dst_y_stride, uint16_t* p_dst_cbcr, const int dst_cbcr_stride,
+                const int xres, const int yres) {
+  frame_by_rows(&line::copy<2>, xres, yres, plane{bytes_of(p_src_y), src_y_stride, 2},
+                plane{bytes_of(p_dst_y), dst_y_stride, 2});
+  frame_by_rows(&line::copy<2>, xres, yres / 2, plane{bytes_of(p_src_cbcr), 2 * src_cbcr_stride, 2},
+                plane{bytes_of(p_dst_cbcr), dst_cbcr_stride, 2});
+}
+
+void p216::rgbx_2020(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_uv, const int src_uv_stride,
+                     uint8_t* p_dst_rgbx, const int dst_rgbx_stride, const int xres, const int yres) {
+  frame_by_rows(backend::line_of<line::P216::rgbx_2020_kernel>(), xres, yres, plane{p_src_y, src_y_stride, 2},
+                plane{p_src_uv, src_uv_stride, 2}, plane{p_dst_rgbx, dst_rgbx_stride, 4});
+}
+
+namespace {
+
+// A plane of chroma as it is: with equal strides in one run, the padding of every row included, and row by row to a
+// greater stride. A smaller stride, and a common one that is negative, leave the destination as it was.
+void copy_chroma(const uint8_t* p_src, const int src_stride, uint8_t* p_dst, const int dst_stride, const int xres,
+                 const int yres) {
+  if (xres < 1 || yres < 1) return;
+  if (dst_stride > src_stride)
+    frame_by_rows(&line::copy<2>, xres, yres, plane{p_src, src_stride, 2}, plane{p_dst, dst_stride, 2});
+  else if (dst_stride == src_stride && dst_stride > 0)
+    std::memcpy(p_dst, p_src, static_cast<size_t>(yres) * static_cast<size_t>(dst_stride));
+}
+
+}  // namespace
+
+void pa16::ya_uv(const uint16_t* p_src_y, const int src_y_stride, const uint16_t* p_src_cbcr, const int src_cbcr_stride,
+                 const uint16_t* p_src_a, const int src_a_stride, uint16_t* p_dst_ya, const int dst_ya_stride,
+                 uint16_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int yres) {
+  copy_chroma(bytes_of(p_src_cbcr), src_cbcr_stride, bytes_of(p_dst_cbcr), dst_cbcr_stride, xres, yres);
+  frame(backend::line_of<line::u_v::uv_kernel<2>>(), xres, yres, plane{bytes_of(p_src_y), src_y_stride, 2},
+        plane{bytes_of(p_src_a), src_a_stride, 2}, plane{bytes_of(p_dst_ya), dst_ya_stride, 4});
+}
+
+void pa16::vuya_16(const uint16_t* p_src_y, const int src_y_stride, const uint16_t* p_src_cbcr,
+                   const int src_cbcr_stride, const uint16_t* p_src_a, const int src_a_stride, uint16_t* p_dst_vuya,
+                   const int dst_vuya_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::pa16::vuya_16_kernel>(), xres, yres, plane{bytes_of(p_src_y), src_y_stride, 2},
+        plane{bytes_of(p_src_cbcr), src_cbcr_stride, 2}, plane{bytes_of(p_src_a), src_a_stride, 2},
+        plane{bytes_of(p_dst_vuya), dst_vuya_stride, 8});
+}
+
+void pa16::vuya_f32(const uint16_t* p_src_y, const int src_y_stride, const uint16_t* p_src_cbcr,
+                    const int src_cbcr_stride, const uint16_t* p_src_a, const int src_a_stride, uint8_t* p_dst_vuya,
+                    const int dst_vuya_stride, const int xres, const int yres) {
+  vuya_f32(bytes_of(p_src_y), src_y_stride, bytes_of(p_src_cbcr), src_cbcr_stride, bytes_of(p_src_a), src_a_stride,
+           p_dst_vuya, dst_vuya_stride, xres, yres);
+}
+
+void pa16::vuya_f32(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_cbcr,
+                    const int src_cbcr_stride, const uint8_t* p_src_a, const int src_a_stride, uint8_t* p_dst_vuya,
+                    const int dst_vuya_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::pa16::vuya_f32_kernel>(), xres, yres, plane{p_src_y, src_y_stride, 2},
+        plane{p_src_cbcr, src_cbcr_stride, 2}, plane{p_src_a, src_a_stride, 2}, plane{p_dst_vuya, dst_vuya_stride, 16});
+}
+
+void pa16::p216(const uint16_t* p_src_y, const int src_y_stride, const uint16_t* p_src_cbcr, const int src_cbcr_stride,
+                const uint16_t* p_src_alpha, const int src_alpha_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int yres) {
+  p216(bytes_of(p_src_y), src_y_stride, bytes_of(p_src_cbcr), src_cbcr_stride, bytes_of(p_src_alpha), src_alpha_stride,
+       p_dst_y, dst_y_stride, p_dst_cbcr, dst_cbcr_stride, xres, yres);
+}
+
+void pa16::p216(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_cbcr, const int src_cbcr_stride,
+                const uint8_t* p_src_alpha, const int src_alpha_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::pa16::p216_kernel>(), xres, yres, plane{p_src_y, src_y_stride, 2},
+        plane{p_src_cbcr, src_cbcr_stride, 2}, plane{p_src_alpha, src_alpha_stride, 2}, plane{p_dst_y, dst_y_stride, 2},
+        plane{p_dst_cbcr, dst_cbcr_stride, 2});
+}
+
+void yuyv_matrox_10::p216(const uint8_t* p_src_yuyv, const int src_yuyv_stride, uint8_t* p_dst_y,
+                          const int dst_y_stride, uint8_t* p_dst_cbcr, const int dst_cbcr_stride, const int xres,
+                          const int yres) {
+  frame_by_rows(backend::line_of<line::yuyv_matrox_10::p216_kernel>(), xres, yres,
+                plane{p_src_yuyv, src_yuyv_stride, 40, 16}, plane{p_dst_y, dst_y_stride, 2},
+                plane{p_dst_cbcr, dst_cbcr_stride, 2});
+}
+
+void yuyv_matrox_10::uyvy(const uint8_t* p_src_yuyv, const int src_yuyv_stride, uint8_t* p_dst_uyvy,
+                          const int dst_uyvy_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::yuyv_matrox_10::uyvy_kernel>(), xres, yres, plane{p_src_yuyv, src_yuyv_stride, 40, 16},
+        plane{p_dst_uyvy, dst_uyvy_stride, 2});
+}
+
+void yuyv_matrox_10::black(uint8_t* p_dst_yuyv, const int dst_yuyv_stride, const int xres, const int yres) {
+  frame_by_rows(backend::line_of<line::black::yuyv_matrox_10_kernel>(), xres, yres,
+                plane{p_dst_yuyv, dst_yuyv_stride, 40, 16});
+}
+
+void p216::yuyv_matrox_10(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_cbcr,
+                          const int src_cbcr_stride, uint8_t* p_dst_yuyv, const int dst_yuyv_stride, const int xres,
+                          const int yres) {
+  frame(backend::line_of<line::P216::yuyv_matrox_10_kernel>(), xres, yres, plane{p_src_y, src_y_stride, 2},
+        plane{p_src_cbcr, src_cbcr_stride, 2}, plane{p_dst_yuyv, dst_yuyv_stride, 40, 16});
+}
+
+void pa16::yuyv_matrox_10(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_cbcr,
+                          const int src_cbcr_stride, const uint8_t* p_src_alpha, const int src_alpha_stride,
+                          uint8_t* p_dst_yuyv, const int dst_yuyv_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::pa16::yuyv_matrox_10_kernel>(), xres, yres, plane{p_src_y, src_y_stride, 2},
+        plane{p_src_cbcr, src_cbcr_stride, 2}, plane{p_src_alpha, src_alpha_stride, 2},
+        plane{p_dst_yuyv, dst_yuyv_stride, 40, 16});
+}
+
+void pa16::yua_yva_matrox_10(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_cbcr,
+                             const int src_cbcr_stride, const uint8_t* p_src_alpha, const int src_alpha_stride,
+                             uint8_t* p_dst_yua_yva, const int dst_yua_yva_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::pa16::yua_yva_matrox_10_kernel>(), xres, yres, plane{p_src_y, src_y_stride, 2},
+        plane{p_src_cbcr, src_cbcr_stride, 2}, plane{p_src_alpha, src_alpha_stride, 2},
+        plane{p_dst_yua_yva, dst_yua_yva_stride, 4});
+}
+
+void yua_yva_matrox_10::pa16(const uint8_t* p_src_yua_yva, const int src_yua_yva_stride, uint8_t* p_dst_y,
+                             const int dst_y_stride, uint8_t* p_dst_cbcr, const int dst_cbcr_stride, uint8_t* p_dst_a,
+                             const int dst_a_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::yua_yva_matrox_10::pa16_kernel>(), xres, yres,
+        plane{p_src_yua_yva, src_yua_yva_stride, 4}, plane{p_dst_y, dst_y_stride, 2},
+        plane{p_dst_cbcr, dst_cbcr_stride, 2}, plane{p_dst_a, dst_a_stride, 2});
+}
+
+void alpha_u16::yuyv_matrox_10(const uint8_t* p_src_alpha, const int src_alpha_stride, uint8_t* p_dst_yuyv,
+                               const int dst_yuyv_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::alpha_u16::yuyv_matrox_10_kernel>(), xres, yres, plane{p_src_alpha, src_alpha_stride, 2},
+        plane{p_dst_yuyv, dst_yuyv_stride, 40, 16});
+}
+
+void alpha::alpha_u16(const uint8_t* p_src_alpha, const int src_alpha_stride, uint8_t* p_dst_alpha,
+                      const int dst_alpha_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::depth::repeat_byte_kernel>(), xres, yres, plane{p_src_alpha, src_alpha_stride, 1},
+        plane{p_dst_alpha, dst_alpha_stride, 2});
+}
+
+void alpha_u16::alpha(const uint16_t* p_src_alpha, const int src_alpha_stride, uint8_t* p_dst_alpha,
+                      const int dst_alpha_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::depth::to_byte_kernel<8>>(), xres, yres,
+        plane{bytes_of(p_src_alpha), src_alpha_stride, 2}, plane{p_dst_alpha, dst_alpha_stride, 1});
+}
+
+void alpha_10u16::alpha_u16(const uint8_t* p_src_alpha, const int src_alpha_stride, uint8_t* p_dst_alpha,
+                            const int dst_alpha_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::depth::from_low_bits_kernel<10>>(), xres, yres, plane{p_src_alpha, src_alpha_stride, 2},
+        plane{p_dst_alpha, dst_alpha_stride, 2});
+}
+
+void alpha_12u16::alpha_u16(const uint8_t* p_src_alpha, const int src_alpha_stride, uint8_t* p_dst_alpha,
+                            const int dst_alpha_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::depth::from_low_bits_kernel<12>>(), xres, yres, plane{p_src_alpha, src_alpha_stride, 2},
+        plane{p_dst_alpha, dst_alpha_stride, 2});
+}
+
+void y_10u16::y(const uint16_t* p_src_y, const int src_y_stride, uint8_t* p_dst_y, const int dst_y_stride,
+                const int xres, const int yres) {
+  frame(backend::line_of<line::depth::to_byte_kernel<2>>(), xres, yres, plane{bytes_of(p_src_y), src_y_stride, 2},
+        plane{p_dst_y, dst_y_stride, 1});
+}
+
+void bgra64::alpha16(const uint8_t* p_src_bgra64, const int src_bgra64_stride, uint8_t* p_dst_alpha,
+                     const int dst_alpha_stride, const int xres, const int yres) {
+  frame(backend::line_of<line::depth::fourth_word_kernel>(), xres, yres, plane{p_src_bgra64, src_bgra64_stride, 8},
+        plane{p_dst_alpha, dst_alpha_stride, 2});
 }
 
 }  // namespace Processing::Morvane::format_conversion

@@ -1,7 +1,9 @@
-// The integer matrices between RGB and YCbCr, of ITU-R BT.601 and BT.709 for video range (Y 16..235, C 16..240).
+// The integer matrices between RGB and YCbCr, of ITU-R BT.601, BT.709 and BT.2020 for video range (Y 16..235,
+// C 16..240).
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include "format_conversion_utils.h"
 #include "vector/weights.h"
@@ -43,18 +45,19 @@ struct ycbcr_to_rgb {
   static constexpr ycbcr_weights r = ccir_709 ? ycbcr_weights{298, 0, 459, -63240} : ycbcr_weights{298, 0, 409, -56865};
 };
 
-// The coarser matrix of video with a key and of planar RGB, in units of 1 / 64: y = 74 * (Y - 16) - 8, and the weights
-// below on Cb - 128 and Cr - 128.
-template <bool ccir_709>
-struct ycbcr_to_rgb_coarse {
-  static constexpr int g_cb = ccir_709 ? 14 : 25;
-  static constexpr int g_cr = ccir_709 ? 34 : 52;
-  static constexpr int r_cr = ccir_709 ? 115 : 102;
-
-  static constexpr ycbcr_weights b = {74, 128, 0, -1192 - 128 * 128};
+// The coarser matrices, of video with a key, of planar RGB and of BT.2020, in units of 1 / 64: y = 74 * (Y - 16) - 8,
+// and the weights below on Cb - 128 and Cr - 128.
+template <int b_cb, int g_cb, int g_cr, int r_cr>
+struct coarse_matrix {
+  static constexpr ycbcr_weights b = {74, b_cb, 0, -1192 - 128 * b_cb};
   static constexpr ycbcr_weights g = {74, -g_cb, -g_cr, -1192 + 128 * (g_cb + g_cr)};
   static constexpr ycbcr_weights r = {74, 0, r_cr, -1192 - 128 * r_cr};
 };
+
+template <bool ccir_709>
+using ycbcr_to_rgb_coarse =
+    std::conditional_t<ccir_709, coarse_matrix<128, 14, 34, 115>, coarse_matrix<128, 25, 52, 102>>;
+using ycbcr_to_rgb_2020 = coarse_matrix<137, 12, 42, 107>;
 
 constexpr int lowest(const ycbcr_weights w) {
   return w.constant + 255 * ((w.y < 0 ? w.y : 0) + (w.cb < 0 ? w.cb : 0) + (w.cr < 0 ? w.cr : 0));

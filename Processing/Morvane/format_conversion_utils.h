@@ -54,6 +54,16 @@ MORVANE_INLINE bool all_apart(const size_t units, First* first, Plane*... planes
     return (apart(first, units * first_bytes, planes, units * bytes) && ...) && all_apart<bytes...>(units, planes...);
 }
 
+// Little-endian words at any address.
+MORVANE_INLINE uint16_t word_at(const uint8_t* p) {
+  return static_cast<uint16_t>(p[0] | p[1] << 8);
+}
+
+MORVANE_INLINE void store_word(uint8_t* p, const int value) {
+  p[0] = static_cast<uint8_t>(value);
+  p[1] = static_cast<uint8_t>(value >> 8);
+}
+
 MORVANE_INLINE constexpr uint8_t clamp_to_byte(const int value) {
   return static_cast<uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
 }
@@ -132,6 +142,38 @@ MORVANE_INLINE void walk_in_order(Kernel& kernel, const size_t units, Plane*... 
   else
     walk_rule<V, bytes...>(kernel, units, planes...);
 }
+
+// The card format of 40 bytes for 16 pixels: the upper eight bits of the samples of eight pairs, Y0 Cb Y1 Cr, then a
+// byte for each pair with the lower two bits of its samples, Y0 lowest.
+namespace group_10 {
+
+inline constexpr int upper_bytes = 32;  // of a group
+inline constexpr int bytes = 40;
+inline constexpr size_t pairs = 8;
+
+// Walks over the pairs that begin in a line: those of whole groups by the kernel's vector body, a part of a group at a
+// time, the others one by one, at the same places of a group. A pair has its upper bytes at `yuyv`, its lower bits in
+// the byte at `low`, and pair_bytes... in each other plane.
+template <class V, int... pair_bytes, class Kernel, class Group, class... Plane>
+MORVANE_INLINE void walk(const Kernel& kernel, const int no_pixels, Group* yuyv, Plane*... planes) {
+  size_t left = begun_pairs(no_pixels);
+  if constexpr (V::lanes > 0) {
+    constexpr int part = V::block_bytes / 4;
+    for (; left >= pairs; left -= pairs) {
+      for (int pair = 0; pair < static_cast<int>(pairs); pair += part)
+        kernel.template vector<V>(yuyv + 4 * pair, yuyv + upper_bytes + pair, (planes + pair * pair_bytes)...);
+      yuyv += bytes;
+      ((planes += pairs * pair_bytes), ...);
+    }
+  }
+  for (size_t i = 0; i < left; ++i) {
+    if constexpr (V::lanes > 0) asm volatile("");
+    Group* group = yuyv + i / pairs * bytes;
+    kernel.rule(group + i % pairs * 4, group + upper_bytes + i % pairs, (planes + i * pair_bytes)...);
+  }
+}
+
+}  // namespace group_10
 
 // Pixels of four bytes to pairs of uyvy, as the kernel `Colors` converts them, with the fourth bytes in a plane of
 // alpha of their own. The line function returns whether all of that alpha is 255, or true when nobody asks.

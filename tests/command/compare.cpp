@@ -1,5 +1,7 @@
 // morvane compare.
+#include <bit>
 #include <cmath>
+#include <initializer_list>
 #include <nlohmann/json.hpp>
 
 #include "shell.h"
@@ -68,6 +70,76 @@ TEST_F(compare, sixteen_bit_samples) {
   EXPECT_EQ(j["first_difference"]["values"], json({0x0302, 0x0402}));
   EXPECT_EQ(j["planes"][0]["max_difference"], 256);
   EXPECT_NEAR(j["planes"][0]["psnr_db"].get<double>(), 10 * std::log10(65535.0 * 65535.0 * 2 / 65536.0), 1e-9);
+}
+
+TEST_F(compare, ten_bit_samples_of_cards) {
+  const bytes packed(80, 0);  // two groups of sixteen pixels
+  bytes other = packed;
+  other[40 + 32 + 1] = 0x30;  // the lower bits of the second luma sample of the second pair
+  const json low = measured(packed, other, "-f yuyv_matrox_10 -s 20x1", 1);
+  EXPECT_EQ(low["first_difference"]["component"], "Y");
+  EXPECT_EQ(low["first_difference"]["x"], 19);
+  EXPECT_EQ(low["first_difference"]["values"], json({0, 3}));
+  other[40 + 7] = 1;  // the upper bits of its Cr
+  const json high = measured(packed, other, "-f yuyv_matrox_10 -s 20x1", 1);
+  EXPECT_EQ(high["planes"][0]["max_difference"], 4);
+  EXPECT_EQ(high["planes"][0]["sum_of_absolute_differences"], 7);
+  EXPECT_EQ(both(packed, other, "-f yuyv_matrox_10 -s 18x1").exit_code, 0);
+
+  const bytes words(16, 0);
+  bytes keyed = words;
+  keyed[3] = 0xc0;      // bits 30 and 31 carry nothing
+  keyed[4 + 2] = 0x30;  // the lowest bits of the second pixel's alpha
+  const json key = measured(words, keyed, "-f yua_yva_matrox_10 -s 4x1", 1);
+  EXPECT_EQ(key["first_difference"]["component"], "A");
+  EXPECT_EQ(key["first_difference"]["x"], 1);
+  EXPECT_EQ(key["first_difference"]["values"], json({0, 3}));
+}
+
+TEST_F(compare, words_with_more_than_their_ten_bits_are_compared_whole) {
+  const json j = measured({255, 3, 0, 0}, {255, 7, 0, 0}, "-f y_10u16 -s 2x1", 1);
+  EXPECT_EQ(j["first_difference"]["values"], json({1023, 2047}));
+  EXPECT_NEAR(j["planes"][0]["psnr_db"].get<double>(), 10 * std::log10(1023.0 * 1023.0 * 2 / (1024.0 * 1024.0)), 1e-9);
+}
+
+// A pixel of vuya_f32.
+bytes pixel_of(std::initializer_list<float> samples) {
+  bytes result;
+  for (const float sample : samples) {
+    const auto bits = std::bit_cast<std::uint32_t>(sample);
+    for (int shift = 0; shift < 32; shift += 8) result.push_back(static_cast<std::uint8_t>(bits >> shift));
+  }
+  return result;
+}
+
+TEST_F(compare, floats_by_the_samples_of_16_bits_that_they_stand_for) {
+  const bytes a = pixel_of({0, 0, 0.25f, 1});
+  const bytes b = pixel_of({0, 0, 0.5f, 1});
+  const json luma = measured(a, b, "-f vuya_f32 -s 1x1", 1);
+  EXPECT_EQ(luma["first_difference"]["component"], "Y");
+  EXPECT_EQ(luma["first_difference"]["values"], json({0.25, 0.5}));
+  EXPECT_EQ(luma["planes"][0]["max_difference"], 56064 / 4);
+  EXPECT_NEAR(luma["planes"][0]["psnr_db"].get<double>(), 10 * std::log10(65535.0 * 65535.0 * 4 / (14016.0 * 14016.0)),
+              1e-9);
+  const json chroma = measured(pixel_of({-0.5f, 0, 0, 0}), pixel_of({0.5f, 0, 0, 0}), "-f vuya_f32 -s 1x1", 1);
+  EXPECT_EQ(chroma["first_difference"]["component"], "Cr");
+  EXPECT_EQ(chroma["planes"][0]["max_difference"], 57344);
+  const json alpha = measured(pixel_of({0, 0, 0, 0}), pixel_of({0, 0, 0, 7}), "-f vuya_f32 -s 1x1", 1);
+  EXPECT_EQ(alpha["planes"][0]["max_difference"], 65535);
+}
+
+TEST_F(compare, floats_that_differ_in_any_bit) {
+  const bytes half = pixel_of({0, 0, 0.5f, 1});
+  const outcome next = both(half, pixel_of({0, 0, std::nextafter(0.5f, 1.0f), 1}), "-f vuya_f32 -s 1x1");
+  EXPECT_EQ(next.exit_code, 1);
+  EXPECT_NE(next.out.find("Y at x 0, y 0: 0.5 and 0.50000006\n"), std::string::npos) << next.out;
+  EXPECT_NE(next.out.find("vuya   0               inf"), std::string::npos) << next.out;
+  EXPECT_EQ(both(pixel_of({0, 0, 0, 0}), pixel_of({0, -0.0f, 0, 0}), "-f vuya_f32 -s 1x1").exit_code, 1);
+  const bytes none = pixel_of({0, 0, std::nanf(""), 1});
+  EXPECT_EQ(both(none, none, "-f vuya_f32 -s 1x1").exit_code, 0);
+  const json j = measured(none, half, "-f vuya_f32 -s 1x1", 1);
+  EXPECT_EQ(j["first_difference"]["values"], json({"nan", 0.5}));
+  EXPECT_EQ(j["planes"][0]["max_difference"], 4096 + 56064 / 2);
 }
 
 TEST_F(compare, unused_bytes_and_samples_beyond_the_width_do_not_count) {

@@ -162,6 +162,25 @@ TEST_F(convert, v210_pictures_are_whole) {
   }
 }
 
+TEST_F(convert, yuyv_matrox_10_pictures_are_whole) {
+  for (const int width : {2, 4, 14, 16, 18, 30, 32, 34, 48}) {
+    const int rows = 5;
+    const int row = (width + 15) / 16 * 40;
+    const bytes frame = noise(static_cast<std::size_t>(row * rows));
+    write("in.raw", frame);
+    quietly("morvane convert -f yuyv_matrox_10 -t yuy2 -s " + std::to_string(width) + "x5 in.raw out.raw");
+    bytes expected;
+    for (int y = 0; y < rows; ++y)
+      for (int i = 0; i < 2 * width; ++i)
+        expected.push_back(frame[static_cast<std::size_t>(y * row + i / 32 * 40 + i % 32)]);
+    EXPECT_EQ(read("out.raw"), expected) << width;
+    quietly("morvane convert -f yuy2 -t yuyv_matrox_10 -s " + std::to_string(width) + "x5 out.raw back.raw");
+    EXPECT_EQ(read("back.raw").size(), frame.size());
+    quietly("morvane convert -f yuyv_matrox_10 -t yuy2 -s " + std::to_string(width) + "x5 back.raw again.raw");
+    EXPECT_EQ(read("again.raw"), expected) << width;
+  }
+}
+
 TEST_F(convert, one_stride_is_that_of_the_first_plane) {
   const bytes tight = noise(10 * 3 * 2);
   write("tight.raw", tight);
@@ -281,6 +300,25 @@ TEST_F(convert, via_brings_its_own_matrix) {
             "morvane: yuy2 -> uyvy by yuy2::uyvy, uyvy -> rgbx by uyvy::rgbx_601 with BT.601\n");
   quietly("morvane convert -f yuy2 -t rgbx -s 8x4 --matrix 601 in.raw same.raw");
   EXPECT_EQ(read("out.raw"), read("same.raw"));
+}
+
+TEST_F(convert, bt2020_leads_from_p216_to_rgbx) {
+  const bytes frame = noise(8 * 4 * 4);
+  write("in.raw", frame);
+  EXPECT_EQ(run("morvane convert -v -f p216 -t rgbx -s 8x4 --matrix 2020 in.raw out.raw").err,
+            "morvane: p216 -> rgbx by p216::rgbx_2020 with BT.2020\n");
+  bytes expected(8 * 4 * 4);
+  fc::p216::rgbx_2020(frame.data(), 16, frame.data() + 64, 16, expected.data(), 32, 8, 4);
+  EXPECT_EQ(read("out.raw"), expected);
+  EXPECT_EQ(run("morvane convert -v -f p216 -t rgbx -s 8x4 in.raw other.raw").err,
+            "morvane: p216 -> uyvy by p216::uyvy, uyvy -> rgbx by uyvy::rgbx with BT.709\n");
+  EXPECT_NE(read("other.raw"), expected);
+  quietly("morvane convert -f p216 -s 8x4 --matrix 2020 in.raw out.png");
+  quietly("morvane compare -f rgbx -s 8x4 out.png out.raw > compared");
+  EXPECT_EQ(run("morvane convert -v -f pa16 -t rgbx -s 8x2 --matrix 2020 --frames 1 /dev/zero out.raw").err,
+            "morvane: pa16 -> p216 by pa16::p216, p216 -> rgbx by p216::rgbx_2020 with BT.2020\n");
+  EXPECT_EQ(run("morvane convert -v -f p216 -t rgbx -s 8x4 --via p216::rgbx_2020 in.raw out.raw").err,
+            "morvane: p216 -> rgbx by p216::rgbx_2020 with BT.2020\n");
 }
 
 TEST_F(convert, via_may_lead_a_longer_way) {

@@ -96,6 +96,9 @@ TEST_F(listing, conversions_as_json) {
     if (all[i]["name"] == "uyvy::bgra") {
       EXPECT_EQ(all[i]["matrices"], json({601, 709}));
     }
+    if (all[i]["name"] == "p216::rgbx_2020") {
+      EXPECT_EQ(all[i]["matrices"], json({2020}));
+    }
     EXPECT_EQ(all[i]["rescale"], catalogue::conversions[i].extra == catalogue::argument::rescale);
   }
 }
@@ -105,6 +108,17 @@ TEST_F(listing, info_prints_strides_and_bytes) {
   EXPECT_EQ(o.exit_code, 0);
   EXPECT_NE(o.out.find("3424"), std::string::npos) << o.out;
   EXPECT_NE(o.out.find("frame: 2465280 bytes"), std::string::npos) << o.out;
+}
+
+TEST_F(listing, info_counts_whole_groups_and_every_plane) {
+  const json card = printed("morvane info -f yuyv_matrox_10 -s 18x2 --json");
+  EXPECT_EQ(card["planes"][0]["stride"], 80);
+  EXPECT_EQ(card["frame_bytes"], 160);
+  const json p010 = printed("morvane info -f p010le -s 1920x1080 --json");
+  EXPECT_EQ(p010["format"], "p010");
+  EXPECT_EQ(p010["planes"][1], json({{"name", "cbcr"}, {"rows", 540}, {"stride", 3840}, {"bytes", 2073600}}));
+  EXPECT_EQ(printed("morvane info -f vuya_f32 -s 3x3 --json")["frame_bytes"], 144);
+  EXPECT_EQ(printed("morvane info -f pa16 -s 2x1 --json")["frame_bytes"], 12);
 }
 
 TEST_F(listing, info_as_json_under_the_name_of_another_program) {

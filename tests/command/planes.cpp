@@ -151,6 +151,30 @@ TEST_F(planes, are_cropped_each_to_its_own_rows) {
   EXPECT_EQ(read("out.raw"), part(y, 0, 4) + part(y, 8, 4) + chroma);
 }
 
+TEST_F(planes, of_16_bits) {
+  const bytes words = noise(8 * 6 * 2 * 3);
+  const bytes luma = part(words, 0, 96);
+  const bytes chroma = part(words, 96, 96);
+  const bytes alpha = part(words, 192, 96);
+  write("in.raw", words);
+  quietly("morvane convert -f pa16 -t ya_uv_16 -s 8x6 -j 3 in.raw --dst-planes ya,cbcr");
+  bytes expected;
+  for (std::size_t i = 0; i < luma.size(); i += 2) expected = expected + part(luma, i, 2) + part(alpha, i, 2);
+  EXPECT_EQ(read("ya"), expected);
+  EXPECT_EQ(read("cbcr"), chroma);
+
+  write("y", luma);
+  write("cbcr", chroma);
+  quietly("morvane convert -f P216 -t P010 -s 8x6 -j 2 --planes y,cbcr p010.raw --dst-stride 20,18");
+  const bytes p010 = read("p010.raw");
+  ASSERT_EQ(p010.size(), 6u * 20 + 3u * 18);
+  for (std::size_t row = 0; row < 6; ++row) EXPECT_EQ(part(p010, row * 20, 16), part(luma, row * 16, 16));
+  for (std::size_t row = 0; row < 3; ++row) EXPECT_EQ(part(p010, 120 + row * 18, 16), part(chroma, row * 32, 16));
+  quietly("morvane show p010.raw stride.png -f p010 -s 8x6 --stride 20,18");
+  quietly("morvane convert -f p010 -t p010 -s 8x6 p010.raw tight.raw --src-stride 20,18");
+  quietly("morvane show tight.raw tight.png -f p010 -s 8x6 && cmp stride.png tight.png");
+}
+
 TEST_F(planes, luma_is_rescaled_on_request) {
   const bytes luma = {0, 16, 17, 100, 128, 233, 234, 255};
   write("in.raw", luma);

@@ -1,7 +1,6 @@
 // morvane show.
 #include <algorithm>
 
-#include "formats.h"
 #include "shell.h"
 
 namespace morvane::tests {
@@ -118,23 +117,6 @@ TEST_F(show, the_frame_that_is_named) {
   write("in.raw", {1, 2, 3, 4, 5, 6});
   EXPECT_EQ(shown("in.raw -f y -s 2x1 --frame 2"), thrice({5, 6}));
   EXPECT_EQ(shown("in.raw -f y -s 1x1 --stride 3 --frame 1"), thrice({4}));
-}
-
-TEST_F(show, every_format_is_shown_or_declined_in_one_line) {
-  for (const catalogue::format& f : catalogue::formats) {
-    write("in.raw", noise(static_cast<std::size_t>(f.frame_bytes(24, 4))));
-    const std::string name(f.name);
-    const outcome o = run("rm -f out.png; morvane show in.raw -f " + name + " -s 24x4 out.png");
-    if (o.exit_code == 0) {
-      EXPECT_EQ(o.err, "") << name;
-      EXPECT_TRUE(exists("out.png")) << name;
-    } else {
-      EXPECT_EQ(o.exit_code, 2) << name;
-      EXPECT_EQ(o.err, "morvane: no conversion leads from " + name +
-                           " to RGB; --plane shows one of its planes or components\n");
-      EXPECT_FALSE(exists("out.png")) << name;
-    }
-  }
 }
 
 }  // namespace

@@ -149,8 +149,8 @@ mutant(cr_weighted_by_the_first_alpha
 
 mutant(wrong_green_of_planes
        FILE format_conversion_matrix.h
-       FROM [[ccir_709 ? 34 : 52]]
-       TO [[ccir_709 ? 33 : 52]]
+       FROM [[coarse_matrix<128, 14, 34, 115>]]
+       TO [[coarse_matrix<128, 14, 33, 115>]]
        ROWS *r_g_b*)
 
 mutant(overlapping_planes_through_vectors
@@ -175,4 +175,174 @@ mutant(difference_without_the_last_bytes
        TO [[return V::total(w.vectors);]]
        ROWS *
        PROGRAM difference_test
+       AVX2)
+
+mutant(wrong_green_of_2020
+       FILE format_conversion_matrix.h
+       FROM [[coarse_matrix<137, 12, 42, 107>]]
+       TO [[coarse_matrix<137, 12, 41, 107>]]
+       ROWS *rgbx_2020)
+
+mutant(alpha_widened_like_luma
+       FILE format_conversion_line.h
+       FROM [[    dst[0] = value;
+    dst[1] = value;]]
+       TO [[    dst[0] = 0;
+    dst[1] = value;]]
+       ROWS *alpha_alpha_u16)
+
+mutant(ten_bits_filled_up_one_bit_too_low
+       FILE format_conversion_line.h
+       FROM [[static constexpr int down = bits - up;]]
+       TO [[static constexpr int down = bits == 10 ? 5 : bits - up;]]
+       ROWS *alpha_10u16*)
+
+mutant(twelve_bits_filled_up_like_ten
+       FILE format_conversion_line.h
+       FROM [[static constexpr int down = bits - up;]]
+       TO [[static constexpr int down = 4;]]
+       ROWS *alpha_12u16*)
+
+mutant(ten_bits_cut_by_three
+       FILE format_conversion_line.h
+       FROM [[V::template shift_right_words<bits>(V::load(src))]]
+       TO [[V::template shift_right_words<bits == 2 ? 3 : bits>(V::load(src))]]
+       ROWS *y_10u16*
+       AVX2)
+
+mutant(chroma_over_black_by_its_own_alpha
+       FILE format_conversion_line_p216.h
+       FROM [[over_black::sample<over_black::black_chroma>(cbcr + i, alpha)]]
+       TO [[over_black::sample<over_black::black_chroma>(cbcr + i, alpha + i)]]
+       ROWS *pa16_p216)
+
+mutant(chroma_of_vectors_over_black_by_its_own_alpha
+       FILE format_conversion_line_p216.h
+       FROM [[V::load(cbcr), V::repeat_even_words(alpha)]]
+       TO [[V::load(cbcr), alpha]]
+       ROWS *pa16_yuyv_matrox_10
+       AVX2)
+
+mutant(own_lower_bits_of_cr
+       FILE format_conversion_line_p216.h
+       FROM [[word_at(chroma + 2), cb);]]
+       TO [[word_at(chroma + 2), word_at(chroma + 2));]]
+       ROWS *pa16_yuyv_matrox_10)
+
+mutant(even_luma_with_its_upper_byte
+       FILE format_conversion_line_p216.h
+       FROM [[store_word(y, (bits & 3) << 6);]]
+       TO [[store_word(y, yuyv[0] << 8 | (bits & 3) << 6);]]
+       ROWS *yuyv_matrox_10_p216)
+
+mutant(even_luma_of_vectors_with_its_upper_byte
+       FILE format_conversion_line_p216.h
+       FROM [[shift_left_and_mask<8, 0xff000000>]]
+       TO [[shift_left_and_mask<8, 0xff00ff00>]]
+       ROWS *yuyv_matrox_10_p216
+       AVX2)
+
+mutant(cr_first_in_16_bits
+       FILE format_conversion_line_p216.h
+       FROM [[store_word(dst + 8 * i, word_at(cbcr));
+      store_word(dst + 8 * i + 2, word_at(cbcr + 2));]]
+       TO [[store_word(dst + 8 * i, word_at(cbcr + 2));
+      store_word(dst + 8 * i + 2, word_at(cbcr));]]
+       ROWS *vuya_16)
+
+mutant(chroma_of_floats_up_to_one
+       FILE format_conversion_line_p216.h
+       FROM [[chroma_span - 0.5F, 0.5F);]]
+       TO [[chroma_span - 0.5F, 1.0F);]]
+       ROWS *vuya_f32)
+
+mutant(floats_by_reciprocals
+       FILE vector/avx2.h
+       FROM [[_mm256_div_ps(f.v, _mm256_set1_ps(divisor))]]
+       TO [[_mm256_mul_ps(f.v, _mm256_set1_ps(1 / divisor))]]
+       ROWS *vuya_f32
+       AVX2)
+
+mutant(lower_bits_one_byte_late
+       FILE format_conversion_utils.h
+       FROM [[group + upper_bytes + i % pairs,]]
+       TO [[group + upper_bytes + (i + 1) % pairs,]]
+       ROWS *p216_yuyv_matrox_10)
+
+mutant(part_of_a_group_left_out
+       FILE format_conversion_utils.h
+       FROM [[for (size_t i = 0; i < left; ++i) {]]
+       TO [[for (size_t i = 0; i < left / pairs * pairs; ++i) {]]
+       ROWS *yuyv_matrox_10_uyvy)
+
+mutant(black_without_its_last_pair
+       FILE format_conversion_line_black.h
+       FROM [[no_pixels - whole * pixels,]]
+       TO [[no_pixels - whole * pixels - 2,]]
+       ROWS *yuyv_matrox_10_black)
+
+mutant(dropped_bits_of_chroma_in_luma
+       FILE format_conversion_line_p216.h
+       FROM [[(c << 4 & 0xfc00)]]
+       TO [[(c << 4 & 0xff00)]]
+       ROWS *pa16_yua_yva_matrox_10)
+
+mutant(odd_alpha_of_16_bits_not_counted
+       FILE format_conversion_line_p216.h
+       FROM [[alphas.see(static_cast<uint8_t>(src[3] & src[7]));]]
+       TO [[alphas.see(src[3]);]]
+       ROWS *ycbcra_pa16)
+
+mutant(p010_with_every_row_of_chroma
+       FILE format_conversion_main.cpp
+       FROM [[2 * src_cbcr_stride]]
+       TO [[src_cbcr_stride]]
+       ROWS *p216_p010)
+
+mutant(chroma_copied_to_a_narrower_stride
+       FILE format_conversion_main.cpp
+       FROM [[if (dst_stride > src_stride)]]
+       TO [[if (dst_stride != src_stride)]]
+       ROWS *pa16_ya_uv)
+
+mutant(odd_height_without_its_last_row_of_chroma
+       FILE format_conversion_main.cpp
+       FROM [[(yres * row / 2 + row - 1) / row]]
+       TO [[yres * row / 2 / row]]
+       ROWS *y_uv_p216)
+
+mutant(products_without_their_carry
+       FILE vector/avx2.h
+       FROM [[_mm256_cmpeq_epi16(_mm256_adds_epu16(lower, d), _mm256_add_epi16(lower, d))]]
+       TO [[_mm256_set1_epi16(-1)]]
+       ROWS *pa16_p216
+       AVX2)
+
+mutant(black_itself_counts_as_below
+       FILE vector/avx2.h
+       FROM [[_mm256_set1_epi16(offset - 1)), x.v)]]
+       TO [[_mm256_set1_epi16(static_cast<short>(offset))), x.v)]]
+       ROWS *pa16_p216
+       AVX2)
+
+mutant(lower_bits_of_one_half_twice
+       FILE vector/avx2.h
+       FROM [[_mm_unpacklo_epi32(_mm256_castsi256_si128(lowest), _mm256_extracti128_si256(lowest, 1))]]
+       TO [[_mm_unpacklo_epi32(_mm256_castsi256_si128(lowest), _mm256_castsi256_si128(lowest))]]
+       ROWS *p216_yuyv_matrox_10
+       AVX2)
+
+mutant(odd_words_stop_at_32767
+       FILE vector/avx2.h
+       FROM [[_mm256_packus_epi32(_mm256_srli_epi32(a.v, 16),]]
+       TO [[_mm256_packs_epi32(_mm256_srli_epi32(a.v, 16),]]
+       ROWS *bgra64*
+       AVX2)
+
+mutant(yuy2_of_vectors_like_uyvy
+       FILE format_conversion_line_p216.h
+       FROM [[V::load(is_yuy2 ? y : cbcr)]]
+       TO [[V::load(cbcr)]]
+       ROWS *line_p216_uyvy*
+       PROGRAM kernels_test
        AVX2)

@@ -6,6 +6,7 @@
 #include "../format_conversion_line_bgra.h"
 #include "../format_conversion_line_bgra_ycbcrx.h"
 #include "../format_conversion_line_black.h"
+#include "../format_conversion_line_p216.h"
 #include "../format_conversion_line_r_g_b.h"
 #include "../sum_absolute_differences_inc.h"
 #include "../vector/operations.h"
@@ -112,6 +113,35 @@ template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::crcby, false>>;
 template struct on_avx2<line::of_444::uyvy_kernel<line::of_444::crcby, true>>;
 template struct on_avx2<line::uyvy_a_kernel<line::of_444::uyvy_kernel<line::of_444::crcby, false>, false>>;
 template struct on_avx2<line::uyvy_a_kernel<line::of_444::uyvy_kernel<line::of_444::crcby, false>, true>>;
+
+// 16 bits.
+template struct on_avx2<line::uyvy::p216_kernel>;
+template struct on_avx2<line::ycbcra::pa16_kernel<false>>;
+template struct on_avx2<line::ycbcra::pa16_kernel<true>>;
+template struct on_avx2<line::P216::p216_to_p208_kernel<false>>;
+template struct on_avx2<line::P216::p216_to_p208_kernel<true>>;
+template struct on_avx2<line::P216::rgbx_2020_kernel>;
+template struct on_avx2<line::pa16::vuya_16_kernel>;
+template struct on_avx2<line::pa16::vuya_f32_kernel>;
+template struct on_avx2<line::pa16::p216_kernel>;
+
+// 10-bit card formats.
+template struct on_avx2<line::black::yuyv_matrox_10_kernel>;
+template struct on_avx2<line::P216::yuyv_matrox_10_kernel>;
+template struct on_avx2<line::pa16::yuyv_matrox_10_kernel>;
+template struct on_avx2<line::pa16::yua_yva_matrox_10_kernel>;
+template struct on_avx2<line::yuyv_matrox_10::p216_kernel>;
+template struct on_avx2<line::yuyv_matrox_10::uyvy_kernel>;
+template struct on_avx2<line::yua_yva_matrox_10::pa16_kernel>;
+template struct on_avx2<line::alpha_u16::yuyv_matrox_10_kernel>;
+
+// Depths.
+template struct on_avx2<line::depth::to_byte_kernel<2>>;
+template struct on_avx2<line::depth::to_byte_kernel<8>>;
+template struct on_avx2<line::depth::from_low_bits_kernel<10>>;
+template struct on_avx2<line::depth::from_low_bits_kernel<12>>;
+template struct on_avx2<line::depth::repeat_byte_kernel>;
+template struct on_avx2<line::depth::fourth_word_kernel>;
 
 template struct on_avx2<sum_absolute_differences::line::difference_kernel>;
 

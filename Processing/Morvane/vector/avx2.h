@@ -22,6 +22,7 @@ namespace Processing::Morvane::format_conversion::vector {
 struct avx2 {
   static constexpr int lanes = 32;
   static constexpr int block_bytes = 32;
+  static constexpr int float_lanes = 8;
 
   struct block {
     __m256i v;
@@ -38,6 +39,9 @@ struct avx2 {
   };
   struct pairs {
     words luma_cb, luma_cr;  // in each word luma in the low byte, chroma in the high one
+  };
+  struct floats {
+    __m256 v;
   };
 
   MORVANE_INLINE static __m256i load_256(const uint8_t* p) {
@@ -68,6 +72,35 @@ struct avx2 {
   MORVANE_INLINE static block shift_right_and_mask(const block b) {
     return {_mm256_and_si256(_mm256_srli_epi32(b.v, bits), _mm256_set1_epi32(static_cast<int>(mask)))};
   }
+  template <int bits, uint32_t mask>
+  MORVANE_INLINE static block shift_left_and_mask(const block b) {
+    return {_mm256_and_si256(_mm256_slli_epi32(b.v, bits), _mm256_set1_epi32(static_cast<int>(mask)))};
+  }
+  template <int bits>
+  MORVANE_INLINE static block shift_right_words(const block b) {
+    return {_mm256_srli_epi16(b.v, bits)};
+  }
+  template <int bits>
+  MORVANE_INLINE static block shift_left_words(const block b) {
+    return {_mm256_slli_epi16(b.v, bits)};
+  }
+  MORVANE_INLINE static block add_words(const block a, const block b) { return {_mm256_add_epi16(a.v, b.v)}; }
+  MORVANE_INLINE static block repeat_even_words(const block b) {
+    return {_mm256_blend_epi16(b.v, _mm256_slli_epi32(b.v, 16), 0b10101010)};
+  }
+  // With d = x - offset modulo 65536, d * (a + 1) = d * a + d. Its upper half is that of the product, and one more when
+  // the lower half and d add up to more than 65535. Where x < offset, d is 65536 too large, and the upper half a + 1.
+  template <int offset>
+  MORVANE_INLINE static block scale_words(const block x, const block a) {
+    const __m256i d = _mm256_sub_epi16(x.v, _mm256_set1_epi16(static_cast<short>(offset)));
+    const __m256i upper = _mm256_mulhi_epu16(d, a.v);
+    const __m256i lower = _mm256_mullo_epi16(d, a.v);
+    const __m256i no_carry = _mm256_cmpeq_epi16(_mm256_adds_epu16(lower, d), _mm256_add_epi16(lower, d));
+    const __m256i is_below = _mm256_cmpeq_epi16(_mm256_min_epu16(x.v, _mm256_set1_epi16(offset - 1)), x.v);
+    const __m256i too_much = _mm256_and_si256(is_below, _mm256_sub_epi16(a.v, _mm256_set1_epi16(-1)));
+    const __m256i carried = _mm256_add_epi16(no_carry, _mm256_set1_epi16(static_cast<short>(offset + 1)));
+    return {_mm256_sub_epi16(_mm256_add_epi16(upper, carried), too_much)};
+  }
   struct two_blocks {
     block first, second;
   };
@@ -75,6 +108,12 @@ struct avx2 {
     const __m256i low_bytes = _mm256_set1_epi16(0x00ff);
     const __m256i first = _mm256_packus_epi16(_mm256_and_si256(a.v, low_bytes), _mm256_and_si256(b.v, low_bytes));
     const __m256i second = _mm256_packus_epi16(_mm256_srli_epi16(a.v, 8), _mm256_srli_epi16(b.v, 8));
+    return {{exchange_middle(first)}, {exchange_middle(second)}};
+  }
+  MORVANE_INLINE static two_blocks deinterleave2_words(const block a, const block b) {
+    const __m256i low_words = _mm256_set1_epi32(0x0000ffff);
+    const __m256i first = _mm256_packus_epi32(_mm256_and_si256(a.v, low_words), _mm256_and_si256(b.v, low_words));
+    const __m256i second = _mm256_packus_epi32(_mm256_srli_epi32(a.v, 16), _mm256_srli_epi32(b.v, 16));
     return {{exchange_middle(first)}, {exchange_middle(second)}};
   }
   MORVANE_INLINE static two_blocks interleave2(const block a, const block b) {
@@ -86,6 +125,20 @@ struct avx2 {
     const __m256i first = exchange_middle(a.v);
     const __m256i second = exchange_middle(b.v);
     return {{_mm256_unpacklo_epi16(first, second)}, {_mm256_unpackhi_epi16(first, second)}};
+  }
+  MORVANE_INLINE static two_blocks interleave2_dwords(const block a, const block b) {
+    const __m256i first = exchange_middle(a.v);
+    const __m256i second = exchange_middle(b.v);
+    return {{_mm256_unpacklo_epi32(first, second)}, {_mm256_unpackhi_epi32(first, second)}};
+  }
+  MORVANE_INLINE static block load_lowest_bytes(const uint8_t* p) {
+    return {_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)))};
+  }
+  MORVANE_INLINE static void store_lowest_bytes(uint8_t* p, const block b) {
+    const __m256i lowest =
+        _mm256_shuffle_epi8(b.v, twice(_mm_setr_epi8(0, 4, 8, 12, 0, 4, 8, 12, 0, 4, 8, 12, 0, 4, 8, 12)));
+    const __m128i both = _mm_unpacklo_epi32(_mm256_castsi256_si128(lowest), _mm256_extracti128_si256(lowest, 1));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), both);
   }
   // multiplier * x = 256 * x + rest * x; 256 * x is added after the shift.
   template <int rest, int offset>
@@ -229,6 +282,9 @@ struct avx2 {
     const __m256i zero = _mm256_setzero_si256();
     return {_mm256_unpacklo_epi8(b.v, zero), _mm256_unpackhi_epi8(b.v, zero)};
   }
+  MORVANE_INLINE static words widen_repeated(const bytes b) {
+    return {_mm256_unpacklo_epi8(b.v, b.v), _mm256_unpackhi_epi8(b.v, b.v)};
+  }
   template <int value>
   MORVANE_INLINE static words add(const words w) {
     const __m256i v = _mm256_set1_epi16(static_cast<short>(value));
@@ -243,6 +299,10 @@ struct avx2 {
   }
   MORVANE_INLINE static words high_bytes(const words w) {
     return {_mm256_srli_epi16(w.lo, 8), _mm256_srli_epi16(w.hi, 8)};
+  }
+  template <int bits>
+  MORVANE_INLINE static words shift_left(const words w) {
+    return {_mm256_slli_epi16(w.lo, bits), _mm256_slli_epi16(w.hi, bits)};
   }
   MORVANE_INLINE static words load_words(const uint8_t* p) {
     return {exchange_middle(load_256(p)), exchange_middle(load_256(p + 32))};
@@ -289,10 +349,16 @@ struct avx2 {
   MORVANE_INLINE static __m256i luma_with_cr(const __m256i uyvy) {
     return _mm256_shuffle_epi8(uyvy, twice(_mm_setr_epi8(1, 2, 3, 2, 5, 6, 7, 6, 9, 10, 11, 10, 13, 14, 15, 14)));
   }
-  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) {
-    const __m256i a = exchange_middle(load_256(p));
-    const __m256i b = exchange_middle(load_256(p + 32));
-    return {{luma_with_cb(a), luma_with_cb(b)}, {luma_with_cr(a), luma_with_cr(b)}};
+  MORVANE_INLINE static pairs pairs_of(const words uyvy) {
+    return {{luma_with_cb(uyvy.lo), luma_with_cb(uyvy.hi)}, {luma_with_cr(uyvy.lo), luma_with_cr(uyvy.hi)}};
+  }
+  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) { return pairs_of(load_words(p)); }
+  MORVANE_INLINE static __m256i upper_bytes(const __m256i luma, const __m256i chroma) {
+    return _mm256_or_si256(_mm256_srli_epi16(chroma, 8), _mm256_and_si256(luma, _mm256_set1_epi16(-256)));
+  }
+  MORVANE_INLINE static pairs load_upper_bytes(const uint8_t* luma, const uint8_t* chroma) {
+    return pairs_of({exchange_middle(upper_bytes(load_256(luma), load_256(chroma))),
+                     exchange_middle(upper_bytes(load_256(luma + 32), load_256(chroma + 32)))});
   }
   // Both bytes of a word, weighted and added.
   template <int luma, int chroma>
@@ -381,6 +447,42 @@ struct avx2 {
   MORVANE_INLINE static void store3(uint8_t* p, const bytes c0, const bytes c1, const bytes c2) {
     const interleaved i = interleave4(c0, c1, c2, c2);
     store_three_of_four(p, i.q01, i.q23, i.q45, i.q67);
+  }
+
+  template <int bottom>
+  MORVANE_INLINE static floats load_words_above(const uint8_t* p) {
+    const __m128i words = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i above = _mm_subs_epu16(words, _mm_set1_epi16(bottom));
+    return {_mm256_cvtepi32_ps(_mm256_cvtepu16_epi32(above))};
+  }
+  MORVANE_INLINE static floats divide(const floats f, const float divisor) {
+    return {_mm256_div_ps(f.v, _mm256_set1_ps(divisor))};
+  }
+  MORVANE_INLINE static floats subtract(const floats f, const float subtrahend) {
+    return {_mm256_sub_ps(f.v, _mm256_set1_ps(subtrahend))};
+  }
+  MORVANE_INLINE static floats at_most(const floats f, const float limit) {
+    return {_mm256_min_ps(f.v, _mm256_set1_ps(limit))};
+  }
+  // The pixels k and k + 4 of two registers of such pairs to two pixels that follow each other.
+  MORVANE_INLINE static void store_pixels(float* p, const __m256 even, const __m256 odd) {
+    _mm256_storeu_ps(p, _mm256_permute2f128_ps(even, odd, 0x20));
+    _mm256_storeu_ps(p + 16, _mm256_permute2f128_ps(even, odd, 0x31));
+  }
+  //   chroma   c0 c0' c1 c1' | c2 c2' c3 c3'     after the exchange, a pair of floats each
+  //   ya.lo    y0 a0  y1 a1  | y4 a4  y5 a5
+  //   ya.hi    y2 a2  y3 a3  | y6 a6  y7 a7
+  MORVANE_INLINE static void store_vuya(uint8_t* p, const floats cbcr, const floats luma, const floats alpha) {
+    const __m256d chroma = _mm256_castps_pd(_mm256_permute_ps(cbcr.v, _MM_SHUFFLE(2, 3, 0, 1)));
+    const __m256d ya_lo = _mm256_castps_pd(_mm256_unpacklo_ps(luma.v, alpha.v));
+    const __m256d ya_hi = _mm256_castps_pd(_mm256_unpackhi_ps(luma.v, alpha.v));
+    const __m256 pixels_04 = _mm256_castpd_ps(_mm256_shuffle_pd(chroma, ya_lo, 0b0000));
+    const __m256 pixels_15 = _mm256_castpd_ps(_mm256_shuffle_pd(chroma, ya_lo, 0b1010));
+    const __m256 pixels_26 = _mm256_castpd_ps(_mm256_shuffle_pd(chroma, ya_hi, 0b0101));
+    const __m256 pixels_37 = _mm256_castpd_ps(_mm256_shuffle_pd(chroma, ya_hi, 0b1111));
+    float* dst = reinterpret_cast<float*>(p);
+    store_pixels(dst, pixels_04, pixels_15);
+    store_pixels(dst + 8, pixels_26, pixels_37);
   }
 };
 

@@ -13,6 +13,7 @@ namespace Processing::Morvane::format_conversion::vector {
 struct neon {
   static constexpr int lanes = 16;
   static constexpr int block_bytes = 16;
+  static constexpr int float_lanes = 4;
 
   struct block {
     uint8x16_t v;
@@ -33,6 +34,9 @@ struct neon {
   struct pairs {
     uint8x8_t cb, even_luma, cr, odd_luma;
   };
+  struct floats {
+    float32x4_t v;
+  };
 
   MORVANE_INLINE static block load(const uint8_t* p) { return {vld1q_u8(p)}; }
   MORVANE_INLINE static void store(uint8_t* p, const block b) { vst1q_u8(p, b.v); }
@@ -44,19 +48,68 @@ struct neon {
   MORVANE_INLINE static block shift_right_and_mask(const block b) {
     return {vreinterpretq_u8_u32(vandq_u32(vshrq_n_u32(vreinterpretq_u32_u8(b.v), bits), vdupq_n_u32(mask)))};
   }
+  template <int bits, uint32_t mask>
+  MORVANE_INLINE static block shift_left_and_mask(const block b) {
+    return {vreinterpretq_u8_u32(vandq_u32(vshlq_n_u32(vreinterpretq_u32_u8(b.v), bits), vdupq_n_u32(mask)))};
+  }
+  MORVANE_INLINE static uint16x8_t as_words(const block b) { return vreinterpretq_u16_u8(b.v); }
+  MORVANE_INLINE static block as_block(const uint16x8_t w) { return {vreinterpretq_u8_u16(w)}; }
+  template <int bits>
+  MORVANE_INLINE static block shift_right_words(const block b) {
+    return as_block(vshrq_n_u16(as_words(b), bits));
+  }
+  template <int bits>
+  MORVANE_INLINE static block shift_left_words(const block b) {
+    return as_block(vshlq_n_u16(as_words(b), bits));
+  }
+  MORVANE_INLINE static block add_words(const block a, const block b) {
+    return as_block(vaddq_u16(as_words(a), as_words(b)));
+  }
+  MORVANE_INLINE static block repeat_even_words(const block b) {
+    return as_block(vtrn1q_u16(as_words(b), as_words(b)));
+  }
+  // With d = x - offset modulo 65536, d * (a + 1) = d * a + d. Where x < offset, d is 65536 too large, and the upper
+  // half of the product a + 1.
+  template <int offset>
+  MORVANE_INLINE static block scale_words(const block x, const block a) {
+    const uint16x8_t first = vdupq_n_u16(offset);
+    const uint16x8_t d = vsubq_u16(as_words(x), first);
+    const uint32x4_t lo = vaddw_u16(vmull_u16(vget_low_u16(d), vget_low_u16(as_words(a))), vget_low_u16(d));
+    const uint32x4_t hi = vaddw_high_u16(vmull_high_u16(d, as_words(a)), d);
+    const uint16x8_t upper = vuzp2q_u16(vreinterpretq_u16_u32(lo), vreinterpretq_u16_u32(hi));
+    const uint16x8_t too_much = vandq_u16(vcltq_u16(as_words(x), first), vaddq_u16(as_words(a), vdupq_n_u16(1)));
+    return as_block(vsubq_u16(vaddq_u16(upper, first), too_much));
+  }
   struct two_blocks {
     block first, second;
   };
   MORVANE_INLINE static two_blocks deinterleave2(const block a, const block b) {
     return {{vuzp1q_u8(a.v, b.v)}, {vuzp2q_u8(a.v, b.v)}};
   }
+  MORVANE_INLINE static two_blocks deinterleave2_words(const block a, const block b) {
+    return {as_block(vuzp1q_u16(as_words(a), as_words(b))), as_block(vuzp2q_u16(as_words(a), as_words(b)))};
+  }
   MORVANE_INLINE static two_blocks interleave2(const block a, const block b) {
     return {{vzip1q_u8(a.v, b.v)}, {vzip2q_u8(a.v, b.v)}};
   }
   MORVANE_INLINE static two_blocks interleave2_words(const block a, const block b) {
-    const uint16x8_t first = vreinterpretq_u16_u8(a.v);
-    const uint16x8_t second = vreinterpretq_u16_u8(b.v);
-    return {{vreinterpretq_u8_u16(vzip1q_u16(first, second))}, {vreinterpretq_u8_u16(vzip2q_u16(first, second))}};
+    return {as_block(vzip1q_u16(as_words(a), as_words(b))), as_block(vzip2q_u16(as_words(a), as_words(b)))};
+  }
+  MORVANE_INLINE static two_blocks interleave2_dwords(const block a, const block b) {
+    const uint32x4_t first = vreinterpretq_u32_u8(a.v);
+    const uint32x4_t second = vreinterpretq_u32_u8(b.v);
+    return {{vreinterpretq_u8_u32(vzip1q_u32(first, second))}, {vreinterpretq_u8_u32(vzip2q_u32(first, second))}};
+  }
+  MORVANE_INLINE static block load_lowest_bytes(const uint8_t* p) {
+    uint32_t four;
+    __builtin_memcpy(&four, p, 4);
+    const uint16x8_t words = vmovl_u8(vcreate_u8(four));
+    return {vreinterpretq_u8_u32(vmovl_u16(vget_low_u16(words)))};
+  }
+  MORVANE_INLINE static void store_lowest_bytes(uint8_t* p, const block b) {
+    const uint8x16_t words = vuzp1q_u8(b.v, b.v);
+    const uint32_t four = vgetq_lane_u32(vreinterpretq_u32_u8(vuzp1q_u8(words, words)), 0);
+    __builtin_memcpy(p, &four, 4);
   }
   // multiplier * x = 256 * x + rest * x; 256 * x is added after the shift.
   template <int multiplier, int offset>
@@ -181,6 +234,9 @@ struct neon {
   MORVANE_INLINE static bytes and_bytes(const bytes a, const bytes b) { return {vandq_u8(a.v, b.v)}; }
   MORVANE_INLINE static bool all_255(const bytes b) { return vminvq_u8(b.v) == 255; }
   MORVANE_INLINE static words widen(const bytes b) { return {vmovl_u8(vget_low_u8(b.v)), vmovl_high_u8(b.v)}; }
+  MORVANE_INLINE static words widen_repeated(const bytes b) {
+    return {vreinterpretq_u16_u8(vzip1q_u8(b.v, b.v)), vreinterpretq_u16_u8(vzip2q_u8(b.v, b.v))};
+  }
   template <int value>
   MORVANE_INLINE static words add(const words w) {
     const uint16x8_t v = vdupq_n_u16(static_cast<uint16_t>(value));
@@ -194,6 +250,10 @@ struct neon {
     return {vandq_u16(w.lo, mask), vandq_u16(w.hi, mask)};
   }
   MORVANE_INLINE static words high_bytes(const words w) { return {vshrq_n_u16(w.lo, 8), vshrq_n_u16(w.hi, 8)}; }
+  template <int bits>
+  MORVANE_INLINE static words shift_left(const words w) {
+    return {vshlq_n_u16(w.lo, bits), vshlq_n_u16(w.hi, bits)};
+  }
   MORVANE_INLINE static words load_words(const uint8_t* p) {
     return {vreinterpretq_u16_u8(vld1q_u8(p)), vreinterpretq_u16_u8(vld1q_u8(p + 16))};
   }
@@ -233,6 +293,11 @@ struct neon {
   MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) {
     const uint8x8x4_t c = vld4_u8(p);
     return {c.val[0], c.val[1], c.val[2], c.val[3]};
+  }
+  MORVANE_INLINE static pairs load_upper_bytes(const uint8_t* luma, const uint8_t* chroma) {
+    const uint8x8x4_t y = vld4_u8(luma);
+    const uint8x8x4_t c = vld4_u8(chroma);
+    return {c.val[1], y.val[1], c.val[3], y.val[3]};
   }
   // The chroma of a pair is weighed once for both its pixels.
   template <line::ycbcr_weights w>
@@ -276,6 +341,33 @@ struct neon {
   MORVANE_INLINE static void store3(uint8_t* p, const bytes c0, const bytes c1, const bytes c2) {
     const uint8x16x3_t all = {{c0.v, c1.v, c2.v}};
     vst3q_u8(p, all);
+  }
+
+  template <int bottom>
+  MORVANE_INLINE static floats load_words_above(const uint8_t* p) {
+    const uint16x4_t words = vreinterpret_u16_u8(vld1_u8(p));
+    return {vcvtq_f32_u32(vmovl_u16(vqsub_u16(words, vdup_n_u16(bottom))))};
+  }
+  MORVANE_INLINE static floats divide(const floats f, const float divisor) {
+    return {vdivq_f32(f.v, vdupq_n_f32(divisor))};
+  }
+  MORVANE_INLINE static floats subtract(const floats f, const float subtrahend) {
+    return {vsubq_f32(f.v, vdupq_n_f32(subtrahend))};
+  }
+  MORVANE_INLINE static floats at_most(const floats f, const float limit) {
+    return {vminq_f32(f.v, vdupq_n_f32(limit))};
+  }
+  MORVANE_INLINE static void store_pixel(uint8_t* p, const float32x2_t chroma, const float32x2_t luma_alpha) {
+    vst1q_u8(p, vreinterpretq_u8_f32(vcombine_f32(chroma, luma_alpha)));
+  }
+  MORVANE_INLINE static void store_vuya(uint8_t* p, const floats cbcr, const floats luma, const floats alpha) {
+    const float32x4_t crcb = vrev64q_f32(cbcr.v);
+    const float32x4_t first = vzip1q_f32(luma.v, alpha.v);
+    const float32x4_t second = vzip2q_f32(luma.v, alpha.v);
+    store_pixel(p, vget_low_f32(crcb), vget_low_f32(first));
+    store_pixel(p + 16, vget_low_f32(crcb), vget_high_f32(first));
+    store_pixel(p + 32, vget_high_f32(crcb), vget_low_f32(second));
+    store_pixel(p + 48, vget_high_f32(crcb), vget_high_f32(second));
   }
 };
 

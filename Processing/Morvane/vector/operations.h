@@ -16,7 +16,7 @@ template <class V>
 concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destination, typename V::block block,
                                         typename V::bytes bytes, typename V::words words,
                                         typename V::pair_words pair_words, typename V::pixels pixels,
-                                        typename V::pairs pairs) {
+                                        typename V::pairs pairs, typename V::floats floats) {
   requires V::lanes >
   0;
   requires V::block_bytes >
@@ -31,12 +31,27 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::swap_bytes(block) } -> std::same_as<typename V::block>;
   { V::and_blocks(block, block) } -> std::same_as<typename V::block>;
   { V::or_blocks(block, block) } -> std::same_as<typename V::block>;
-  // (x >> bits) & mask of every 32-bit word.
+  // (x >> bits) & mask and (x << bits) & mask of every 32-bit word.
   { V::template shift_right_and_mask<2, 0xff>(block) } -> std::same_as<typename V::block>;
-  // Bytes 0, 2, 4... and 1, 3, 5... of two blocks; and the way back, of bytes or of 16-bit words.
+  { V::template shift_left_and_mask<2, 0xff00>(block) } -> std::same_as<typename V::block>;
+  // x >> bits, x << bits and a + b of every 16-bit word, modulo 65536.
+  { V::template shift_right_words<6>(block) } -> std::same_as<typename V::block>;
+  { V::template shift_left_words<6>(block) } -> std::same_as<typename V::block>;
+  { V::add_words(block, block) } -> std::same_as<typename V::block>;
+  // Words 0 0 2 2 4 4...
+  { V::repeat_even_words(block) } -> std::same_as<typename V::block>;
+  // offset + (((x - offset) * (a + 1)) >> 16) of words x and a, modulo 65536.
+  { V::template scale_words<4096>(block, block) } -> std::same_as<typename V::block>;
+  // Bytes 0, 2, 4... and 1, 3, 5... of two blocks, or their 16-bit words; and the way back, of bytes, of 16-bit words
+  // or of 32-bit ones.
   { V::deinterleave2(block, block) } -> std::same_as<typename V::two_blocks>;
+  { V::deinterleave2_words(block, block) } -> std::same_as<typename V::two_blocks>;
   { V::interleave2(block, block) } -> std::same_as<typename V::two_blocks>;
   { V::interleave2_words(block, block) } -> std::same_as<typename V::two_blocks>;
+  { V::interleave2_dwords(block, block) } -> std::same_as<typename V::two_blocks>;
+  // The lowest bytes of the 32-bit words of a block alone: block_bytes / 4 of them. Loading leaves the others zero.
+  { V::load_lowest_bytes(source) } -> std::same_as<typename V::block>;
+  V::store_lowest_bytes(destination, block);
   // clamp((multiplier * x + offset) >> 8) of every byte; (multiplier - 256) * x + offset fits 16 signed bits.
   { V::template linear<301, -5117>(block) } -> std::same_as<typename V::block>;
   // clamp((multiplier * x + offset) >> bits) of every 16-bit word; the offset is a multiple of 4096.
@@ -67,6 +82,7 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::multiply(words, words) } -> std::same_as<typename V::words>;
   { V::low_bytes(words) } -> std::same_as<typename V::words>;
   { V::high_bytes(words) } -> std::same_as<typename V::words>;
+  { V::template shift_left<8>(words) } -> std::same_as<typename V::words>;
   { V::load_words(source) } -> std::same_as<typename V::words>;
   V::store_words(destination, words);
   // Two bytes of each pixel as a word: the low one is byte `even` (for even pixels) or `odd` (for odd ones) of the
@@ -78,6 +94,8 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::and_bytes(bytes, bytes) } -> std::same_as<typename V::bytes>;
   { V::all_255(bytes) } -> std::same_as<bool>;
   { V::widen(bytes) } -> std::same_as<typename V::words>;
+  // The byte in both halves of the word.
+  { V::widen_repeated(bytes) } -> std::same_as<typename V::words>;
   { V::fourth(pixels) } -> std::same_as<typename V::bytes>;
   // narrow shifts right and keeps the low byte, which must hold the whole result.
   { V::template narrow<7>(words) } -> std::same_as<typename V::bytes>;
@@ -90,6 +108,8 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // pairs: luma of each pixel and chroma of its pair, the same for both pixels. pair_words: a 16-bit word for each of
   // these pixels.
   { V::load_uyvy(source) } -> std::same_as<typename V::pairs>;
+  // From 16-bit planes of luma and of Cb Cr: the upper bytes.
+  { V::load_upper_bytes(source, source) } -> std::same_as<typename V::pairs>;
   // The weighted sum and constant, modulo 65536. A weight is at least -128 and at most 127. The sum of two terms stops
   // at 32767 on some processors, before the rest is added.
   { V::template weigh<line::ycbcr_weights{1, 2, 3, 4}>(pairs) } -> std::same_as<typename V::pair_words>;
@@ -107,6 +127,17 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // Stores three or four bytes a pixel.
   V::store3(destination, bytes, bytes, bytes);
   V::store4(destination, bytes, bytes, bytes, bytes);
+
+  // floats: float_lanes of them, in memory order.
+  requires V::float_lanes >
+  0;
+  // max(x, bottom) - bottom of 16-bit words.
+  { V::template load_words_above<4096>(source) } -> std::same_as<typename V::floats>;
+  { V::divide(floats, float{}) } -> std::same_as<typename V::floats>;
+  { V::subtract(floats, float{}) } -> std::same_as<typename V::floats>;
+  { V::at_most(floats, float{}) } -> std::same_as<typename V::floats>;
+  // Pixels Cr Cb Y A of chroma in pairs, Cb Cr, luma and alpha.
+  V::store_vuya(destination, floats, floats, floats);
 };
 
 }  // namespace Processing::Morvane::format_conversion::vector
