@@ -86,6 +86,37 @@ TEST(libyuv_peer, takes_the_alpha_of_bgra) {
   EXPECT_EQ(alpha, peer);
 }
 
+// A scale of 1 << (24 - bits) takes the upper eight of so many bits.
+
+TEST(libyuv_peer, takes_the_upper_byte_of_16_bits) {
+  const byte_plane source = noise_of_words(width, height);
+  byte_plane alpha(width, height);
+  byte_plane peer = alpha;
+  fc::alpha_u16::alpha(source.words(), source.stride, alpha.data(), alpha.stride, width, height);
+  libyuv::Convert16To8Plane(source.words(), width, peer.data(), peer.stride, 1 << 8, width, height);
+  EXPECT_EQ(alpha, peer);
+}
+
+TEST(libyuv_peer, takes_the_upper_eight_of_10_bits) {
+  const byte_plane source = noise_of_words(width, height, 10);
+  byte_plane y(width, height);
+  byte_plane peer = y;
+  fc::y_10u16::y(source.words(), source.stride, y.data(), y.stride, width, height);
+  libyuv::Convert16To8Plane(source.words(), width, peer.data(), peer.stride, 1 << 14, width, height);
+  EXPECT_EQ(y, peer);
+}
+
+TEST(libyuv_peer, copies_every_second_row_of_chroma) {
+  const byte_plane luma = noise_of_words(width, height), chroma = noise_of_words(width, height);
+  byte_plane y(2 * width, height), cbcr(2 * width, height / 2);
+  byte_plane peer = cbcr;
+  fc::p216::p010(luma.words(), luma.stride, chroma.words(), chroma.stride, y.words(), y.stride, cbcr.words(),
+                 cbcr.stride, width, height);
+  libyuv::CopyPlane(chroma.data(), 2 * chroma.stride, peer.data(), peer.stride, 2 * width, height / 2);
+  EXPECT_EQ(y, luma);
+  EXPECT_EQ(cbcr, peer);
+}
+
 #else
 
 TEST(libyuv_peer, is_there) {

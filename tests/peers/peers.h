@@ -21,10 +21,15 @@ struct byte_plane {
 
   std::uint8_t* data() { return bytes.data(); }
   const std::uint8_t* data() const { return bytes.data(); }
+  std::uint16_t* words() { return reinterpret_cast<std::uint16_t*>(bytes.data()); }
+  const std::uint16_t* words() const { return reinterpret_cast<const std::uint16_t*>(bytes.data()); }
   bool operator==(const byte_plane&) const = default;
 };
 
 // Bytes without a pattern, the same in every run.
 byte_plane noise(int row_bytes, int rows, std::uint32_t seed = 1, int padding = 0);
+
+// 16-bit words without a pattern, `bits` of them in use.
+byte_plane noise_of_words(int row_words, int rows, int bits = 16);
 
 }  // namespace morvane::tests
