@@ -23,5 +23,10 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/MorvaneConfig.cmake ${CMAKE_CURRENT_BI
 # The pkg-config file finds its prefix from its own place, so that an installed tree may be moved.
 file(RELATIVE_PATH MORVANE_PREFIX_FROM_PC ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" MORVANE_PREFIX_FROM_PC ${MORVANE_PREFIX_FROM_PC})
+if(APPLE)
+  set(MORVANE_PRIVATE_LIBS "-lc++ -framework Accelerate")
+else()
+  set(MORVANE_PRIVATE_LIBS -lstdc++)
+endif()
 configure_file(cmake/morvane.pc.in ${CMAKE_CURRENT_BINARY_DIR}/morvane.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/morvane.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -168,6 +168,9 @@ MORVANE_API void bgr_709(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t
 
 // To 32-bit RGB: the matrices of uyvy::bgr, with 255 in the fourth byte. Each row converts its whole pairs; the last
 // pixel of an odd width is neither read nor written.
+//
+// On Apple systems the platform's vImage does these conversions, and those of bgrx_601, bgrx_709, rgbx_601 and rgbx_709
+// to uyvy: with the same matrices in its own arithmetic, and with its own treatment of odd widths and other sizes.
 MORVANE_API void bgra(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgra, int dst_bgra_stride,
                       int xres, int yres, e_ycbcr_color_space color_space);
 MORVANE_API void bgra_601(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_bgra, int dst_bgra_stride,
