@@ -346,3 +346,26 @@ mutant(yuy2_of_vectors_like_uyvy
        ROWS *line_p216_uyvy*
        PROGRAM kernels_test
        AVX2)
+
+mutant(rgba_map_that_is_bgra
+       FILE format_conversion_main_apple.cpp
+       FROM [[g_rgba_permute_map[4] = {1, 2, 3, 0}]]
+       TO [[g_rgba_permute_map[4] = {3, 2, 1, 0}]]
+       ROWS *entry_point*/rgbx_709_uyvy
+       PROGRAM apple_test)
+
+mutant(descriptor_of_the_order_converted
+       FILE format_conversion_main_apple.cpp
+       FROM [[&conv_nfo, kvImage422YpCbYpCr8]]
+       TO [[&conv_nfo, kvImage422CbYpCrYp8]]
+       ROWS *entry_point*/uyvy_bgra_601
+       PROGRAM apple_test)
+
+mutant(descriptor_generated_at_every_call
+       FILE format_conversion_main_apple.cpp
+       FROM [[static std::once_flag flag;
+  static vImage_ARGBToYpCbCr]]
+       TO [[std::once_flag flag;
+  static vImage_ARGBToYpCbCr]]
+       ROWS apple_threads.*
+       PROGRAM apple_test)

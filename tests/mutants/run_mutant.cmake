@@ -1,7 +1,8 @@
 # Builds the checker with one mistake in the library and expects it to fail.
 #
 # Variables: library (its directory), sources (relative to it), catalogue, scratch, file, from and to (files that hold
-# the two texts), rows, compiler, objects (of the checker, without the library).
+# the two texts), rows, compiler, apple (the directory of the stand-in for vImage, where the code for Apple systems is
+# wanted), objects (of the checker, without the library).
 foreach(name from to)
   file(READ ${${name}} ${name}_text)
 endforeach()
@@ -23,6 +24,8 @@ foreach(source ${sources})
   set(flags -std=c++20 -O1 -I${scratch}/library)
   if(source MATCHES avx2)
     list(APPEND flags -mavx2)
+  elseif(apple AND source MATCHES apple)
+    list(APPEND flags -D__APPLE__ -I${apple})
   endif()
   execute_process(COMMAND ${compiler} ${flags} -c ${scratch}/library/${source} -o ${scratch}/${object}
                   COMMAND_ERROR_IS_FATAL ANY)
