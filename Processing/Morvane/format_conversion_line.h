@@ -44,8 +44,7 @@ struct bgra_kernel {
     MORVANE_INLINE void vector(const uint8_t* src, uint8_t* dst) {
       const auto first = V::load(src);
       const auto second = V::load(src + V::block_bytes);
-      V::store(dst, first);
-      V::store(dst + V::block_bytes, second);
+      store_blocks<V>(dst, first, second);
       all_vectors = V::and_blocks(all_vectors, V::and_blocks(first, second));
     }
     MORVANE_INLINE void rule(const uint8_t* src, uint8_t* dst) {
@@ -163,6 +162,12 @@ inline void yuy2(const uint8_t* p_src_uyvy, uint8_t* p_dst_yuy2, const int no_pi
   backend::line_of<yuy2_kernel>()(p_src_uyvy, p_dst_yuy2, no_pixels);
 }
 
+// The bytes of chroma and those of luma of two blocks of uyvy.
+template <class V>
+MORVANE_INLINE auto chroma_and_luma(const uint8_t* src) {
+  return V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
+}
+
 // Pairs to luma and interleaved chroma: four bytes to two and two.
 template <bool write_chroma>
 struct y_uv_kernel {
@@ -182,9 +187,16 @@ struct y_uv_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* y, uint8_t* cbcr) {
-    const auto split = V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
+    const auto split = chroma_and_luma<V>(src);
     V::store(y, split.second);
     if constexpr (write_chroma) V::store(cbcr, split.first);
+  }
+  template <class V>
+  MORVANE_INLINE static void two_vectors(const uint8_t* src, uint8_t* y, uint8_t* cbcr) {
+    const auto first = chroma_and_luma<V>(src);
+    const auto second = chroma_and_luma<V>(src + 2 * V::block_bytes);
+    store_blocks<V>(y, first.second, second.second);
+    if constexpr (write_chroma) store_blocks<V>(cbcr, first.first, second.first);
   }
 
   // The last pixel of an odd line is neither read nor written.
@@ -219,14 +231,27 @@ struct y_u_v_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* y, uint8_t* cb, uint8_t* cr) {
-    const auto first = V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
-    const auto second = V::deinterleave2(V::load(src + 2 * V::block_bytes), V::load(src + 3 * V::block_bytes));
-    V::store(y, first.second);
-    V::store(y + V::block_bytes, second.second);
+    const auto first = chroma_and_luma<V>(src);
+    const auto second = chroma_and_luma<V>(src + 2 * V::block_bytes);
+    store_blocks<V>(y, first.second, second.second);
     if constexpr (write_chroma) {
       const auto chroma = V::deinterleave2(first.first, second.first);
       V::store(cb, chroma.first);
       V::store(cr, chroma.second);
+    }
+  }
+  template <class V>
+  MORVANE_INLINE static void two_vectors(const uint8_t* src, uint8_t* y, uint8_t* cb, uint8_t* cr) {
+    const auto first = chroma_and_luma<V>(src);
+    const auto second = chroma_and_luma<V>(src + 2 * V::block_bytes);
+    const auto third = chroma_and_luma<V>(src + 4 * V::block_bytes);
+    const auto fourth = chroma_and_luma<V>(src + 6 * V::block_bytes);
+    store_blocks<V>(y, first.second, second.second, third.second, fourth.second);
+    if constexpr (write_chroma) {
+      const auto chroma = V::deinterleave2(first.first, second.first);
+      const auto next_chroma = V::deinterleave2(third.first, fourth.first);
+      store_blocks<V>(cb, chroma.first, next_chroma.first);
+      store_blocks<V>(cr, chroma.second, next_chroma.second);
     }
   }
 
@@ -264,7 +289,7 @@ struct y_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    const auto y = V::deinterleave2(V::load(src), V::load(src + V::block_bytes)).second;
+    const auto y = chroma_and_luma<V>(src).second;
     if constexpr (key_color_alpha_rescale)
       V::store(dst, V::template linear<key_multiplier, key_offset>(y));
     else
@@ -449,11 +474,19 @@ struct ya_uv_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* ya, uint8_t* cbcr) {
-    const auto split = V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
+    const auto split = uyvy::chroma_and_luma<V>(src);
     const auto joined = V::interleave2(split.second, V::load(alpha));
-    V::store(ya, joined.first);
-    V::store(ya + V::block_bytes, joined.second);
+    store_blocks<V>(ya, joined.first, joined.second);
     V::store(cbcr, split.first);
+  }
+  template <class V>
+  MORVANE_INLINE static void two_vectors(const uint8_t* src, const uint8_t* alpha, uint8_t* ya, uint8_t* cbcr) {
+    const auto first = uyvy::chroma_and_luma<V>(src);
+    const auto second = uyvy::chroma_and_luma<V>(src + 2 * V::block_bytes);
+    const auto joined = V::interleave2(first.second, V::load(alpha));
+    const auto next_joined = V::interleave2(second.second, V::load(alpha + V::block_bytes));
+    store_blocks<V>(ya, joined.first, joined.second, next_joined.first, next_joined.second);
+    store_blocks<V>(cbcr, first.first, second.first);
   }
 
   // An odd line completes its last pair.
@@ -760,8 +793,7 @@ struct y16_kernel {
   template <class V>
   MORVANE_INLINE static void store_wide(uint8_t* dst, const typename V::block samples) {
     const auto wide = V::interleave2(V::repeat(0), samples);
-    V::store(dst, wide.first);
-    V::store(dst + V::block_bytes, wide.second);
+    store_blocks<V>(dst, wide.first, wide.second);
   }
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
@@ -813,8 +845,7 @@ struct uyvy_kernel {
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
     const auto pairs = V::interleave2(V::repeat(128 | 128 << 8), luma<V>(src));
-    V::store(dst, pairs.first);
-    V::store(dst + V::block_bytes, pairs.second);
+    store_blocks<V>(dst, pairs.first, pairs.second);
   }
 
   template <class V>
@@ -895,8 +926,7 @@ struct uv_kernel {
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* cb, const uint8_t* cr, uint8_t* dst) {
     const auto cbcr = interleave<V>(cb, cr);
-    V::store(dst, cbcr.first);
-    V::store(dst + V::block_bytes, cbcr.second);
+    store_blocks<V>(dst, cbcr.first, cbcr.second);
   }
 
   template <class V>
@@ -1052,8 +1082,7 @@ struct repeat_byte_kernel {
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
     const auto values = V::load(src);
     const auto words = V::interleave2(values, values);
-    V::store(dst, words.first);
-    V::store(dst + V::block_bytes, words.second);
+    store_blocks<V>(dst, words.first, words.second);
   }
 
   template <class V>

@@ -40,7 +40,7 @@ requires(colorspace_709 || !composite_over_black) struct uyvy_kernel {
   MORVANE_INLINE static auto sums(const typename V::pixels& pixels) {
     const auto s = V::template weigh<even, odd>(pixels);
     if constexpr (composite_over_black)
-      return V::scale_by_fourth(s, pixels);
+      return V::template scale_by_fourth < is_unsigned(even) && is_unsigned(odd) > (s, pixels);
     else
       return s;
   }

@@ -50,16 +50,18 @@ inline void alpha(uint16_t* p_dst_alpha, const int no_pixels, const int value) {
 
 // Ten bits a sample: Cb = Cr = 512 and Y = 64, so that all lower bits are zero.
 struct yuyv_matrox_10_kernel {
+  using place = group_10::place<uint8_t>;
+
   static constexpr uint16_t upper_bytes = 16 | 128 << 8;
 
-  MORVANE_INLINE static constexpr void rule(uint8_t* yuyv, uint8_t* low) {
-    for (int i = 0; i < 4; ++i) yuyv[i] = i % 2 == 0 ? 16 : 128;
-    low[0] = 0;
+  MORVANE_INLINE static constexpr void rule(const place at) {
+    for (int i = 0; i < 4; ++i) at.upper[i] = i % 2 == 0 ? 16 : 128;
+    at.low[0] = 0;
   }
   template <class V>
-  MORVANE_INLINE static void vector(uint8_t* yuyv, uint8_t* low) {
-    V::store(yuyv, V::repeat(upper_bytes));
-    V::store_lowest_bytes(low, V::repeat(0));
+  MORVANE_INLINE static void vector(const place at) {
+    V::store(at.upper, V::repeat(upper_bytes));
+    V::store_lowest_bytes(at.low, V::repeat(0));
   }
 
   // Four groups are a whole number of blocks, which are stored faster than groups of 32 and 8 bytes.
@@ -72,11 +74,8 @@ struct yuyv_matrox_10_kernel {
     };
     MORVANE_INLINE static constexpr picture black() {
       picture p{};
-      for (size_t i = 0; i < groups * group_10::pairs; ++i) {
-        uint8_t* group = p.at + i / group_10::pairs * group_10::bytes;
-        yuyv_matrox_10_kernel::rule(group + i % group_10::pairs * 4,
-                                    group + group_10::upper_bytes + i % group_10::pairs);
-      }
+      for (size_t pair = 0; pair < groups * group_10::pairs; ++pair)
+        yuyv_matrox_10_kernel::rule(group_10::of_pair(p.at, pair));
       return p;
     }
 

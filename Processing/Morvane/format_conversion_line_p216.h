@@ -18,18 +18,29 @@ struct p216_kernel {
   }
 
   template <class V>
-  static constexpr size_t step = 2 * V::block_bytes / 4;
+  static constexpr size_t step = V::block_bytes / 4;
 
-  // Each word of uyvy is C | Y << 8. Two blocks at a time, because a processor takes stores to one plane that follow
-  // each other faster than stores to the two planes in turn.
+  // Each word of uyvy is C | Y << 8.
+  template <class V>
+  MORVANE_INLINE static auto luma(const typename V::block words) {
+    return V::and_blocks(words, V::repeat(0xff00));
+  }
+  template <class V>
+  MORVANE_INLINE static auto chroma(const typename V::block words) {
+    return V::template shift_left_words<8>(words);
+  }
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* y, uint8_t* cbcr) {
+    const auto words = V::load(src);
+    V::store(y, luma<V>(words));
+    V::store(cbcr, chroma<V>(words));
+  }
+  template <class V>
+  MORVANE_INLINE static void two_vectors(const uint8_t* src, uint8_t* y, uint8_t* cbcr) {
     const auto first = V::load(src);
     const auto second = V::load(src + V::block_bytes);
-    V::store(y, V::and_blocks(first, V::repeat(0xff00)));
-    V::store(y + V::block_bytes, V::and_blocks(second, V::repeat(0xff00)));
-    V::store(cbcr, V::template shift_left_words<8>(first));
-    V::store(cbcr + V::block_bytes, V::template shift_left_words<8>(second));
+    store_blocks<V>(y, luma<V>(first), luma<V>(second));
+    store_blocks<V>(cbcr, chroma<V>(first), chroma<V>(second));
   }
 
   // An odd line completes its last pair.
@@ -108,24 +119,24 @@ inline bool pa16_ex(const uint8_t* p_src_ycbcra, uint8_t* p_dst_y, uint8_t* p_ds
 namespace group_10 {
 
 // Packs the upper ten bits of the words of a pair. The two bits of Cr are those of the word `cr_low`.
-MORVANE_INLINE void pack(uint8_t* yuyv, uint8_t* low, const int y0, const int cb, const int y1, const int cr,
+MORVANE_INLINE void pack(const place<uint8_t> at, const int y0, const int cb, const int y1, const int cr,
                          const int cr_low) {
-  yuyv[0] = static_cast<uint8_t>(y0 >> 8);
-  yuyv[1] = static_cast<uint8_t>(cb >> 8);
-  yuyv[2] = static_cast<uint8_t>(y1 >> 8);
-  yuyv[3] = static_cast<uint8_t>(cr >> 8);
-  low[0] = static_cast<uint8_t>((y0 >> 6 & 3) | (cb >> 6 & 3) << 2 | (y1 >> 6 & 3) << 4 | (cr_low >> 6 & 3) << 6);
+  at.upper[0] = static_cast<uint8_t>(y0 >> 8);
+  at.upper[1] = static_cast<uint8_t>(cb >> 8);
+  at.upper[2] = static_cast<uint8_t>(y1 >> 8);
+  at.upper[3] = static_cast<uint8_t>(cr >> 8);
+  at.low[0] = static_cast<uint8_t>((y0 >> 6 & 3) | (cb >> 6 & 3) << 2 | (y1 >> 6 & 3) << 4 | (cr_low >> 6 & 3) << 6);
 }
 
 // As pack, for the pairs of a block. Lower bits of a pixel go to a nibble, C C Y Y, and the nibbles of a pair, which
 // lie at bits 0 and 16 of its double word, to one byte.
 template <class V>
-MORVANE_INLINE void pack(uint8_t* yuyv, uint8_t* low, const typename V::block y, const typename V::block cbcr,
+MORVANE_INLINE void pack(const place<uint8_t> at, const typename V::block y, const typename V::block cbcr,
                          const typename V::block cbcr_low) {
-  V::store(yuyv, V::or_blocks(V::template shift_right_words<8>(y), V::and_blocks(cbcr, V::repeat(0xff00))));
+  V::store(at.upper, V::or_blocks(V::template shift_right_words<8>(y), V::and_blocks(cbcr, V::repeat(0xff00))));
   const auto nibbles = V::or_blocks(V::and_blocks(V::template shift_right_words<6>(y), V::repeat(0b0011)),
                                     V::and_blocks(V::template shift_right_words<4>(cbcr_low), V::repeat(0b1100)));
-  V::store_lowest_bytes(low, V::or_blocks(nibbles, V::template shift_right_and_mask<12, 0xf0>(nibbles)));
+  V::store_lowest_bytes(at.low, V::or_blocks(nibbles, V::template shift_right_and_mask<12, 0xf0>(nibbles)));
 }
 
 }  // namespace group_10
@@ -202,15 +213,15 @@ inline void rgbx_2020(const uint8_t* p_src_y, const uint8_t* p_src_uv, uint8_t* 
 
 // The upper ten bits of every word.
 struct yuyv_matrox_10_kernel {
-  MORVANE_INLINE static void rule(uint8_t* yuyv, uint8_t* low, const uint8_t* y, const uint8_t* cbcr) {
+  MORVANE_INLINE static void rule(const group_10::place<uint8_t> at, const uint8_t* y, const uint8_t* cbcr) {
     const int cr = word_at(cbcr + 2);
-    group_10::pack(yuyv, low, word_at(y), word_at(cbcr), word_at(y + 2), cr, cr);
+    group_10::pack(at, word_at(y), word_at(cbcr), word_at(y + 2), cr, cr);
   }
 
   template <class V>
-  MORVANE_INLINE static void vector(uint8_t* yuyv, uint8_t* low, const uint8_t* y, const uint8_t* cbcr) {
+  MORVANE_INLINE static void vector(const group_10::place<uint8_t> at, const uint8_t* y, const uint8_t* cbcr) {
     const auto chroma = V::load(cbcr);
-    group_10::pack<V>(yuyv, low, V::load(y), chroma, chroma);
+    group_10::pack<V>(at, V::load(y), chroma, chroma);
   }
 
   template <class V>
@@ -259,10 +270,7 @@ struct vuya_16_kernel {
     const auto luma_alpha = V::interleave2_words(V::load(y), V::load(a));
     const auto first = V::interleave2_dwords(of_pixels.first, luma_alpha.first);
     const auto second = V::interleave2_dwords(of_pixels.second, luma_alpha.second);
-    V::store(dst, first.first);
-    V::store(dst + V::block_bytes, first.second);
-    V::store(dst + 2 * V::block_bytes, second.first);
-    V::store(dst + 3 * V::block_bytes, second.second);
+    store_blocks<V>(dst, first.first, first.second, second.first, second.second);
   }
 
   // An odd line completes its last pair.
@@ -374,6 +382,15 @@ struct p216_kernel {
     V::store(dst_y, over_black::luma<V>(y, a));
     V::store(dst_cbcr, over_black::chroma<V>(cbcr, a));
   }
+  template <class V>
+  MORVANE_INLINE static void two_vectors(const uint8_t* y, const uint8_t* cbcr, const uint8_t* alpha, uint8_t* dst_y,
+                                         uint8_t* dst_cbcr) {
+    constexpr int next = V::block_bytes;
+    const auto first = V::load(alpha);
+    const auto second = V::load(alpha + next);
+    store_blocks<V>(dst_y, over_black::luma<V>(y, first), over_black::luma<V>(y + next, second));
+    store_blocks<V>(dst_cbcr, over_black::chroma<V>(cbcr, first), over_black::chroma<V>(cbcr + next, second));
+  }
 
   // An odd line completes its last pair.
   template <class V>
@@ -392,21 +409,21 @@ inline void p216(const uint8_t* p_src_y, const uint8_t* p_src_cbcr, const uint8_
 
 // Over black, and of the result the upper ten bits; but the lower two of Cr are those of Cb.
 struct yuyv_matrox_10_kernel {
-  MORVANE_INLINE static void rule(uint8_t* yuyv, uint8_t* low, const uint8_t* y, const uint8_t* cbcr,
+  MORVANE_INLINE static void rule(const group_10::place<uint8_t> at, const uint8_t* y, const uint8_t* cbcr,
                                   const uint8_t* alpha) {
     uint8_t luma[4];
     uint8_t chroma[4];
     p216_kernel::rule(y, cbcr, alpha, luma, chroma);
     const int cb = word_at(chroma);
-    group_10::pack(yuyv, low, word_at(luma), cb, word_at(luma + 2), word_at(chroma + 2), cb);
+    group_10::pack(at, word_at(luma), cb, word_at(luma + 2), word_at(chroma + 2), cb);
   }
 
   template <class V>
-  MORVANE_INLINE static void vector(uint8_t* yuyv, uint8_t* low, const uint8_t* y, const uint8_t* cbcr,
+  MORVANE_INLINE static void vector(const group_10::place<uint8_t> at, const uint8_t* y, const uint8_t* cbcr,
                                     const uint8_t* alpha) {
     const auto a = V::load(alpha);
     const auto chroma = over_black::chroma<V>(cbcr, a);
-    group_10::pack<V>(yuyv, low, over_black::luma<V>(y, a), chroma, V::repeat_even_words(chroma));
+    group_10::pack<V>(at, over_black::luma<V>(y, a), chroma, V::repeat_even_words(chroma));
   }
 
   template <class V>
@@ -443,8 +460,7 @@ struct yua_yva_matrox_10_kernel {
     const auto upper = V::or_blocks(V::template shift_right_words<12>(c),
                                     V::and_blocks(V::template shift_right_words<2>(V::load(a)), V::repeat(0x3ff0)));
     const auto double_words = V::interleave2_words(lower, upper);
-    V::store(dst, double_words.first);
-    V::store(dst + V::block_bytes, double_words.second);
+    store_blocks<V>(dst, double_words.first, double_words.second);
   }
 
   template <class V>
@@ -467,26 +483,48 @@ namespace yuyv_matrox_10 {
 
 // Ten bits to the upper ones of words; but of Y0 only the lower two bits.
 struct p216_kernel {
-  MORVANE_INLINE static void rule(const uint8_t* yuyv, const uint8_t* low, uint8_t* y, uint8_t* cbcr) {
-    const int bits = low[0];
+  MORVANE_INLINE static void rule(const group_10::place<const uint8_t> at, uint8_t* y, uint8_t* cbcr) {
+    const int bits = at.low[0];
     store_word(y, (bits & 3) << 6);
-    store_word(cbcr, yuyv[1] << 8 | (bits >> 2 & 3) << 6);
-    store_word(y + 2, yuyv[2] << 8 | (bits >> 4 & 3) << 6);
-    store_word(cbcr + 2, yuyv[3] << 8 | (bits >> 6 & 3) << 6);
+    store_word(cbcr, at.upper[1] << 8 | (bits >> 2 & 3) << 6);
+    store_word(y + 2, at.upper[2] << 8 | (bits >> 4 & 3) << 6);
+    store_word(cbcr + 2, at.upper[3] << 8 | (bits >> 6 & 3) << 6);
   }
 
-  // In the double word of a pair:
-  //   upper   Cr.. Y1.. Cb.. Y0..     low   0 0 0 Cr:Y1:Cb:Y0
+  // Of the double words of pairs, 0 0 0 Cr:Y1:Cb:Y0, two lower bits to both words: those at bit 6 - to_even of the
+  // double word to bits 7 and 6 of the even word, and those four bits above them to the same bits of the odd one.
+  template <class V, int to_even>
+  MORVANE_INLINE static auto lower_bits(const typename V::block bits) {
+    constexpr uint32_t all = 0xffffffff;
+    return V::and_blocks(V::or_blocks(V::template shift_left_and_mask<to_even, all>(bits),
+                                      V::template shift_left_and_mask<to_even + 12, all>(bits)),
+                         V::repeat(0x00c0));
+  }
+  // The upper bytes in the double word of a pair: Cr Y1 Cb Y0.
   template <class V>
-  MORVANE_INLINE static void vector(const uint8_t* yuyv, const uint8_t* low, uint8_t* y, uint8_t* cbcr) {
-    const auto upper = V::load(yuyv);
-    const auto bits = V::load_lowest_bytes(low);
-    V::store(y, V::or_blocks(V::template shift_left_and_mask<8, 0xff000000>(upper),
-                             V::or_blocks(V::template shift_left_and_mask<18, 0x00c00000>(bits),
-                                          V::template shift_left_and_mask<6, 0x000000c0>(bits))));
-    V::store(cbcr, V::or_blocks(V::and_blocks(upper, V::repeat(0xff00)),
-                                V::or_blocks(V::template shift_left_and_mask<16, 0x00c00000>(bits),
-                                             V::template shift_left_and_mask<4, 0x000000c0>(bits))));
+  MORVANE_INLINE static auto luma(const typename V::block upper, const typename V::block bits) {
+    return V::or_blocks(V::template shift_left_and_mask<8, 0xff000000>(upper), lower_bits<V, 6>(bits));
+  }
+  template <class V>
+  MORVANE_INLINE static auto chroma(const typename V::block upper, const typename V::block bits) {
+    return V::or_blocks(V::and_blocks(upper, V::repeat(0xff00)), lower_bits<V, 4>(bits));
+  }
+  template <class V>
+  MORVANE_INLINE static void vector(const group_10::place<const uint8_t> at, uint8_t* y, uint8_t* cbcr) {
+    const auto upper = V::load(at.upper);
+    const auto bits = V::load_lowest_bytes(at.low);
+    V::store(y, luma<V>(upper, bits));
+    V::store(cbcr, chroma<V>(upper, bits));
+  }
+  template <class V>
+  MORVANE_INLINE static void two_vectors(const group_10::place<const uint8_t> at,
+                                         const group_10::place<const uint8_t> next, uint8_t* y, uint8_t* cbcr) {
+    const auto upper = V::load(at.upper);
+    const auto bits = V::load_lowest_bytes(at.low);
+    const auto next_upper = V::load(next.upper);
+    const auto next_bits = V::load_lowest_bytes(next.low);
+    store_blocks<V>(y, luma<V>(upper, bits), luma<V>(next_upper, next_bits));
+    store_blocks<V>(cbcr, chroma<V>(upper, bits), chroma<V>(next_upper, next_bits));
   }
 
   template <class V>
@@ -503,13 +541,13 @@ inline void p216(const uint8_t* p_src_yuyv, uint8_t* p_dst_y, uint8_t* p_dst_cbc
 
 // The upper bytes, luma and chroma exchanged.
 struct uyvy_kernel {
-  MORVANE_INLINE static void rule(const uint8_t* yuyv, const uint8_t*, uint8_t* dst) {
-    for (int i = 0; i < 4; ++i) dst[i] = yuyv[i ^ 1];
+  MORVANE_INLINE static void rule(const group_10::place<const uint8_t> at, uint8_t* dst) {
+    for (int i = 0; i < 4; ++i) dst[i] = at.upper[i ^ 1];
   }
 
   template <class V>
-  MORVANE_INLINE static void vector(const uint8_t* yuyv, const uint8_t*, uint8_t* dst) {
-    V::store(dst, V::swap_bytes(V::load(yuyv)));
+  MORVANE_INLINE static void vector(const group_10::place<const uint8_t> at, uint8_t* dst) {
+    V::store(dst, V::swap_bytes(V::load(at.upper)));
   }
 
   template <class V>
@@ -544,14 +582,37 @@ struct pa16_kernel {
   static constexpr size_t step = V::block_bytes / 2;
 
   template <class V>
+  MORVANE_INLINE static auto luma(const typename V::two_blocks& words) {
+    return V::template shift_left_words<6>(words.first);
+  }
+  template <class V>
+  MORVANE_INLINE static auto chroma(const typename V::two_blocks& words) {
+    return V::and_blocks(
+        V::or_blocks(V::template shift_right_words<4>(words.first), V::template shift_left_words<12>(words.second)),
+        V::repeat(ten_bits));
+  }
+  template <class V>
+  MORVANE_INLINE static auto alpha(const typename V::two_blocks& words) {
+    return V::and_blocks(V::template shift_left_words<2>(words.second), V::repeat(ten_bits));
+  }
+  template <class V>
+  MORVANE_INLINE static auto words_of(const uint8_t* src) {
+    return V::deinterleave2_words(V::load(src), V::load(src + V::block_bytes));
+  }
+  template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* y, uint8_t* cbcr, uint8_t* a) {
-    const auto words = V::deinterleave2_words(V::load(src), V::load(src + V::block_bytes));
-    const auto mask = V::repeat(ten_bits);
-    V::store(y, V::template shift_left_words<6>(words.first));
-    V::store(cbcr, V::and_blocks(V::or_blocks(V::template shift_right_words<4>(words.first),
-                                              V::template shift_left_words<12>(words.second)),
-                                 mask));
-    V::store(a, V::and_blocks(V::template shift_left_words<2>(words.second), mask));
+    const auto words = words_of<V>(src);
+    V::store(y, luma<V>(words));
+    V::store(cbcr, chroma<V>(words));
+    V::store(a, alpha<V>(words));
+  }
+  template <class V>
+  MORVANE_INLINE static void two_vectors(const uint8_t* src, uint8_t* y, uint8_t* cbcr, uint8_t* a) {
+    const auto first = words_of<V>(src);
+    const auto second = words_of<V>(src + 2 * V::block_bytes);
+    store_blocks<V>(y, luma<V>(first), luma<V>(second));
+    store_blocks<V>(cbcr, chroma<V>(first), chroma<V>(second));
+    store_blocks<V>(a, alpha<V>(first), alpha<V>(second));
   }
 
   template <class V>
@@ -576,14 +637,14 @@ namespace alpha_u16 {
 struct yuyv_matrox_10_kernel {
   static constexpr uint16_t neutral = 32768;
 
-  MORVANE_INLINE static void rule(uint8_t* yuyv, uint8_t* low, const uint8_t* alpha) {
-    group_10::pack(yuyv, low, word_at(alpha), neutral, word_at(alpha + 2), neutral, neutral);
+  MORVANE_INLINE static void rule(const group_10::place<uint8_t> at, const uint8_t* alpha) {
+    group_10::pack(at, word_at(alpha), neutral, word_at(alpha + 2), neutral, neutral);
   }
 
   template <class V>
-  MORVANE_INLINE static void vector(uint8_t* yuyv, uint8_t* low, const uint8_t* alpha) {
+  MORVANE_INLINE static void vector(const group_10::place<uint8_t> at, const uint8_t* alpha) {
     const auto chroma = V::repeat(neutral);
-    group_10::pack<V>(yuyv, low, V::load(alpha), chroma, chroma);
+    group_10::pack<V>(at, V::load(alpha), chroma, chroma);
   }
 
   template <class V>

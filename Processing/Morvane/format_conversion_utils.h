@@ -102,6 +102,19 @@ MORVANE_INLINE void walk_rule(Kernel& kernel, size_t units, Plane*... planes) {
   }
 }
 
+// Blocks that follow each other.
+template <class V, class... Block>
+MORVANE_INLINE void store_blocks(uint8_t* dst, const Block... blocks) {
+  ((V::store(dst, blocks), dst += V::block_bytes), ...);
+}
+
+// Kernels that fill several planes have a body for two vectors at once, `two_vectors`, which stores both to one plane
+// before it goes on to the next: a processor takes stores to one cache line faster together than in turn with others.
+template <class V, class Kernel, class... Place>
+concept takes_two_vectors = requires(Kernel kernel, Place... places) {
+  kernel.template two_vectors<V>(places...);
+};
+
 // Runs a kernel over a line whose planes are apart: its vector body as long as a whole vector of units is left, then
 // the body once more over the last units of the line, some of which it converts a second time, to the same bytes. Only
 // a line shorter than one vector is left to the rule.
@@ -110,6 +123,11 @@ MORVANE_INLINE void walk(Kernel& kernel, size_t units, Plane*... planes) {
   if constexpr (V::lanes > 0) {
     constexpr size_t step = Kernel::template step<V>;
     if (units >= step) {
+      if constexpr (takes_two_vectors<V, Kernel, Plane*...>)
+        for (; units >= 2 * step; units -= 2 * step) {
+          kernel.template two_vectors<V>(planes...);
+          ((planes += 2 * step * bytes), ...);
+        }
       for (; units >= step; units -= step) {
         kernel.template vector<V>(planes...);
         ((planes += step * bytes), ...);
@@ -151,25 +169,42 @@ inline constexpr int upper_bytes = 32;  // of a group
 inline constexpr int bytes = 40;
 inline constexpr size_t pairs = 8;
 
+// The upper bytes of a pair, and the byte with its lower bits.
+template <class Byte>
+struct place {
+  Byte* upper;
+  Byte* low;
+};
+
+template <class Byte>
+MORVANE_INLINE constexpr place<Byte> of_pair(Byte* line, const size_t pair) {
+  Byte* group = line + pair / pairs * bytes;
+  return {group + pair % pairs * 4, group + upper_bytes + pair % pairs};
+}
+
 // Walks over the pairs that begin in a line: those of whole groups by the kernel's vector body, a part of a group at a
-// time, the others one by one, at the same places of a group. A pair has its upper bytes at `yuyv`, its lower bits in
-// the byte at `low`, and pair_bytes... in each other plane.
-template <class V, int... pair_bytes, class Kernel, class Group, class... Plane>
-MORVANE_INLINE void walk(const Kernel& kernel, const int no_pixels, Group* yuyv, Plane*... planes) {
+// time, the others one by one, at the same places of a group. A pair has pair_bytes... in each other plane.
+template <class V, int... pair_bytes, class Kernel, class Byte, class... Plane>
+MORVANE_INLINE void walk(const Kernel& kernel, const int no_pixels, Byte* yuyv, Plane*... planes) {
   size_t left = begun_pairs(no_pixels);
   if constexpr (V::lanes > 0) {
-    constexpr int part = V::block_bytes / 4;
+    constexpr size_t part = V::block_bytes / 4;
+    if constexpr (takes_two_vectors<V, Kernel, place<Byte>, place<Byte>, Plane*...>)
+      for (; left >= 2 * part; left -= 2 * part) {
+        kernel.template two_vectors<V>(of_pair(yuyv, 0), of_pair(yuyv, part), planes...);
+        yuyv += 2 * part / pairs * bytes;
+        ((planes += 2 * part * pair_bytes), ...);
+      }
     for (; left >= pairs; left -= pairs) {
-      for (int pair = 0; pair < static_cast<int>(pairs); pair += part)
-        kernel.template vector<V>(yuyv + 4 * pair, yuyv + upper_bytes + pair, (planes + pair * pair_bytes)...);
+      for (size_t pair = 0; pair < pairs; pair += part)
+        kernel.template vector<V>(of_pair(yuyv, pair), (planes + pair * pair_bytes)...);
       yuyv += bytes;
       ((planes += pairs * pair_bytes), ...);
     }
   }
-  for (size_t i = 0; i < left; ++i) {
+  for (size_t pair = 0; pair < left; ++pair) {
     if constexpr (V::lanes > 0) asm volatile("");
-    Group* group = yuyv + i / pairs * bytes;
-    kernel.rule(group + i % pairs * 4, group + upper_bytes + i % pairs, (planes + i * pair_bytes)...);
+    kernel.rule(of_pair(yuyv, pair), (planes + pair * pair_bytes)...);
   }
 }
 

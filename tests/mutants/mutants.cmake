@@ -265,14 +265,14 @@ mutant(floats_by_reciprocals
 
 mutant(lower_bits_one_byte_late
        FILE format_conversion_utils.h
-       FROM [[group + upper_bytes + i % pairs,]]
-       TO [[group + upper_bytes + (i + 1) % pairs,]]
+       FROM [[group + upper_bytes + pair % pairs}]]
+       TO [[group + upper_bytes + (pair + 1) % pairs}]]
        ROWS *p216_yuyv_matrox_10)
 
 mutant(part_of_a_group_left_out
        FILE format_conversion_utils.h
-       FROM [[for (size_t i = 0; i < left; ++i) {]]
-       TO [[for (size_t i = 0; i < left / pairs * pairs; ++i) {]]
+       FROM [[for (size_t pair = 0; pair < left; ++pair) {]]
+       TO [[for (size_t pair = 0; pair < left / pairs * pairs; ++pair) {]]
        ROWS *yuyv_matrox_10_uyvy)
 
 mutant(black_without_its_last_pair
@@ -311,17 +311,31 @@ mutant(odd_height_without_its_last_row_of_chroma
        TO [[yres * row / 2 / row]]
        ROWS *y_uv_p216)
 
-mutant(products_without_their_carry
+mutant(two_vectors_stored_in_the_wrong_order
+       FILE format_conversion_line_p216.h
+       FROM [[store_blocks<V>(a, alpha<V>(first), alpha<V>(second));]]
+       TO [[store_blocks<V>(a, alpha<V>(second), alpha<V>(first));]]
+       ROWS *yua_yva_matrox_10_pa16
+       AVX2)
+
+mutant(two_vectors_counted_as_one
+       FILE format_conversion_utils.h
+       FROM [[((planes += 2 * step * bytes), ...);]]
+       TO [[((planes += step * bytes), ...);]]
+       ROWS *uyvy_y_uv_422
+       AVX2)
+
+mutant(unsigned_products_of_negative_distances
        FILE vector/avx2.h
-       FROM [[_mm256_cmpeq_epi16(_mm256_adds_epu16(lower, d), _mm256_add_epi16(lower, d))]]
-       TO [[_mm256_set1_epi16(-1)]]
+       FROM [[_mm256_andnot_si256(is_not_above, b))]]
+       TO [[_mm256_setzero_si256())]]
        ROWS *pa16_p216
        AVX2)
 
-mutant(black_itself_counts_as_below
+mutant(black_itself_counts_as_above
        FILE vector/avx2.h
-       FROM [[_mm256_set1_epi16(offset - 1)), x.v)]]
-       TO [[_mm256_set1_epi16(static_cast<short>(offset))), x.v)]]
+       FROM [[_mm256_min_epu16(x.v, first), x.v);]]
+       TO [[_mm256_min_epu16(x.v, _mm256_set1_epi16(static_cast<short>(offset - 1))), x.v);]]
        ROWS *pa16_p216
        AVX2)
 

@@ -88,18 +88,16 @@ struct avx2 {
   MORVANE_INLINE static block repeat_even_words(const block b) {
     return {_mm256_blend_epi16(b.v, _mm256_slli_epi32(b.v, 16), 0b10101010)};
   }
-  // With d = x - offset modulo 65536, d * (a + 1) = d * a + d. Its upper half is that of the product, and one more when
-  // the lower half and d add up to more than 65535. Where x < offset, d is 65536 too large, and the upper half a + 1.
+  // (x - offset) * (a + 1) = 65536 * (x - offset) + (offset - x) * b with b = 65535 - a, so the result is x plus the
+  // upper half of the second product. Where x > offset, the unsigned product takes offset - x for 65536 more, and its
+  // upper half is b too large.
   template <int offset>
   MORVANE_INLINE static block scale_words(const block x, const block a) {
-    const __m256i d = _mm256_sub_epi16(x.v, _mm256_set1_epi16(static_cast<short>(offset)));
-    const __m256i upper = _mm256_mulhi_epu16(d, a.v);
-    const __m256i lower = _mm256_mullo_epi16(d, a.v);
-    const __m256i no_carry = _mm256_cmpeq_epi16(_mm256_adds_epu16(lower, d), _mm256_add_epi16(lower, d));
-    const __m256i is_below = _mm256_cmpeq_epi16(_mm256_min_epu16(x.v, _mm256_set1_epi16(offset - 1)), x.v);
-    const __m256i too_much = _mm256_and_si256(is_below, _mm256_sub_epi16(a.v, _mm256_set1_epi16(-1)));
-    const __m256i carried = _mm256_add_epi16(no_carry, _mm256_set1_epi16(static_cast<short>(offset + 1)));
-    return {_mm256_sub_epi16(_mm256_add_epi16(upper, carried), too_much)};
+    const __m256i first = _mm256_set1_epi16(static_cast<short>(offset));
+    const __m256i b = _mm256_xor_si256(a.v, _mm256_set1_epi16(-1));
+    const __m256i upper = _mm256_mulhi_epu16(_mm256_sub_epi16(first, x.v), b);
+    const __m256i is_not_above = _mm256_cmpeq_epi16(_mm256_min_epu16(x.v, first), x.v);
+    return {_mm256_sub_epi16(_mm256_add_epi16(x.v, upper), _mm256_andnot_si256(is_not_above, b))};
   }
   struct two_blocks {
     block first, second;
@@ -253,18 +251,24 @@ struct avx2 {
               _mm256_packs_epi32(sum_pixels(p.q45, w), sum_pixels(p.q67, w))};
   }
 
-  MORVANE_INLINE static __m256i fourth_times_256(const __m256i p, const __m256i q) {
-    const __m256i mask = _mm256_set1_epi32(0xff00);
-    return _mm256_packus_epi32(_mm256_and_si256(_mm256_srli_epi32(p, 16), mask),
-                               _mm256_and_si256(_mm256_srli_epi32(q, 16), mask));
+  MORVANE_INLINE static __m256i fourth_times_256(const __m256i p) {
+    return _mm256_shuffle_epi8(p, twice(_mm_setr_epi8(-1, 3, -1, -1, -1, 7, -1, -1, -1, 11, -1, -1, -1, 15, -1, -1)));
   }
-  // The product is unsigned, so the sum is lifted by 32768 first; 32768 * A / 256 = 128 * A is taken off afterwards.
+  MORVANE_INLINE static __m256i fourth_times_256(const __m256i p, const __m256i q) {
+    return _mm256_packus_epi32(fourth_times_256(p), fourth_times_256(q));
+  }
+  // The product is unsigned, so a sum that may be negative is lifted by 32768 first; 32768 * A / 256 = 128 * A is taken
+  // off afterwards.
+  template <bool is_unsigned>
   MORVANE_INLINE static __m256i scale(const __m256i sum, const __m256i a256) {
+    if constexpr (is_unsigned) return _mm256_mulhi_epu16(sum, a256);
     const __m256i lifted = _mm256_xor_si256(sum, _mm256_set1_epi16(-32768));
     return _mm256_sub_epi16(_mm256_mulhi_epu16(lifted, a256), _mm256_srli_epi16(a256, 1));
   }
+  template <bool is_unsigned>
   MORVANE_INLINE static words scale_by_fourth(const words sum, const pixels& p) {
-    return {scale(sum.lo, fourth_times_256(p.q01, p.q23)), scale(sum.hi, fourth_times_256(p.q45, p.q67))};
+    return {scale<is_unsigned>(sum.lo, fourth_times_256(p.q01, p.q23)),
+            scale<is_unsigned>(sum.hi, fourth_times_256(p.q45, p.q67))};
   }
 
   // Double words 0 1 2 3 | 4 5 6 7 to 0 2 4 6 | 1 3 5 7 and back.

@@ -68,17 +68,19 @@ struct neon {
   MORVANE_INLINE static block repeat_even_words(const block b) {
     return as_block(vtrn1q_u16(as_words(b), as_words(b)));
   }
-  // With d = x - offset modulo 65536, d * (a + 1) = d * a + d. Where x < offset, d is 65536 too large, and the upper
-  // half of the product a + 1.
+  // (x - offset) * (a + 1) = 65536 * (x - offset) + (offset - x) * b with b = 65535 - a, so the result is x plus the
+  // upper half of the second product. Where x > offset, the unsigned product takes offset - x for 65536 more, and its
+  // upper half is b too large.
   template <int offset>
   MORVANE_INLINE static block scale_words(const block x, const block a) {
     const uint16x8_t first = vdupq_n_u16(offset);
-    const uint16x8_t d = vsubq_u16(as_words(x), first);
-    const uint32x4_t lo = vaddw_u16(vmull_u16(vget_low_u16(d), vget_low_u16(as_words(a))), vget_low_u16(d));
-    const uint32x4_t hi = vaddw_high_u16(vmull_high_u16(d, as_words(a)), d);
+    const uint16x8_t b = vmvnq_u16(as_words(a));
+    const uint16x8_t distance = vsubq_u16(first, as_words(x));
+    const uint32x4_t lo = vmull_u16(vget_low_u16(distance), vget_low_u16(b));
+    const uint32x4_t hi = vmull_high_u16(distance, b);
     const uint16x8_t upper = vuzp2q_u16(vreinterpretq_u16_u32(lo), vreinterpretq_u16_u32(hi));
-    const uint16x8_t too_much = vandq_u16(vcltq_u16(as_words(x), first), vaddq_u16(as_words(a), vdupq_n_u16(1)));
-    return as_block(vsubq_u16(vaddq_u16(upper, first), too_much));
+    const uint16x8_t too_much = vandq_u16(vcgtq_u16(as_words(x), first), b);
+    return as_block(vsubq_u16(vaddq_u16(as_words(x), upper), too_much));
   }
   struct two_blocks {
     block first, second;
@@ -225,6 +227,7 @@ struct neon {
     const int16x8_t a128 = vreinterpretq_s16_u16(vshll_n_u8(a, 7));
     return vreinterpretq_u16_s16(vqdmulhq_s16(vreinterpretq_s16_u16(sum), a128));
   }
+  template <bool is_unsigned>
   MORVANE_INLINE static words scale_by_fourth(const words sum, const pixels& p) {
     return {scale(sum.lo, vget_low_u8(p.channel.val[3])), scale(sum.hi, vget_high_u8(p.channel.val[3]))};
   }

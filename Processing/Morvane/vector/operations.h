@@ -75,8 +75,8 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   {
     V::template weigh<line::weights{1, 2, 3, 0}, line::weights{3, 2, 1, 0}>(pixels)
     } -> std::same_as<typename V::words>;
-  // (x * A) >> 8 of signed words, A being the pixel's fourth byte.
-  { V::scale_by_fourth(words, pixels) } -> std::same_as<typename V::words>;
+  // (x * A) >> 8 of words of at most 32767, A being the pixel's fourth byte. Signed words, or unsigned ones.
+  { V::template scale_by_fourth<false>(words, pixels) } -> std::same_as<typename V::words>;
   { V::template add<16>(words) } -> std::same_as<typename V::words>;
   // The low 16 bits of the products.
   { V::multiply(words, words) } -> std::same_as<typename V::words>;

@@ -13,6 +13,10 @@ struct weights {
   friend constexpr bool operator==(const weights&, const weights&) = default;
 };
 
+[[gnu::always_inline]] constexpr bool is_unsigned(const weights w) {
+  return w.first >= 0 && w.second >= 0 && w.third >= 0 && w.fourth >= 0;
+}
+
 // Of a pixel's luma and its pair's chroma, and a constant added to the sum.
 struct ycbcr_weights {
   int y, cb, cr, constant;
