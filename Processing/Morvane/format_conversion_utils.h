@@ -128,6 +128,12 @@ MORVANE_INLINE void walk(Kernel& kernel, size_t units, Plane*... planes) {
           kernel.template two_vectors<V>(planes...);
           ((planes += 2 * step * bytes), ...);
         }
+      else if constexpr (V::vectors_a_turn > 1)
+        for (constexpr size_t turn = V::vectors_a_turn * step; units >= turn; units -= turn) {
+#pragma GCC unroll 4
+          for (size_t i = 0; i < turn; i += step) kernel.template vector<V>((planes + i * bytes)...);
+          ((planes += turn * bytes), ...);
+        }
       for (; units >= step; units -= step) {
         kernel.template vector<V>(planes...);
         ((planes += step * bytes), ...);

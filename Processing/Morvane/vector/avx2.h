@@ -22,6 +22,7 @@ namespace Processing::Morvane::format_conversion::vector {
 struct avx2 {
   static constexpr int lanes = 32;
   static constexpr int block_bytes = 32;
+  static constexpr int vectors_a_turn = 1;
   static constexpr int float_lanes = 8;
 
   struct block {

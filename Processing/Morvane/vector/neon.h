@@ -12,11 +12,13 @@ namespace Processing::Morvane::format_conversion::vector {
 
 struct neon {
   static constexpr int lanes = 16;
-  static constexpr int block_bytes = 16;
+  static constexpr int block_bytes = 32;
+  static constexpr int vectors_a_turn = 4;  // vectors are short, and counting them costs as much as a few operations
   static constexpr int float_lanes = 4;
 
+  // Two registers: loaded and stored in pairs, and half as many steps through a line.
   struct block {
-    uint8x16_t v;
+    uint8x16_t lo, hi;
   };
   struct bytes {
     uint8x16_t v;
@@ -38,80 +40,100 @@ struct neon {
     float32x4_t v;
   };
 
-  MORVANE_INLINE static block load(const uint8_t* p) { return {vld1q_u8(p)}; }
-  MORVANE_INLINE static void store(uint8_t* p, const block b) { vst1q_u8(p, b.v); }
-  MORVANE_INLINE static block repeat(const uint16_t value) { return {vreinterpretq_u8_u16(vdupq_n_u16(value))}; }
-  MORVANE_INLINE static block swap_bytes(const block b) { return {vrev16q_u8(b.v)}; }
-  MORVANE_INLINE static block and_blocks(const block a, const block b) { return {vandq_u8(a.v, b.v)}; }
-  MORVANE_INLINE static block or_blocks(const block a, const block b) { return {vorrq_u8(a.v, b.v)}; }
+  MORVANE_INLINE static block load(const uint8_t* p) { return {vld1q_u8(p), vld1q_u8(p + 16)}; }
+  MORVANE_INLINE static void store(uint8_t* p, const block b) {
+    vst1q_u8(p, b.lo);
+    vst1q_u8(p + 16, b.hi);
+  }
+  MORVANE_INLINE static uint16x8_t as_words(const uint8x16_t v) { return vreinterpretq_u16_u8(v); }
+  MORVANE_INLINE static uint32x4_t as_dwords(const uint8x16_t v) { return vreinterpretq_u32_u8(v); }
+  MORVANE_INLINE static block block_of(const uint16x8_t lo, const uint16x8_t hi) {
+    return {vreinterpretq_u8_u16(lo), vreinterpretq_u8_u16(hi)};
+  }
+  MORVANE_INLINE static block block_of(const uint32x4_t lo, const uint32x4_t hi) {
+    return {vreinterpretq_u8_u32(lo), vreinterpretq_u8_u32(hi)};
+  }
+  MORVANE_INLINE static block repeat(const uint16_t value) {
+    const uint16x8_t words = vdupq_n_u16(value);
+    return block_of(words, words);
+  }
+  MORVANE_INLINE static block swap_bytes(const block b) { return {vrev16q_u8(b.lo), vrev16q_u8(b.hi)}; }
+  MORVANE_INLINE static block and_blocks(const block a, const block b) {
+    return {vandq_u8(a.lo, b.lo), vandq_u8(a.hi, b.hi)};
+  }
+  MORVANE_INLINE static block or_blocks(const block a, const block b) {
+    return {vorrq_u8(a.lo, b.lo), vorrq_u8(a.hi, b.hi)};
+  }
   template <int bits, uint32_t mask>
   MORVANE_INLINE static block shift_right_and_mask(const block b) {
-    return {vreinterpretq_u8_u32(vandq_u32(vshrq_n_u32(vreinterpretq_u32_u8(b.v), bits), vdupq_n_u32(mask)))};
+    const uint32x4_t m = vdupq_n_u32(mask);
+    return block_of(vandq_u32(vshrq_n_u32(as_dwords(b.lo), bits), m), vandq_u32(vshrq_n_u32(as_dwords(b.hi), bits), m));
   }
   template <int bits, uint32_t mask>
   MORVANE_INLINE static block shift_left_and_mask(const block b) {
-    return {vreinterpretq_u8_u32(vandq_u32(vshlq_n_u32(vreinterpretq_u32_u8(b.v), bits), vdupq_n_u32(mask)))};
+    const uint32x4_t m = vdupq_n_u32(mask);
+    return block_of(vandq_u32(vshlq_n_u32(as_dwords(b.lo), bits), m), vandq_u32(vshlq_n_u32(as_dwords(b.hi), bits), m));
   }
-  MORVANE_INLINE static uint16x8_t as_words(const block b) { return vreinterpretq_u16_u8(b.v); }
-  MORVANE_INLINE static block as_block(const uint16x8_t w) { return {vreinterpretq_u8_u16(w)}; }
   template <int bits>
   MORVANE_INLINE static block shift_right_words(const block b) {
-    return as_block(vshrq_n_u16(as_words(b), bits));
+    return block_of(vshrq_n_u16(as_words(b.lo), bits), vshrq_n_u16(as_words(b.hi), bits));
   }
   template <int bits>
   MORVANE_INLINE static block shift_left_words(const block b) {
-    return as_block(vshlq_n_u16(as_words(b), bits));
+    return block_of(vshlq_n_u16(as_words(b.lo), bits), vshlq_n_u16(as_words(b.hi), bits));
   }
   MORVANE_INLINE static block add_words(const block a, const block b) {
-    return as_block(vaddq_u16(as_words(a), as_words(b)));
+    return block_of(vaddq_u16(as_words(a.lo), as_words(b.lo)), vaddq_u16(as_words(a.hi), as_words(b.hi)));
   }
   MORVANE_INLINE static block repeat_even_words(const block b) {
-    return as_block(vtrn1q_u16(as_words(b), as_words(b)));
+    return block_of(vtrn1q_u16(as_words(b.lo), as_words(b.lo)), vtrn1q_u16(as_words(b.hi), as_words(b.hi)));
   }
   // (x - offset) * (a + 1) = 65536 * (x - offset) + (offset - x) * b with b = 65535 - a, so the result is x plus the
   // upper half of the second product. Where x > offset, the unsigned product takes offset - x for 65536 more, and its
   // upper half is b too large.
   template <int offset>
-  MORVANE_INLINE static block scale_words(const block x, const block a) {
+  MORVANE_INLINE static uint16x8_t scale_words(const uint16x8_t x, const uint16x8_t a) {
     const uint16x8_t first = vdupq_n_u16(offset);
-    const uint16x8_t b = vmvnq_u16(as_words(a));
-    const uint16x8_t distance = vsubq_u16(first, as_words(x));
+    const uint16x8_t b = vmvnq_u16(a);
+    const uint16x8_t distance = vsubq_u16(first, x);
     const uint32x4_t lo = vmull_u16(vget_low_u16(distance), vget_low_u16(b));
     const uint32x4_t hi = vmull_high_u16(distance, b);
     const uint16x8_t upper = vuzp2q_u16(vreinterpretq_u16_u32(lo), vreinterpretq_u16_u32(hi));
-    const uint16x8_t too_much = vandq_u16(vcgtq_u16(as_words(x), first), b);
-    return as_block(vsubq_u16(vaddq_u16(as_words(x), upper), too_much));
+    const uint16x8_t too_much = vandq_u16(vcgtq_u16(x, first), b);
+    return vsubq_u16(vaddq_u16(x, upper), too_much);
+  }
+  template <int offset>
+  MORVANE_INLINE static block scale_words(const block x, const block a) {
+    return block_of(scale_words<offset>(as_words(x.lo), as_words(a.lo)),
+                    scale_words<offset>(as_words(x.hi), as_words(a.hi)));
   }
   struct two_blocks {
     block first, second;
   };
   MORVANE_INLINE static two_blocks deinterleave2(const block a, const block b) {
-    return {{vuzp1q_u8(a.v, b.v)}, {vuzp2q_u8(a.v, b.v)}};
+    return {{vuzp1q_u8(a.lo, a.hi), vuzp1q_u8(b.lo, b.hi)}, {vuzp2q_u8(a.lo, a.hi), vuzp2q_u8(b.lo, b.hi)}};
   }
   MORVANE_INLINE static two_blocks deinterleave2_words(const block a, const block b) {
-    return {as_block(vuzp1q_u16(as_words(a), as_words(b))), as_block(vuzp2q_u16(as_words(a), as_words(b)))};
+    return {block_of(vuzp1q_u16(as_words(a.lo), as_words(a.hi)), vuzp1q_u16(as_words(b.lo), as_words(b.hi))),
+            block_of(vuzp2q_u16(as_words(a.lo), as_words(a.hi)), vuzp2q_u16(as_words(b.lo), as_words(b.hi)))};
   }
   MORVANE_INLINE static two_blocks interleave2(const block a, const block b) {
-    return {{vzip1q_u8(a.v, b.v)}, {vzip2q_u8(a.v, b.v)}};
+    return {{vzip1q_u8(a.lo, b.lo), vzip2q_u8(a.lo, b.lo)}, {vzip1q_u8(a.hi, b.hi), vzip2q_u8(a.hi, b.hi)}};
   }
   MORVANE_INLINE static two_blocks interleave2_words(const block a, const block b) {
-    return {as_block(vzip1q_u16(as_words(a), as_words(b))), as_block(vzip2q_u16(as_words(a), as_words(b)))};
+    return {block_of(vzip1q_u16(as_words(a.lo), as_words(b.lo)), vzip2q_u16(as_words(a.lo), as_words(b.lo))),
+            block_of(vzip1q_u16(as_words(a.hi), as_words(b.hi)), vzip2q_u16(as_words(a.hi), as_words(b.hi)))};
   }
   MORVANE_INLINE static two_blocks interleave2_dwords(const block a, const block b) {
-    const uint32x4_t first = vreinterpretq_u32_u8(a.v);
-    const uint32x4_t second = vreinterpretq_u32_u8(b.v);
-    return {{vreinterpretq_u8_u32(vzip1q_u32(first, second))}, {vreinterpretq_u8_u32(vzip2q_u32(first, second))}};
+    return {block_of(vzip1q_u32(as_dwords(a.lo), as_dwords(b.lo)), vzip2q_u32(as_dwords(a.lo), as_dwords(b.lo))),
+            block_of(vzip1q_u32(as_dwords(a.hi), as_dwords(b.hi)), vzip2q_u32(as_dwords(a.hi), as_dwords(b.hi)))};
   }
   MORVANE_INLINE static block load_lowest_bytes(const uint8_t* p) {
-    uint32_t four;
-    __builtin_memcpy(&four, p, 4);
-    const uint16x8_t words = vmovl_u8(vcreate_u8(four));
-    return {vreinterpretq_u8_u32(vmovl_u16(vget_low_u16(words)))};
+    const uint16x8_t words = vmovl_u8(vld1_u8(p));
+    return block_of(vmovl_u16(vget_low_u16(words)), vmovl_high_u16(words));
   }
   MORVANE_INLINE static void store_lowest_bytes(uint8_t* p, const block b) {
-    const uint8x16_t words = vuzp1q_u8(b.v, b.v);
-    const uint32_t four = vgetq_lane_u32(vreinterpretq_u32_u8(vuzp1q_u8(words, words)), 0);
-    __builtin_memcpy(p, &four, 4);
+    vst1_u8(p, vmovn_u16(vuzp1q_u16(as_words(b.lo), as_words(b.hi))));
   }
   // multiplier * x = 256 * x + rest * x; 256 * x is added after the shift.
   template <int multiplier, int offset>
@@ -121,8 +143,12 @@ struct neon {
     return vqmovun_s16(vsraq_n_s16(wide, vreinterpretq_s16_u16(rest), 8));
   }
   template <int multiplier, int offset>
+  MORVANE_INLINE static uint8x16_t linear(const uint8x16_t x) {
+    return vcombine_u8(linear<multiplier, offset>(vget_low_u8(x)), linear<multiplier, offset>(vget_high_u8(x)));
+  }
+  template <int multiplier, int offset>
   MORVANE_INLINE static block linear(const block b) {
-    return {vcombine_u8(linear<multiplier, offset>(vget_low_u8(b.v)), linear<multiplier, offset>(vget_high_u8(b.v)))};
+    return {linear<multiplier, offset>(b.lo), linear<multiplier, offset>(b.hi)};
   }
   template <int multiplier, int offset, int bits>
   MORVANE_INLINE static uint16x4_t linear_words(const uint16x4_t x) {
@@ -130,36 +156,46 @@ struct neon {
     return vqshrun_n_s32(vreinterpretq_s32_u32(sum), bits);
   }
   template <int multiplier, int offset, int bits>
+  MORVANE_INLINE static uint16x8_t linear_words(const uint16x8_t x) {
+    return vcombine_u16(linear_words<multiplier, offset, bits>(vget_low_u16(x)),
+                        linear_words<multiplier, offset, bits>(vget_high_u16(x)));
+  }
+  template <int multiplier, int offset, int bits>
   MORVANE_INLINE static block linear_words(const block b) {
-    const uint16x8_t x = vreinterpretq_u16_u8(b.v);
-    return {vreinterpretq_u8_u16(vcombine_u16(linear_words<multiplier, offset, bits>(vget_low_u16(x)),
-                                              linear_words<multiplier, offset, bits>(vget_high_u16(x))))};
+    return block_of(linear_words<multiplier, offset, bits>(as_words(b.lo)),
+                    linear_words<multiplier, offset, bits>(as_words(b.hi)));
   }
   struct sums {
     uint64x2_t v;
   };
   MORVANE_INLINE static sums no_sum() { return {vdupq_n_u64(0)}; }
   MORVANE_INLINE static sums add_differences(const sums s, const block a, const block b) {
-    return {vpadalq_u32(s.v, vpaddlq_u16(vpaddlq_u8(vabdq_u8(a.v, b.v))))};
+    const uint16x8_t of_pairs = vpadalq_u8(vpaddlq_u8(vabdq_u8(a.lo, b.lo)), vabdq_u8(a.hi, b.hi));
+    return {vpadalq_u32(s.v, vpaddlq_u16(of_pairs))};
   }
   MORVANE_INLINE static uint64_t total(const sums s) { return vaddvq_u64(s.v); }
   MORVANE_INLINE static bool fourth_bytes_are_255(const block b) {
-    return vminvq_u32(vreinterpretq_u32_u8(b.v)) >= 0xff000000;
+    return vminvq_u32(vminq_u32(as_dwords(b.lo), as_dwords(b.hi))) >= 0xff000000;
   }
 
   // Bytes first.. of two registers with every fourth byte of the 32 left out.
-  MORVANE_INLINE static uint8x16_t three_of_four(const block a, const block b, const uint8x16_t index) {
-    const uint8x16x2_t both = {{a.v, b.v}};
+  MORVANE_INLINE static uint8x16_t three_of_four(const uint8x16_t a, const uint8x16_t b, const uint8x16_t index) {
+    const uint8x16x2_t both = {{a, b}};
     return vqtbl2q_u8(both, index);
   }
-  MORVANE_INLINE static void store_three_of_four(uint8_t* p, const block b0, const block b1, const block b2,
-                                                 const block b3) {
+  // 64 bytes to 48.
+  MORVANE_INLINE static void store_three_of_four(uint8_t* p, const block b0, const block b1) {
     const uint8x16_t from_first = {0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, 16, 17, 18, 20};
     const uint8x16_t from_sixth = {5, 6, 8, 9, 10, 12, 13, 14, 16, 17, 18, 20, 21, 22, 24, 25};
     const uint8x16_t from_eleventh = {10, 12, 13, 14, 16, 17, 18, 20, 21, 22, 24, 25, 26, 28, 29, 30};
-    vst1q_u8(p, three_of_four(b0, b1, from_first));
-    vst1q_u8(p + 16, three_of_four(b1, b2, from_sixth));
-    vst1q_u8(p + 32, three_of_four(b2, b3, from_eleventh));
+    vst1q_u8(p, three_of_four(b0.lo, b0.hi, from_first));
+    vst1q_u8(p + 16, three_of_four(b0.hi, b1.lo, from_sixth));
+    vst1q_u8(p + 32, three_of_four(b1.lo, b1.hi, from_eleventh));
+  }
+  MORVANE_INLINE static void store_three_of_four(uint8_t* p, const block b0, const block b1, const block b2,
+                                                 const block b3) {
+    store_three_of_four(p, b0, b1);
+    store_three_of_four(p + 48, b2, b3);
   }
 
   MORVANE_INLINE static pixels load4(const uint8_t* p) { return {vld4q_u8(p)}; }
@@ -323,8 +359,9 @@ struct neon {
   }
   MORVANE_INLINE static bytes narrow_saturating(const pair_words w) {
     const uint8x8_t even = vqmovun_s16(vreinterpretq_s16_u16(w.even));
-    const uint8x8_t odd = vqmovun_s16(vreinterpretq_s16_u16(w.odd));
-    return zip(even, odd);
+    const uint8x16_t even_then_odd = vqmovun_high_s16(even, vreinterpretq_s16_u16(w.odd));
+    const uint8x16_t in_turn = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
+    return {vqtbl1q_u8(even_then_odd, in_turn)};
   }
 
   MORVANE_INLINE static void store4(uint8_t* p, const bytes c0, const bytes c1, const bytes c2, const bytes c3) {

@@ -21,6 +21,9 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   0;
   requires V::block_bytes >
   0;
+  // How many vectors a line is walked over before the rest of it is looked at again.
+  requires V::vectors_a_turn >
+  0;
 
   // block: block_bytes bytes as they stand in memory.
   { V::load(source) } -> std::same_as<typename V::block>;
