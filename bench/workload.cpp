@@ -4,6 +4,7 @@
 #include <cstring>
 #include <random>
 #include <span>
+#include <type_traits>
 
 namespace morvane::bench {
 
@@ -32,10 +33,19 @@ int stride_of(const catalogue::plane& p, const workload& w) {
   return static_cast<int>(w.memory == shape::padded ? row + std::int64_t{cache_line} : row);
 }
 
+// How far an unaligned plane lies behind the start of a cache line. Functions that take 16-bit samples by pointers to
+// such may be given even addresses only.
+std::size_t misplacement(const catalogue::plane& p, const workload& w, bool is_source) {
+  if (w.memory != shape::unaligned) return 0;
+  const std::size_t odd = is_source ? 5 : 13;
+  return p.sample == catalogue::sample_type::u8 ? odd : odd + 1;
+}
+
 // What a plane takes of the memory, in whole cache lines.
 std::size_t room_for(const catalogue::plane& p, const workload& w) {
   const std::size_t bytes =
-      static_cast<std::size_t>(stride_of(p, w)) * static_cast<std::size_t>(p.rows(w.picture.yres));
+      static_cast<std::size_t>(stride_of(p, w)) * static_cast<std::size_t>(p.rows(w.picture.yres)) +
+      misplacement(p, w, false);
   return (bytes + cache_line - 1) / cache_line * cache_line;
 }
 
@@ -72,7 +82,7 @@ catalogue::planes<Byte> lay_out(std::string_view format_name, const workload& w,
   catalogue::planes<Byte> result;
   std::size_t i = 0;
   for (const catalogue::plane& p : planes_of(format_name)) {
-    result.data[i] = memory;
+    result.data[i] = memory + misplacement(p, w, std::is_const_v<Byte>);
     result.stride[i] = stride_of(p, w);
     memory += room_for(p, w);
     ++i;
@@ -92,47 +102,58 @@ std::size_t bytes_needed(const workload& w) {
       {room(c.source, c.read_past), room(c.destination, c.written_past), static_cast<std::size_t>(w.bytes() / 2)});
 }
 
-void append_workloads(std::vector<workload>& list, const catalogue::conversion& c) {
-  for (const size& s : sizes)
-    for (const shape m : shapes) {
-      workload w{.conversion = &c, .picture = s, .memory = m};
-      if (m == shape::odd) --w.picture.xres;
-      w.bytes_read = bytes_read(w);
-      w.bytes_written = bytes_written(w);
-      list.push_back(w);
-    }
-}
-
 }  // namespace
 
-std::string workload::size_name() const {
-  return std::to_string(picture.xres) + "x" + std::to_string(picture.yres);
-}
-
-std::string_view workload::shape_name() const {
-  switch (memory) {
+std::string_view name_of(shape s) {
+  switch (s) {
     case shape::tight:
       return "tight";
     case shape::padded:
       return "padded";
     case shape::odd:
       return "odd";
+    case shape::unaligned:
+      return "unaligned";
   }
   return {};
 }
 
+std::string workload::size_name() const {
+  return std::to_string(picture.xres) + "x" + std::to_string(picture.yres);
+}
+
 std::string workload::name() const {
-  const auto same_name = [this](const catalogue::conversion& c) { return c.name == conversion->name; };
+  return display_name(*conversion).append("/").append(size_name()).append("/").append(shape_name());
+}
+
+std::vector<const catalogue::conversion*> all_conversions() {
+  std::vector<const catalogue::conversion*> result;
+  for (const catalogue::conversion& c : catalogue::conversions) result.push_back(&c);
+  result.push_back(&difference_row);
+  return result;
+}
+
+std::string display_name(const catalogue::conversion& c) {
+  const auto same_name = [&c](const catalogue::conversion& other) { return c.name == other.name; };
   const bool shared = std::count_if(catalogue::conversions.begin(), catalogue::conversions.end(), same_name) > 1;
-  std::string result(conversion->name);
-  if (shared) result.append("(").append(conversion->destination).append(")");
-  return result.append("/").append(size_name()).append("/").append(shape_name());
+  std::string result(c.name);
+  if (shared) result.append("(").append(c.destination).append(")");
+  return result;
+}
+
+workload make_workload(const catalogue::conversion& c, size picture, shape memory) {
+  if (memory == shape::odd) --picture.xres;
+  workload w{.conversion = &c, .picture = picture, .memory = memory};
+  w.bytes_read = bytes_read(w);
+  w.bytes_written = bytes_written(w);
+  return w;
 }
 
 std::vector<workload> all_workloads() {
   std::vector<workload> result;
-  for (const catalogue::conversion& c : catalogue::conversions) append_workloads(result, c);
-  append_workloads(result, difference_row);
+  for (const catalogue::conversion* c : all_conversions())
+    for (const size& s : sizes)
+      for (const shape m : shapes) result.push_back(make_workload(*c, s, m));
   return result;
 }
 

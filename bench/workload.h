@@ -14,10 +14,13 @@
 namespace morvane::bench {
 
 enum class shape {
-  tight,   // every row follows the one before
-  padded,  // a cache line between the rows
-  odd,     // one pixel narrower, tight
+  tight,      // every row follows the one before
+  padded,     // a cache line between the rows
+  odd,        // one pixel narrower, tight
+  unaligned,  // tight, every plane beginning at an address that is not a multiple of 4
 };
+
+std::string_view name_of(shape s);
 
 struct size {
   int xres = 0;
@@ -33,12 +36,21 @@ struct workload {
 
   std::int64_t bytes() const { return bytes_read + bytes_written; }
   std::string size_name() const;
-  std::string_view shape_name() const;
-  // "uyvy::yuy2/1920x1080/tight"; a name of the catalogue that stands for several rows is followed by the destination.
+  std::string_view shape_name() const { return name_of(memory); }
+  // "uyvy::yuy2/1920x1080/tight"
   std::string name() const;
 };
 
 // Every conversion in the order of the catalogue, and the difference of two images.
+std::vector<const catalogue::conversion*> all_conversions();
+
+// "uyvy::yuy2"; a name of the catalogue that stands for several rows is followed by the destination.
+std::string display_name(const catalogue::conversion& c);
+
+// The shape `odd` takes one pixel off the width.
+workload make_workload(const catalogue::conversion& c, size picture, shape memory);
+
+// All conversions in the sizes and shapes that are measured when nobody asks for others.
 std::vector<workload> all_workloads();
 
 // Memory for the largest workload, filled with noise and touched, so that no page is missing when the clock runs.
