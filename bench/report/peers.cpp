@@ -1,0 +1,158 @@
+#include "peers.h"
+
+#include <algorithm>
+#include <cstring>
+#include <sstream>
+
+namespace morvane::bench {
+
+namespace {
+
+// The image on which results are compared; no width of a vector divides it.
+constexpr size sample_image{1926, 34};
+
+// In steps of 8 bits. Roundings of two integer matrices differ by less; another matrix or other chroma by far more.
+constexpr int most_when_close = 5;
+
+using memory = std::vector<std::uint8_t>;
+
+int bytes_of(catalogue::sample_type sample) {
+  return sample == catalogue::sample_type::u8 ? 1 : 2;
+}
+
+// The planes of an image one after the other, without gaps.
+template <class Byte>
+catalogue::planes<Byte> lay_out(const catalogue::format& f, Byte* bytes) {
+  catalogue::planes<Byte> result;
+  for (std::size_t p = 0; p < f.plane_count(); ++p) {
+    result.data[p] = bytes;
+    result.stride[p] = static_cast<int>(f.planes[p].row_bytes(sample_image.xres));
+    bytes += result.stride[p] * f.planes[p].rows(sample_image.yres);
+  }
+  return result;
+}
+
+std::size_t image_bytes(const catalogue::format& f) {
+  return static_cast<std::size_t>(f.frame_bytes(sample_image.xres, sample_image.yres));
+}
+
+// Bytes without a pattern, but within the range of the format, which is that of video before a matrix: beyond it there
+// is nothing to agree upon.
+memory noise(const catalogue::format& f, catalogue::matrix colors) {
+  memory result(image_bytes(f));
+  std::uint32_t state = 1;
+  for (std::uint8_t& byte : result) {
+    state = state * 1664525 + 1013904223;
+    byte = static_cast<std::uint8_t>(state >> 24);
+  }
+  if (f.model == catalogue::color_model::ycbcr && colors != catalogue::matrix::none)
+    for (std::uint8_t& byte : result) byte = static_cast<std::uint8_t>(16 + byte % 220);
+  const int low_bits = f.name.find("_10u16") != f.name.npos ? 10 : f.name.find("_12u16") != f.name.npos ? 12 : 16;
+  if (low_bits < 16)
+    for (std::size_t i = 1; i < result.size(); i += 2)
+      result[i] = static_cast<std::uint8_t>(result[i] & ((1 << (low_bits - 8)) - 1));
+  return result;
+}
+
+int sample_at(const std::uint8_t* bytes, int width) {
+  return width == 1 ? *bytes : bytes[0] + 256 * bytes[1];
+}
+
+// The greatest difference of two samples, rounded up to a step of 8 bits.
+int greatest_difference(const catalogue::format& f, const memory& a, const memory& b) {
+  int greatest = 0;
+  std::size_t begin = 0;
+  for (std::size_t p = 0; p < f.plane_count(); ++p) {
+    const int width = bytes_of(f.planes[p].sample);
+    const std::size_t end = begin + static_cast<std::size_t>(f.planes[p].row_bytes(sample_image.xres) *
+                                                             f.planes[p].rows(sample_image.yres));
+    for (std::size_t i = begin; i < end; i += static_cast<std::size_t>(width)) {
+      const int difference = std::abs(sample_at(&a[i], width) - sample_at(&b[i], width));
+      greatest = std::max(greatest, width == 1 ? difference : (difference + 255) / 256);
+    }
+    begin = end;
+  }
+  return greatest;
+}
+
+agreement agreement_at(int difference) {
+  return difference == 0                 ? agreement::same_bytes
+         : difference <= most_when_close ? agreement::close
+                                         : agreement::other_algorithm;
+}
+
+int difference_of(const row& r, const peer& p) {
+  const catalogue::conversion& conversion = *r.conversion;
+  const catalogue::format& destination = *catalogue::find_format(conversion.destination);
+  memory source;
+  bool opaque = false;
+  catalogue::call call;
+  if (!conversion.source.empty()) {
+    const catalogue::format& format = *catalogue::find_format(conversion.source);
+    source = noise(format, conversion.colors);
+    const std::size_t past =
+        static_cast<std::size_t>(sample_image.xres) * static_cast<std::size_t>(conversion.read_past.bytes_per_pixel);
+    source.resize(source.size() + past);
+    call.source = lay_out<const std::uint8_t>(format, source.data());
+  }
+  call.xres = sample_image.xres / conversion.pixels_per_xres;
+  call.yres = sample_image.yres / conversion.rows_per_yres;
+  call.argument = conversion.extra == catalogue::argument::color_space ? Processing::Morvane::ccir_709 : int{r.rescale};
+  call.opaque = &opaque;
+
+  const std::size_t past =
+      static_cast<std::size_t>(sample_image.xres) * static_cast<std::size_t>(conversion.written_past.bytes_per_pixel);
+  memory ours(image_bytes(destination) + past);
+  memory theirs = ours;
+  call.destination = lay_out(destination, ours.data());
+  conversion.convert(call);
+  call.destination = lay_out(destination, theirs.data());
+  p.prepare(call)();
+  return greatest_difference(destination, ours, theirs);
+}
+
+}  // namespace
+
+std::string_view name_of(agreement a) {
+  switch (a) {
+    case agreement::same_bytes:
+      return "same bytes";
+    case agreement::close:
+      return "close";
+    case agreement::other_algorithm:
+      return "other algorithm";
+  }
+  return {};
+}
+
+bool peer::serves(std::string_view row_name) const {
+  std::istringstream names{std::string(rows)};
+  for (std::string name; names >> name;)
+    if (name == row_name) return true;
+  return false;
+}
+
+std::vector<peer> all_peers() {
+  std::vector<peer> result = libyuv_peers();
+  for (const auto& more : {swscale_peers(), opencv_peers()}) result.insert(result.end(), more.begin(), more.end());
+  return result;
+}
+
+agreement observed_agreement(const row& r, const peer& p) {
+  return r.conversion->destination.empty() ? p.label : agreement_at(difference_of(r, p));
+}
+
+std::vector<std::string> wrong_labels(const std::vector<row>& rows, const std::vector<peer>& peers) {
+  std::vector<std::string> result;
+  for (const row& r : rows)
+    for (const peer& p : peers) {
+      if (!p.serves(r.name) || observed_agreement(r, p) == p.label) continue;
+      std::ostringstream line;
+      line << p.library << ' ' << p.function << " for " << r.name << " is labelled '" << name_of(p.label)
+           << "' and differs by " << difference_of(r, p);
+      result.push_back(line.str());
+    }
+  return result;
+}
+
+}  // namespace morvane::bench

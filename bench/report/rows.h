@@ -1,0 +1,79 @@
+// The rows of the report: every conversion of the catalogue, those that can stretch luma once without and once with it,
+// and what each must reach.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "../workload.h"
+
+namespace morvane::bench {
+
+enum class kind {
+  copy,           // copies and fills
+  rearrangement,  // bytes that change place or width, and what costs no more than that
+  weighting,      // a product a sample: keys, compositing, floats
+  rgb_to_ycbcr,
+  ycbcr_to_rgb,
+  nothing,  // touches next to nothing of its planes, so that its speed says nothing
+};
+
+struct row {
+  const catalogue::conversion* conversion = nullptr;
+  bool rescale = false;
+  std::string name{};
+  kind what = kind::copy;
+};
+
+std::vector<row> all_rows();
+
+inline constexpr size in_cache{1920, 16};
+inline constexpr size full_hd{1920, 1080};
+inline constexpr size ultra_hd{3840, 2160};
+inline constexpr size report_sizes[] = {in_cache, full_hd, ultra_hd};
+inline constexpr shape report_shapes[] = {shape::tight, shape::padded, shape::odd, shape::unaligned};
+
+// As many pixels as in_cache, in rows of 64.
+inline constexpr size short_rows{64, 480};
+
+// A workload of the row, whose bytes do not count the rows of chroma that are left out on the way to 4:2:0.
+workload make_workload(const row& r, size picture, shape memory);
+
+catalogue::call prepare(const arena& memory, const row& r, const workload& w, bool* opaque);
+
+// What one kind of conversion must reach: shares of memcpy at the three report_sizes.
+struct target {
+  kind what{};
+  std::string_view title{};
+  std::array<double, 3> share_of_memcpy{};
+};
+
+inline constexpr target targets[] = {
+    {kind::copy, "copies, fills", {0.95, 0.95, 0.95}},
+    {kind::rearrangement, "rearrangements, depths, grey, luma, difference", {0.75, 0.92, 0.95}},
+    {kind::weighting, "key stretch, compositing, float", {0.50, 0.80, 0.95}},
+    {kind::rgb_to_ycbcr, "RGB to YCbCr", {0.50, 0.75, 0.95}},
+    {kind::ycbcr_to_rgb, "YCbCr to RGB", {0.35, 0.65, 0.95}},
+};
+
+// The target of a kind, or null.
+const target* target_of(kind what);
+
+// Padded, odd and unaligned planes against tight ones, at full_hd.
+inline constexpr double least_of_tight = 0.95;
+// Rows of 64 pixels against rows of 1920, both padded.
+inline constexpr double least_of_long_rows = 0.6;
+// Never slower, but for what the machine itself makes of two runs of the same code.
+inline constexpr double noise = 0.03;
+inline constexpr double least_of_portable = 1.0 - noise;
+inline constexpr double least_of_peer = 1.0 - noise;
+
+// How many times as fast as libyuv, in cache; most rows have no target of their own and answer least_of_peer.
+double least_of_libyuv_in_cache(const row& r);
+
+// Why a row cannot reach a target, or nothing.
+std::string_view explanation(const row& r);
+
+}  // namespace morvane::bench
