@@ -38,7 +38,7 @@ int main() {
   const std::vector<row> rows = all_rows();
   const std::vector<peer> peers = all_peers();
   std::vector<workload> workloads;
-  for (const row& r : rows) workloads.push_back(make_workload(r, in_cache, shape::tight));
+  for (const row& r : rows) workloads.push_back(make_workload(*r.conversion, in_cache, shape::tight));
   const arena memory(workloads);
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const row& r = rows[i];

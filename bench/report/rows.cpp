@@ -44,18 +44,6 @@ constexpr reason reasons[] = {
     {"crcbyx", "writes two bytes of every four and must leave the others alone, so it stores single bytes"},
 };
 
-// On the way to 4:2:0, every second row of a chroma plane is not read.
-std::int64_t bytes_left_out(const conversion& c, size picture) {
-  if (c.source.empty() || c.destination.empty()) return 0;
-  const catalogue::format& from = *catalogue::find_format(c.source);
-  const catalogue::format& to = *catalogue::find_format(c.destination);
-  std::int64_t result = 0;
-  for (std::size_t p = 1; p < from.plane_count() && p < to.plane_count(); ++p)
-    result += from.planes[p].row_bytes(picture.xres) *
-              std::max<std::int64_t>(0, from.planes[p].rows(picture.yres) - to.planes[p].rows(picture.yres));
-  return result;
-}
-
 bool is_32_bit_rgb(std::string_view format_name) {
   const catalogue::format& f = *catalogue::find_format(format_name);
   return f.model == color_model::rgb && f.planes[0].group_bytes == 4;
@@ -72,12 +60,6 @@ std::vector<row> all_rows() {
       result.push_back({c, true, name + "(rescale)", kind_of(*c, true)});
   }
   return result;
-}
-
-workload make_workload(const row& r, size picture, shape memory) {
-  workload w = make_workload(*r.conversion, picture, memory);
-  w.bytes_read -= bytes_left_out(*r.conversion, w.picture);
-  return w;
 }
 
 catalogue::call prepare(const arena& memory, const row& r, const workload& w, bool* opaque) {

@@ -38,9 +38,6 @@ inline constexpr shape report_shapes[] = {shape::tight, shape::padded, shape::od
 // As many pixels as in_cache, in rows of 64.
 inline constexpr size short_rows{64, 480};
 
-// A workload of the row, whose bytes do not count the rows of chroma that are left out on the way to 4:2:0.
-workload make_workload(const row& r, size picture, shape memory);
-
 catalogue::call prepare(const arena& memory, const row& r, const workload& w, bool* opaque);
 
 // What one kind of conversion must reach: shares of memcpy at the three report_sizes.

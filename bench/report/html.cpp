@@ -1,0 +1,245 @@
+#include "html.h"
+
+#include <functional>
+
+#include "plot.h"
+#include "text.h"
+
+namespace morvane::bench {
+
+namespace {
+
+constexpr std::string_view head = R"(<!DOCTYPE html>
+<html lang="en">
+<head>
+<meta charset="utf-8">
+<meta name="viewport" content="width=device-width">
+<title>Morvane: speed of every conversion</title>
+<style>
+:root { color-scheme: light dark; --ink: #1f2328; --ground: #fff; --line: #d0d7de; --weak: #59636e; --bad: #b3261e; }
+@media (prefers-color-scheme: dark) {
+  :root { --ink: #e6edf3; --ground: #0d1117; --line: #30363d; --weak: #9198a1; --bad: #ff8a80; } }
+body { font: 14px/1.45 system-ui, sans-serif; color: var(--ink); background: var(--ground); max-width: 1080px;
+  margin: 2em auto; padding: 0 1em; }
+table { border-collapse: collapse; margin: 0.5em 0 1.5em; font-size: 12.5px; }
+th, td { padding: 2px 10px 2px 0; text-align: left; border-bottom: 1px solid var(--line); white-space: nowrap; }
+td.n, th.n { text-align: right; font-variant-numeric: tabular-nums; }
+td.bad { color: var(--bad); font-weight: 600; }
+td.wide { white-space: normal; }
+.weak { color: var(--weak); }
+summary { cursor: pointer; font-weight: 600; padding: 0.2em 0; }
+svg { max-width: 100%; height: auto; }
+div.table { overflow-x: auto; }
+</style>
+</head>
+<body>
+)";
+
+class table {
+ public:
+  table(std::ostream& out, const std::vector<std::string>& titles, std::size_t words) : out_(out), words_(words) {
+    out_ << "<div class=\"table\"><table><thead><tr>";
+    for (std::size_t i = 0; i < titles.size(); ++i)
+      out_ << (i < words_ ? "<th>" : "<th class=\"n\">") << escaped(titles[i]) << "</th>";
+    out_ << "</tr></thead><tbody>\n";
+  }
+  table(const table&) = delete;
+  table& operator=(const table&) = delete;
+  ~table() { out_ << "</tbody></table></div>\n"; }
+
+  void begin() { out_ << "<tr>"; }
+  void end() { out_ << "</tr>\n"; }
+  void word(std::string_view text) { out_ << "<td>" << escaped(text) << "</td>"; }
+  void sentence(std::string_view text) { out_ << "<td class=\"wide\">" << escaped(text) << "</td>"; }
+  void number(const std::string& text, bool bad = false) {
+    out_ << (bad ? "<td class=\"n bad\">" : "<td class=\"n\">") << text << "</td>";
+  }
+  void blank() { out_ << "<td class=\"n weak\">-</td>"; }
+  void ratio(const measurement* fast, const measurement* slow, double least) {
+    if (fast == nullptr || slow == nullptr) return blank();
+    const double r = times_as_fast(*fast, *slow);
+    number(fixed(r), r < least);
+  }
+
+ private:
+  std::ostream& out_;
+  std::size_t words_;
+};
+
+std::string name_of(const size& s) {
+  return std::to_string(s.xres) + "x" + std::to_string(s.yres);
+}
+
+void write_machine(std::ostream& out, const page_contents& page) {
+  out << "<h1>Speed of every conversion</h1>\n<table>\n";
+  for (const auto& [title, text] : page.machine)
+    out << "<tr><th>" << escaped(title) << "</th><td>" << escaped(text) << "</td></tr>\n";
+  out << "</table>\n<p>Every number is the best of several short repetitions, which ran in random order within one "
+         "process and on one thread. GB/s are of bytes read plus written. A share of memcpy compares with a memcpy "
+         "that reads and writes as many bytes, between the same places of memory, in the same run. Shapes: "
+         "<i>tight</i>, rows without gaps; <i>padded</i>, a cache line between the rows; <i>odd</i>, one pixel "
+         "narrower; <i>unaligned</i>, planes that begin at addresses of no alignment.</p>\n";
+}
+
+void write_plots(std::ostream& out, const results& r) {
+  out << "<h2>At a glance</h2>\n" << share_plot(r, full_hd) << share_plot(r, in_cache);
+}
+
+void write_targets(std::ostream& out, const results& r) {
+  out << "<h2>Targets</h2>\n<p>Shares of memcpy, tight planes, the library's own choice of processor path.</p>\n";
+  {
+    table t(out, {"kind", "1920x16", "1920x1080", "3840x2160"}, 1);
+    for (const target& of : targets) {
+      t.begin();
+      t.word(of.title);
+      for (const double share : of.share_of_memcpy) t.number(fixed(share));
+      t.end();
+    }
+  }
+  out << "<p>Beside these: padded, odd and unaligned planes at least " << fixed(least_of_tight)
+      << " of tight ones at 1920x1080; rows of 64 pixels at least " << fixed(least_of_long_rows, 1)
+      << " of rows of 1920; never slower than portable code or another library, but for " << fixed(100 * noise, 0)
+      << " % of noise; RGB to uyvy and uyvy_a at least 3 times as fast as libyuv in cache, uyvy to 32-bit RGB at "
+         "least 1.2 times.</p>\n";
+
+  const std::vector<miss> all = misses(r);
+  out << "<h3>Missed: " << all.size() << "</h3>\n";
+  if (all.empty()) return;
+  table t(out, {"conversion", "where", "target", "reason", "reached", "wanted"}, 4);
+  for (const miss& m : all) {
+    t.begin();
+    t.word(m.which->name);
+    t.word(m.where);
+    t.word(m.target);
+    t.sentence(explanation(*m.which));
+    t.number(fixed(m.reached), true);
+    t.number(fixed(m.wanted));
+    t.end();
+  }
+}
+
+void write_peers(std::ostream& out, const results& r) {
+  out << "<h2>Beside other libraries</h2>\n<p>How many times as fast the library is as another one at the same job, "
+         "tight planes, one thread each. <i>Same bytes</i>: the results are equal. <i>Close</i>: they are rounded "
+         "otherwise. <i>Other algorithm</i>: another matrix, or chroma of other places. That is found by comparing the "
+         "results whenever this report is made.</p>\n";
+  table t(out, {"conversion", "library", "function", "agreement", "1920x16", "1920x1080", "3840x2160"}, 4);
+  for (const row& which : r.rows())
+    for (const std::string_view library : {"libyuv", "swscale", "OpenCV"}) {
+      const measurement* peers[std::size(report_sizes)];
+      const measurement* any = nullptr;
+      for (std::size_t s = 0; s < std::size(report_sizes); ++s)
+        if ((peers[s] = r.find(which, report_sizes[s], shape::tight, library)) != nullptr) any = peers[s];
+      if (any == nullptr) continue;
+      t.begin();
+      t.word(which.name);
+      t.word(library);
+      t.word(any->function);
+      t.word(bench::name_of(any->label));
+      for (std::size_t s = 0; s < std::size(report_sizes); ++s)
+        t.ratio(r.ours(which, report_sizes[s]), peers[s],
+                s == 0 && library == "libyuv" ? least_of_libyuv_in_cache(which) : least_of_peer);
+      t.end();
+    }
+}
+
+void write_threads(std::ostream& out, const results& r) {
+  out << "<h2>Threads</h2>\n<p>One image of 3840x2160 by one thread, and as two bands by two. The second thread waits "
+         "in a loop, so the times hold no waking up.</p>\n";
+  table t(out, {"conversion", "GB/s, 1 thread", "GB/s, 2 threads", "gain"}, 1);
+  for (const row& which : r.rows()) {
+    const measurement* one = r.ours(which, ultra_hd);
+    const measurement* two = r.ours(which, ultra_hd, shape::tight, 2);
+    if (two == nullptr) continue;
+    t.begin();
+    t.word(which.name);
+    one ? t.number(fixed(one->gigabytes_per_second(), 1)) : t.blank();
+    t.number(fixed(two->gigabytes_per_second(), 1));
+    t.ratio(two, one, 0);
+    t.end();
+  }
+}
+
+void write_measurements(std::ostream& out, const results& r, size s, shape memory) {
+  out << "<details><summary>" << name_of(s) << ", " << bench::name_of(memory) << "</summary>\n";
+  {
+    table t(out, {"conversion", "kind", "GB/s", "ns/pixel", "of memcpy", "over portable", "of tight"}, 2);
+    for (const row& which : r.rows()) {
+      const measurement* m = r.ours(which, s, memory);
+      if (m == nullptr) continue;
+      const target* of = target_of(which.what);
+      t.begin();
+      t.word(which.name);
+      t.word(of ? of->title : "touches next to nothing");
+      t.number(fixed(m->gigabytes_per_second(), 1));
+      t.number(fixed(m->nanoseconds_per_pixel(), 4));
+      t.number(fixed(m->share_of_memcpy()));
+      t.ratio(m, r.portable(which, s, memory), of ? least_of_portable : 0);
+      t.ratio(m, r.ours(which, s), 0);
+      t.end();
+    }
+  }
+  out << "</details>\n";
+}
+
+void write_all_measurements(std::ostream& out, const results& r) {
+  out << "<h2>Every measurement</h2>\n<p>The same, with the other libraries and the portable code, is in "
+         "report.csv.</p>\n";
+  for (const size& s : report_sizes)
+    for (const shape memory : report_shapes) write_measurements(out, r, s, memory);
+  write_measurements(out, r, short_rows, shape::padded);
+}
+
+void write_arm(std::ostream& out, const std::vector<arm_figure>& arm) {
+  if (arm.empty()) return;
+  out << "<h2>64-bit Arm</h2>\n<p>Instructions executed for a pixel of 1920x16, counted under emulation, and cycles "
+         "for a pixel that llvm-mca models for the loops which take them, with all data in the nearest cache. libyuv "
+         "stands in brackets where it has NEON code for the same job; a loading or storing instruction that takes "
+         "samples apart counts as one, though it costs several steps, so both figures matter.</p>\n";
+  std::size_t shared = 0;
+  std::size_t behind = 0;
+  for (const arm_figure& ours : arm)
+    if (const arm_figure* theirs = ours.runner == "libyuv" ? nullptr : libyuv_beside(arm, ours)) {
+      ++shared;
+      if (is_behind(ours, *theirs)) ++behind;
+    }
+  out << "<p>Of " << shared << " conversions that libyuv has too, " << behind
+      << " are behind it in one of the three figures.</p>\n";
+  table t(out,
+          {"conversion", "libyuv", "agreement", "instructions", "(libyuv)", "cycles N1", "(libyuv)", "cycles V1",
+           "(libyuv)", "in loops"},
+          3);
+  for (const arm_figure& ours : arm) {
+    if (ours.runner == "libyuv") continue;
+    const arm_figure* theirs = libyuv_beside(arm, ours);
+    t.begin();
+    t.word(ours.row);
+    t.word(theirs ? theirs->function : "");
+    t.word(theirs ? theirs->label : "");
+    const auto pair = [&](double arm_figure::*figure) {
+      t.number(fixed(ours.*figure, 3), theirs && is_worse(ours.*figure, theirs->*figure));
+      theirs ? t.number(std::string("(").append(fixed(theirs->*figure, 3)).append(")")) : t.blank();
+    };
+    pair(&arm_figure::instructions);
+    pair(&arm_figure::n1_cycles);
+    pair(&arm_figure::v1_cycles);
+    t.number(fixed(100 * ours.modelled, 0) + " %");
+    t.end();
+  }
+}
+
+}  // namespace
+
+void write_html(std::ostream& out, const page_contents& page) {
+  out << head;
+  write_machine(out, page);
+  write_plots(out, page.measured);
+  write_targets(out, page.measured);
+  write_peers(out, page.measured);
+  write_threads(out, page.measured);
+  write_arm(out, page.arm);
+  write_all_measurements(out, page.measured);
+  out << "</body>\n</html>\n";
+}
+
+}  // namespace morvane::bench

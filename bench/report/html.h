@@ -1,0 +1,22 @@
+// The report as one page of HTML that needs nothing else.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "arm_figures.h"
+#include "results.h"
+
+namespace morvane::bench {
+
+struct page_contents {
+  std::vector<std::pair<std::string, std::string>> machine{};
+  const results& measured;
+  std::vector<arm_figure> arm{};
+};
+
+void write_html(std::ostream& out, const page_contents& page);
+
+}  // namespace morvane::bench

@@ -1,0 +1,121 @@
+#include "page.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+
+#include "machine.h"
+#include "plot.h"
+#include "text.h"
+
+namespace morvane::bench {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// What most users come for.
+constexpr std::string_view examples[] = {
+    "uyvy::bgra_709", "bgrx_709::uyvy",   "bgra_709::uyvy_a", "uyvy_a::bgra_709", "v210::uyvy",
+    "uyvy::y_uv_420", "y_uv::y_uv_to422", "uyvy::p216",       "p216::uyvy",       "pa16::p216",
+};
+
+double middle_of(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+std::string shares_by_kind(const results& r) {
+  std::ostringstream out;
+  out << "| share of memcpy: median (slowest) | 1920x16 | 1920x1080 | 3840x2160 |\n|---|---|---|---|\n";
+  for (const target& t : targets) {
+    out << "| " << t.title << " |";
+    for (const size& s : report_sizes) {
+      std::vector<double> shares;
+      for (const row& which : r.rows())
+        if (const measurement* m = which.what == t.what ? r.ours(which, s) : nullptr)
+          shares.push_back(m->share_of_memcpy());
+      if (shares.empty())
+        out << " - |";
+      else
+        out << ' ' << fixed(middle_of(shares)) << " (" << fixed(*std::min_element(shares.begin(), shares.end()))
+            << ") |";
+    }
+    out << '\n';
+  }
+  return out.str();
+}
+
+std::string examples_table(const results& r) {
+  std::ostringstream out;
+  out << "| one image of 1920x1080 | microseconds | GB/s | beside the fastest other library "
+         "|\n|---|---|---|---|\n";
+  for (const row& which : r.rows()) {
+    const measurement* m = r.ours(which, full_hd);
+    if (m == nullptr || std::find(std::begin(examples), std::end(examples), which.name) == std::end(examples)) continue;
+    out << "| `" << which.name << "` | " << fixed(m->nanoseconds / 1000, 0) << " | "
+        << fixed(m->gigabytes_per_second(), 1) << " | ";
+    if (const measurement* peer = r.best_peer(which, full_hd))
+      out << fixed(times_as_fast(*m, *peer), 1) << " times as fast as " << peer->runner << " (" << name_of(peer->label)
+          << ')';
+    out << " |\n";
+  }
+  return out.str();
+}
+
+std::string threads_sentence(const results& r) {
+  std::vector<double> gains;
+  for (const row& which : r.rows()) {
+    const measurement* one = r.ours(which, ultra_hd);
+    const measurement* two = r.ours(which, ultra_hd, shape::tight, 2);
+    if (one && two) gains.push_back(times_as_fast(*two, *one));
+  }
+  if (gains.empty()) return {};
+  return "\nTwo threads, each with a band of one 3840x2160 image, were " + fixed(middle_of(gains), 1) +
+         " times as fast as one (median).\n";
+}
+
+std::string arm_sentence(const std::vector<arm_figure>& arm) {
+  std::vector<double> fewer;
+  for (const arm_figure& ours : arm)
+    if (const arm_figure* theirs = ours.runner == "libyuv" ? nullptr : libyuv_beside(arm, ours))
+      fewer.push_back(theirs->instructions / ours.instructions);
+  if (fewer.empty()) return {};
+  return "\nOn 64-bit Arm, libyuv executes " + fixed(middle_of(fewer), 2) +
+         " times the instructions for the same job (median of " + std::to_string(fewer.size()) + " conversions).\n";
+}
+
+std::string read(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) throw std::runtime_error("cannot read " + file.string());
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void write(const fs::path& file, std::string_view text) {
+  std::ofstream out(file, std::ios::binary);
+  if (!out.write(text.data(), static_cast<std::streamsize>(text.size())).flush())
+    throw std::runtime_error("cannot write " + file.string());
+}
+
+}  // namespace
+
+void refresh_performance_page(const fs::path& docs, const results& r, const std::vector<arm_figure>& arm,
+                              const std::string& commit) {
+  const fs::path page = docs / "performance.md";
+  const std::string text = read(page);
+  constexpr std::string_view begin = "<!-- begin measured -->\n";
+  constexpr std::string_view end = "<!-- end measured -->";
+  const std::size_t first = text.find(begin);
+  const std::size_t last = text.find(end);
+  if (first == text.npos || last == text.npos || last < first)
+    throw std::runtime_error(page.string() + " has no section 'measured'");
+
+  const std::string measured = "Measured on one core of " + processor_name() + ", commit " + commit + ".\n\n" +
+                               shares_by_kind(r) + '\n' + examples_table(r) + threads_sentence(r) + arm_sentence(arm);
+  write(page, text.substr(0, first + begin.size()) + measured + text.substr(last));
+  write(docs / "images/share_of_memcpy.svg", share_plot(r, full_hd));
+}
+
+}  // namespace morvane::bench

@@ -1,0 +1,16 @@
+// The measured part of docs/performance.md and its picture.
+#pragma once
+
+#include <filesystem>
+
+#include "arm_figures.h"
+#include "results.h"
+
+namespace morvane::bench {
+
+// Rewrites docs/images/share_of_memcpy.svg, and in docs/performance.md what stands between the comments
+// <!-- begin measured --> and <!-- end measured -->.
+void refresh_performance_page(const std::filesystem::path& docs, const results& r, const std::vector<arm_figure>& arm,
+                              const std::string& commit);
+
+}  // namespace morvane::bench

@@ -1,0 +1,214 @@
+#include "plot.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "text.h"
+
+namespace morvane::bench {
+
+namespace {
+
+struct bar {
+  std::string title{};
+  double share = 0;
+  double peer_share = 0;
+  std::string peer{};  // empty where no other library does the same
+};
+
+struct panel {
+  const target* of = nullptr;
+  double target_share = 0;
+  std::vector<bar> bars{};
+};
+
+constexpr int column_width = 520;
+constexpr int label_width = 190;
+constexpr int scale_width = 280;  // from no speed to full_scale
+constexpr double full_scale = 1.25;
+constexpr int line_height = 14;
+constexpr int panel_head = 38;
+constexpr int head = 76;
+
+std::vector<bar> bars_of(const results& r, kind what, size nominal) {
+  std::vector<bar> result;
+  for (const row& which : r.rows()) {
+    const measurement* m = which.what == what ? r.ours(which, nominal) : nullptr;
+    if (m == nullptr) continue;
+    const std::string title = title_of(which);
+    auto b = std::find_if(result.begin(), result.end(), [&title](const bar& other) { return other.title == title; });
+    if (b == result.end()) b = result.insert(result.end(), {.title = title, .share = m->share_of_memcpy()});
+    b->share = std::min(b->share, m->share_of_memcpy());
+    const measurement* peer = r.best_peer(which, nominal);
+    if (peer == nullptr || peer->share_of_memcpy() <= b->peer_share) continue;
+    b->peer_share = peer->share_of_memcpy();
+    b->peer = peer->runner;
+  }
+  return result;
+}
+
+std::vector<panel> panels_of(const results& r, size nominal) {
+  const auto s = std::find_if(std::begin(report_sizes), std::end(report_sizes),
+                              [&nominal](const size& other) { return other.yres == nominal.yres; });
+  std::vector<panel> result;
+  for (const target& t : targets) {
+    panel p{.of = &t,
+            .target_share = t.share_of_memcpy[static_cast<std::size_t>(s - std::begin(report_sizes))],
+            .bars = bars_of(r, t.what, nominal)};
+    if (!p.bars.empty()) result.push_back(std::move(p));
+  }
+  return result;
+}
+
+int height_of(const panel& p) {
+  return panel_head + line_height * static_cast<int>(p.bars.size()) + 10;
+}
+
+// Without variables, which not every viewer of pictures knows.
+constexpr std::string_view style = R"(<style>
+.sm { font: 11px system-ui, sans-serif; }
+.sm .title { font-size: 15px; font-weight: 600; }
+.sm .kind { font-weight: 600; }
+.sm .aim { stroke-width: 1.5; stroke-dasharray: 4 2; }
+.sm .peer { stroke-width: 1.3; }
+.sm .ground, .sm .peer { fill: #fff; }
+.sm text { fill: #1f2328; }
+.sm text.weak { fill: #59636e; }
+.sm .grid { stroke: #d0d7de; }
+.sm .copy { stroke: #59636e; }
+.sm .aim { stroke: #b3261e; }
+.sm .ours { fill: #3b78c4; }
+.sm .behind { fill: #c4713b; }
+.sm .peer { stroke: #1f2328; }
+@media (prefers-color-scheme: dark) {
+.sm .ground, .sm .peer { fill: #0d1117; }
+.sm text { fill: #e6edf3; }
+.sm text.weak { fill: #9198a1; }
+.sm .grid { stroke: #30363d; }
+.sm .copy { stroke: #9198a1; }
+.sm .aim { stroke: #ff8a80; }
+.sm .ours { fill: #5a9be6; }
+.sm .behind { fill: #e6955a; }
+.sm .peer { stroke: #e6edf3; }
+}
+</style>
+)";
+
+class drawing {
+ public:
+  drawing(int width, int height) {
+    out_ << "<svg xmlns=\"http://www.w3.org/2000/svg\" class=\"sm\" viewBox=\"0 0 " << width << ' ' << height
+         << "\" width=\"" << width << "\" height=\"" << height << "\" role=\"img\">\n"
+         << style << "<rect class=\"ground\" width=\"100%\" height=\"100%\"/>\n";
+  }
+
+  void text(double x, double y, std::string_view css, std::string_view content, std::string_view anchor = "start") {
+    out_ << "<text x=\"" << x << "\" y=\"" << y << "\" class=\"" << css << "\" text-anchor=\"" << anchor << "\">"
+         << escaped(content) << "</text>\n";
+  }
+  void line(double x, double from_y, double to_y, std::string_view css) {
+    out_ << "<line class=\"" << css << "\" x1=\"" << x << "\" x2=\"" << x << "\" y1=\"" << from_y << "\" y2=\"" << to_y
+         << "\"/>\n";
+  }
+  void rect(double x, double y, double width, double height, std::string_view css) {
+    out_ << "<rect class=\"" << css << "\" x=\"" << x << "\" y=\"" << y << "\" width=\"" << width << "\" height=\""
+         << height << "\"/>\n";
+  }
+  // A mark for each of the other libraries.
+  void mark(double x, double y, std::string_view library) {
+    if (library == "libyuv")
+      out_ << "<circle class=\"peer\" cx=\"" << x << "\" cy=\"" << y << "\" r=\"3.5\"/>\n";
+    else if (library == "swscale")
+      rect(x - 3, y - 3, 6, 6, "peer");
+    else
+      out_ << "<path class=\"peer\" d=\"M" << x << ' ' << y - 4.5 << "l4.2 7.5h-8.4z\"/>\n";
+  }
+
+  std::string finish() { return out_.str() + "</svg>\n"; }
+
+ private:
+  std::ostringstream out_;
+};
+
+double at(double share) {
+  return label_width + scale_width * std::min(share, full_scale) / full_scale;
+}
+
+void draw_head(drawing& d, size nominal) {
+  const std::string name = std::to_string(nominal.xres) + "x" + std::to_string(nominal.yres);
+  d.text(12, 24, "title",
+         "Speed of every conversion, " + name + (nominal.yres == in_cache.yres ? " (in cache)" : "") +
+             ", as a share of memcpy that moves as many bytes");
+  d.text(12, 46, "weak", "1.00 is as fast as a plain copy. Same formats, several matrices: the slowest of them.");
+  double x = 12;
+  const auto say = [&](std::string_view what, double width) {
+    d.text(x + 12, 66, "", what);
+    x += width;
+  };
+  d.rect(x - 1, 58, 9, 9, "ours");
+  say("Morvane", 75);
+  d.rect(x - 1, 58, 9, 9, "behind");
+  say("Morvane, below its target", 165);
+  d.line(x + 4, 57, 69, "aim");
+  say("target of the kind", 125);
+  for (const std::string_view library : {"libyuv", "swscale", "OpenCV"}) {
+    d.mark(x + 4, 62, library);
+    say(library, 68);
+  }
+  d.text(x + 4, 66, "weak", "(the fastest of the other libraries, one thread)");
+}
+
+void draw_panel(drawing& d, const panel& p, double left, double top) {
+  const double first = top + panel_head;
+  const double last = first + line_height * static_cast<double>(p.bars.size());
+  d.text(left + 12, top + 16, "kind", p.of->title);
+  for (int quarter = 0; quarter <= 5; ++quarter) {
+    const double x = left + at(quarter / 4.0);
+    d.line(x, first - 2, last, quarter == 4 ? "copy" : "grid");
+    d.text(x, first - 5, "weak", fixed(quarter / 4.0), "middle");
+  }
+  double y = first;
+  for (const bar& b : p.bars) {
+    d.text(left + label_width - 6, y + 10.5, "", b.title, "end");
+    d.rect(left + label_width, y + 2, at(b.share) - label_width, line_height - 5,
+           b.share < p.target_share ? "behind" : "ours");
+    d.text(left + label_width + scale_width + 8, y + 10.5, "", fixed(b.share));
+    y += line_height;
+  }
+  d.line(left + at(p.target_share), first - 2, last, "aim");
+  y = first;
+  for (const bar& b : p.bars) {
+    if (!b.peer.empty()) d.mark(left + at(b.peer_share), y + line_height / 2.0, b.peer);
+    y += line_height;
+  }
+}
+
+}  // namespace
+
+std::string share_plot(const results& r, size nominal) {
+  const std::vector<panel> panels = panels_of(r, nominal);
+  if (panels.empty()) return {};
+  int total = 0;
+  for (const panel& p : panels) total += height_of(p);
+
+  // Two columns: the first takes panels up to the half.
+  std::size_t in_first = 0;
+  int first_height = 0;
+  while (in_first < panels.size() && 2 * first_height + height_of(panels[in_first]) <= total + line_height)
+    first_height += height_of(panels[in_first++]);
+  in_first = std::max<std::size_t>(in_first, 1);
+
+  int heights[2] = {};
+  for (std::size_t i = 0; i < panels.size(); ++i) heights[i < in_first ? 0 : 1] += height_of(panels[i]);
+  drawing d(2 * column_width, head + std::max(heights[0], heights[1]) + 8);
+  draw_head(d, nominal);
+  int top[2] = {head, head};
+  for (std::size_t i = 0; i < panels.size(); ++i) {
+    const int column = i < in_first ? 0 : 1;
+    draw_panel(d, panels[i], column * column_width, top[column]);
+    top[column] += height_of(panels[i]);
+  }
+  return d.finish();
+}
+
+}  // namespace morvane::bench

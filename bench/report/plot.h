@@ -1,0 +1,15 @@
+// The picture of the report: the share of memcpy that each conversion reaches, beside the best of the other libraries
+// and the target of its kind.
+#pragma once
+
+#include <string>
+
+#include "results.h"
+
+namespace morvane::bench {
+
+// An SVG of its own, for light and dark pages. Rows that convert the same formats are one bar, of the slowest of them.
+// Empty where nothing of this size was measured.
+std::string share_plot(const results& r, size nominal);
+
+}  // namespace morvane::bench

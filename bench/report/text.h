@@ -1,0 +1,19 @@
+// Numbers and names as the report's pages print them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace morvane::bench {
+
+// With this many digits after the point.
+std::string fixed(double value, int digits = 2);
+
+// For HTML and SVG.
+std::string escaped(std::string_view text);
+
+// "bgrx to uyvy", "copy of y", "fill of alpha": what the rows of one kernel have in common.
+struct row;
+std::string title_of(const row& r);
+
+}  // namespace morvane::bench
