@@ -1029,7 +1029,10 @@ struct to_byte_kernel {
   }
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    V::store(dst, V::deinterleave2(shifted<V>(src), shifted<V>(src + V::block_bytes)).first);
+    if constexpr (bits == 8)
+      V::store(dst, V::deinterleave2(V::load(src), V::load(src + V::block_bytes)).second);
+    else
+      V::store(dst, V::deinterleave2(shifted<V>(src), shifted<V>(src + V::block_bytes)).first);
   }
 
   template <class V>

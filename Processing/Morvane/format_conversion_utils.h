@@ -145,19 +145,6 @@ MORVANE_INLINE void walk(Kernel& kernel, size_t units, Plane*... planes) {
   walk_rule<V, bytes...>(kernel, units, planes...);
 }
 
-// As walk, for kernels that must see every unit once: a last part of a vector is left to the rule.
-template <class V, int... bytes, class Kernel, class... Plane>
-MORVANE_INLINE void walk_once(Kernel& kernel, size_t units, Plane*... planes) {
-  if constexpr (V::lanes > 0) {
-    constexpr size_t step = Kernel::template step<V>;
-    for (; units >= step; units -= step) {
-      kernel.template vector<V>(planes...);
-      ((planes += step * bytes), ...);
-    }
-  }
-  walk_rule<V, bytes...>(kernel, units, planes...);
-}
-
 // Runs a kernel over a line whose planes may overlap: then the rule alone defines the result.
 template <class V, int... bytes, class Kernel, class... Plane>
 MORVANE_INLINE void walk_in_order(Kernel& kernel, const size_t units, Plane*... planes) {

@@ -171,8 +171,8 @@ mutant(only_source_and_first_plane_kept_apart
 
 mutant(difference_without_the_last_bytes
        FILE sum_absolute_differences_inc.h
-       FROM [[return w.bytes + V::total(w.vectors);]]
-       TO [[return V::total(w.vectors);]]
+       FROM [[if (bytes > 0) end_of_block]]
+       TO [[if (bytes > 1) end_of_block]]
        ROWS *
        PROGRAM difference_test
        AVX2)

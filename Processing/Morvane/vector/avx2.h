@@ -165,6 +165,11 @@ struct avx2 {
     const __m256i hi = _mm256_srai_epi32(_mm256_madd_epi16(_mm256_unpackhi_epi16(x, constant), weights), bits);
     return {_mm256_packus_epi32(lo, hi)};
   }
+  MORVANE_INLINE static block without_first(const block b, const size_t count) {
+    const __m256i place = _mm256_setr_epi8(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21,
+                                           22, 23, 24, 25, 26, 27, 28, 29, 30, 31);
+    return {_mm256_andnot_si256(_mm256_cmpgt_epi8(_mm256_set1_epi8(static_cast<char>(count)), place), b.v)};
+  }
   // The sum of |a - b| over all bytes, added to four sums of 64 bits.
   struct sums {
     __m256i v;

@@ -165,6 +165,11 @@ struct neon {
     return block_of(linear_words<multiplier, offset, bits>(as_words(b.lo)),
                     linear_words<multiplier, offset, bits>(as_words(b.hi)));
   }
+  MORVANE_INLINE static block without_first(const block b, const size_t count) {
+    const uint8x16_t place = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    const uint8x16_t first = vdupq_n_u8(static_cast<uint8_t>(count));
+    return {vandq_u8(b.lo, vcgeq_u8(place, first)), vandq_u8(b.hi, vcgeq_u8(vaddq_u8(place, vdupq_n_u8(16)), first))};
+  }
   struct sums {
     uint64x2_t v;
   };

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 
 #include "weights.h"
@@ -59,6 +60,8 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::template linear<301, -5117>(block) } -> std::same_as<typename V::block>;
   // clamp((multiplier * x + offset) >> bits) of every 16-bit word; the offset is a multiple of 4096.
   { V::template linear_words<1197, -4902912, 10>(block) } -> std::same_as<typename V::block>;
+  // The block with zeros for so many of its first bytes.
+  { V::without_first(block, size_t{}) } -> std::same_as<typename V::block>;
   // 64-bit sums of the absolute differences of bytes.
   { V::add_differences(V::no_sum(), block, block) } -> std::same_as<typename V::sums>;
   { V::total(V::no_sum()) } -> std::same_as<uint64_t>;
