@@ -491,8 +491,8 @@ struct p216_kernel {
     store_word(cbcr + 2, at.upper[3] << 8 | (bits >> 6 & 3) << 6);
   }
 
-  // Of the double words of pairs, 0 0 0 Cr:Y1:Cb:Y0, two lower bits to both words: those at bit 6 - to_even of the
-  // double word to bits 7 and 6 of the even word, and those four bits above them to the same bits of the odd one.
+  // The double word of a pair is 0 0 0 Cr:Y1:Cb:Y0, two bits a sample. Those of luma (to_even 6) or of chroma (4) go to
+  // bits 7 and 6 of both words: the lower ones up by to_even, and the ones four bits above them by 12 more.
   template <class V, int to_even>
   MORVANE_INLINE static auto lower_bits(const typename V::block bits) {
     constexpr uint32_t all = 0xffffffff;

@@ -175,28 +175,28 @@ MORVANE_INLINE constexpr place<Byte> of_pair(Byte* line, const size_t pair) {
   return {group + pair % pairs * 4, group + upper_bytes + pair % pairs};
 }
 
-// Walks over the pairs that begin in a line: those of whole groups by the kernel's vector body, a part of a group at a
-// time, the others one by one, at the same places of a group. A pair has pair_bytes... in each other plane.
+// Walks over the pairs that begin in a line: whole groups by the kernel's vector body, whose block holds the upper
+// bytes of one, and the others pair by pair, at the same places of a group. A pair has pair_bytes... in each other
+// plane.
 template <class V, int... pair_bytes, class Kernel, class Byte, class... Plane>
 MORVANE_INLINE void walk(const Kernel& kernel, const int no_pixels, Byte* yuyv, Plane*... planes) {
   size_t left = begun_pairs(no_pixels);
   if constexpr (V::lanes > 0) {
-    constexpr size_t part = V::block_bytes / 4;
+    static_assert(V::block_bytes == upper_bytes);
     if constexpr (takes_two_vectors<V, Kernel, place<Byte>, place<Byte>, Plane*...>)
-      for (; left >= 2 * part; left -= 2 * part) {
-        kernel.template two_vectors<V>(of_pair(yuyv, 0), of_pair(yuyv, part), planes...);
-        yuyv += 2 * part / pairs * bytes;
-        ((planes += 2 * part * pair_bytes), ...);
+      for (; left >= 2 * pairs; left -= 2 * pairs) {
+        kernel.template two_vectors<V>(of_pair(yuyv, 0), of_pair(yuyv, pairs), planes...);
+        yuyv += 2 * bytes;
+        ((planes += 2 * pairs * pair_bytes), ...);
       }
     for (; left >= pairs; left -= pairs) {
-      for (size_t pair = 0; pair < pairs; pair += part)
-        kernel.template vector<V>(of_pair(yuyv, pair), (planes + pair * pair_bytes)...);
+      kernel.template vector<V>(of_pair(yuyv, 0), planes...);
       yuyv += bytes;
       ((planes += pairs * pair_bytes), ...);
     }
   }
   for (size_t pair = 0; pair < left; ++pair) {
-    if constexpr (V::lanes > 0) asm volatile("");
+    if constexpr (V::lanes > 0) asm volatile("");  // as in walk_rule
     kernel.rule(of_pair(yuyv, pair), (planes + pair * pair_bytes)...);
   }
 }
