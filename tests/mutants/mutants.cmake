@@ -232,7 +232,7 @@ mutant(own_lower_bits_of_cr
 mutant(even_luma_with_its_upper_byte
        FILE format_conversion_line_p216.h
        FROM [[store_word(y, (bits & 3) << 6);]]
-       TO [[store_word(y, yuyv[0] << 8 | (bits & 3) << 6);]]
+       TO [[store_word(y, at.upper[0] << 8 | (bits & 3) << 6);]]
        ROWS *yuyv_matrox_10_p216)
 
 mutant(even_luma_of_vectors_with_its_upper_byte
