@@ -162,12 +162,6 @@ inline void yuy2(const uint8_t* p_src_uyvy, uint8_t* p_dst_yuy2, const int no_pi
   backend::line_of<yuy2_kernel>()(p_src_uyvy, p_dst_yuy2, no_pixels);
 }
 
-// The bytes of chroma and those of luma of two blocks of uyvy.
-template <class V>
-MORVANE_INLINE auto chroma_and_luma(const uint8_t* src) {
-  return V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
-}
-
 // Pairs to luma and interleaved chroma: four bytes to two and two.
 template <bool write_chroma>
 struct y_uv_kernel {
@@ -187,14 +181,14 @@ struct y_uv_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* y, uint8_t* cbcr) {
-    const auto split = chroma_and_luma<V>(src);
+    const auto split = even_and_odd_bytes<V>(src);
     V::store(y, split.second);
     if constexpr (write_chroma) V::store(cbcr, split.first);
   }
   template <class V>
   MORVANE_INLINE static void two_vectors(const uint8_t* src, uint8_t* y, uint8_t* cbcr) {
-    const auto first = chroma_and_luma<V>(src);
-    const auto second = chroma_and_luma<V>(src + 2 * V::block_bytes);
+    const auto first = even_and_odd_bytes<V>(src);
+    const auto second = even_and_odd_bytes<V>(src + 2 * V::block_bytes);
     store_blocks<V>(y, first.second, second.second);
     if constexpr (write_chroma) store_blocks<V>(cbcr, first.first, second.first);
   }
@@ -231,8 +225,8 @@ struct y_u_v_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* y, uint8_t* cb, uint8_t* cr) {
-    const auto first = chroma_and_luma<V>(src);
-    const auto second = chroma_and_luma<V>(src + 2 * V::block_bytes);
+    const auto first = even_and_odd_bytes<V>(src);
+    const auto second = even_and_odd_bytes<V>(src + 2 * V::block_bytes);
     store_blocks<V>(y, first.second, second.second);
     if constexpr (write_chroma) {
       const auto chroma = V::deinterleave2(first.first, second.first);
@@ -242,10 +236,10 @@ struct y_u_v_kernel {
   }
   template <class V>
   MORVANE_INLINE static void two_vectors(const uint8_t* src, uint8_t* y, uint8_t* cb, uint8_t* cr) {
-    const auto first = chroma_and_luma<V>(src);
-    const auto second = chroma_and_luma<V>(src + 2 * V::block_bytes);
-    const auto third = chroma_and_luma<V>(src + 4 * V::block_bytes);
-    const auto fourth = chroma_and_luma<V>(src + 6 * V::block_bytes);
+    const auto first = even_and_odd_bytes<V>(src);
+    const auto second = even_and_odd_bytes<V>(src + 2 * V::block_bytes);
+    const auto third = even_and_odd_bytes<V>(src + 4 * V::block_bytes);
+    const auto fourth = even_and_odd_bytes<V>(src + 6 * V::block_bytes);
     store_blocks<V>(y, first.second, second.second, third.second, fourth.second);
     if constexpr (write_chroma) {
       const auto chroma = V::deinterleave2(first.first, second.first);
@@ -289,7 +283,7 @@ struct y_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    const auto y = chroma_and_luma<V>(src).second;
+    const auto y = even_and_odd_bytes<V>(src).second;
     if constexpr (key_color_alpha_rescale)
       V::store(dst, V::template linear<key_multiplier, key_offset>(y));
     else
@@ -474,15 +468,15 @@ struct ya_uv_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* ya, uint8_t* cbcr) {
-    const auto split = uyvy::chroma_and_luma<V>(src);
+    const auto split = even_and_odd_bytes<V>(src);
     const auto joined = V::interleave2(split.second, V::load(alpha));
     store_blocks<V>(ya, joined.first, joined.second);
     V::store(cbcr, split.first);
   }
   template <class V>
   MORVANE_INLINE static void two_vectors(const uint8_t* src, const uint8_t* alpha, uint8_t* ya, uint8_t* cbcr) {
-    const auto first = uyvy::chroma_and_luma<V>(src);
-    const auto second = uyvy::chroma_and_luma<V>(src + 2 * V::block_bytes);
+    const auto first = even_and_odd_bytes<V>(src);
+    const auto second = even_and_odd_bytes<V>(src + 2 * V::block_bytes);
     const auto joined = V::interleave2(first.second, V::load(alpha));
     const auto next_joined = V::interleave2(second.second, V::load(alpha + V::block_bytes));
     store_blocks<V>(ya, joined.first, joined.second, next_joined.first, next_joined.second);
@@ -1030,7 +1024,7 @@ struct to_byte_kernel {
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
     if constexpr (bits == 8)
-      V::store(dst, V::deinterleave2(V::load(src), V::load(src + V::block_bytes)).second);
+      V::store(dst, even_and_odd_bytes<V>(src).second);
     else
       V::store(dst, V::deinterleave2(shifted<V>(src), shifted<V>(src + V::block_bytes)).first);
   }

@@ -116,6 +116,12 @@ inline bool pa16_ex(const uint8_t* p_src_ycbcra, uint8_t* p_dst_y, uint8_t* p_ds
 
 }  // namespace ycbcra
 
+// The upper bytes of two blocks of words, alternately.
+template <class V>
+MORVANE_INLINE auto upper_bytes_of(const typename V::block first, const typename V::block second) {
+  return V::or_blocks(V::template shift_right_words<8>(first), V::and_blocks(second, V::repeat(0xff00)));
+}
+
 namespace group_10 {
 
 // Packs the upper ten bits of the words of a pair. The two bits of Cr are those of the word `cr_low`.
@@ -133,7 +139,7 @@ MORVANE_INLINE void pack(const place<uint8_t> at, const int y0, const int cb, co
 template <class V>
 MORVANE_INLINE void pack(const place<uint8_t> at, const typename V::block y, const typename V::block cbcr,
                          const typename V::block cbcr_low) {
-  V::store(at.upper, V::or_blocks(V::template shift_right_words<8>(y), V::and_blocks(cbcr, V::repeat(0xff00))));
+  V::store(at.upper, upper_bytes_of<V>(y, cbcr));
   const auto nibbles = V::or_blocks(V::and_blocks(V::template shift_right_words<6>(y), V::repeat(0b0011)),
                                     V::and_blocks(V::template shift_right_words<4>(cbcr_low), V::repeat(0b1100)));
   V::store_lowest_bytes(at.low, V::or_blocks(nibbles, V::template shift_right_and_mask<12, 0xf0>(nibbles)));
@@ -158,7 +164,7 @@ struct p216_to_p208_kernel {
   MORVANE_INLINE static void vector(const uint8_t* y, const uint8_t* cbcr, uint8_t* dst) {
     const auto first = V::load(is_yuy2 ? y : cbcr);
     const auto second = V::load(is_yuy2 ? cbcr : y);
-    V::store(dst, V::or_blocks(V::template shift_right_words<8>(first), V::and_blocks(second, V::repeat(0xff00))));
+    V::store(dst, upper_bytes_of<V>(first, second));
   }
 
   template <class V>

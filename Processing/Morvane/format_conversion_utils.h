@@ -102,6 +102,12 @@ MORVANE_INLINE void walk_rule(Kernel& kernel, size_t units, Plane*... planes) {
   }
 }
 
+// The even bytes of two blocks and the odd ones.
+template <class V>
+MORVANE_INLINE auto even_and_odd_bytes(const uint8_t* src) {
+  return V::deinterleave2(V::load(src), V::load(src + V::block_bytes));
+}
+
 // Blocks that follow each other.
 template <class V, class... Block>
 MORVANE_INLINE void store_blocks(uint8_t* dst, const Block... blocks) {

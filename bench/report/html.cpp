@@ -111,7 +111,7 @@ void write_targets(std::ostream& out, const results& r) {
     t.word(m.which->name);
     t.word(m.where);
     t.word(m.target);
-    t.sentence(explanation(*m.which));
+    t.sentence(m.why);
     t.number(fixed(m.reached), true);
     t.number(fixed(m.wanted));
     t.end();

@@ -203,12 +203,7 @@ constexpr std::string_view copies_of_four_bytes =
     "ycbcrx::ycbcrx vuyx::vuyx bgra::bgra bgra_601::bgra_601 bgra_709::bgra_709 rgba::rgba rgba_601::rgba_601 "
     "rgba_709::rgba_709 ycbcra::ycbcra vuya::vuya";
 
-constexpr struct {
-  std::string_view rows;
-  std::string_view function;
-  agreement label;
-  catalogue::thunk convert;
-} table[] = {
+constexpr stateless_peer table[] = {
     {"black::uyvy", "ARGBRect", same_bytes, black_uyvy},
     {"black::alpha(alpha)", "SetPlane", same_bytes, set_plane},
     {"black::alpha(alpha_u16)", "ARGBRect", same_bytes, set_plane_of_words},
@@ -250,11 +245,7 @@ constexpr struct {
 }  // namespace
 
 std::vector<peer> libyuv_peers() {
-  std::vector<peer> result;
-  for (const auto& entry : table)
-    result.push_back({entry.rows, "libyuv", entry.function, entry.label,
-                      [convert = entry.convert](const call& c) { return [convert, c] { convert(c); }; }});
-  return result;
+  return peers_of("libyuv", table);
 }
 
 #else

@@ -94,12 +94,7 @@ constexpr std::string_view copies_of_four_bytes =
     "rgba_709::rgba_709 ycbcra::ycbcra vuya::vuya";
 
 // Its matrix of video is BT.601.
-constexpr struct {
-  std::string_view rows;
-  std::string_view function;
-  agreement label;
-  catalogue::thunk convert;
-} table[] = {
+constexpr stateless_peer table[] = {
     {"black::uyvy", "setTo", same_bytes, black_uyvy},
     {"black::alpha(alpha)", "setTo", same_bytes, fill<CV_8UC1>},
     {"black::alpha(alpha_u16)", "setTo", same_bytes, fill<CV_16UC1>},
@@ -142,11 +137,7 @@ constexpr struct {
 
 std::vector<peer> opencv_peers() {
   cv::setNumThreads(1);
-  std::vector<peer> result;
-  for (const auto& entry : table)
-    result.push_back({entry.rows, "OpenCV", entry.function, entry.label,
-                      [convert = entry.convert](const call& c) { return [convert, c] { convert(c); }; }});
-  return result;
+  return peers_of("OpenCV", table);
 }
 
 #else

@@ -132,6 +132,14 @@ bool peer::serves(std::string_view row_name) const {
   return false;
 }
 
+std::vector<peer> peers_of(std::string_view library, std::span<const stateless_peer> functions) {
+  std::vector<peer> result;
+  for (const stateless_peer& f : functions)
+    result.push_back({f.rows, library, f.function, f.label,
+                      [convert = f.convert](const catalogue::call& c) { return [convert, c] { convert(c); }; }});
+  return result;
+}
+
 std::vector<peer> all_peers() {
   std::vector<peer> result = libyuv_peers();
   for (const auto& more : {swscale_peers(), opencv_peers()}) result.insert(result.end(), more.begin(), more.end());

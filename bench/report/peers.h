@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,16 @@ struct peer {
 
   bool serves(std::string_view row_name) const;
 };
+
+// A function that keeps nothing from call to call.
+struct stateless_peer {
+  std::string_view rows;
+  std::string_view function;
+  agreement label;
+  catalogue::thunk convert;
+};
+
+std::vector<peer> peers_of(std::string_view library, std::span<const stateless_peer> functions);
 
 // Empty where the library was not there when this was built.
 std::vector<peer> libyuv_peers();

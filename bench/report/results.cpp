@@ -70,18 +70,19 @@ std::vector<miss> misses(const results& r) {
   for (const row& which : r.rows()) {
     const target* t = target_of(which.what);
     if (t == nullptr) continue;
-    const auto hold = [&](const measurement& m, const std::string& target, double reached, double wanted) {
+    const auto hold = [&](const measurement& m, const std::string& target, double reached, double wanted,
+                          std::string_view why = {}) {
       if (reached < wanted)
-        result.push_back({&which, m.size_name() + ", " + std::string(name_of(m.memory)), target, reached, wanted});
+        result.push_back({&which, m.size_name() + ", " + std::string(name_of(m.memory)), target, reached, wanted, why});
     };
     for (std::size_t s = 0; s < std::size(report_sizes); ++s) {
       const measurement* m = r.ours(which, report_sizes[s]);
       if (m == nullptr) continue;
-      hold(*m, "of memcpy", m->share_of_memcpy(), t->share_of_memcpy[s]);
+      hold(*m, "of memcpy", m->share_of_memcpy(), t->share_of_memcpy[s], explanation(which));
       for (const measurement* peer : r.peers_of(which, report_sizes[s])) {
         const bool factor = s == 0 && peer->runner == "libyuv";
         hold(*m, "of " + peer->runner, times_as_fast(*m, *peer),
-             factor ? least_of_libyuv_in_cache(which) : least_of_peer);
+             factor ? least_of_libyuv_in_cache(which) : least_of_peer, explanation(which));
       }
     }
     for (const size& s : report_sizes)

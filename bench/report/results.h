@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "peers.h"
@@ -64,6 +65,7 @@ struct miss {
   std::string target{};  // "of memcpy"
   double reached = 0;
   double wanted = 0;
+  std::string_view why{};  // of shares of memcpy and of other libraries
 };
 
 std::vector<miss> misses(const results& r);

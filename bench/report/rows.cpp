@@ -73,26 +73,13 @@ constexpr reason reasons[] = {
     {"alpha_12u16::alpha_u16", "fills the lower bits with the upper ones, where libyuv multiplies only"},
 };
 
-// Where no row has a reason of its own.
-std::string_view reason_of(kind what) {
-  switch (what) {
-    case kind::copy:
-      return "a fill only writes, which costs a cache more than the reading that is half of a copy";
-    case kind::ycbcr_to_rgb:
-      return "57 vector instructions for 32 pixels, 19 cycles on three ports, where a copy takes 6 in cache: all eight "
-             "fractional bits are kept";
-    case kind::rearrangement:
-    case kind::weighting:
-    case kind::rgb_to_ycbcr:
-    case kind::nothing:
-      break;
-  }
-  return {};
-}
-
 bool is_32_bit_rgb(std::string_view format_name) {
   const catalogue::format& f = *catalogue::find_format(format_name);
   return f.model == color_model::rgb && f.planes[0].group_bytes == 4;
+}
+
+bool makes_32_bit_rgb_of_uyvy(const row& r) {
+  return r.what == kind::ycbcr_to_rgb && r.conversion->source == "uyvy" && is_32_bit_rgb(r.conversion->destination);
 }
 
 }  // namespace
@@ -123,7 +110,7 @@ const target* target_of(kind what) {
 double least_of_libyuv_in_cache(const row& r) {
   const conversion& c = *r.conversion;
   if (r.what == kind::rgb_to_ycbcr && (c.destination == "uyvy" || c.destination == "uyvy_a")) return 3.0;
-  if (r.what == kind::ycbcr_to_rgb && c.source == "uyvy" && is_32_bit_rgb(c.destination)) return 1.2;
+  if (makes_32_bit_rgb_of_uyvy(r)) return 1.2;
   return least_of_peer;
 }
 
@@ -132,7 +119,12 @@ std::string_view explanation(const row& r) {
     const bool by_format = r.what == kind::rgb_to_ycbcr && e.name_or_format == r.conversion->destination;
     if (by_format || e.name_or_format == r.name) return e.sentence;
   }
-  return reason_of(r.what);
+  if (r.conversion->source.empty())
+    return "only writes, which costs a cache more than the reading that is half of a copy";
+  if (makes_32_bit_rgb_of_uyvy(r))
+    return "57 vector instructions for 32 pixels, 19 cycles on three ports, where a copy takes 6 in cache: all eight "
+           "fractional bits are kept";
+  return {};
 }
 
 }  // namespace morvane::bench
