@@ -491,8 +491,9 @@ MORVANE_API void cbcr_16_422(const uint8_t* p_src_cbcr, int src_cbcr_stride, uin
 //
 // Cb and the fourth byte (alpha as it is, or x = 255) are those of their pixel. Luma and Cr are not: in every line,
 // only those of the last pixel are stored, and they are stored in the first pixel. Bytes 0 and 2 of all other pixels
-// keep what they held. In the first pixel of a line, byte 0 takes Y and byte 2 Cr in ycbcra and crcbya, and byte 0
-// takes Cr and byte 2 Y in ycbcrx and crcbyx. A line of one pixel has it the other way round in ycbcra and ycbcrx.
+// keep what they held; they are read and written again, so no other thread may write them meanwhile. In the first pixel
+// of a line, byte 0 takes Y and byte 2 Cr in ycbcra and crcbya, and byte 0 takes Cr and byte 2 Y in ycbcrx and crcbyx.
+// A line of one pixel has it the other way round in ycbcra and ycbcrx.
 //
 // A tight image is one line.
 

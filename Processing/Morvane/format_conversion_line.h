@@ -97,20 +97,9 @@ struct uyvy_kernel {
   template <class V>
   static constexpr size_t step = 4 * V::block_bytes / 16;
 
-  // bits     31 30 29 ... 20 19 ... 10 9 ... 0        31 ... 24 23 ... 16 15 ... 8 7 ... 0
-  //                 sample 2  sample 1  sample 0  to          0  sample 2 sample 1 sample 0
-  template <class V>
-  MORVANE_INLINE static auto upper_eight_bits(const uint8_t* src) {
-    const auto words = V::load(src);
-    return V::or_blocks(V::or_blocks(V::template shift_right_and_mask<2, 0xff>(words),
-                                     V::template shift_right_and_mask<4, 0xff00>(words)),
-                        V::template shift_right_and_mask<6, 0xff0000>(words));
-  }
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    V::store_three_of_four(dst, upper_eight_bits<V>(src), upper_eight_bits<V>(src + V::block_bytes),
-                           upper_eight_bits<V>(src + 2 * V::block_bytes),
-                           upper_eight_bits<V>(src + 3 * V::block_bytes));
+    V::store_upper_bytes_of_10(dst, src);
   }
 
   // The pair that holds the last pixel stays unwritten, whether it is whole or not.
@@ -315,8 +304,7 @@ struct ycbcrx_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    const auto pairs = V::load_uyvy(src);
-    V::store4(dst, V::luma(pairs), V::cb(pairs), V::cr(pairs), V::same(255));
+    V::template store_444<false>(dst, src);
   }
 
   // An odd line completes its last pair.
@@ -355,14 +343,18 @@ MORVANE_INLINE uint8_t rgb_component(const int y, const int cb, const int cr) {
 
 template <class V, ycbcr_weights w, int bits>
 MORVANE_INLINE auto rgb_component(const typename V::pairs& pairs) {
-  if constexpr (is_exact(w, bits)) {
-    constexpr short_sum s = shorten(w, bits);
-    return V::narrow_saturating(V::template shift_right_signed<s.bits>(V::template weigh<s.weights>(pairs)));
+  constexpr short_sum s = shorten(w, bits);
+  if constexpr (is_exact(s)) {
+    return V::template narrow_saturating<s.bits>(V::template weigh<s.weights>(pairs));
+  } else if constexpr (stops_at_zero(s)) {
+    return V::template narrow_saturating_unsigned<s.bits>(V::template weigh_at_least_zero<s.weights>(pairs));
   } else {
-    constexpr split_weights s = split(w, bits);
-    static_assert(is_exact(s));
-    return V::narrow_saturating(
-        V::template add_shifted<bits>(V::template weigh<s.whole>(pairs), V::template weigh<s.rest>(pairs)));
+    constexpr split_weights parts = split(w, bits);
+    constexpr bool turn = is_of_turned_luma(parts);
+    constexpr bool is_unsigned = fits_unsigned(parts.rest);
+    static_assert(is_unsigned || fits_signed(parts.rest));
+    return V::template narrow_saturating<0>(V::template add_shifted<bits, is_unsigned>(
+        V::template weigh<parts.whole, turn>(pairs), V::template weigh<parts.rest, turn>(pairs)));
   }
 }
 
@@ -517,10 +509,7 @@ struct ycbcra_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
-    const auto pairs = V::load_uyvy(src);
-    const auto y = V::luma(pairs);
-    const auto cr = V::cr(pairs);
-    V::store4(dst, is_crcby ? cr : y, V::cb(pairs), is_crcby ? y : cr, V::load_bytes(alpha));
+    V::template store_444<is_crcby>(dst, src, alpha);
   }
 
   // An odd line completes its last pair.

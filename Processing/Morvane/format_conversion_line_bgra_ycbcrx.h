@@ -30,18 +30,10 @@ struct ycbcr_444_kernel {
   template <class V>
   static constexpr size_t step = V::lanes;
 
-  template <class V>
-  MORVANE_INLINE static auto fourth(const typename V::pixels& pixels) {
-    if constexpr (has_alpha)
-      return V::fourth(pixels);
-    else
-      return V::same(255);
-  }
+  // Bytes 0 and 2 are stored again as they were found.
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    const auto pixels = V::load4(src);
-    const auto blue_difference = V::template add<128>(V::template narrow<8>(V::template weigh<cb>(pixels)));
-    V::store_second_and_fourth(dst, blue_difference, fourth<V>(pixels));
+    V::template replace_second_and_fourth<cb, has_alpha>(dst, V::load4(src));
   }
 
   // The byte of the first pixel that takes luma; Cr takes the other. In the layouts that begin with luma, a line of one

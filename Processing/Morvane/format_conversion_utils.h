@@ -121,6 +121,14 @@ concept takes_two_vectors = requires(Kernel kernel, Place... places) {
   kernel.template two_vectors<V>(places...);
 };
 
+// Asks for the cache lines that the vectors after the next few will write. A store that crosses a cache line otherwise
+// waits for both, one after the other. Source planes are fetched by the processor itself.
+template <class V, int bytes, class Byte>
+MORVANE_INLINE void expect_stores([[maybe_unused]] Byte* plane) {
+  if constexpr (!std::is_const_v<Byte> && V::stores_expected_ahead > 0)
+    for (int i = 0; i < bytes; i += V::cache_line) V::expect_store(plane + V::stores_expected_ahead + i);
+}
+
 // Runs a kernel over a line whose planes are apart: its vector body as long as a whole vector of units is left, then
 // the body once more over the last units of the line, some of which it converts a second time, to the same bytes. Only
 // a line shorter than one vector is left to the rule.
@@ -131,16 +139,19 @@ MORVANE_INLINE void walk(Kernel& kernel, size_t units, Plane*... planes) {
     if (units >= step) {
       if constexpr (takes_two_vectors<V, Kernel, Plane*...>)
         for (; units >= 2 * step; units -= 2 * step) {
+          (expect_stores<V, 2 * step * bytes>(planes), ...);
           kernel.template two_vectors<V>(planes...);
           ((planes += 2 * step * bytes), ...);
         }
       else if constexpr (V::vectors_a_turn > 1)
         for (constexpr size_t turn = V::vectors_a_turn * step; units >= turn; units -= turn) {
+          (expect_stores<V, turn * bytes>(planes), ...);
 #pragma GCC unroll 4
           for (size_t i = 0; i < turn; i += step) kernel.template vector<V>((planes + i * bytes)...);
           ((planes += turn * bytes), ...);
         }
       for (; units >= step; units -= step) {
+        (expect_stores<V, step * bytes>(planes), ...);
         kernel.template vector<V>(planes...);
         ((planes += step * bytes), ...);
       }
@@ -191,11 +202,15 @@ MORVANE_INLINE void walk(const Kernel& kernel, const int no_pixels, Byte* yuyv, 
     static_assert(V::block_bytes == upper_bytes);
     if constexpr (takes_two_vectors<V, Kernel, place<Byte>, place<Byte>, Plane*...>)
       for (; left >= 2 * pairs; left -= 2 * pairs) {
+        expect_stores<V, 2 * bytes>(yuyv);
+        (expect_stores<V, 2 * pairs * pair_bytes>(planes), ...);
         kernel.template two_vectors<V>(of_pair(yuyv, 0), of_pair(yuyv, pairs), planes...);
         yuyv += 2 * bytes;
         ((planes += 2 * pairs * pair_bytes), ...);
       }
     for (; left >= pairs; left -= pairs) {
+      expect_stores<V, bytes>(yuyv);
+      (expect_stores<V, pairs * pair_bytes>(planes), ...);
       kernel.template vector<V>(of_pair(yuyv, 0), planes...);
       yuyv += bytes;
       ((planes += pairs * pair_bytes), ...);

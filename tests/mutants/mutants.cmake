@@ -78,11 +78,25 @@ mutant(last_unit_left_out_when_all_planes_are_aligned
   else if (all_apart<bytes...>(units, planes...))]]
        ROWS *yuy2*)
 
-mutant(lowest_bit_of_every_third_sample
-       FILE format_conversion_line.h
-       FROM [[shift_right_and_mask<6, 0xff0000>]]
-       TO [[shift_right_and_mask<6, 0xfe0000>]]
+mutant(lowest_bit_of_every_second_sample
+       FILE vector/avx2.h
+       FROM [[return _mm256_srli_epi16(lifted, 8);]]
+       TO [[return _mm256_and_si256(_mm256_srli_epi16(lifted, 8), _mm256_set1_epi32(0x00fe00ff));]]
        ROWS *v210*
+       AVX2)
+
+mutant(third_byte_of_444_written
+       FILE vector/avx2.h
+       FROM [[const __m256i odd_bytes = _mm256_set1_epi16(-256);]]
+       TO [[const __m256i odd_bytes = _mm256_set1_epi32(-256);]]
+       ROWS *ycbcra*
+       AVX2)
+
+mutant(constant_of_green_off_by_one
+       FILE vector/avx2.h
+       FROM [[constexpr int greatest = w.constant + 255 * w.y;]]
+       TO [[constexpr int greatest = w.constant + 255 * w.y + 1;]]
+       ROWS *uyvy_bgra_709*
        AVX2)
 
 mutant(lower_row_writes_chroma

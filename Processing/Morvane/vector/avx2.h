@@ -22,8 +22,10 @@ namespace Processing::Morvane::format_conversion::vector {
 struct avx2 {
   static constexpr int lanes = 32;
   static constexpr int block_bytes = 32;
-  static constexpr int vectors_a_turn = 1;
+  static constexpr int vectors_a_turn = 2;
   static constexpr int float_lanes = 8;
+  static constexpr int cache_line = 64;
+  static constexpr int stores_expected_ahead = 512;
 
   struct block {
     __m256i v;
@@ -39,7 +41,7 @@ struct avx2 {
     __m256i q01, q23, q45, q67;
   };
   struct pairs {
-    words luma_cb, luma_cr;  // in each word luma in the low byte, chroma in the high one
+    words uyvy;
   };
   struct floats {
     __m256 v;
@@ -60,6 +62,8 @@ struct avx2 {
 
   static constexpr int negative(const int w) { return w < 0 ? w : 0; }
   static constexpr int positive(const int w) { return w > 0 ? w : 0; }
+
+  MORVANE_INLINE static void expect_store(uint8_t* p) { _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_T0); }
 
   MORVANE_INLINE static block load(const uint8_t* p) { return {load_256(p)}; }
   MORVANE_INLINE static void store(uint8_t* p, const block b) { store_256(p, b.v); }
@@ -185,6 +189,49 @@ struct avx2 {
   MORVANE_INLINE static bool fourth_bytes_are_255(const block b) {
     const __m256i others_set = _mm256_or_si256(b.v, _mm256_set1_epi32(0x00ffffff));
     return _mm256_movemask_epi8(_mm256_cmpeq_epi8(others_set, _mm256_set1_epi8(-1))) == -1;
+  }
+
+  // Eight samples of ten bits, from `sample` on, begin in this 32-bit word of a run of 32; the 16 bytes from it on hold
+  // them all, and none beyond the run.
+  MORVANE_INLINE static constexpr int word_of_10(const int sample) { return sample / 3 < 28 ? sample / 3 : 28; }
+  // The two bytes that the upper bits of sample + k lie in, as indices for both bytes of a word.
+  MORVANE_INLINE static constexpr short bytes_of_10(const int sample, const int k) {
+    const int first = ((sample + k) / 3 - word_of_10(sample)) * 4 + (sample + k) % 3;
+    return static_cast<short>(first | (first + 1) << 8);
+  }
+  // The factor that moves them to the upper byte of the word.
+  MORVANE_INLINE static constexpr short lift_of_10(const int sample, const int k) {
+    return static_cast<short>(64 >> 2 * ((sample + k) % 3));
+  }
+  template <int s>
+  MORVANE_INLINE static __m128i bytes_of_10() {
+    return _mm_setr_epi16(bytes_of_10(s, 0), bytes_of_10(s, 1), bytes_of_10(s, 2), bytes_of_10(s, 3), bytes_of_10(s, 4),
+                          bytes_of_10(s, 5), bytes_of_10(s, 6), bytes_of_10(s, 7));
+  }
+  template <int s>
+  MORVANE_INLINE static __m128i lift_of_10() {
+    return _mm_setr_epi16(lift_of_10(s, 0), lift_of_10(s, 1), lift_of_10(s, 2), lift_of_10(s, 3), lift_of_10(s, 4),
+                          lift_of_10(s, 5), lift_of_10(s, 6), lift_of_10(s, 7));
+  }
+  // Eight samples from `low` on in one half, and as many from `high` on in the other, a byte in each word.
+  template <int low, int high>
+  MORVANE_INLINE static __m256i upper_bytes_of_10(const uint8_t* p) {
+    const __m128i* from_low = reinterpret_cast<const __m128i*>(p + 4 * word_of_10(low));
+    const __m128i* from_high = reinterpret_cast<const __m128i*>(p + 4 * word_of_10(high));
+    const __m256i words = _mm256_set_m128i(_mm_loadu_si128(from_high), _mm_loadu_si128(from_low));
+    const __m256i ten_bits = _mm256_shuffle_epi8(words, _mm256_set_m128i(bytes_of_10<high>(), bytes_of_10<low>()));
+    const __m256i lifted = _mm256_mullo_epi16(ten_bits, _mm256_set_m128i(lift_of_10<high>(), lift_of_10<low>()));
+    return _mm256_srli_epi16(lifted, 8);
+  }
+  template <int first>
+  MORVANE_INLINE static void store_32_of_10(uint8_t* p, const uint8_t* from) {
+    store_256(p + first, _mm256_packus_epi16(upper_bytes_of_10<first, first + 16>(from),
+                                             upper_bytes_of_10<first + 8, first + 24>(from)));
+  }
+  MORVANE_INLINE static void store_upper_bytes_of_10(uint8_t* p, const uint8_t* from) {
+    store_32_of_10<0>(p, from);
+    store_32_of_10<32>(p, from);
+    store_32_of_10<64>(p, from);
   }
 
   // Per half 12 bytes of four pixels, then four zeros: B G R  B G R  B G R  B G R  0 0 0 0.
@@ -352,63 +399,89 @@ struct avx2 {
     store_256(p + 32, exchange_middle(_mm256_unpackhi_epi8(chroma.v, luma.v)));
   }
 
-  // Of Cb Y0 Cr Y1: both Y with Cb, and both Y with Cr.
-  MORVANE_INLINE static __m256i luma_with_cb(const __m256i uyvy) {
-    return _mm256_shuffle_epi8(uyvy, twice(_mm_setr_epi8(1, 0, 3, 0, 5, 4, 7, 4, 9, 8, 11, 8, 13, 12, 15, 12)));
-  }
-  MORVANE_INLINE static __m256i luma_with_cr(const __m256i uyvy) {
-    return _mm256_shuffle_epi8(uyvy, twice(_mm_setr_epi8(1, 2, 3, 2, 5, 6, 7, 6, 9, 10, 11, 10, 13, 14, 15, 14)));
-  }
-  MORVANE_INLINE static pairs pairs_of(const words uyvy) {
-    return {{luma_with_cb(uyvy.lo), luma_with_cb(uyvy.hi)}, {luma_with_cr(uyvy.lo), luma_with_cr(uyvy.hi)}};
-  }
-  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) { return pairs_of(load_words(p)); }
+  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) { return {load_words(p)}; }
   MORVANE_INLINE static __m256i upper_bytes(const __m256i luma, const __m256i chroma) {
     return _mm256_or_si256(_mm256_srli_epi16(chroma, 8), _mm256_and_si256(luma, _mm256_set1_epi16(-256)));
   }
   MORVANE_INLINE static pairs load_upper_bytes(const uint8_t* luma, const uint8_t* chroma) {
-    return pairs_of({exchange_middle(upper_bytes(load_256(luma), load_256(chroma))),
-                     exchange_middle(upper_bytes(load_256(luma + 32), load_256(chroma + 32)))});
+    return {{exchange_middle(upper_bytes(load_256(luma), load_256(chroma))),
+             exchange_middle(upper_bytes(load_256(luma + 32), load_256(chroma + 32)))}};
   }
-  // Both bytes of a word, weighted and added.
-  template <int luma, int chroma>
-  MORVANE_INLINE static __m256i sum_bytes(const __m256i word) {
+  // Of Cb Y0 Cr Y1: both Y with Cb, or both Y with Cr. Each may be taken as 255 - Y, so that a sum whose weight of luma
+  // is positive has a smaller constant, or none.
+  template <bool with_cr, bool turned>
+  MORVANE_INLINE static __m256i luma_and_chroma(const __m256i uyvy) {
+    const __m256i from = turned ? _mm256_xor_si256(uyvy, _mm256_set1_epi16(-256)) : uyvy;
+    if constexpr (with_cr)
+      return _mm256_shuffle_epi8(from, twice(_mm_setr_epi8(1, 2, 3, 2, 5, 6, 7, 6, 9, 10, 11, 10, 13, 14, 15, 14)));
+    else
+      return _mm256_shuffle_epi8(from, twice(_mm_setr_epi8(1, 0, 3, 0, 5, 4, 7, 4, 9, 8, 11, 8, 13, 12, 15, 12)));
+  }
+  static constexpr bool sum_fits(const int luma, const int chroma) {
+    return 255 * (negative(luma) + negative(chroma)) >= -32768;
+  }
+  // Luma and chroma of each word, weighted and added.
+  template <bool with_cr, bool turned, int luma, int chroma>
+  MORVANE_INLINE static __m256i sum_bytes(const __m256i uyvy) {
     static_assert(luma >= -128 && luma <= 127 && chroma >= -128 && chroma <= 127);
-    return _mm256_maddubs_epi16(word, _mm256_set1_epi16(static_cast<short>((luma & 255) | chroma * 256)));
+    static_assert(sum_fits(luma, chroma), "sums saturate at -32768");
+    return _mm256_maddubs_epi16(luma_and_chroma<with_cr, turned>(uyvy),
+                                _mm256_set1_epi16(static_cast<short>((luma & 255) | chroma * 256)));
   }
-  template <line::ycbcr_weights w>
-  MORVANE_INLINE static __m256i weigh_words(const __m256i luma_cb, const __m256i luma_cr) {
-    constexpr int y = w.y;
+  template <line::ycbcr_weights w, bool turn>
+  MORVANE_INLINE static __m256i weigh_words(const __m256i uyvy) {
     constexpr int cb = w.cb;
     constexpr int cr = w.cr;
-    const __m256i constant = _mm256_set1_epi16(static_cast<short>(w.constant));
-    if constexpr (cr == 0)
-      return _mm256_add_epi16(sum_bytes<y, cb>(luma_cb), constant);
-    else if constexpr (cb == 0)
-      return _mm256_add_epi16(sum_bytes<y, cr>(luma_cr), constant);
-    else
-      return _mm256_add_epi16(_mm256_add_epi16(sum_bytes<y, cb>(luma_cb), sum_bytes<0, cr>(luma_cr)), constant);
+    // Luma is weighed together with the greater of the weights of chroma, which keeps sums small.
+    constexpr bool with_cr = cr != 0 && (cb == 0 || cr > cb);
+    constexpr int with_luma = with_cr ? cr : cb;
+    constexpr bool turned = turn && sum_fits(-w.y, with_luma);
+    constexpr int y = turned ? -w.y : w.y;
+    constexpr int constant = turned ? w.constant + 255 * w.y : w.constant;
+    __m256i sum = sum_bytes<with_cr, turned, y, with_luma>(uyvy);
+    if constexpr (cb != 0 && cr != 0)
+      sum = _mm256_add_epi16(sum, sum_bytes < !with_cr, turned, 0, with_cr ? cb : cr > (uyvy));
+    if constexpr (constant == 0) return sum;
+    return _mm256_add_epi16(sum, _mm256_set1_epi16(static_cast<short>(constant)));
+  }
+  template <line::ycbcr_weights w, bool turn = false>
+  MORVANE_INLINE static pair_words weigh(const pairs& p) {
+    return {weigh_words<w, turn>(p.uyvy.lo), weigh_words<w, turn>(p.uyvy.hi)};
+  }
+  // The greatest sum less what 255 - Y and chroma take off it. Both words have a share of luma, such that either stays
+  // within 16 bits.
+  template <line::ycbcr_weights w>
+  MORVANE_INLINE static __m256i weigh_words_at_least_zero(const __m256i uyvy) {
+    constexpr int greatest = w.constant + 255 * w.y;
+    constexpr int with_cr = w.y < 128 + w.cr ? w.y : 128 + w.cr;
+    constexpr int with_cb = w.y - with_cr;
+    const __m256i off =
+        _mm256_add_epi16(sum_bytes<false, true, with_cb, -w.cb>(uyvy), sum_bytes<true, true, with_cr, -w.cr>(uyvy));
+    return _mm256_subs_epu16(_mm256_set1_epi16(static_cast<short>(greatest)), off);
   }
   template <line::ycbcr_weights w>
-  MORVANE_INLINE static pair_words weigh(const pairs& p) {
-    return {weigh_words<w>(p.luma_cb.lo, p.luma_cr.lo), weigh_words<w>(p.luma_cb.hi, p.luma_cr.hi)};
+  MORVANE_INLINE static pair_words weigh_at_least_zero(const pairs& p) {
+    return {weigh_words_at_least_zero<w>(p.uyvy.lo), weigh_words_at_least_zero<w>(p.uyvy.hi)};
   }
-  MORVANE_INLINE static bytes luma(const pairs& p) {
-    const words y = low_bytes(p.luma_cb);
-    return {_mm256_packus_epi16(y.lo, y.hi)};
+  template <int bits, bool is_unsigned>
+  MORVANE_INLINE static __m256i shift_right(const __m256i w) {
+    if constexpr (is_unsigned) return _mm256_srli_epi16(w, bits);
+    return _mm256_srai_epi16(w, bits);
   }
-  MORVANE_INLINE static bytes cb(const pairs& p) { return narrow<8>(p.luma_cb); }
-  MORVANE_INLINE static bytes cr(const pairs& p) { return narrow<8>(p.luma_cr); }
-  template <int bits>
-  MORVANE_INLINE static pair_words shift_right_signed(const pair_words w) {
-    return {_mm256_srai_epi16(w.lo, bits), _mm256_srai_epi16(w.hi, bits)};
-  }
-  template <int bits>
+  template <int bits, bool is_unsigned>
   MORVANE_INLINE static pair_words add_shifted(const pair_words a, const pair_words b) {
-    return {_mm256_add_epi16(a.lo, _mm256_srli_epi16(b.lo, bits)),
-            _mm256_add_epi16(a.hi, _mm256_srli_epi16(b.hi, bits))};
+    return {_mm256_add_epi16(a.lo, shift_right<bits, is_unsigned>(b.lo)),
+            _mm256_add_epi16(a.hi, shift_right<bits, is_unsigned>(b.hi))};
   }
-  MORVANE_INLINE static bytes narrow_saturating(const pair_words w) { return {_mm256_packus_epi16(w.lo, w.hi)}; }
+  template <int bits>
+  MORVANE_INLINE static bytes narrow_saturating(const pair_words w) {
+    if constexpr (bits == 0) return {_mm256_packus_epi16(w.lo, w.hi)};
+    return {_mm256_packus_epi16(shift_right<bits, false>(w.lo), shift_right<bits, false>(w.hi))};
+  }
+  template <int bits>
+  MORVANE_INLINE static bytes narrow_saturating_unsigned(const pair_words w) {
+    return {_mm256_packus_epi16(shift_right<bits, true>(w.lo), shift_right<bits, true>(w.hi))};
+  }
 
   struct interleaved {
     block q01, q23, q45, q67;
@@ -430,29 +503,55 @@ struct avx2 {
     store(p + 64, i.q45);
     store(p + 96, i.q67);
   }
-  // Byte stores: nothing but these bytes may be written, not even with their own value. The barrier keeps one shift a
-  // pixel; the compiler would shift anew for every byte.
-  MORVANE_INLINE static void store_odd_bytes(uint8_t* p, uint64_t bytes) {
-    for (int i = 1; i < 16; i += 4) {
-      p[i] = static_cast<uint8_t>(bytes);
-      p[i + 2] = static_cast<uint8_t>(bytes >> 8);
-      bytes >>= 16;
-      asm volatile("" : "+r"(bytes));
-    }
+  // Bits 8 to 15 of a sum are byte 1 already, and 128 is added by turning its highest bit.
+  //
+  //   sum ^ 32768   -- C  --  --        words of sum and pixel    -- C  -- A
+  //   pixel         -- -- --  A         with bytes of before      b0 C  b2 A
+  template <line::weights w, bool keeps_fourth>
+  MORVANE_INLINE static void replace_second_and_fourth(uint8_t* p, const __m256i pixel, const __m256i weights) {
+    const __m256i second = _mm256_xor_si256(sum_pixels(pixel, weights), _mm256_set1_epi32(0x8000));
+    const __m256i fourth = keeps_fourth ? pixel : _mm256_set1_epi8(-1);
+    const __m256i replaced = _mm256_blend_epi16(second, fourth, 0b10101010);
+    const __m256i odd_bytes = _mm256_set1_epi16(-256);
+    store_256(p, _mm256_blendv_epi8(load_256(p), replaced, odd_bytes));
   }
-  MORVANE_INLINE static void store_odd_bytes(uint8_t* p, const __m128i v) {
-    store_odd_bytes(p, static_cast<uint64_t>(_mm_cvtsi128_si64(v)));
-    store_odd_bytes(p + 16, static_cast<uint64_t>(_mm_extract_epi64(v, 1)));
+  template <line::weights w, bool keeps_fourth>
+  MORVANE_INLINE static void replace_second_and_fourth(uint8_t* p, const pixels& from) {
+    static_assert(pairs_fit(w));
+    const __m256i weights = _mm256_set1_epi32(static_cast<int>(packed(w)));
+    replace_second_and_fourth<w, keeps_fourth>(p, from.q01, weights);
+    replace_second_and_fourth<w, keeps_fourth>(p + 32, from.q23, weights);
+    replace_second_and_fourth<w, keeps_fourth>(p + 64, from.q45, weights);
+    replace_second_and_fourth<w, keeps_fourth>(p + 96, from.q67, weights);
   }
-  MORVANE_INLINE static void store_second_and_fourth(uint8_t* p, const bytes second, const bytes fourth) {
-    const __m256i lo = _mm256_unpacklo_epi8(second.v, fourth.v);
-    const __m256i hi = _mm256_unpackhi_epi8(second.v, fourth.v);
-    const __m256i q0123 = exchange_middle(lo);
-    const __m256i q4567 = exchange_middle(hi);
-    store_odd_bytes(p, _mm256_castsi256_si128(q0123));
-    store_odd_bytes(p + 32, _mm256_extracti128_si256(q0123, 1));
-    store_odd_bytes(p + 64, _mm256_castsi256_si128(q4567));
-    store_odd_bytes(p + 96, _mm256_extracti128_si256(q4567, 1));
+
+  // The same 16 bytes, four pairs, in both halves: two of them become four pixels in each.
+  template <bool is_crcby>
+  MORVANE_INLINE static __m256i pixels_of_pairs(const uint8_t* p) {
+    const __m256i pairs = twice(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+    if constexpr (is_crcby)
+      return _mm256_shuffle_epi8(pairs, _mm256_setr_epi8(2, 0, 1, -1, 2, 0, 3, -1, 6, 4, 5, -1, 6, 4, 7, -1, 10, 8, 9,
+                                                         -1, 10, 8, 11, -1, 14, 12, 13, -1, 14, 12, 15, -1));
+    else
+      return _mm256_shuffle_epi8(pairs, _mm256_setr_epi8(1, 0, 2, -1, 3, 0, 2, -1, 5, 4, 6, -1, 7, 4, 6, -1, 9, 8, 10,
+                                                         -1, 11, 8, 10, -1, 13, 12, 14, -1, 15, 12, 14, -1));
+  }
+  // Eight bytes to the fourth bytes of eight pixels.
+  MORVANE_INLINE static __m256i to_fourth_bytes(const uint8_t* p) {
+    const __m256i eight = _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+    return _mm256_shuffle_epi8(eight, _mm256_setr_epi8(-1, -1, -1, 0, -1, -1, -1, 1, -1, -1, -1, 2, -1, -1, -1, 3, -1,
+                                                       -1, -1, 4, -1, -1, -1, 5, -1, -1, -1, 6, -1, -1, -1, 7));
+  }
+  template <bool is_crcby>
+  MORVANE_INLINE static void store_444(uint8_t* p, const uint8_t* uyvy, const uint8_t* alpha) {
+    for (int i = 0; i < lanes; i += 8)
+      store_256(p + 4 * i, _mm256_or_si256(pixels_of_pairs<is_crcby>(uyvy + 2 * i), to_fourth_bytes(alpha + i)));
+  }
+  template <bool is_crcby>
+  MORVANE_INLINE static void store_444(uint8_t* p, const uint8_t* uyvy) {
+    const __m256i opaque = _mm256_set1_epi32(static_cast<int>(0xff000000));
+    for (int i = 0; i < lanes; i += 8)
+      store_256(p + 4 * i, _mm256_or_si256(pixels_of_pairs<is_crcby>(uyvy + 2 * i), opaque));
   }
   MORVANE_INLINE static void store3(uint8_t* p, const bytes c0, const bytes c1, const bytes c2) {
     const interleaved i = interleave4(c0, c1, c2, c2);

@@ -15,6 +15,7 @@ struct neon {
   static constexpr int block_bytes = 32;
   static constexpr int vectors_a_turn = 4;  // vectors are short, and counting them costs as much as a few operations
   static constexpr int float_lanes = 4;
+  static constexpr int stores_expected_ahead = 0;
 
   // Two registers: loaded and stored in pairs, and half as many steps through a line.
   struct block {
@@ -197,10 +198,16 @@ struct neon {
     vst1q_u8(p + 16, three_of_four(b0.hi, b1.lo, from_sixth));
     vst1q_u8(p + 32, three_of_four(b1.lo, b1.hi, from_eleventh));
   }
-  MORVANE_INLINE static void store_three_of_four(uint8_t* p, const block b0, const block b1, const block b2,
-                                                 const block b3) {
-    store_three_of_four(p, b0, b1);
-    store_three_of_four(p + 48, b2, b3);
+  // bits     31 30 29 ... 20 19 ... 10 9 ... 0        31 ... 24 23 ... 16 15 ... 8 7 ... 0
+  //                 sample 2  sample 1  sample 0  to          0  sample 2 sample 1 sample 0
+  MORVANE_INLINE static block upper_bytes_of_10(const uint8_t* p) {
+    const block words = load(p);
+    return or_blocks(or_blocks(shift_right_and_mask<2, 0xff>(words), shift_right_and_mask<4, 0xff00>(words)),
+                     shift_right_and_mask<6, 0xff0000>(words));
+  }
+  MORVANE_INLINE static void store_upper_bytes_of_10(uint8_t* p, const uint8_t* from) {
+    store_three_of_four(p, upper_bytes_of_10(from), upper_bytes_of_10(from + 32));
+    store_three_of_four(p + 48, upper_bytes_of_10(from + 64), upper_bytes_of_10(from + 96));
   }
 
   MORVANE_INLINE static pixels load4(const uint8_t* p) { return {vld4q_u8(p)}; }
@@ -344,44 +351,74 @@ struct neon {
     return {c.val[1], y.val[1], c.val[3], y.val[3]};
   }
   // The chroma of a pair is weighed once for both its pixels.
-  template <line::ycbcr_weights w>
+  template <line::ycbcr_weights w, bool = false>
   MORVANE_INLINE static pair_words weigh(const pairs& p) {
     const uint16x8_t constant = vdupq_n_u16(static_cast<uint16_t>(w.constant));
     const uint16x8_t chroma = accumulate<w.cr>(accumulate<w.cb>(constant, p.cb), p.cr);
     return {accumulate<w.y>(chroma, p.even_luma), accumulate<w.y>(chroma, p.odd_luma)};
   }
-  MORVANE_INLINE static bytes luma(const pairs& p) { return zip(p.even_luma, p.odd_luma); }
-  MORVANE_INLINE static bytes cb(const pairs& p) { return zip(p.cb, p.cb); }
-  MORVANE_INLINE static bytes cr(const pairs& p) { return zip(p.cr, p.cr); }
-  template <int bits>
-  MORVANE_INLINE static pair_words shift_right_signed(const pair_words w) {
-    return {vreinterpretq_u16_s16(vshrq_n_s16(vreinterpretq_s16_u16(w.even), bits)),
-            vreinterpretq_u16_s16(vshrq_n_s16(vreinterpretq_s16_u16(w.odd), bits))};
+  // Lifted by a multiple of 65536 / 256 to be positive, and lowered again, not below 0.
+  template <line::ycbcr_weights w>
+  MORVANE_INLINE static pair_words weigh_at_least_zero(const pairs& p) {
+    constexpr int least = w.constant + 255 * (w.cb + w.cr);
+    constexpr line::ycbcr_weights lifted = {w.y, w.cb, w.cr, w.constant - least};
+    const uint16x8_t lift = vdupq_n_u16(static_cast<uint16_t>(-least));
+    const pair_words sum = weigh<lifted>(p);
+    return {vqsubq_u16(sum.even, lift), vqsubq_u16(sum.odd, lift)};
   }
-  template <int bits>
+  template <int bits, bool is_unsigned>
+  MORVANE_INLINE static uint16x8_t add_shifted(const uint16x8_t a, const uint16x8_t b) {
+    if constexpr (is_unsigned) return vsraq_n_u16(a, b, bits);
+    return vreinterpretq_u16_s16(vsraq_n_s16(vreinterpretq_s16_u16(a), vreinterpretq_s16_u16(b), bits));
+  }
+  template <int bits, bool is_unsigned>
   MORVANE_INLINE static pair_words add_shifted(const pair_words a, const pair_words b) {
-    return {vsraq_n_u16(a.even, b.even, bits), vsraq_n_u16(a.odd, b.odd, bits)};
+    return {add_shifted<bits, is_unsigned>(a.even, b.even), add_shifted<bits, is_unsigned>(a.odd, b.odd)};
   }
+  MORVANE_INLINE static bytes in_turn(const uint8x16_t even_then_odd) {
+    const uint8x16_t index = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
+    return {vqtbl1q_u8(even_then_odd, index)};
+  }
+  template <int bits>
   MORVANE_INLINE static bytes narrow_saturating(const pair_words w) {
-    const uint8x8_t even = vqmovun_s16(vreinterpretq_s16_u16(w.even));
-    const uint8x16_t even_then_odd = vqmovun_high_s16(even, vreinterpretq_s16_u16(w.odd));
-    const uint8x16_t in_turn = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
-    return {vqtbl1q_u8(even_then_odd, in_turn)};
+    const int16x8_t even = vreinterpretq_s16_u16(w.even);
+    const int16x8_t odd = vreinterpretq_s16_u16(w.odd);
+    if constexpr (bits == 0)
+      return in_turn(vqmovun_high_s16(vqmovun_s16(even), odd));
+    else
+      return in_turn(vqshrun_high_n_s16(vqshrun_n_s16(even, bits), odd, bits));
+  }
+  template <int bits>
+  MORVANE_INLINE static bytes narrow_saturating_unsigned(const pair_words w) {
+    return in_turn(vqshrn_high_n_u16(vqshrn_n_u16(w.even, bits), w.odd, bits));
+  }
+
+  template <bool is_crcby>
+  MORVANE_INLINE static void store_444(uint8_t* p, const pairs& uyvy, const bytes fourth) {
+    const bytes y = zip(uyvy.even_luma, uyvy.odd_luma);
+    const bytes cb = zip(uyvy.cb, uyvy.cb);
+    const bytes cr = zip(uyvy.cr, uyvy.cr);
+    store4(p, is_crcby ? cr : y, cb, is_crcby ? y : cr, fourth);
+  }
+  template <bool is_crcby>
+  MORVANE_INLINE static void store_444(uint8_t* p, const uint8_t* uyvy, const uint8_t* alpha) {
+    store_444<is_crcby>(p, load_uyvy(uyvy), load_bytes(alpha));
+  }
+  template <bool is_crcby>
+  MORVANE_INLINE static void store_444(uint8_t* p, const uint8_t* uyvy) {
+    store_444<is_crcby>(p, load_uyvy(uyvy), same(255));
   }
 
   MORVANE_INLINE static void store4(uint8_t* p, const bytes c0, const bytes c1, const bytes c2, const bytes c3) {
     const uint8x16x4_t all = {{c0.v, c1.v, c2.v, c3.v}};
     vst4q_u8(p, all);
   }
-  // Byte stores: nothing but these bytes may be written, not even with their own value.
-  template <int lane>
-  MORVANE_INLINE static void store_pixels_from(uint8_t* p, const uint8x16_t second, const uint8x16_t fourth) {
-    vst1q_lane_u8(p + 4 * lane + 1, second, lane);
-    vst1q_lane_u8(p + 4 * lane + 3, fourth, lane);
-    if constexpr (lane < 15) store_pixels_from<lane + 1>(p, second, fourth);
-  }
-  MORVANE_INLINE static void store_second_and_fourth(uint8_t* p, const bytes second, const bytes fourth) {
-    store_pixels_from<0>(p, second.v, fourth.v);
+  template <line::weights w, bool keeps_fourth>
+  MORVANE_INLINE static void replace_second_and_fourth(uint8_t* p, const pixels& from) {
+    uint8x16x4_t replaced = vld4q_u8(p);
+    replaced.val[1] = add<128>(narrow<8>(weigh<w>(from))).v;
+    replaced.val[3] = keeps_fourth ? from.channel.val[3] : vdupq_n_u8(255);
+    vst4q_u8(p, replaced);
   }
   MORVANE_INLINE static void store3(uint8_t* p, const bytes c0, const bytes c1, const bytes c2) {
     const uint8x16x3_t all = {{c0.v, c1.v, c2.v}};

@@ -25,6 +25,9 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // How many vectors a line is walked over before the rest of it is looked at again.
   requires V::vectors_a_turn >
   0;
+  // How far behind the present place a line's stores are announced, by expect_store for each cache line; 0 where the
+  // processor finds out early enough by itself.
+  requires V::stores_expected_ahead >= 0;
 
   // block: block_bytes bytes as they stand in memory.
   { V::load(source) } -> std::same_as<typename V::block>;
@@ -67,8 +70,9 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::total(V::no_sum()) } -> std::same_as<uint64_t>;
   // Whether bytes 3, 7, 11... are all 255.
   { V::fourth_bytes_are_255(block) } -> std::same_as<bool>;
-  // Stores four blocks without their bytes 3, 7, 11...: 3 * block_bytes bytes.
-  V::store_three_of_four(destination, block, block, block, block);
+  // Reads four blocks of 32-bit words of three 10-bit samples each, the first in the lowest bits, and stores the upper
+  // eight bits of every sample: 3 * block_bytes bytes.
+  V::store_upper_bytes_of_10(destination, source);
 
   // pixels: four bytes of each pixel. load3_second_twice reads three-byte pixels and repeats byte 1 as the fourth.
   { V::load4(source) } -> std::same_as<typename V::pixels>;
@@ -116,20 +120,29 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::load_uyvy(source) } -> std::same_as<typename V::pairs>;
   // From 16-bit planes of luma and of Cb Cr: the upper bytes.
   { V::load_upper_bytes(source, source) } -> std::same_as<typename V::pairs>;
-  // The weighted sum and constant, modulo 65536. A weight is at least -128 and at most 127. The sum of two terms stops
-  // at 32767 on some processors, before the rest is added.
+  // The weighted sum and constant, modulo 65536. A weight is at least -128 and at most 127, that of luma at least 0.
+  // The sum of two terms stops at 32767 on some processors, before the rest is added. With true, luma is better taken
+  // as 255 - Y, because that needs no constant, or one that fits other sums; the result is the same.
   { V::template weigh<line::ycbcr_weights{1, 2, 3, 4}>(pairs) } -> std::same_as<typename V::pair_words>;
-  { V::luma(pairs) } -> std::same_as<typename V::bytes>;
-  { V::cb(pairs) } -> std::same_as<typename V::bytes>;
-  { V::cr(pairs) } -> std::same_as<typename V::bytes>;
-  { V::template shift_right_signed<6>(pair_words) } -> std::same_as<typename V::pair_words>;
-  // a + (b >> bits), the shift unsigned.
-  { V::template add_shifted<8>(pair_words, pair_words) } -> std::same_as<typename V::pair_words>;
-  // Signed words clamped to 0..255.
-  { V::narrow_saturating(pair_words) } -> std::same_as<typename V::bytes>;
+  { V::template weigh<line::ycbcr_weights{1, 2, 3, -255}, true>(pairs) } -> std::same_as<typename V::pair_words>;
+  // The same, but 0 where the sum is negative. The weight of luma is 0..255, those of chroma are -127..0, and the sum
+  // is at most 65535, as is what lies between the least and the greatest one.
+  {
+    V::template weigh_at_least_zero<line::ycbcr_weights{149, -27, -68, 9817}>(pairs)
+    } -> std::same_as<typename V::pair_words>;
+  // a + (b >> bits), where b is signed or, if true, unsigned.
+  { V::template add_shifted<8, true>(pair_words, pair_words) } -> std::same_as<typename V::pair_words>;
+  // clamp(x >> bits) to 0..255, of signed words or of unsigned ones, which are shifted by at least one bit.
+  { V::template narrow_saturating<6>(pair_words) } -> std::same_as<typename V::bytes>;
+  { V::template narrow_saturating_unsigned<7>(pair_words) } -> std::same_as<typename V::bytes>;
 
-  // Stores bytes 1 and 3 of pixels of four bytes; bytes 0 and 2 are not touched.
-  V::store_second_and_fourth(destination, bytes, bytes);
+  // Pairs of uyvy to two pixels of four bytes each, Y Cb Cr A or, if true, Cr Cb Y A, which share the pair's chroma.
+  // Alpha comes from a plane or is 255.
+  V::template store_444<true>(destination, source, source);
+  V::template store_444<false>(destination, source);
+  // Replaces bytes 1 and 3 of pixels of four bytes: byte 1 by the byte 128 + (weighted sum of the given pixel >> 8),
+  // and byte 3 by that of the given pixel or, if false, by 255.
+  V::template replace_second_and_fourth<line::weights{112, -87, -26, 0}, true>(destination, pixels);
   // Stores three or four bytes a pixel.
   V::store3(destination, bytes, bytes, bytes);
   V::store4(destination, bytes, bytes, bytes, bytes);
