@@ -89,10 +89,12 @@ struct uyvy_kernel {
         p[0] | static_cast<uint32_t>(p[1]) << 8 | static_cast<uint32_t>(p[2]) << 16 | static_cast<uint32_t>(p[3]) << 24;
     return static_cast<uint8_t>(word >> (index % 3 * 10 + 2));
   }
-  MORVANE_INLINE static void samples(const uint8_t* src, uint8_t* dst, const int count) {
-    for (int i = 0; i < count; ++i) dst[i] = sample(src, i);
+  MORVANE_INLINE static void pair(const uint8_t* src, uint8_t* dst, const int index) {
+    for (int i = 4 * index; i < 4 * index + 4; ++i) dst[i] = sample(src, i);
   }
-  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) { samples(src, dst, 12); }
+  MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
+    for (int i = 0; i < 3; ++i) pair(src, dst, i);
+  }
 
   template <class V>
   static constexpr size_t step = 4 * V::block_bytes / 16;
@@ -110,7 +112,10 @@ struct uyvy_kernel {
     const size_t groups = pairs / 3;
     uyvy_kernel kernel;
     walk<V, 16, 12>(kernel, groups, p_src_v210, p_dst_uyvy);
-    samples(p_src_v210 + 16 * groups, p_dst_uyvy + 12 * groups, static_cast<int>(pairs % 3) * 4);
+    const uint8_t* last_group = p_src_v210 + 16 * groups;
+    uint8_t* last_pairs = p_dst_uyvy + 12 * groups;
+    if (pairs % 3 > 0) pair(last_group, last_pairs, 0);
+    if (pairs % 3 > 1) pair(last_group, last_pairs, 1);
   }
 };
 
@@ -272,11 +277,11 @@ struct y_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    const auto y = even_and_odd_bytes<V>(src).second;
     if constexpr (key_color_alpha_rescale)
-      V::store(dst, V::template linear<key_multiplier, key_offset>(y));
+      V::store(dst, V::template linear_of_odd_bytes<key_multiplier, key_offset>(V::load(src),
+                                                                                V::load(src + V::block_bytes)));
     else
-      V::store(dst, y);
+      V::store(dst, even_and_odd_bytes<V>(src).second);
   }
 
   // An odd line completes its last pair.
@@ -604,17 +609,13 @@ struct over_black {
     dst[3] = sample<black_luma>(y1, alpha1);
   }
 
-  // 256 * black added to the product keeps it in 0..65535, so 16-bit lanes hold it exactly.
-  template <int black, class V>
-  MORVANE_INLINE static auto samples(const typename V::words values, const typename V::words weight) {
-    const auto product = V::multiply(V::template add<-black>(values), weight);
-    return V::template narrow<8>(V::template add<256 * black>(product));
-  }
+  // The products span less than 65536, so that their upper bytes are right modulo 256, and so is what black adds.
   template <class V>
-  MORVANE_INLINE static void store(uint8_t* dst, const typename V::words uyvy, const typename V::bytes alpha) {
-    const auto weight = V::template add<1>(V::widen(alpha));
-    V::store_uyvy(dst, samples<black_chroma, V>(V::low_bytes(uyvy), weight),
-                  samples<black_luma, V>(V::high_bytes(uyvy), weight));
+  MORVANE_INLINE static void store(uint8_t* dst, const typename V::words uyvy, const typename V::words alpha) {
+    const auto weight = V::template add<1>(alpha);
+    const auto chroma = V::multiply(V::template add<-black_chroma>(V::low_bytes(uyvy)), weight);
+    const auto luma = V::multiply(V::template add<-black_luma>(V::high_bytes(uyvy)), weight);
+    V::store_words(dst, V::template add_to_bytes<black_chroma, black_luma>(V::upper_bytes(chroma, luma)));
   }
 };
 
@@ -628,7 +629,7 @@ struct uyvy_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
-    over_black::store<V>(dst, V::load_words(src), V::load_bytes(alpha));
+    over_black::store<V>(dst, V::load_words(src), V::widen(V::load_bytes(alpha)));
   }
 
   // An odd line completes its last pair.
@@ -672,16 +673,20 @@ struct uyvy_kernel {
   static constexpr size_t step = V::lanes / 2;
 
   template <class V>
+  MORVANE_INLINE static auto load(const uint8_t* src) {
+    return V::load4(src);
+  }
+  template <class V>
   MORVANE_INLINE static void convert(const typename V::pixels& pixels, uint8_t* dst) {
     const auto words = V::template pick_of_pairs<at.cb, at.cr, at.y>(pixels);
     if constexpr (composite_over_black)
-      uyvy_a::over_black::store<V>(dst, words, V::fourth(pixels));
+      uyvy_a::over_black::store<V>(dst, words, V::fourth_words(pixels));
     else
       V::store_words(dst, words);
   }
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    convert<V>(V::load4(src), dst);
+    convert<V>(load<V>(src), dst);
   }
 
   // An odd line completes its last pair.

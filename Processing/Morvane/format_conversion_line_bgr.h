@@ -32,7 +32,7 @@ struct uyvy_kernel {
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
     constexpr weights luma_with_green_twice = {luma.first, luma.second - luma.second / 2, luma.third, luma.second / 2};
-    const auto pixels = V::load3_second_twice(src);
+    const auto pixels = V::load3_weighable(src);
     const auto chroma = V::template narrow<8>(V::template weigh<u, v>(pixels));
     const auto y = V::template narrow<8>(V::template weigh<luma_with_green_twice>(pixels));
     V::store_uyvy(dst, V::template add<128>(chroma), V::template add<16>(y));

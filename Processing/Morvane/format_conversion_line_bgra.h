@@ -36,24 +36,29 @@ requires(colorspace_709 || !composite_over_black) struct uyvy_kernel {
   template <class V>
   static constexpr size_t step = V::lanes / 2;
 
-  template <class V, weights even, weights odd>
-  MORVANE_INLINE static auto sums(const typename V::pixels& pixels) {
+  // The sums of a vector, shifted right. Two shifts of a scaled sum are one by as many bits.
+  template <class V, int bits, weights even, weights odd>
+  MORVANE_INLINE static auto sums(const typename V::weighable& pixels) {
     const auto s = V::template weigh<even, odd>(pixels);
     if constexpr (composite_over_black)
-      return V::template scale_by_fourth < is_unsigned(even) && is_unsigned(odd) > (s, pixels);
+      return V::template scale_by_fourth < 8 + bits, is_unsigned(even) && is_unsigned(odd) > (s, pixels);
     else
-      return s;
+      return V::template narrow<bits>(s);
+  }
+  template <class V>
+  MORVANE_INLINE static auto load(const uint8_t* src) {
+    return V::load4_weighable(src);
   }
   // The offsets are whole multiples of the divisors, so they may as well be added to the shifted bytes.
   template <class V>
-  MORVANE_INLINE static void convert(const typename V::pixels& pixels, uint8_t* dst) {
-    const auto chroma = V::template narrow<8>(sums<V, u, v>(pixels));
-    const auto y = V::template narrow<7>(sums<V, luma, luma>(pixels));
+  MORVANE_INLINE static void convert(const typename V::weighable& pixels, uint8_t* dst) {
+    const auto chroma = sums<V, 8, u, v>(pixels);
+    const auto y = sums<V, 7, luma, luma>(pixels);
     V::store_uyvy(dst, V::template add<128>(chroma), V::template add<16>(y));
   }
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
-    convert<V>(V::load4(src), dst);
+    convert<V>(load<V>(src), dst);
   }
 
   // The last pixel of an odd line is neither read nor written.

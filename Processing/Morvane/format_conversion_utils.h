@@ -246,7 +246,7 @@ struct uyvy_a_kernel {
 
     template <class>
     MORVANE_INLINE void vector(const uint8_t* src, uint8_t* dst, uint8_t* alpha) {
-      const auto pixels = V::load4(src);
+      const auto pixels = Colors::template load<V>(src);
       const auto fourth = V::fourth(pixels);
       Colors::template convert<V>(pixels, dst);
       V::store_bytes(alpha, fourth);

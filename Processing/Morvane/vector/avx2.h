@@ -40,6 +40,10 @@ struct avx2 {
   struct pixels {
     __m256i q01, q23, q45, q67;
   };
+  // The bytes of each pixel as two words.
+  struct weighable {
+    words first_and_second, third_and_fourth;
+  };
   struct pairs {
     words uyvy;
   };
@@ -157,6 +161,24 @@ struct avx2 {
     return {_mm256_packus_epi16(linear_words<rest, offset>(_mm256_unpacklo_epi8(b.v, zero)),
                                 linear_words<rest, offset>(_mm256_unpackhi_epi8(b.v, zero)))};
   }
+  // With x in the upper byte of a word and `low` in the lower one, the upper half of the product with the multiplier is
+  // (multiplier * x + rest) >> 8, where offset = rest - 256 * below.
+  template <int multiplier, int offset>
+  MORVANE_INLINE static block linear_of_odd_bytes(const block a, const block b) {
+    constexpr int below = (255 - offset) / 256;
+    constexpr int rest = offset + 256 * below;
+    constexpr int low = (256 * rest + multiplier - 1) / multiplier;
+    static_assert(offset < 0 && low <= 255 && low * multiplier / 256 == rest &&
+                  (multiplier * 255 + rest) / 256 <= 32767);
+    const __m256i upper = _mm256_set1_epi16(-256);
+    const __m256i lowest = _mm256_set1_epi16(low);
+    const __m256i factor = _mm256_set1_epi16(multiplier);
+    const __m256i a_product = _mm256_mulhi_epu16(_mm256_or_si256(_mm256_and_si256(a.v, upper), lowest), factor);
+    const __m256i b_product = _mm256_mulhi_epu16(_mm256_or_si256(_mm256_and_si256(b.v, upper), lowest), factor);
+    const __m256i lowered = _mm256_set1_epi16(below);
+    return {exchange_middle(
+        _mm256_packus_epi16(_mm256_subs_epu16(a_product, lowered), _mm256_subs_epu16(b_product, lowered)))};
+  }
   // The samples are lowered by 32768 to be signed, and the offset, divided by 4096, is the weight of a constant 4096.
   template <int multiplier, int offset, int bits>
   MORVANE_INLINE static block linear_words(const block b) {
@@ -254,16 +276,31 @@ struct avx2 {
   MORVANE_INLINE static pixels load4(const uint8_t* p) {
     return {load_256(p), load_256(p + 32), load_256(p + 64), load_256(p + 96)};
   }
-  // Eight pixels of three bytes, which begin in double word `first` of the 32 bytes at p, to eight of four bytes.
-  template <int first>
-  MORVANE_INLINE static __m256i widen_three_to_four(const uint8_t* p) {
-    const __m256i halves = _mm256_permutevar8x32_epi32(
-        load_256(p), _mm256_setr_epi32(first, first + 1, first + 2, 0, first + 3, first + 4, first + 5, 0));
-    return _mm256_shuffle_epi8(halves, twice(_mm_setr_epi8(0, 1, 2, 1, 3, 4, 5, 4, 6, 7, 8, 7, 9, 10, 11, 10)));
+  // Eight pixels 0 to 7 as words ab and cd of their bytes: within each half  ab0 ab1 ab2 ab3 cd0 cd1 cd2 cd3.
+  MORVANE_INLINE static weighable gather_words(const __m256i q01, const __m256i q23, const __m256i q45,
+                                               const __m256i q67) {
+    return {{_mm256_unpacklo_epi64(q01, q23), _mm256_unpacklo_epi64(q45, q67)},
+            {_mm256_unpackhi_epi64(q01, q23), _mm256_unpackhi_epi64(q45, q67)}};
   }
-  MORVANE_INLINE static pixels load3_second_twice(const uint8_t* p) {
-    return {widen_three_to_four<0>(p), widen_three_to_four<0>(p + 24), widen_three_to_four<0>(p + 48),
-            widen_three_to_four<2>(p + 64)};
+  MORVANE_INLINE static __m256i words_of_four(const uint8_t* p) {
+    return _mm256_shuffle_epi8(load_256(p), twice(_mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15)));
+  }
+  MORVANE_INLINE static weighable load4_weighable(const uint8_t* p) {
+    return gather_words(words_of_four(p), words_of_four(p + 32), words_of_four(p + 64), words_of_four(p + 96));
+  }
+  // The same of pixels of three bytes; cd is then the third byte and the second once more. The four pixels of a half
+  // lie in twelve bytes from `skipped` on, so that the last ones can be read without what follows them.
+  template <int skipped>
+  MORVANE_INLINE static __m256i words_of_three(const uint8_t* low, const uint8_t* high) {
+    constexpr char s = skipped;
+    const __m256i bytes = _mm256_set_m128i(_mm_loadu_si128(reinterpret_cast<const __m128i*>(high)),
+                                           _mm_loadu_si128(reinterpret_cast<const __m128i*>(low)));
+    return _mm256_shuffle_epi8(bytes, twice(_mm_setr_epi8(s, s + 1, s + 3, s + 4, s + 6, s + 7, s + 9, s + 10, s + 2,
+                                                          s + 1, s + 5, s + 4, s + 8, s + 7, s + 11, s + 10)));
+  }
+  MORVANE_INLINE static weighable load3_weighable(const uint8_t* p) {
+    return gather_words(words_of_three<0>(p, p + 12), words_of_three<0>(p + 24, p + 36),
+                        words_of_three<0>(p + 48, p + 60), words_of_three<4>(p + 68, p + 80));
   }
 
   // Four pixels' bytes to two words of pair sums each, then to one double word each.
@@ -275,53 +312,41 @@ struct avx2 {
     return (static_cast<uint32_t>(w.first) & 255) | (static_cast<uint32_t>(w.second) & 255) << 8 |
            (static_cast<uint32_t>(w.third) & 255) << 16 | (static_cast<uint32_t>(w.fourth) & 255) << 24;
   }
-  static constexpr int lowest(const line::weights w) {
-    return 255 * (negative(w.first) + negative(w.second) + negative(w.third) + negative(w.fourth));
-  }
-  static constexpr int highest(const line::weights w) {
-    return 255 * (positive(w.first) + positive(w.second) + positive(w.third) + positive(w.fourth));
-  }
-  static constexpr bool pair_fits(const int a, const int b) {
-    return a >= -128 && a <= 127 && b >= -128 && b <= 127 && 255 * (positive(a) + positive(b)) <= 32767;
+  static constexpr bool sum_fits(const int a, const int b) {
+    return a >= -128 && a <= 127 && b >= -128 && b <= 127 && 255 * (positive(a) + positive(b)) <= 32767 &&
+           255 * (negative(a) + negative(b)) >= -32768;
   }
   static constexpr bool pairs_fit(const line::weights w) {
-    return pair_fits(w.first, w.second) && pair_fits(w.third, w.fourth);
+    return sum_fits(w.first, w.second) && sum_fits(w.third, w.fourth);
+  }
+  // Weights of the bytes of two words, which alternate.
+  MORVANE_INLINE static __m256i alternate(const int low, const int high, const int next_low, const int next_high) {
+    return _mm256_set1_epi32((low & 255) | (high & 255) << 8 | (next_low & 255) << 16 | next_high * (1 << 24));
   }
   template <line::weights even, line::weights odd = even>
-  MORVANE_INLINE static words weigh(const pixels& p) {
+  MORVANE_INLINE static words weigh(const weighable& p) {
     static_assert(pairs_fit(even) && pairs_fit(odd), "pair sums saturate at 16 bits");
-    constexpr bool is_unsigned = lowest(even) == 0 && lowest(odd) == 0;
-    static_assert(is_unsigned || (lowest(even) >= -32768 && highest(even) <= 32767 && lowest(odd) >= -32768 &&
-                                  highest(odd) <= 32767),
-                  "sums saturate at 16 bits");
-    constexpr uint64_t two_pixels = packed(even) | static_cast<uint64_t>(packed(odd)) << 32;
-    const __m256i w = _mm256_set1_epi64x(static_cast<int64_t>(two_pixels));
-    if constexpr (is_unsigned)
-      return {_mm256_packus_epi32(sum_pixels(p.q01, w), sum_pixels(p.q23, w)),
-              _mm256_packus_epi32(sum_pixels(p.q45, w), sum_pixels(p.q67, w))};
-    else
-      return {_mm256_packs_epi32(sum_pixels(p.q01, w), sum_pixels(p.q23, w)),
-              _mm256_packs_epi32(sum_pixels(p.q45, w), sum_pixels(p.q67, w))};
+    constexpr line::weights e = even;
+    constexpr line::weights o = odd;
+    const __m256i w12 = alternate(e.first, e.second, o.first, o.second);
+    const __m256i w34 = alternate(e.third, e.fourth, o.third, o.fourth);
+    return {_mm256_add_epi16(_mm256_maddubs_epi16(p.first_and_second.lo, w12),
+                             _mm256_maddubs_epi16(p.third_and_fourth.lo, w34)),
+            _mm256_add_epi16(_mm256_maddubs_epi16(p.first_and_second.hi, w12),
+                             _mm256_maddubs_epi16(p.third_and_fourth.hi, w34))};
   }
 
-  MORVANE_INLINE static __m256i fourth_times_256(const __m256i p) {
-    return _mm256_shuffle_epi8(p, twice(_mm_setr_epi8(-1, 3, -1, -1, -1, 7, -1, -1, -1, 11, -1, -1, -1, 15, -1, -1)));
-  }
-  MORVANE_INLINE static __m256i fourth_times_256(const __m256i p, const __m256i q) {
-    return _mm256_packus_epi32(fourth_times_256(p), fourth_times_256(q));
-  }
-  // The product is unsigned, so a sum that may be negative is lifted by 32768 first; 32768 * A / 256 = 128 * A is taken
-  // off afterwards.
-  template <bool is_unsigned>
-  MORVANE_INLINE static __m256i scale(const __m256i sum, const __m256i a256) {
-    if constexpr (is_unsigned) return _mm256_mulhi_epu16(sum, a256);
-    const __m256i lifted = _mm256_xor_si256(sum, _mm256_set1_epi16(-32768));
-    return _mm256_sub_epi16(_mm256_mulhi_epu16(lifted, a256), _mm256_srli_epi16(a256, 1));
-  }
-  template <bool is_unsigned>
-  MORVANE_INLINE static words scale_by_fourth(const words sum, const pixels& p) {
-    return {scale<is_unsigned>(sum.lo, fourth_times_256(p.q01, p.q23)),
-            scale<is_unsigned>(sum.hi, fourth_times_256(p.q45, p.q67))};
+  MORVANE_INLINE static words fourth_words(const weighable& p) { return high_bytes(p.third_and_fourth); }
+  MORVANE_INLINE static bytes fourth(const weighable& p) { return narrow<8>(p.third_and_fourth); }
+  // The upper half of a signed product is the product >> 16; of twice the product it is the product >> 15.
+  template <int bits, bool is_unsigned>
+  MORVANE_INLINE static bytes scale_by_fourth(const words sum, const weighable& p) {
+    static_assert(bits == 15 || bits == 16);
+    const words a = shift_left<16 - bits>(fourth_words(p));
+    const __m256i lo = _mm256_mulhi_epi16(sum.lo, a.lo);
+    const __m256i hi = _mm256_mulhi_epi16(sum.hi, a.hi);
+    if constexpr (is_unsigned) return {_mm256_packus_epi16(lo, hi)};
+    return {_mm256_packs_epi16(lo, hi)};
   }
 
   // Double words 0 1 2 3 | 4 5 6 7 to 0 2 4 6 | 1 3 5 7 and back.
@@ -359,7 +384,16 @@ struct avx2 {
   }
   template <int bits>
   MORVANE_INLINE static words shift_left(const words w) {
+    if constexpr (bits == 0) return w;
     return {_mm256_slli_epi16(w.lo, bits), _mm256_slli_epi16(w.hi, bits)};
+  }
+  MORVANE_INLINE static words upper_bytes(const words low, const words high) {
+    return {upper_bytes(high.lo, low.lo), upper_bytes(high.hi, low.hi)};
+  }
+  template <int low, int high>
+  MORVANE_INLINE static words add_to_bytes(const words w) {
+    const __m256i both = _mm256_set1_epi16(static_cast<short>(low | high * 256));
+    return {_mm256_add_epi8(w.lo, both), _mm256_add_epi8(w.hi, both)};
   }
   MORVANE_INLINE static words load_words(const uint8_t* p) {
     return {exchange_middle(load_256(p)), exchange_middle(load_256(p + 32))};
@@ -368,9 +402,13 @@ struct avx2 {
     store_256(p, exchange_middle(w.lo));
     store_256(p + 32, exchange_middle(w.hi));
   }
+  MORVANE_INLINE static words fourth_words(const pixels& p) {
+    return {_mm256_packus_epi32(_mm256_srli_epi32(p.q01, 24), _mm256_srli_epi32(p.q23, 24)),
+            _mm256_packus_epi32(_mm256_srli_epi32(p.q45, 24), _mm256_srli_epi32(p.q67, 24))};
+  }
   MORVANE_INLINE static bytes fourth(const pixels& p) {
-    return {_mm256_packus_epi16(_mm256_packus_epi32(_mm256_srli_epi32(p.q01, 24), _mm256_srli_epi32(p.q23, 24)),
-                                _mm256_packus_epi32(_mm256_srli_epi32(p.q45, 24), _mm256_srli_epi32(p.q67, 24)))};
+    const words w = fourth_words(p);
+    return {_mm256_packus_epi16(w.lo, w.hi)};
   }
   // Two bytes of each pixel to its double word, the first from the pair's even pixel for both pixels.
   template <int even, int odd, int own>
@@ -417,14 +455,14 @@ struct avx2 {
     else
       return _mm256_shuffle_epi8(from, twice(_mm_setr_epi8(1, 0, 3, 0, 5, 4, 7, 4, 9, 8, 11, 8, 13, 12, 15, 12)));
   }
-  static constexpr bool sum_fits(const int luma, const int chroma) {
+  static constexpr bool stays_above(const int luma, const int chroma) {
     return 255 * (negative(luma) + negative(chroma)) >= -32768;
   }
   // Luma and chroma of each word, weighted and added.
   template <bool with_cr, bool turned, int luma, int chroma>
   MORVANE_INLINE static __m256i sum_bytes(const __m256i uyvy) {
     static_assert(luma >= -128 && luma <= 127 && chroma >= -128 && chroma <= 127);
-    static_assert(sum_fits(luma, chroma), "sums saturate at -32768");
+    static_assert(stays_above(luma, chroma), "sums saturate at -32768");
     return _mm256_maddubs_epi16(luma_and_chroma<with_cr, turned>(uyvy),
                                 _mm256_set1_epi16(static_cast<short>((luma & 255) | chroma * 256)));
   }
@@ -435,7 +473,7 @@ struct avx2 {
     // Luma is weighed together with the greater of the weights of chroma, which keeps sums small.
     constexpr bool with_cr = cr != 0 && (cb == 0 || cr > cb);
     constexpr int with_luma = with_cr ? cr : cb;
-    constexpr bool turned = turn && sum_fits(-w.y, with_luma);
+    constexpr bool turned = turn && stays_above(-w.y, with_luma);
     constexpr int y = turned ? -w.y : w.y;
     constexpr int constant = turned ? w.constant + 255 * w.y : w.constant;
     __m256i sum = sum_bytes<with_cr, turned, y, with_luma>(uyvy);
@@ -564,9 +602,10 @@ struct avx2 {
     const __m128i above = _mm_subs_epu16(words, _mm_set1_epi16(bottom));
     return {_mm256_cvtepi32_ps(_mm256_cvtepu16_epi32(above))};
   }
-  MORVANE_INLINE static floats divide(const floats f, const float divisor) {
-    return {_mm256_div_ps(f.v, _mm256_set1_ps(divisor))};
+  MORVANE_INLINE static floats multiply(const floats f, const float factor) {
+    return {_mm256_mul_ps(f.v, _mm256_set1_ps(factor))};
   }
+  MORVANE_INLINE static floats add(const floats a, const floats b) { return {_mm256_add_ps(a.v, b.v)}; }
   MORVANE_INLINE static floats subtract(const floats f, const float subtrahend) {
     return {_mm256_sub_ps(f.v, _mm256_set1_ps(subtrahend))};
   }

@@ -34,6 +34,7 @@ struct neon {
   struct pixels {
     uint8x16x4_t channel;
   };
+  using weighable = pixels;
   struct pairs {
     uint8x8_t cb, even_luma, cr, odd_luma;
   };
@@ -151,6 +152,10 @@ struct neon {
   MORVANE_INLINE static block linear(const block b) {
     return {linear<multiplier, offset>(b.lo), linear<multiplier, offset>(b.hi)};
   }
+  template <int multiplier, int offset>
+  MORVANE_INLINE static block linear_of_odd_bytes(const block a, const block b) {
+    return linear<multiplier, offset>(deinterleave2(a, b).second);
+  }
   template <int multiplier, int offset, int bits>
   MORVANE_INLINE static uint16x4_t linear_words(const uint16x4_t x) {
     const uint32x4_t sum = vmlal_n_u16(vdupq_n_u32(static_cast<uint32_t>(offset)), x, multiplier);
@@ -211,7 +216,8 @@ struct neon {
   }
 
   MORVANE_INLINE static pixels load4(const uint8_t* p) { return {vld4q_u8(p)}; }
-  MORVANE_INLINE static pixels load3_second_twice(const uint8_t* p) {
+  MORVANE_INLINE static weighable load4_weighable(const uint8_t* p) { return load4(p); }
+  MORVANE_INLINE static weighable load3_weighable(const uint8_t* p) {
     const uint8x16x3_t c = vld3q_u8(p);
     return {{{c.val[0], c.val[1], c.val[2], c.val[1]}}};
   }
@@ -275,9 +281,10 @@ struct neon {
     const int16x8_t a128 = vreinterpretq_s16_u16(vshll_n_u8(a, 7));
     return vreinterpretq_u16_s16(vqdmulhq_s16(vreinterpretq_s16_u16(sum), a128));
   }
-  template <bool is_unsigned>
-  MORVANE_INLINE static words scale_by_fourth(const words sum, const pixels& p) {
-    return {scale(sum.lo, vget_low_u8(p.channel.val[3])), scale(sum.hi, vget_high_u8(p.channel.val[3]))};
+  template <int bits, bool is_unsigned>
+  MORVANE_INLINE static bytes scale_by_fourth(const words sum, const weighable& p) {
+    return narrow<bits - 8>(
+        words{scale(sum.lo, vget_low_u8(p.channel.val[3])), scale(sum.hi, vget_high_u8(p.channel.val[3]))});
   }
 
   MORVANE_INLINE static bytes load_bytes(const uint8_t* p) { return {vld1q_u8(p)}; }
@@ -313,6 +320,16 @@ struct neon {
     vst1q_u8(p + 16, vreinterpretq_u8_u16(w.hi));
   }
   MORVANE_INLINE static bytes fourth(const pixels& p) { return {p.channel.val[3]}; }
+  MORVANE_INLINE static words fourth_words(const pixels& p) { return widen(fourth(p)); }
+  MORVANE_INLINE static words upper_bytes(const words low, const words high) {
+    return {vsriq_n_u16(high.lo, low.lo, 8), vsriq_n_u16(high.hi, low.hi, 8)};
+  }
+  template <int low, int high>
+  MORVANE_INLINE static words add_to_bytes(const words w) {
+    const uint8x16_t both = vreinterpretq_u8_u16(vdupq_n_u16(low | high << 8));
+    return {vreinterpretq_u16_u8(vaddq_u8(vreinterpretq_u8_u16(w.lo), both)),
+            vreinterpretq_u16_u8(vaddq_u8(vreinterpretq_u8_u16(w.hi), both))};
+  }
   template <int even, int odd, int own>
   MORVANE_INLINE static words pick_of_pairs(const pixels& p) {
     const uint8x16_t of_pair = vtrn1q_u8(p.channel.val[even], p.channel.val[odd]);
@@ -430,9 +447,8 @@ struct neon {
     const uint16x4_t words = vreinterpret_u16_u8(vld1_u8(p));
     return {vcvtq_f32_u32(vmovl_u16(vqsub_u16(words, vdup_n_u16(bottom))))};
   }
-  MORVANE_INLINE static floats divide(const floats f, const float divisor) {
-    return {vdivq_f32(f.v, vdupq_n_f32(divisor))};
-  }
+  MORVANE_INLINE static floats multiply(const floats f, const float factor) { return {vmulq_n_f32(f.v, factor)}; }
+  MORVANE_INLINE static floats add(const floats a, const floats b) { return {vaddq_f32(a.v, b.v)}; }
   MORVANE_INLINE static floats subtract(const floats f, const float subtrahend) {
     return {vsubq_f32(f.v, vdupq_n_f32(subtrahend))};
   }

@@ -17,7 +17,8 @@ template <class V>
 concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destination, typename V::block block,
                                         typename V::bytes bytes, typename V::words words,
                                         typename V::pair_words pair_words, typename V::pixels pixels,
-                                        typename V::pairs pairs, typename V::floats floats) {
+                                        typename V::weighable weighable, typename V::pairs pairs,
+                                        typename V::floats floats) {
   requires V::lanes >
   0;
   requires V::block_bytes >
@@ -61,6 +62,8 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   V::store_lowest_bytes(destination, block);
   // clamp((multiplier * x + offset) >> 8) of every byte; (multiplier - 256) * x + offset fits 16 signed bits.
   { V::template linear<301, -5117>(block) } -> std::same_as<typename V::block>;
+  // The same of bytes 1, 3, 5... of two blocks, with a negative offset.
+  { V::template linear_of_odd_bytes<301, -5117>(block, block) } -> std::same_as<typename V::block>;
   // clamp((multiplier * x + offset) >> bits) of every 16-bit word; the offset is a multiple of 4096.
   { V::template linear_words<1197, -4902912, 10>(block) } -> std::same_as<typename V::block>;
   // The block with zeros for so many of its first bytes.
@@ -74,19 +77,21 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // eight bits of every sample: 3 * block_bytes bytes.
   V::store_upper_bytes_of_10(destination, source);
 
-  // pixels: four bytes of each pixel. load3_second_twice reads three-byte pixels and repeats byte 1 as the fourth.
+  // pixels: four bytes of each pixel. weighable: the same, arranged for weighing; load3_weighable reads three-byte
+  // pixels and repeats byte 1 as the fourth.
   { V::load4(source) } -> std::same_as<typename V::pixels>;
-  { V::load3_second_twice(source) } -> std::same_as<typename V::pixels>;
+  { V::load4_weighable(source) } -> std::same_as<typename V::weighable>;
+  { V::load3_weighable(source) } -> std::same_as<typename V::weighable>;
   // words: a 16-bit word for each pixel. weigh sums the weighted bytes of a pixel, modulo 65536; with two sets of
   // weights, the first is for the even pixels and the second for the odd ones. A weight is at least -128 and at most
-  // 127, the sums of bytes 0 and 1 and of bytes 2 and 3 are at most 32767, and a set with negative weights sums to
-  // -32768..32767.
-  { V::template weigh<line::weights{1, 2, 3, 0}>(pixels) } -> std::same_as<typename V::words>;
+  // 127, and the sums of bytes 0 and 1 and of bytes 2 and 3 are -32768..32767.
+  { V::template weigh<line::weights{1, 2, 3, 0}>(weighable) } -> std::same_as<typename V::words>;
   {
-    V::template weigh<line::weights{1, 2, 3, 0}, line::weights{3, 2, 1, 0}>(pixels)
+    V::template weigh<line::weights{1, 2, 3, 0}, line::weights{3, 2, 1, 0}>(weighable)
     } -> std::same_as<typename V::words>;
-  // (x * A) >> 8 of words of at most 32767, A being the pixel's fourth byte. Signed words, or unsigned ones.
-  { V::template scale_by_fourth<false>(words, pixels) } -> std::same_as<typename V::words>;
+  // (x * A) >> bits of signed words, A being the pixel's fourth byte, and bits 15 or 16. The results are -128..127 or,
+  // if true, 0..255.
+  { V::template scale_by_fourth<16, false>(words, weighable) } -> std::same_as<typename V::bytes>;
   { V::template add<16>(words) } -> std::same_as<typename V::words>;
   // The low 16 bits of the products.
   { V::multiply(words, words) } -> std::same_as<typename V::words>;
@@ -95,6 +100,10 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::template shift_left<8>(words) } -> std::same_as<typename V::words>;
   { V::load_words(source) } -> std::same_as<typename V::words>;
   V::store_words(destination, words);
+  // The upper byte of the first words as the low byte, and that of the second ones as the high byte.
+  { V::upper_bytes(words, words) } -> std::same_as<typename V::words>;
+  // Adds to the low and to the high bytes, each modulo 256.
+  { V::template add_to_bytes<128, 16>(words) } -> std::same_as<typename V::words>;
   // Two bytes of each pixel as a word: the low one is byte `even` (for even pixels) or `odd` (for odd ones) of the
   // pair's even pixel, the high one byte `own` of the pixel itself.
   { V::template pick_of_pairs<1, 2, 0>(pixels) } -> std::same_as<typename V::words>;
@@ -107,6 +116,8 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // The byte in both halves of the word.
   { V::widen_repeated(bytes) } -> std::same_as<typename V::words>;
   { V::fourth(pixels) } -> std::same_as<typename V::bytes>;
+  { V::fourth(weighable) } -> std::same_as<typename V::bytes>;
+  { V::fourth_words(pixels) } -> std::same_as<typename V::words>;
   // narrow shifts right and keeps the low byte, which must hold the whole result.
   { V::template narrow<7>(words) } -> std::same_as<typename V::bytes>;
   // Adds modulo 256.
@@ -152,7 +163,8 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   0;
   // max(x, bottom) - bottom of 16-bit words.
   { V::template load_words_above<4096>(source) } -> std::same_as<typename V::floats>;
-  { V::divide(floats, float{}) } -> std::same_as<typename V::floats>;
+  { V::multiply(floats, float{}) } -> std::same_as<typename V::floats>;
+  { V::add(floats, floats) } -> std::same_as<typename V::floats>;
   { V::subtract(floats, float{}) } -> std::same_as<typename V::floats>;
   { V::at_most(floats, float{}) } -> std::same_as<typename V::floats>;
   // Pixels Cr Cb Y A of chroma in pairs, Cb Cr, luma and alpha.
