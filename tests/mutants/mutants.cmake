@@ -266,14 +266,14 @@ mutant(cr_first_in_16_bits
 
 mutant(chroma_of_floats_up_to_one
        FILE format_conversion_line_p216.h
-       FROM [[chroma_span - 0.5F, 0.5F);]]
-       TO [[chroma_span - 0.5F, 1.0F);]]
+       FROM [[static_cast<float>(chroma_span) - 0.5F, 0.5F);]]
+       TO [[static_cast<float>(chroma_span) - 0.5F, 1.0F);]]
        ROWS *vuya_f32)
 
 mutant(floats_by_reciprocals
-       FILE vector/avx2.h
-       FROM [[_mm256_div_ps(f.v, _mm256_set1_ps(divisor))]]
-       TO [[_mm256_mul_ps(f.v, _mm256_set1_ps(1 / divisor))]]
+       FILE format_conversion_line_p216.h
+       FROM [[return V::add(V::multiply(words, r.leading), V::multiply(words, r.rest));]]
+       TO [[return V::multiply(words, r.leading + r.rest);]]
        ROWS *vuya_f32
        AVX2)
 
