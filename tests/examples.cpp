@@ -107,6 +107,21 @@ TEST_P(example, a_negative_stride_converts_a_bottom_up_image) {
 
 // Fills.
 
+// Long lines are filled by an operation of the processor, whole cache lines of them at once.
+TEST_P(example, long_lines_of_black_at_every_place_of_a_cache_line) {
+  constexpr std::size_t margin = 64;
+  constexpr std::uint8_t around = 99;
+  for (const int pixels : {1023, 1024, 1025, 1055, 1056, 1057, 3000})
+    for (std::size_t place = 0; place < 64; ++place) {
+      const std::size_t length = 2 * static_cast<std::size_t>(pixels);
+      bytes wanted(margin + place + length + margin, around);
+      for (std::size_t i = 0; i < length; ++i) wanted[margin + place + i] = i % 2 == 0 ? 128 : 16;
+      bytes destination(wanted.size(), around);
+      fc::black::uyvy(destination.data() + margin + place, 2 * pixels, pixels, 1);
+      ASSERT_EQ(destination, wanted) << pixels << " pixels at " << place;
+    }
+}
+
 TEST_P(example, black_of_3x2_in_rows_of_8_bytes_leaves_the_last_two_bytes) {
   bytes destination = filled(16, 77);
   fc::black::uyvy(destination.data(), 8, 3, 2);

@@ -8,6 +8,12 @@
 
 namespace Processing::Morvane::format_conversion::line::black {
 
+// Where the processor fills long runs of memory by an operation of its own.
+template <class V>
+concept stores_repeatedly = requires(uint8_t* destination) {
+  V::store_repeatedly(destination, V::least_repeated_store, uint16_t{});
+};
+
 // Repeats a 16-bit value, low byte first, over no_words words of any address.
 struct fill_kernel {
   uint16_t value;
@@ -24,8 +30,27 @@ struct fill_kernel {
     dst[1] = static_cast<uint8_t>(value >> 8);
   }
 
+  // What lies between the first and the last vector, whole cache lines of it by the processor's own repeated store.
+  template <class V>
+  static void long_run(uint8_t* p_dst, const size_t bytes, const uint16_t value) {
+    constexpr uintptr_t cache_line = V::cache_line;
+    uint8_t* const begin =
+        reinterpret_cast<uint8_t*>((reinterpret_cast<uintptr_t>(p_dst) + cache_line - 1) & ~(cache_line - 1));
+    const size_t ahead = static_cast<size_t>(begin - p_dst);
+    const size_t rest = (bytes - ahead) % cache_line;
+    const auto block = V::repeat(value);
+    for (size_t i = 0; i < cache_line; i += V::block_bytes) {
+      V::store(p_dst + i, block);
+      V::store(p_dst + bytes - cache_line + i, block);
+    }
+    const auto swapped = static_cast<uint16_t>(value << 8 | value >> 8);
+    V::store_repeatedly(begin, bytes - ahead - rest, ahead % 2 == 0 ? value : swapped);
+  }
+
   template <class V>
   static void line(uint8_t* p_dst, const size_t no_words, const uint16_t value) {
+    if constexpr (stores_repeatedly<V>)
+      if (2 * no_words >= V::least_repeated_store) return long_run<V>(p_dst, 2 * no_words, value);
     fill_kernel kernel{value};
     walk<V, 2>(kernel, no_words, p_dst);
   }
