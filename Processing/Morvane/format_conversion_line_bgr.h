@@ -33,9 +33,8 @@ struct uyvy_kernel {
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
     constexpr weights luma_with_green_twice = {luma.first, luma.second - luma.second / 2, luma.third, luma.second / 2};
     const auto pixels = V::load3_weighable(src);
-    const auto chroma = V::template narrow<8>(V::template weigh<u, v>(pixels));
-    const auto y = V::template narrow<8>(V::template weigh<luma_with_green_twice>(pixels));
-    V::store_uyvy(dst, V::template add<128>(chroma), V::template add<16>(y));
+    const auto uyvy = V::upper_bytes(V::template weigh<u, v>(pixels), V::template weigh<luma_with_green_twice>(pixels));
+    V::store_words(dst, V::template add_to_bytes<128, 16>(uyvy));
   }
 
   // An odd line completes its last pair.

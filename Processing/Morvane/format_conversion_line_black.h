@@ -86,7 +86,7 @@ struct yuyv_matrox_10_kernel {
   template <class V>
   MORVANE_INLINE static void vector(const place at) {
     V::store(at.upper, V::repeat(upper_bytes));
-    V::store_lowest_bytes(at.low, V::repeat(0));
+    V::template store_pair_bits<false>(at.low, V::repeat(0), V::repeat(0));
   }
 
   // Four groups are a whole number of blocks, which are stored faster than groups of 32 and 8 bytes.

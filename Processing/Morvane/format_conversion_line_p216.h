@@ -134,15 +134,11 @@ MORVANE_INLINE void pack(const place<uint8_t> at, const int y0, const int cb, co
   at.low[0] = static_cast<uint8_t>((y0 >> 6 & 3) | (cb >> 6 & 3) << 2 | (y1 >> 6 & 3) << 4 | (cr_low >> 6 & 3) << 6);
 }
 
-// As pack, for the pairs of a block. Lower bits of a pixel go to a nibble, C C Y Y, and the nibbles of a pair, which
-// lie at bits 0 and 16 of its double word, to one byte.
-template <class V>
-MORVANE_INLINE void pack(const place<uint8_t> at, const typename V::block y, const typename V::block cbcr,
-                         const typename V::block cbcr_low) {
+// As pack, for the pairs of a block. The two bits of Cr may be those of Cb.
+template <class V, bool cr_as_cb = false>
+MORVANE_INLINE void pack(const place<uint8_t> at, const typename V::block y, const typename V::block cbcr) {
   V::store(at.upper, upper_bytes_of<V>(y, cbcr));
-  const auto nibbles = V::or_blocks(V::and_blocks(V::template shift_right_words<6>(y), V::repeat(0b0011)),
-                                    V::and_blocks(V::template shift_right_words<4>(cbcr_low), V::repeat(0b1100)));
-  V::store_lowest_bytes(at.low, V::or_blocks(nibbles, V::template shift_right_and_mask<12, 0xf0>(nibbles)));
+  V::template store_pair_bits<cr_as_cb>(at.low, y, cbcr);
 }
 
 }  // namespace group_10
@@ -226,8 +222,7 @@ struct yuyv_matrox_10_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const group_10::place<uint8_t> at, const uint8_t* y, const uint8_t* cbcr) {
-    const auto chroma = V::load(cbcr);
-    group_10::pack<V>(at, V::load(y), chroma, chroma);
+    group_10::pack<V>(at, V::load(y), V::load(cbcr));
   }
 
   template <class V>
@@ -450,8 +445,7 @@ struct yuyv_matrox_10_kernel {
   MORVANE_INLINE static void vector(const group_10::place<uint8_t> at, const uint8_t* y, const uint8_t* cbcr,
                                     const uint8_t* alpha) {
     const auto a = V::load(alpha);
-    const auto chroma = over_black::chroma<V>(cbcr, a);
-    group_10::pack<V>(at, over_black::luma<V>(y, a), chroma, V::repeat_even_words(chroma));
+    group_10::pack<V, true>(at, over_black::luma<V>(y, a), over_black::chroma<V>(cbcr, a));
   }
 
   template <class V>
@@ -519,28 +513,19 @@ struct p216_kernel {
     store_word(cbcr + 2, at.upper[3] << 8 | (bits >> 6 & 3) << 6);
   }
 
-  // The double word of a pair is 0 0 0 Cr:Y1:Cb:Y0, two bits a sample. Those of luma (to_even 6) or of chroma (4) go to
-  // bits 7 and 6 of both words: the lower ones up by to_even, and the ones four bits above them by 12 more.
-  template <class V, int to_even>
-  MORVANE_INLINE static auto lower_bits(const typename V::block bits) {
-    constexpr uint32_t all = 0xffffffff;
-    return V::and_blocks(V::or_blocks(V::template shift_left_and_mask<to_even, all>(bits),
-                                      V::template shift_left_and_mask<to_even + 12, all>(bits)),
-                         V::repeat(0x00c0));
-  }
   // The upper bytes in the double word of a pair: Cr Y1 Cb Y0.
   template <class V>
-  MORVANE_INLINE static auto luma(const typename V::block upper, const typename V::block bits) {
-    return V::or_blocks(V::template shift_left_and_mask<8, 0xff000000>(upper), lower_bits<V, 6>(bits));
+  MORVANE_INLINE static auto luma(const typename V::block upper, const typename V::two_blocks& bits) {
+    return V::or_blocks(V::template shift_left_and_mask<8, 0xff000000>(upper), bits.first);
   }
   template <class V>
-  MORVANE_INLINE static auto chroma(const typename V::block upper, const typename V::block bits) {
-    return V::or_blocks(V::and_blocks(upper, V::repeat(0xff00)), lower_bits<V, 4>(bits));
+  MORVANE_INLINE static auto chroma(const typename V::block upper, const typename V::two_blocks& bits) {
+    return V::or_blocks(V::and_blocks(upper, V::repeat(0xff00)), bits.second);
   }
   template <class V>
   MORVANE_INLINE static void vector(const group_10::place<const uint8_t> at, uint8_t* y, uint8_t* cbcr) {
     const auto upper = V::load(at.upper);
-    const auto bits = V::load_lowest_bytes(at.low);
+    const auto bits = V::load_pair_bits(at.low);
     V::store(y, luma<V>(upper, bits));
     V::store(cbcr, chroma<V>(upper, bits));
   }
@@ -548,9 +533,9 @@ struct p216_kernel {
   MORVANE_INLINE static void two_vectors(const group_10::place<const uint8_t> at,
                                          const group_10::place<const uint8_t> next, uint8_t* y, uint8_t* cbcr) {
     const auto upper = V::load(at.upper);
-    const auto bits = V::load_lowest_bytes(at.low);
+    const auto bits = V::load_pair_bits(at.low);
     const auto next_upper = V::load(next.upper);
-    const auto next_bits = V::load_lowest_bytes(next.low);
+    const auto next_bits = V::load_pair_bits(next.low);
     store_blocks<V>(y, luma<V>(upper, bits), luma<V>(next_upper, next_bits));
     store_blocks<V>(cbcr, chroma<V>(upper, bits), chroma<V>(next_upper, next_bits));
   }
@@ -671,8 +656,7 @@ struct yuyv_matrox_10_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const group_10::place<uint8_t> at, const uint8_t* alpha) {
-    const auto chroma = V::repeat(neutral);
-    group_10::pack<V>(at, V::load(alpha), chroma, chroma);
+    group_10::pack<V>(at, V::load(alpha), V::repeat(neutral));
   }
 
   template <class V>

@@ -355,8 +355,8 @@ mutant(black_itself_counts_as_above
 
 mutant(lower_bits_of_one_half_twice
        FILE vector/avx2.h
-       FROM [[_mm_unpacklo_epi32(_mm256_castsi256_si128(lowest), _mm256_extracti128_si256(lowest, 1))]]
-       TO [[_mm_unpacklo_epi32(_mm256_castsi256_si128(lowest), _mm256_castsi256_si128(lowest))]]
+       FROM [[_mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_extracti128_si256(second_bytes, 1))]]
+       TO [[_mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_castsi256_si128(second_bytes))]]
        ROWS *p216_yuyv_matrox_10
        AVX2)
 

@@ -55,6 +55,9 @@ struct avx2 {
   MORVANE_INLINE static __m256i load_256(const uint8_t* p) {
     return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
   }
+  MORVANE_INLINE static __m256i load_halves(const uint8_t* low, const uint8_t* high) {
+    return _mm256_loadu2_m128i(reinterpret_cast<const __m128i*>(high), reinterpret_cast<const __m128i*>(low));
+  }
   MORVANE_INLINE static void store_256(uint8_t* p, const __m256i v) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v);
   }
@@ -146,14 +149,31 @@ struct avx2 {
     const __m256i second = exchange_middle(b.v);
     return {{_mm256_unpacklo_epi32(first, second)}, {_mm256_unpackhi_epi32(first, second)}};
   }
-  MORVANE_INLINE static block load_lowest_bytes(const uint8_t* p) {
-    return {_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)))};
+  // A byte of a pair, in two bits each Cr Y1 Cb Y0 from the top, in both words of its double word, and what lifts the
+  // two bits of a word's sample to bits 7 and 6: the first of luma by 6, the second by 2.
+  MORVANE_INLINE static two_blocks load_pair_bits(const uint8_t* p) {
+    const __m256i bytes = _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+    const __m256i in_words =
+        _mm256_shuffle_epi8(bytes, _mm256_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1, 4, -1, 4,
+                                                    -1, 5, -1, 5, -1, 6, -1, 6, -1, 7, -1, 7, -1));
+    const __m256i bits = _mm256_set1_epi16(0x00c0);
+    const __m256i luma = _mm256_mullo_epi16(in_words, _mm256_set1_epi32(1 << 6 | 1 << 2 << 16));
+    const __m256i chroma = _mm256_mullo_epi16(in_words, _mm256_set1_epi32(1 << 4 | 1 << 16));
+    return {{_mm256_and_si256(luma, bits)}, {_mm256_and_si256(chroma, bits)}};
   }
-  MORVANE_INLINE static void store_lowest_bytes(uint8_t* p, const block b) {
-    const __m256i lowest =
-        _mm256_shuffle_epi8(b.v, twice(_mm_setr_epi8(0, 4, 8, 12, 0, 4, 8, 12, 0, 4, 8, 12, 0, 4, 8, 12)));
-    const __m128i both = _mm_unpacklo_epi32(_mm256_castsi256_si128(lowest), _mm256_extracti128_si256(lowest, 1));
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), both);
+  // Sums of products move the bits of both words of a pair to the second byte of its double word: Y0 from bits 7 and 6
+  // to 9 and 8, Cb to 11 and 10, Y1 to 13 and 12, Cr to 15 and 14.
+  template <bool cr_as_cb>
+  MORVANE_INLINE static void store_pair_bits(uint8_t* p, const block luma, const block cbcr) {
+    const __m256i bits = _mm256_set1_epi16(0x00c0);
+    constexpr int of_chroma = cr_as_cb ? (1 << 4 | 1 << 8) : (1 << 4 | 1 << 8 << 16);
+    const __m256i y = _mm256_madd_epi16(_mm256_and_si256(luma.v, bits), _mm256_set1_epi32(1 << 2 | 1 << 6 << 16));
+    const __m256i c = _mm256_madd_epi16(_mm256_and_si256(cbcr.v, bits), _mm256_set1_epi32(of_chroma));
+    const __m256i second_bytes = _mm256_shuffle_epi8(
+        _mm256_or_si256(y, c), twice(_mm_setr_epi8(1, 5, 9, 13, 1, 5, 9, 13, 1, 5, 9, 13, 1, 5, 9, 13)));
+    const __m128i of_all =
+        _mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_extracti128_si256(second_bytes, 1));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), of_all);
   }
   // multiplier * x = 256 * x + rest * x; 256 * x is added after the shift.
   template <int rest, int offset>
@@ -246,9 +266,7 @@ struct avx2 {
   // Eight samples from `low` on in one half, and as many from `high` on in the other, a byte in each word.
   template <int low, int high>
   MORVANE_INLINE static __m256i upper_bytes_of_10(const uint8_t* p) {
-    const __m128i* from_low = reinterpret_cast<const __m128i*>(p + 4 * word_of_10(low));
-    const __m128i* from_high = reinterpret_cast<const __m128i*>(p + 4 * word_of_10(high));
-    const __m256i words = _mm256_set_m128i(_mm_loadu_si128(from_high), _mm_loadu_si128(from_low));
+    const __m256i words = load_halves(p + 4 * word_of_10(low), p + 4 * word_of_10(high));
     const __m256i ten_bits = _mm256_shuffle_epi8(words, _mm256_set_m128i(bytes_of_10<high>(), bytes_of_10<low>()));
     const __m256i lifted = _mm256_mullo_epi16(ten_bits, _mm256_set_m128i(lift_of_10<high>(), lift_of_10<low>()));
     return _mm256_srli_epi16(lifted, 8);
@@ -296,19 +314,26 @@ struct avx2 {
   MORVANE_INLINE static weighable load4_weighable(const uint8_t* p) {
     return gather_words(words_of_four(p), words_of_four(p + 32), words_of_four(p + 64), words_of_four(p + 96));
   }
-  // The same of pixels of three bytes; cd is then the third byte and the second once more. The four pixels of a half
-  // lie in twelve bytes from `skipped` on, so that the last ones can be read without what follows them.
+  // The same of pixels of three bytes; cd is then the third byte and the second once more. Each half holds four pixels,
+  // in twelve bytes after those skipped.
+  template <int skipped>
+  MORVANE_INLINE static __m128i words_of_three() {
+    constexpr char s = skipped;
+    return _mm_setr_epi8(s, s + 1, s + 3, s + 4, s + 6, s + 7, s + 9, s + 10, s + 2, s + 1, s + 5, s + 4, s + 8, s + 7,
+                         s + 11, s + 10);
+  }
   template <int skipped>
   MORVANE_INLINE static __m256i words_of_three(const uint8_t* low, const uint8_t* high) {
-    constexpr char s = skipped;
-    const __m256i bytes = _mm256_set_m128i(_mm_loadu_si128(reinterpret_cast<const __m128i*>(high)),
-                                           _mm_loadu_si128(reinterpret_cast<const __m128i*>(low)));
-    return _mm256_shuffle_epi8(bytes, twice(_mm_setr_epi8(s, s + 1, s + 3, s + 4, s + 6, s + 7, s + 9, s + 10, s + 2,
-                                                          s + 1, s + 5, s + 4, s + 8, s + 7, s + 11, s + 10)));
+    return _mm256_shuffle_epi8(load_halves(low, high), twice(words_of_three<skipped>()));
   }
+  // Pixels 0 to 7 at p, which is read from four bytes before on.
+  MORVANE_INLINE static __m256i words_of_three_before(const uint8_t* p) {
+    return _mm256_shuffle_epi8(load_256(p - 4), _mm256_set_m128i(words_of_three<0>(), words_of_three<4>()));
+  }
+  // Nothing before the first byte and nothing behind the last one is read.
   MORVANE_INLINE static weighable load3_weighable(const uint8_t* p) {
-    return gather_words(words_of_three<0>(p, p + 12), words_of_three<0>(p + 24, p + 36),
-                        words_of_three<0>(p + 48, p + 60), words_of_three<4>(p + 68, p + 80));
+    return gather_words(words_of_three<0>(p, p + 12), words_of_three_before(p + 24), words_of_three_before(p + 48),
+                        words_of_three<4>(p + 68, p + 80));
   }
 
   // Four pixels' bytes to two words of pair sums each, then to one double word each.

@@ -130,12 +130,35 @@ struct neon {
     return {block_of(vzip1q_u32(as_dwords(a.lo), as_dwords(b.lo)), vzip2q_u32(as_dwords(a.lo), as_dwords(b.lo))),
             block_of(vzip1q_u32(as_dwords(a.hi), as_dwords(b.hi)), vzip2q_u32(as_dwords(a.hi), as_dwords(b.hi)))};
   }
-  MORVANE_INLINE static block load_lowest_bytes(const uint8_t* p) {
-    const uint16x8_t words = vmovl_u8(vld1_u8(p));
-    return block_of(vmovl_u16(vget_low_u16(words)), vmovl_high_u16(words));
+  // Two words over and over.
+  MORVANE_INLINE static uint16x8_t alternate(const uint16_t even, const uint16_t odd) {
+    return vreinterpretq_u16_u32(vdupq_n_u32(even | static_cast<uint32_t>(odd) << 16));
   }
-  MORVANE_INLINE static void store_lowest_bytes(uint8_t* p, const block b) {
-    vst1_u8(p, vmovn_u16(vuzp1q_u16(as_words(b.lo), as_words(b.hi))));
+  MORVANE_INLINE static block pair_bits(const uint16x8_t lo, const uint16x8_t hi, const uint16x8_t factors) {
+    const uint16x8_t bits = vdupq_n_u16(0x00c0);
+    return block_of(vandq_u16(vmulq_u16(lo, factors), bits), vandq_u16(vmulq_u16(hi, factors), bits));
+  }
+  // A byte of a pair, in two bits each Cr Y1 Cb Y0 from the top, in both words of its double word, and what lifts the
+  // two bits of a word's sample to bits 7 and 6.
+  MORVANE_INLINE static two_blocks load_pair_bits(const uint8_t* p) {
+    const uint16x8_t words = vmovl_u8(vld1_u8(p));
+    const uint16x8_t lo = vzip1q_u16(words, words);
+    const uint16x8_t hi = vzip2q_u16(words, words);
+    return {pair_bits(lo, hi, alternate(1 << 6, 1 << 2)), pair_bits(lo, hi, alternate(1 << 4, 1))};
+  }
+  // The bits of both words of a pair, moved within the upper byte and added.
+  template <bool cr_as_cb>
+  MORVANE_INLINE static uint16x8_t pair_bits(const uint16x8_t luma, const uint16x8_t cbcr) {
+    const uint16x8_t bits = vdupq_n_u16(0x00c0);
+    const uint16x8_t of_luma = vmulq_u16(vandq_u16(luma, bits), alternate(1 << 2, 1 << 6));
+    constexpr uint16_t of_cb = cr_as_cb ? 1 << 4 | 1 << 8 : 1 << 4;
+    return vmlaq_u16(of_luma, vandq_u16(cbcr, bits), alternate(of_cb, cr_as_cb ? 0 : 1 << 8));
+  }
+  template <bool cr_as_cb>
+  MORVANE_INLINE static void store_pair_bits(uint8_t* p, const block luma, const block cbcr) {
+    const uint16x8_t lo = pair_bits<cr_as_cb>(as_words(luma.lo), as_words(cbcr.lo));
+    const uint16x8_t hi = pair_bits<cr_as_cb>(as_words(luma.hi), as_words(cbcr.hi));
+    vst1_u8(p, vshrn_n_u16(vpaddq_u16(lo, hi), 8));
   }
   // multiplier * x = 256 * x + rest * x; 256 * x is added after the shift.
   template <int multiplier, int offset>

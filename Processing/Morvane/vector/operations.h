@@ -57,9 +57,10 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::interleave2(block, block) } -> std::same_as<typename V::two_blocks>;
   { V::interleave2_words(block, block) } -> std::same_as<typename V::two_blocks>;
   { V::interleave2_dwords(block, block) } -> std::same_as<typename V::two_blocks>;
-  // The lowest bytes of the 32-bit words of a block alone: block_bytes / 4 of them. Loading leaves the others zero.
-  { V::load_lowest_bytes(source) } -> std::same_as<typename V::block>;
-  V::store_lowest_bytes(destination, block);
+  // A byte for each pair of words of luma and of chroma, in two bits each from the top: Cr Y1 Cb Y0. In the words,
+  // those are bits 7 and 6; loading leaves all other bits zero. If true, Cb gives its bits for Cr as well.
+  { V::load_pair_bits(source) } -> std::same_as<typename V::two_blocks>;
+  V::template store_pair_bits<true>(destination, block, block);
   // clamp((multiplier * x + offset) >> 8) of every byte; (multiplier - 256) * x + offset fits 16 signed bits.
   { V::template linear<301, -5117>(block) } -> std::same_as<typename V::block>;
   // The same of bytes 1, 3, 5... of two blocks, with a negative offset.
