@@ -381,7 +381,7 @@ struct rgb_bytes {
               rgb_component<V, third, bits>(pairs));
   }
   template <class V>
-  MORVANE_INLINE static void store4(uint8_t* dst, const typename V::pairs& pairs, const typename V::bytes fourth) {
+  MORVANE_INLINE static void store4(uint8_t* dst, const typename V::pairs& pairs, const typename V::pair_bytes fourth) {
     V::store4(dst, rgb_component<V, first, bits>(pairs), rgb_component<V, second, bits>(pairs),
               rgb_component<V, third, bits>(pairs), fourth);
   }
@@ -411,7 +411,7 @@ struct rgb_kernel {
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* dst) {
     const auto pairs = V::load_uyvy(src);
     if constexpr (bytes_per_pixel == 4)
-      rgb::template store4<V>(dst, pairs, V::same(255));
+      rgb::template store4<V>(dst, pairs, V::same_of_pairs(255));
     else
       rgb::template store3<V>(dst, pairs);
   }
@@ -554,7 +554,7 @@ struct rgba_and_bgra_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* src, const uint8_t* alpha, uint8_t* dst) {
-    rgb::template store4<V>(dst, V::load_uyvy(src), V::load_bytes(alpha));
+    rgb::template store4<V>(dst, V::load_uyvy(src), V::load_pair_bytes(alpha));
   }
 
   // The last pixel of an odd line is neither read nor written.

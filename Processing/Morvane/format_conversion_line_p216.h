@@ -197,7 +197,7 @@ struct rgbx_2020_kernel {
 
   template <class V>
   MORVANE_INLINE static void vector(const uint8_t* y, const uint8_t* cbcr, uint8_t* dst) {
-    rgb::template store4<V>(dst, V::load_upper_bytes(y, cbcr), V::same(255));
+    rgb::template store4<V>(dst, V::load_upper_bytes(y, cbcr), V::same_of_pairs(255));
   }
 
   // The last pixel of an odd line is neither read nor written.

@@ -8,6 +8,13 @@
 //   bytes         q0 q2 q4 q6     q1 q3 q5 q7
 //   words.lo      q0 q2           q1 q3
 //   words.hi      q4 q6           q5 q7
+//
+// Pixels that are computed from pairs of uyvy lie otherwise: words in memory order, so that loading needs no exchange,
+// and bytes as narrowing leaves them. Their bytes of RGB are stored by halves.
+//
+//   pair_words.lo q0 q1           q2 q3
+//   pair_words.hi q4 q5           q6 q7
+//   pair_bytes    q0 q1 q4 q5     q2 q3 q6 q7
 #pragma once
 
 #include <immintrin.h>
@@ -37,7 +44,12 @@ struct avx2 {
   struct words {
     __m256i lo, hi;
   };
-  using pair_words = words;
+  struct pair_words {
+    __m256i lo, hi;
+  };
+  struct pair_bytes {
+    __m256i v;
+  };
   struct pixels {
     __m256i q01, q23, q45, q67;
   };
@@ -46,7 +58,7 @@ struct avx2 {
     words first_and_second, third_and_fourth;
   };
   struct pairs {
-    words uyvy;
+    pair_words uyvy;
   };
   struct floats {
     __m256 v;
@@ -282,23 +294,6 @@ struct avx2 {
     store_32_of_10<64>(p, from);
   }
 
-  // Per half 12 bytes of four pixels, then four zeros: B G R  B G R  B G R  B G R  0 0 0 0.
-  MORVANE_INLINE static __m256i drop_fourth_bytes(const __m256i v) {
-    return _mm256_shuffle_epi8(v, twice(_mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1)));
-  }
-  // Each input holds 24 bytes in two runs of three double words, abc- def-. The output is 96 bytes without gaps:
-  //   a0 b0 c0 d0 e0 f0 a1 b1   c1 d1 e1 f1 a2 b2 c2 d2   e2 f2 a3 b3 c3 d3 e3 f3
-  MORVANE_INLINE static void store_three_of_four(uint8_t* p, const block b0, const block b1, const block b2,
-                                                 const block b3) {
-    const __m256i r0 = _mm256_permutevar8x32_epi32(drop_fourth_bytes(b0.v), _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 3));
-    const __m256i r1 = _mm256_permutevar8x32_epi32(drop_fourth_bytes(b1.v), _mm256_setr_epi32(2, 4, 5, 6, 3, 3, 0, 1));
-    const __m256i r2 = _mm256_permutevar8x32_epi32(drop_fourth_bytes(b2.v), _mm256_setr_epi32(5, 6, 3, 3, 0, 1, 2, 4));
-    const __m256i r3 = _mm256_permutevar8x32_epi32(drop_fourth_bytes(b3.v), _mm256_setr_epi32(3, 3, 0, 1, 2, 4, 5, 6));
-    store_256(p, _mm256_blend_epi32(r0, r1, 0b11000000));
-    store_256(p + 32, _mm256_blend_epi32(r1, r2, 0b11110000));
-    store_256(p + 64, _mm256_blend_epi32(r2, r3, 0b11111100));
-  }
-
   MORVANE_INLINE static pixels load4(const uint8_t* p) {
     return {load_256(p), load_256(p + 32), load_256(p + 64), load_256(p + 96)};
   }
@@ -470,13 +465,12 @@ struct avx2 {
     store_256(p + 32, exchange_middle(_mm256_unpackhi_epi8(chroma.v, luma.v)));
   }
 
-  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) { return {load_words(p)}; }
+  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) { return {{load_256(p), load_256(p + 32)}}; }
   MORVANE_INLINE static __m256i upper_bytes(const __m256i luma, const __m256i chroma) {
     return _mm256_or_si256(_mm256_srli_epi16(chroma, 8), _mm256_and_si256(luma, _mm256_set1_epi16(-256)));
   }
   MORVANE_INLINE static pairs load_upper_bytes(const uint8_t* luma, const uint8_t* chroma) {
-    return {{exchange_middle(upper_bytes(load_256(luma), load_256(chroma))),
-             exchange_middle(upper_bytes(load_256(luma + 32), load_256(chroma + 32)))}};
+    return {{upper_bytes(load_256(luma), load_256(chroma)), upper_bytes(load_256(luma + 32), load_256(chroma + 32))}};
   }
   // Of Cb Y0 Cr Y1: both Y with Cb, or both Y with Cr. Each may be taken as 255 - Y, so that a sum whose weight of luma
   // is positive has a smaller constant, or none.
@@ -545,34 +539,55 @@ struct avx2 {
             _mm256_add_epi16(a.hi, shift_right<bits, is_unsigned>(b.hi))};
   }
   template <int bits>
-  MORVANE_INLINE static bytes narrow_saturating(const pair_words w) {
+  MORVANE_INLINE static pair_bytes narrow_saturating(const pair_words w) {
     if constexpr (bits == 0) return {_mm256_packus_epi16(w.lo, w.hi)};
     return {_mm256_packus_epi16(shift_right<bits, false>(w.lo), shift_right<bits, false>(w.hi))};
   }
   template <int bits>
-  MORVANE_INLINE static bytes narrow_saturating_unsigned(const pair_words w) {
+  MORVANE_INLINE static pair_bytes narrow_saturating_unsigned(const pair_words w) {
     return {_mm256_packus_epi16(shift_right<bits, true>(w.lo), shift_right<bits, true>(w.hi))};
   }
 
+  MORVANE_INLINE static pair_bytes same_of_pairs(const uint8_t value) { return {same(value).v}; }
+  MORVANE_INLINE static pair_bytes load_pair_bytes(const uint8_t* p) { return {exchange_middle(load_256(p))}; }
+  MORVANE_INLINE static void store_pair_bytes(uint8_t* p, const pair_bytes b) { store_256(p, exchange_middle(b.v)); }
+
+  // Four quads of pixels of each half, in the order of the bytes.
   struct interleaved {
-    block q01, q23, q45, q67;
+    __m256i first, second, third, fourth;
   };
-  MORVANE_INLINE static interleaved interleave4(const bytes c0, const bytes c1, const bytes c2, const bytes c3) {
-    const __m256i lo01 = _mm256_unpacklo_epi8(c0.v, c1.v);
-    const __m256i lo23 = _mm256_unpacklo_epi8(c2.v, c3.v);
-    const __m256i hi01 = _mm256_unpackhi_epi8(c0.v, c1.v);
-    const __m256i hi23 = _mm256_unpackhi_epi8(c2.v, c3.v);
-    return {{_mm256_unpacklo_epi16(lo01, lo23)},
-            {_mm256_unpackhi_epi16(lo01, lo23)},
-            {_mm256_unpacklo_epi16(hi01, hi23)},
-            {_mm256_unpackhi_epi16(hi01, hi23)}};
+  MORVANE_INLINE static interleaved interleave4(const __m256i c0, const __m256i c1, const __m256i c2,
+                                                const __m256i c3) {
+    const __m256i lo01 = _mm256_unpacklo_epi8(c0, c1);
+    const __m256i lo23 = _mm256_unpacklo_epi8(c2, c3);
+    const __m256i hi01 = _mm256_unpackhi_epi8(c0, c1);
+    const __m256i hi23 = _mm256_unpackhi_epi8(c2, c3);
+    return {_mm256_unpacklo_epi16(lo01, lo23), _mm256_unpackhi_epi16(lo01, lo23), _mm256_unpacklo_epi16(hi01, hi23),
+            _mm256_unpackhi_epi16(hi01, hi23)};
   }
   MORVANE_INLINE static void store4(uint8_t* p, const bytes c0, const bytes c1, const bytes c2, const bytes c3) {
-    const interleaved i = interleave4(c0, c1, c2, c3);
-    store(p, i.q01);
-    store(p + 32, i.q23);
-    store(p + 64, i.q45);
-    store(p + 96, i.q67);
+    const interleaved i = interleave4(c0.v, c1.v, c2.v, c3.v);
+    store_256(p, i.first);
+    store_256(p + 32, i.second);
+    store_256(p + 64, i.third);
+    store_256(p + 96, i.fourth);
+  }
+  MORVANE_INLINE static __m128i low_half(const __m256i v) { return _mm256_castsi256_si128(v); }
+  MORVANE_INLINE static __m128i high_half(const __m256i v) { return _mm256_extracti128_si256(v, 1); }
+  MORVANE_INLINE static void store_128(uint8_t* p, const __m128i v) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
+  }
+  MORVANE_INLINE static void store_halves(uint8_t* low, uint8_t* high, const __m256i v) {
+    store_128(low, low_half(v));
+    store_128(high, high_half(v));
+  }
+  MORVANE_INLINE static void store4(uint8_t* p, const pair_bytes c0, const pair_bytes c1, const pair_bytes c2,
+                                    const pair_bytes c3) {
+    const interleaved i = interleave4(c0.v, c1.v, c2.v, c3.v);
+    store_halves(p, p + 32, i.first);
+    store_halves(p + 16, p + 48, i.second);
+    store_halves(p + 64, p + 96, i.third);
+    store_halves(p + 80, p + 112, i.fourth);
   }
   // Bits 8 to 15 of a sum are byte 1 already, and 128 is added by turning its highest bit.
   //
@@ -624,9 +639,30 @@ struct avx2 {
     for (int i = 0; i < lanes; i += 8)
       store_256(p + 4 * i, _mm256_or_si256(pixels_of_pairs<is_crcby>(uyvy + 2 * i), opaque));
   }
-  MORVANE_INLINE static void store3(uint8_t* p, const bytes c0, const bytes c1, const bytes c2) {
-    const interleaved i = interleave4(c0, c1, c2, c2);
-    store_three_of_four(p, i.q01, i.q23, i.q45, i.q67);
+  MORVANE_INLINE static void store_12(uint8_t* p, const __m128i v) {
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), v);
+    const int last = _mm_extract_epi32(v, 2);
+    __builtin_memcpy(p + 8, &last, 4);
+  }
+  // The twelve bytes of a quad are stored with four zeros behind, which the next quad overwrites. Behind the last quad
+  // nothing may be written: it has its zeros before it, on the place of the last but one, which is stored after it and
+  // without any.
+  MORVANE_INLINE static void store3(uint8_t* p, const pair_bytes c0, const pair_bytes c1, const pair_bytes c2) {
+    const interleaved i = interleave4(c0.v, c1.v, c2.v, c2.v);
+    const __m128i zeros_behind = _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
+    const __m128i zeros_before = _mm_setr_epi8(-1, -1, -1, -1, 0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14);
+    const __m256i q02 = _mm256_shuffle_epi8(i.first, twice(zeros_behind));
+    const __m256i q13 = _mm256_shuffle_epi8(i.second, twice(zeros_behind));
+    const __m256i q46 = _mm256_shuffle_epi8(i.third, twice(zeros_behind));
+    const __m256i q57 = _mm256_shuffle_epi8(i.fourth, _mm256_set_m128i(zeros_before, zeros_behind));
+    store_128(p, low_half(q02));
+    store_128(p + 12, low_half(q13));
+    store_128(p + 24, high_half(q02));
+    store_128(p + 36, high_half(q13));
+    store_128(p + 48, low_half(q46));
+    store_128(p + 60, low_half(q57));
+    store_128(p + 80, high_half(q57));
+    store_12(p + 72, high_half(q46));
   }
 
   template <int bottom>

@@ -31,6 +31,7 @@ struct neon {
   struct pair_words {
     uint16x8_t even, odd;
   };
+  using pair_bytes = bytes;
   struct pixels {
     uint8x16x4_t channel;
   };
@@ -312,6 +313,9 @@ struct neon {
 
   MORVANE_INLINE static bytes load_bytes(const uint8_t* p) { return {vld1q_u8(p)}; }
   MORVANE_INLINE static void store_bytes(uint8_t* p, const bytes b) { vst1q_u8(p, b.v); }
+  MORVANE_INLINE static pair_bytes same_of_pairs(const uint8_t value) { return same(value); }
+  MORVANE_INLINE static pair_bytes load_pair_bytes(const uint8_t* p) { return load_bytes(p); }
+  MORVANE_INLINE static void store_pair_bytes(uint8_t* p, const pair_bytes b) { store_bytes(p, b); }
   MORVANE_INLINE static bytes and_bytes(const bytes a, const bytes b) { return {vandq_u8(a.v, b.v)}; }
   MORVANE_INLINE static bool all_255(const bytes b) { return vminvq_u8(b.v) == 255; }
   MORVANE_INLINE static words widen(const bytes b) { return {vmovl_u8(vget_low_u8(b.v)), vmovl_high_u8(b.v)}; }

@@ -16,9 +16,9 @@ namespace Processing::Morvane::format_conversion::vector {
 template <class V>
 concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destination, typename V::block block,
                                         typename V::bytes bytes, typename V::words words,
-                                        typename V::pair_words pair_words, typename V::pixels pixels,
-                                        typename V::weighable weighable, typename V::pairs pairs,
-                                        typename V::floats floats) {
+                                        typename V::pair_words pair_words, typename V::pair_bytes pair_bytes,
+                                        typename V::pixels pixels, typename V::weighable weighable,
+                                        typename V::pairs pairs, typename V::floats floats) {
   requires V::lanes >
   0;
   requires V::block_bytes >
@@ -124,11 +124,13 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // Adds modulo 256.
   { V::template add<16>(bytes) } -> std::same_as<typename V::bytes>;
   { V::same(uint8_t{}) } -> std::same_as<typename V::bytes>;
+  // Stores four bytes a pixel.
+  V::store4(destination, bytes, bytes, bytes, bytes);
   // Stores chroma and luma alternately.
   V::store_uyvy(destination, bytes, bytes);
 
-  // pairs: luma of each pixel and chroma of its pair, the same for both pixels. pair_words: a 16-bit word for each of
-  // these pixels.
+  // pairs: luma of each pixel and chroma of its pair, the same for both pixels. pair_words, pair_bytes: a 16-bit word
+  // or a byte for each of these pixels.
   { V::load_uyvy(source) } -> std::same_as<typename V::pairs>;
   // From 16-bit planes of luma and of Cb Cr: the upper bytes.
   { V::load_upper_bytes(source, source) } -> std::same_as<typename V::pairs>;
@@ -145,8 +147,15 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // a + (b >> bits), where b is signed or, if true, unsigned.
   { V::template add_shifted<8, true>(pair_words, pair_words) } -> std::same_as<typename V::pair_words>;
   // clamp(x >> bits) to 0..255, of signed words or of unsigned ones, which are shifted by at least one bit.
-  { V::template narrow_saturating<6>(pair_words) } -> std::same_as<typename V::bytes>;
-  { V::template narrow_saturating_unsigned<7>(pair_words) } -> std::same_as<typename V::bytes>;
+  { V::template narrow_saturating<6>(pair_words) } -> std::same_as<typename V::pair_bytes>;
+  { V::template narrow_saturating_unsigned<7>(pair_words) } -> std::same_as<typename V::pair_bytes>;
+
+  { V::same_of_pairs(uint8_t{}) } -> std::same_as<typename V::pair_bytes>;
+  { V::load_pair_bytes(source) } -> std::same_as<typename V::pair_bytes>;
+  V::store_pair_bytes(destination, pair_bytes);
+  // Stores three or four bytes a pixel.
+  V::store3(destination, pair_bytes, pair_bytes, pair_bytes);
+  V::store4(destination, pair_bytes, pair_bytes, pair_bytes, pair_bytes);
 
   // Pairs of uyvy to two pixels of four bytes each, Y Cb Cr A or, if true, Cr Cb Y A, which share the pair's chroma.
   // Alpha comes from a plane or is 255.
@@ -155,9 +164,6 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   // Replaces bytes 1 and 3 of pixels of four bytes: byte 1 by the byte 128 + (weighted sum of the given pixel >> 8),
   // and byte 3 by that of the given pixel or, if false, by 255.
   V::template replace_second_and_fourth<line::weights{112, -87, -26, 0}, true>(destination, pixels);
-  // Stores three or four bytes a pixel.
-  V::store3(destination, bytes, bytes, bytes);
-  V::store4(destination, bytes, bytes, bytes, bytes);
 
   // floats: float_lanes of them, in memory order.
   requires V::float_lanes >
