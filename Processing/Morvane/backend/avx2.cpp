@@ -16,9 +16,9 @@ namespace Processing::Morvane::backend {
 
 static_assert(format_conversion::vector::backend_with_vectors<format_conversion::vector::avx2>);
 
-template <class Kernel>
-line_function<Kernel> on_avx2<Kernel>::line() {
-  return &Kernel::template line<format_conversion::vector::avx2>;
+template <class Kernel, class Result, class... Argument>
+Result on_avx2<Kernel, Result (*)(Argument...)>::line(Argument... arguments) {
+  return Kernel::template line<format_conversion::vector::avx2>(arguments...);
 }
 
 namespace line = format_conversion::line;

@@ -34,16 +34,19 @@ using line_function = decltype(&Kernel::template line<format_conversion::vector:
 #if defined(__x86_64__)
 
 // The line function compiled for AVX2. It is defined in avx2.cpp alone, which lists the kernels.
-template <class Kernel>
-struct on_avx2 {
-  static line_function<Kernel> line();
+template <class Kernel, class Function = line_function<Kernel> >
+struct on_avx2;
+
+template <class Kernel, class Result, class... Argument>
+struct on_avx2<Kernel, Result (*)(Argument...)> {
+  static Result line(Argument... arguments);
 };
 
 extern bool use_avx2;
 
 template <class Kernel>
 line_function<Kernel> line_of() {
-  return use_avx2 ? on_avx2<Kernel>::line() : &Kernel::template line<format_conversion::vector::portable>;
+  return use_avx2 ? &on_avx2<Kernel>::line : &Kernel::template line<format_conversion::vector::portable>;
 }
 
 #else
