@@ -118,7 +118,7 @@ struct avx2 {
   }
   MORVANE_INLINE static block add_words(const block a, const block b) { return {_mm256_add_epi16(a.v, b.v)}; }
   MORVANE_INLINE static block repeat_even_words(const block b) {
-    return {_mm256_blend_epi16(b.v, _mm256_slli_epi32(b.v, 16), 0b10101010)};
+    return {_mm256_shuffle_epi8(b.v, twice(_mm_setr_epi8(0, 1, 0, 1, 4, 5, 4, 5, 8, 9, 8, 9, 12, 13, 12, 13)))};
   }
   // (x - offset) * (a + 1) = 65536 * (x - offset) + (offset - x) * b with b = 65535 - a, so the result is x plus the
   // upper half of the second product. Where x > offset, the unsigned product takes offset - x for 65536 more, and its
@@ -681,11 +681,6 @@ struct avx2 {
   MORVANE_INLINE static floats at_most(const floats f, const float limit) {
     return {_mm256_min_ps(f.v, _mm256_set1_ps(limit))};
   }
-  // The pixels k and k + 4 of two registers of such pairs to two pixels that follow each other.
-  MORVANE_INLINE static void store_pixels(float* p, const __m256 even, const __m256 odd) {
-    _mm256_storeu_ps(p, _mm256_permute2f128_ps(even, odd, 0x20));
-    _mm256_storeu_ps(p + 16, _mm256_permute2f128_ps(even, odd, 0x31));
-  }
   //   chroma   c0 c0' c1 c1' | c2 c2' c3 c3'     after the exchange, a pair of floats each
   //   ya.lo    y0 a0  y1 a1  | y4 a4  y5 a5
   //   ya.hi    y2 a2  y3 a3  | y6 a6  y7 a7
@@ -693,13 +688,14 @@ struct avx2 {
     const __m256d chroma = _mm256_castps_pd(_mm256_permute_ps(cbcr.v, _MM_SHUFFLE(2, 3, 0, 1)));
     const __m256d ya_lo = _mm256_castps_pd(_mm256_unpacklo_ps(luma.v, alpha.v));
     const __m256d ya_hi = _mm256_castps_pd(_mm256_unpackhi_ps(luma.v, alpha.v));
-    const __m256 pixels_04 = _mm256_castpd_ps(_mm256_shuffle_pd(chroma, ya_lo, 0b0000));
-    const __m256 pixels_15 = _mm256_castpd_ps(_mm256_shuffle_pd(chroma, ya_lo, 0b1010));
-    const __m256 pixels_26 = _mm256_castpd_ps(_mm256_shuffle_pd(chroma, ya_hi, 0b0101));
-    const __m256 pixels_37 = _mm256_castpd_ps(_mm256_shuffle_pd(chroma, ya_hi, 0b1111));
-    float* dst = reinterpret_cast<float*>(p);
-    store_pixels(dst, pixels_04, pixels_15);
-    store_pixels(dst + 8, pixels_26, pixels_37);
+    const __m256d pixels_04 = _mm256_shuffle_pd(chroma, ya_lo, 0b0000);
+    const __m256d pixels_15 = _mm256_shuffle_pd(chroma, ya_lo, 0b1010);
+    const __m256d pixels_26 = _mm256_shuffle_pd(chroma, ya_hi, 0b0101);
+    const __m256d pixels_37 = _mm256_shuffle_pd(chroma, ya_hi, 0b1111);
+    store_halves(p, p + 64, _mm256_castpd_si256(pixels_04));
+    store_halves(p + 16, p + 80, _mm256_castpd_si256(pixels_15));
+    store_halves(p + 32, p + 96, _mm256_castpd_si256(pixels_26));
+    store_halves(p + 48, p + 112, _mm256_castpd_si256(pixels_37));
   }
 };
 
