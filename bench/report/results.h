@@ -65,7 +65,7 @@ struct miss {
   std::string target{};  // "of memcpy"
   double reached = 0;
   double wanted = 0;
-  std::string_view why{};  // of shares of memcpy and of other libraries
+  std::string_view why{};
 };
 
 std::vector<miss> misses(const results& r);

@@ -70,7 +70,8 @@ inline constexpr double least_of_peer = 1.0 - noise;
 // How many times as fast as libyuv, in cache; most rows have no target of their own and answer least_of_peer.
 double least_of_libyuv_in_cache(const row& r);
 
-// Why a row cannot reach a target, or nothing.
+// Why a row cannot reach a target, or nothing; and why not that of short rows.
 std::string_view explanation(const row& r);
+std::string_view explanation_of_short_rows(const row& r);
 
 }  // namespace morvane::bench
