@@ -473,7 +473,7 @@ struct avx2 {
     return {{upper_bytes(load_256(luma), load_256(chroma)), upper_bytes(load_256(luma + 32), load_256(chroma + 32))}};
   }
   // Of Cb Y0 Cr Y1: both Y with Cb, or both Y with Cr. Each may be taken as 255 - Y, so that a sum whose weight of luma
-  // is positive has a smaller constant, or none.
+  // is positive needs another constant, or none.
   template <bool with_cr, bool turned>
   MORVANE_INLINE static __m256i luma_and_chroma(const __m256i uyvy) {
     const __m256i from = turned ? _mm256_xor_si256(uyvy, _mm256_set1_epi16(-256)) : uyvy;
@@ -500,12 +500,13 @@ struct avx2 {
     // Luma is weighed together with the greater of the weights of chroma, which keeps sums small.
     constexpr bool with_cr = cr != 0 && (cb == 0 || cr > cb);
     constexpr int with_luma = with_cr ? cr : cb;
+    constexpr bool other_is_cr = !with_cr;
+    constexpr int other = with_cr ? cb : cr;
     constexpr bool turned = turn && stays_above(-w.y, with_luma);
     constexpr int y = turned ? -w.y : w.y;
     constexpr int constant = turned ? w.constant + 255 * w.y : w.constant;
     __m256i sum = sum_bytes<with_cr, turned, y, with_luma>(uyvy);
-    if constexpr (cb != 0 && cr != 0)
-      sum = _mm256_add_epi16(sum, sum_bytes < !with_cr, turned, 0, with_cr ? cb : cr > (uyvy));
+    if constexpr (other != 0) sum = _mm256_add_epi16(sum, sum_bytes<other_is_cr, turned, 0, other>(uyvy));
     if constexpr (constant == 0) return sum;
     return _mm256_add_epi16(sum, _mm256_set1_epi16(static_cast<short>(constant)));
   }
@@ -593,7 +594,7 @@ struct avx2 {
   //
   //   sum ^ 32768   -- C  --  --        words of sum and pixel    -- C  -- A
   //   pixel         -- -- --  A         with bytes of before      b0 C  b2 A
-  template <line::weights w, bool keeps_fourth>
+  template <bool keeps_fourth>
   MORVANE_INLINE static void replace_second_and_fourth(uint8_t* p, const __m256i pixel, const __m256i weights) {
     const __m256i second = _mm256_xor_si256(sum_pixels(pixel, weights), _mm256_set1_epi32(0x8000));
     const __m256i fourth = keeps_fourth ? pixel : _mm256_set1_epi8(-1);
@@ -604,11 +605,12 @@ struct avx2 {
   template <line::weights w, bool keeps_fourth>
   MORVANE_INLINE static void replace_second_and_fourth(uint8_t* p, const pixels& from) {
     static_assert(pairs_fit(w));
-    const __m256i weights = _mm256_set1_epi32(static_cast<int>(packed(w)));
-    replace_second_and_fourth<w, keeps_fourth>(p, from.q01, weights);
-    replace_second_and_fourth<w, keeps_fourth>(p + 32, from.q23, weights);
-    replace_second_and_fourth<w, keeps_fourth>(p + 64, from.q45, weights);
-    replace_second_and_fourth<w, keeps_fourth>(p + 96, from.q67, weights);
+    constexpr uint32_t of_pixel = packed(w);
+    const __m256i weights = _mm256_set1_epi32(static_cast<int>(of_pixel));
+    replace_second_and_fourth<keeps_fourth>(p, from.q01, weights);
+    replace_second_and_fourth<keeps_fourth>(p + 32, from.q23, weights);
+    replace_second_and_fourth<keeps_fourth>(p + 64, from.q45, weights);
+    replace_second_and_fourth<keeps_fourth>(p + 96, from.q67, weights);
   }
 
   // The same 16 bytes, four pairs, in both halves: two of them become four pixels in each.
