@@ -326,9 +326,9 @@ MORVANE_API void uyvy(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t* p
 
 namespace bgr {
 
-// Copies 4 * xres bytes a row although a pixel takes three, and counts a stride as tight when it is 4 * xres. With a
-// stride of 3 * xres each row also writes the first xres bytes of the next, which the next row then replaces; the
-// last row reads and writes xres bytes past the image, so both planes must leave that much room.
+// Copies 4 * xres bytes a row although a pixel takes three. With a stride of 3 * xres each row also writes the first
+// xres bytes of the next, which the next row then replaces; the last row reads and writes xres bytes past the image, so
+// both planes must leave that much room.
 MORVANE_API void bgr(const uint8_t* p_src_bgr, int src_bgr_stride, uint8_t* p_dst_bgr, int dst_bgr_stride, int xres,
                      int yres);
 

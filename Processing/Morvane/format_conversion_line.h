@@ -11,6 +11,7 @@
 #include "backend/run.h"
 #include "format_conversion_matrix.h"
 #include "format_conversion_utils.h"
+#include "vector/operations.h"
 
 namespace Processing::Morvane::format_conversion::line {
 
@@ -349,7 +350,9 @@ MORVANE_INLINE uint8_t rgb_component(const int y, const int cb, const int cr) {
 template <class V, ycbcr_weights w, int bits>
 MORVANE_INLINE auto rgb_component(const typename V::pairs& pairs) {
   constexpr short_sum s = shorten(w, bits);
-  if constexpr (is_exact(s)) {
+  if constexpr (vector::clamps_sums<V>) {
+    return V::template clamped_sum<w, bits>(pairs);
+  } else if constexpr (is_exact(s)) {
     return V::template narrow_saturating<s.bits>(V::template weigh<s.weights>(pairs));
   } else if constexpr (stops_at_zero(s)) {
     return V::template narrow_saturating_unsigned<s.bits>(V::template weigh_at_least_zero<s.weights>(pairs));

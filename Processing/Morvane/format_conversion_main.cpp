@@ -24,11 +24,19 @@ bool all_multiples_of_16(const uint32_t bits) {
   return (bits & 15) == 0;
 }
 
+// Rows that follow each other without a gap, or run into each other, are one run of bytes where both planes hold them
+// alike.
 template <int bytes_per_pixel>
 void copy(const uint8_t* p_src, const int src_stride, uint8_t* p_dst, const int dst_stride, const int xres,
           const int yres) {
-  frame(&line::copy<bytes_per_pixel>, xres, yres, plane{p_src, src_stride, bytes_per_pixel},
-        plane{p_dst, dst_stride, bytes_per_pixel});
+  if (xres < 1 || yres < 1) return;
+  const int64_t row_bytes = int64_t{xres} * bytes_per_pixel;
+  const bool one_run = src_stride == dst_stride && src_stride >= 0 && src_stride <= row_bytes;
+  if (one_run)
+    std::memcpy(p_dst, p_src, static_cast<size_t>(int64_t{src_stride} * (yres - 1) + row_bytes));
+  else
+    frame_by_rows(&line::copy<bytes_per_pixel>, xres, yres, plane{p_src, src_stride, bytes_per_pixel},
+                  plane{p_dst, dst_stride, bytes_per_pixel});
 }
 
 }  // namespace

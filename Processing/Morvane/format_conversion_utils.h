@@ -143,13 +143,16 @@ MORVANE_INLINE void walk(Kernel& kernel, size_t units, Plane*... planes) {
           kernel.template two_vectors<V>(planes...);
           ((planes += 2 * step * bytes), ...);
         }
-      else if constexpr (V::vectors_a_turn > 1)
-        for (constexpr size_t turn = V::vectors_a_turn * step; units >= turn; units -= turn) {
+      else if constexpr (V::vectors_a_turn > 1) {
+        constexpr size_t turn = V::vectors_a_turn * step;
+        for (size_t turns = units / turn; turns > 0; --turns) {  // counts down to zero, which needs no comparison
           (expect_stores<V, turn * bytes>(planes), ...);
 #pragma GCC unroll 4
           for (size_t i = 0; i < turn; i += step) kernel.template vector<V>((planes + i * bytes)...);
           ((planes += turn * bytes), ...);
         }
+        units %= turn;
+      }
       for (; units >= step; units -= step) {
         (expect_stores<V, step * bytes>(planes), ...);
         kernel.template vector<V>(planes...);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "../format_conversion_matrix.h"
 #include "../format_conversion_utils.h"
 #include "weights.h"
 
@@ -27,10 +28,6 @@ struct neon {
   struct words {
     uint16x8_t lo, hi;
   };
-  // Sums over `pairs`: the even and the odd pixels of eight pairs.
-  struct pair_words {
-    uint16x8_t even, odd;
-  };
   using pair_bytes = bytes;
   struct pixels {
     uint8x16x4_t channel;
@@ -49,6 +46,7 @@ struct neon {
     vst1q_u8(p + 16, b.hi);
   }
   MORVANE_INLINE static uint16x8_t as_words(const uint8x16_t v) { return vreinterpretq_u16_u8(v); }
+  MORVANE_INLINE static int16x8_t as_signed(const uint16x8_t v) { return vreinterpretq_s16_u16(v); }
   MORVANE_INLINE static uint32x4_t as_dwords(const uint8x16_t v) { return vreinterpretq_u32_u8(v); }
   MORVANE_INLINE static block block_of(const uint16x8_t lo, const uint16x8_t hi) {
     return {vreinterpretq_u8_u16(lo), vreinterpretq_u8_u16(hi)};
@@ -395,46 +393,96 @@ struct neon {
     return {c.val[1], y.val[1], c.val[3], y.val[3]};
   }
   // The chroma of a pair is weighed once for both its pixels.
-  template <line::ycbcr_weights w, bool = false>
-  MORVANE_INLINE static pair_words weigh(const pairs& p) {
-    const uint16x8_t constant = vdupq_n_u16(static_cast<uint16_t>(w.constant));
-    const uint16x8_t chroma = accumulate<w.cr>(accumulate<w.cb>(constant, p.cb), p.cr);
-    return {accumulate<w.y>(chroma, p.even_luma), accumulate<w.y>(chroma, p.odd_luma)};
+  template <int cb, int cr, int constant>
+  MORVANE_INLINE static uint16x8_t weigh_chroma(const pairs& p) {
+    const uint16x8_t sum = vdupq_n_u16(static_cast<uint16_t>(constant));
+    return accumulate<cr>(accumulate<cb>(sum, p.cb), p.cr);
   }
-  // Lifted by a multiple of 65536 / 256 to be positive, and lowered again, not below 0.
+  // Half of the weighted chroma, which takes up to 17 bits, rounded down. Half of three times x is x + (x >> 1).
+  template <int cb, int cr, int constant>
+  MORVANE_INLINE static uint16x8_t half_of_chroma(const pairs& p) {
+    constexpr line::ycbcr_weights whole = {0, cb, cr, constant};
+    static_assert(line::lowest(whole) >= 0 && line::highest(whole) / 2 <= 65535);
+    if constexpr (cb % 2 == 0 && cr % 2 == 0) {
+      return weigh_chroma<cb / 2, cr / 2, constant / 2>(p);
+    } else if constexpr (line::highest(whole) <= 65535) {
+      const uint16x8_t twice = weigh_chroma<cb, cr, constant>(p);
+      return vshrq_n_u16(twice, 1);
+    } else if constexpr (cb % 3 == 0 && cr % 3 == 0 && constant % 3 == 0) {
+      const uint16x8_t third = weigh_chroma<cb / 3, cr / 3, constant / 3>(p);
+      return vsraq_n_u16(third, third, 1);
+    } else {
+      static_assert(cb == 0 && cr % 2 == 1 && constant % 2 == 1);
+      const uint8x8_t half_of_odd_parts = vrshr_n_u8(p.cr, 1);  // (Cr + 1) >> 1
+      return vaddw_u8(weigh_chroma<0, cr / 2, constant / 2>(p), half_of_odd_parts);
+    }
+  }
+  // clamp(sum >> bits), 0 to 255. The saturating shift leaves this byte in the upper half of the word:
+  //
+  //   even   . E0  . E1  . E2  . E3 ...
+  //   odd    . O0  . O1  . O2  . O3 ...  to  E0 O0 E1 O1 E2 O2 E3 O3 ...
+  template <int bits>
+  MORVANE_INLINE static pair_bytes clamp(const int16x8_t even, const int16x8_t odd) {
+    return {vtrn2q_u8(vreinterpretq_u8_u16(vqshluq_n_s16(even, 8 - bits)),
+                      vreinterpretq_u8_u16(vqshluq_n_s16(odd, 8 - bits)))};
+  }
+  // Luma and chroma fit a word each. Their sum may stop at 32767, which is past the largest byte anyway.
+  template <line::ycbcr_weights w, int bits>
+  MORVANE_INLINE static pair_bytes clamped_sum_of_words(const pairs& p) {
+    constexpr line::ycbcr_weights k = w;
+    constexpr line::ycbcr_weights chroma_alone = {0, k.cb, k.cr, k.constant};
+    static_assert(255 * k.y <= 32767 && 32767 >= 256 << bits);
+    static_assert(line::fits_signed(chroma_alone));
+    const int16x8_t chroma = as_signed(weigh_chroma<k.cb, k.cr, k.constant>(p));
+    const uint8x8_t weight = vdup_n_u8(k.y);
+    return clamp<bits>(vqaddq_s16(chroma, as_signed(vmull_u8(p.even_luma, weight))),
+                       vqaddq_s16(chroma, as_signed(vmull_u8(p.odd_luma, weight))));
+  }
+  // With Z = 255 - Y, half of the chroma and half of the luma are unsigned words, and the subtraction halves their
+  // difference once more, to a signed word. Where chroma would not fit, 512 * Cb are added last; that sum may stop as
+  // above.
   template <line::ycbcr_weights w>
-  MORVANE_INLINE static pair_words weigh_at_least_zero(const pairs& p) {
-    constexpr int least = w.constant + 255 * (w.cb + w.cr);
-    constexpr line::ycbcr_weights lifted = {w.y, w.cb, w.cr, w.constant - least};
-    const uint16x8_t lift = vdupq_n_u16(static_cast<uint16_t>(-least));
-    const pair_words sum = weigh<lifted>(p);
-    return {vqsubq_u16(sum.even, lift), vqsubq_u16(sum.odd, lift)};
+  MORVANE_INLINE static pair_bytes clamped_difference_of_halves(const pairs& p) {
+    constexpr line::ycbcr_weights k = w;
+    static_assert(k.y % 2 == 0);
+    constexpr bool adds_last = k.cb > 512;
+    constexpr int cb = adds_last ? k.cb - 512 : k.cb;
+    constexpr int constant = k.constant + 255 * k.y;
+    const uint16x8_t chroma = half_of_chroma<cb, k.cr, constant>(p);
+    const uint8x8_t weight = vdup_n_u8(k.y / 2);
+    const int16x8_t even = as_signed(vhsubq_u16(chroma, vmull_u8(vmvn_u8(p.even_luma), weight)));
+    const int16x8_t odd = as_signed(vhsubq_u16(chroma, vmull_u8(vmvn_u8(p.odd_luma), weight)));
+    if constexpr (adds_last) {
+      const int16x8_t last = as_signed(vshll_n_u8(p.cb, 7));
+      return clamp<6>(vqaddq_s16(last, even), vqaddq_s16(last, odd));
+    } else {
+      return clamp<6>(even, odd);
+    }
   }
-  template <int bits, bool is_unsigned>
-  MORVANE_INLINE static uint16x8_t add_shifted(const uint16x8_t a, const uint16x8_t b) {
-    if constexpr (is_unsigned) return vsraq_n_u16(a, b, bits);
-    return vreinterpretq_u16_s16(vsraq_n_s16(vreinterpretq_s16_u16(a), vreinterpretq_s16_u16(b), bits));
+  // 256 * (2 * Cb - Z), with Z = 255 - Y, and a rest of 16 bits.
+  template <line::ycbcr_weights w>
+  MORVANE_INLINE static pair_bytes clamped_whole_and_rest(const pairs& p) {
+    constexpr line::ycbcr_weights k = w;
+    constexpr line::ycbcr_weights chroma_rest = {0, k.cb - 512, 0, k.constant + 255 * k.y};
+    constexpr int luma_rest = 256 - k.y;
+    static_assert(k.cr == 0 && luma_rest < 0);
+    static_assert(line::lowest(chroma_rest) + 255 * luma_rest >= -32768 && line::highest(chroma_rest) <= 32767);
+    const uint16x8_t whole = vshll_n_u8(p.cb, 1);
+    const uint16x8_t rest = weigh_chroma<chroma_rest.cb, 0, chroma_rest.constant>(p);
+    const uint8x8_t even = vmvn_u8(p.even_luma);
+    const uint8x8_t odd = vmvn_u8(p.odd_luma);
+    return clamp<0>(vsraq_n_s16(as_signed(vsubw_u8(whole, even)), as_signed(accumulate<luma_rest>(rest, even)), 8),
+                    vsraq_n_s16(as_signed(vsubw_u8(whole, odd)), as_signed(accumulate<luma_rest>(rest, odd)), 8));
   }
-  template <int bits, bool is_unsigned>
-  MORVANE_INLINE static pair_words add_shifted(const pair_words a, const pair_words b) {
-    return {add_shifted<bits, is_unsigned>(a.even, b.even), add_shifted<bits, is_unsigned>(a.odd, b.odd)};
-  }
-  MORVANE_INLINE static bytes in_turn(const uint8x16_t even_then_odd) {
-    const uint8x16_t index = {0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15};
-    return {vqtbl1q_u8(even_then_odd, index)};
-  }
-  template <int bits>
-  MORVANE_INLINE static bytes narrow_saturating(const pair_words w) {
-    const int16x8_t even = vreinterpretq_s16_u16(w.even);
-    const int16x8_t odd = vreinterpretq_s16_u16(w.odd);
-    if constexpr (bits == 0)
-      return in_turn(vqmovun_high_s16(vqmovun_s16(even), odd));
+  template <line::ycbcr_weights w, int bits>
+  MORVANE_INLINE static pair_bytes clamped_sum(const pairs& p) {
+    static_assert(bits == 6 || bits == 8);
+    if constexpr (bits == 6)
+      return clamped_sum_of_words<w, bits>(p);
+    else if constexpr (w.y % 2 == 0)
+      return clamped_difference_of_halves<w>(p);
     else
-      return in_turn(vqshrun_high_n_s16(vqshrun_n_s16(even, bits), odd, bits));
-  }
-  template <int bits>
-  MORVANE_INLINE static bytes narrow_saturating_unsigned(const pair_words w) {
-    return in_turn(vqshrn_high_n_u16(vqshrn_n_u16(w.even, bits), w.odd, bits));
+      return clamped_whole_and_rest<w>(p);
   }
 
   template <bool is_crcby>
