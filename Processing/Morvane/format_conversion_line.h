@@ -11,7 +11,6 @@
 #include "backend/run.h"
 #include "format_conversion_matrix.h"
 #include "format_conversion_utils.h"
-#include "vector/operations.h"
 
 namespace Processing::Morvane::format_conversion::line {
 
@@ -349,21 +348,7 @@ MORVANE_INLINE uint8_t rgb_component(const int y, const int cb, const int cr) {
 
 template <class V, ycbcr_weights w, int bits>
 MORVANE_INLINE auto rgb_component(const typename V::pairs& pairs) {
-  constexpr short_sum s = shorten(w, bits);
-  if constexpr (vector::clamps_sums<V>) {
-    return V::template clamped_sum<w, bits>(pairs);
-  } else if constexpr (is_exact(s)) {
-    return V::template narrow_saturating<s.bits>(V::template weigh<s.weights>(pairs));
-  } else if constexpr (stops_at_zero(s)) {
-    return V::template narrow_saturating_unsigned<s.bits>(V::template weigh_at_least_zero<s.weights>(pairs));
-  } else {
-    constexpr split_weights parts = split(w, bits);
-    constexpr bool turn = is_of_turned_luma(parts);
-    constexpr bool is_unsigned = fits_unsigned(parts.rest);
-    static_assert(is_unsigned || fits_signed(parts.rest));
-    return V::template narrow_saturating<0>(V::template add_shifted<bits, is_unsigned>(
-        V::template weigh<parts.whole, turn>(pairs), V::template weigh<parts.rest, turn>(pairs)));
-  }
+  return V::template clamped_sum<w, bits>(pairs);
 }
 
 // The three bytes of RGB of a pixel, in the order in which they lie in memory.

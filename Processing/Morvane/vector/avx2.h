@@ -21,6 +21,7 @@
 
 #include <cstdint>
 
+#include "../format_conversion_matrix.h"
 #include "../format_conversion_utils.h"
 #include "weights.h"
 
@@ -510,12 +511,14 @@ struct avx2 {
     if constexpr (constant == 0) return sum;
     return _mm256_add_epi16(sum, _mm256_set1_epi16(static_cast<short>(constant)));
   }
-  template <line::ycbcr_weights w, bool turn = false>
+  // The weighted sum and constant, modulo 65536. With turn, luma is taken as 255 - Y where that fits, because the whole
+  // then needs no constant.
+  template <line::ycbcr_weights w, bool turn>
   MORVANE_INLINE static pair_words weigh(const pairs& p) {
     return {weigh_words<w, turn>(p.uyvy.lo), weigh_words<w, turn>(p.uyvy.hi)};
   }
-  // The greatest sum less what 255 - Y and chroma take off it. Both words have a share of luma, such that either stays
-  // within 16 bits.
+  // The same, but 0 where the sum is negative: the greatest sum less what 255 - Y and chroma take off it. Both words
+  // have a share of luma, such that either stays within 16 bits.
   template <line::ycbcr_weights w>
   MORVANE_INLINE static __m256i weigh_words_at_least_zero(const __m256i uyvy) {
     constexpr int greatest = w.constant + 255 * w.y;
@@ -547,6 +550,23 @@ struct avx2 {
   template <int bits>
   MORVANE_INLINE static pair_bytes narrow_saturating_unsigned(const pair_words w) {
     return {_mm256_packus_epi16(shift_right<bits, true>(w.lo), shift_right<bits, true>(w.hi))};
+  }
+
+  template <line::ycbcr_weights w, int bits>
+  MORVANE_INLINE static pair_bytes clamped_sum(const pairs& p) {
+    constexpr line::short_sum s = line::shorten(w, bits);
+    if constexpr (line::is_exact(s)) {
+      return narrow_saturating<s.bits>(weigh<s.weights, false>(p));
+    } else if constexpr (line::stops_at_zero(s)) {
+      return narrow_saturating_unsigned<s.bits>(weigh_at_least_zero<s.weights>(p));
+    } else {
+      constexpr line::split_weights parts = line::split(w, bits);
+      constexpr bool turn = line::is_of_turned_luma(parts);
+      constexpr bool is_unsigned = line::fits_unsigned(parts.rest);
+      static_assert(is_unsigned || line::fits_signed(parts.rest));
+      return narrow_saturating<0>(
+          add_shifted<bits, is_unsigned>(weigh<parts.whole, turn>(p), weigh<parts.rest, turn>(p)));
+    }
   }
 
   MORVANE_INLINE static pair_bytes same_of_pairs(const uint8_t value) { return {same(value).v}; }

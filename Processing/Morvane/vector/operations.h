@@ -13,36 +13,6 @@
 
 namespace Processing::Morvane::format_conversion::vector {
 
-// The matrices to RGB need more than 16 bits. A backend computes their sums in one go, by what suits its instructions:
-// clamp((weighted sum and constant) >> bits, 0, 255) for each pixel of `pairs`, with 6 or 8 bits.
-template <class V>
-concept clamps_sums = requires(typename V::pairs pairs) {
-  {
-    V::template clamped_sum<line::ycbcr_weights{74, 128, 0, -17576}, 6>(pairs)
-    } -> std::same_as<typename V::pair_bytes>;
-};
-
-// Or it offers the steps of such a sum.
-template <class V>
-concept weighs_pairs = requires(typename V::pairs pairs, typename V::pair_words pair_words) {
-  // The weighted sum and constant, modulo 65536, as a 16-bit word for each pixel. A weight is at least -128 and at most
-  // 127, that of luma at least 0. The sum of two terms stops at 32767 on some processors, before the rest is added.
-  // With true, luma is better taken as 255 - Y, because that needs no constant, or one that fits other sums; the result
-  // is the same.
-  { V::template weigh<line::ycbcr_weights{1, 2, 3, 4}>(pairs) } -> std::same_as<typename V::pair_words>;
-  { V::template weigh<line::ycbcr_weights{1, 2, 3, -255}, true>(pairs) } -> std::same_as<typename V::pair_words>;
-  // The same, but 0 where the sum is negative. The weight of luma is 0..255, those of chroma are -127..0, and the sum
-  // is at most 65535, as is what lies between the least and the greatest one.
-  {
-    V::template weigh_at_least_zero<line::ycbcr_weights{149, -27, -68, 9817}>(pairs)
-    } -> std::same_as<typename V::pair_words>;
-  // a + (b >> bits), where b is signed or, if true, unsigned.
-  { V::template add_shifted<8, true>(pair_words, pair_words) } -> std::same_as<typename V::pair_words>;
-  // clamp(x >> bits) to 0..255, of signed words or of unsigned ones, which are shifted by at least one bit.
-  { V::template narrow_saturating<6>(pair_words) } -> std::same_as<typename V::pair_bytes>;
-  { V::template narrow_saturating_unsigned<7>(pair_words) } -> std::same_as<typename V::pair_bytes>;
-};
-
 template <class V>
 concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destination, typename V::block block,
                                         typename V::bytes bytes, typename V::words words,
@@ -164,7 +134,11 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::load_uyvy(source) } -> std::same_as<typename V::pairs>;
   // From 16-bit planes of luma and of Cb Cr: the upper bytes.
   { V::load_upper_bytes(source, source) } -> std::same_as<typename V::pairs>;
-  requires clamps_sums<V> || weighs_pairs<V>;
+  // clamp((weighted sum and constant) >> bits, 0, 255), with 6 or 8 bits. The sums need up to 18 bits, and each backend
+  // has its own means to form them exactly in 16-bit lanes.
+  {
+    V::template clamped_sum<line::ycbcr_weights{74, 128, 0, -17576}, 6>(pairs)
+    } -> std::same_as<typename V::pair_bytes>;
 
   { V::same_of_pairs(uint8_t{}) } -> std::same_as<typename V::pair_bytes>;
   { V::load_pair_bytes(source) } -> std::same_as<typename V::pair_bytes>;
