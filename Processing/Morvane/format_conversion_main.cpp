@@ -704,8 +704,7 @@ void p216::uyvy(const uint16_t* p_src_y, const int src_y_stride, const uint16_t*
 void p216::p010(const uint16_t* p_src_y, const int src_y_stride, const uint16_t* p_src_cbcr, const int src_cbcr_stride,
                 uint16_t* p_dst_y, const int dst_y_stride, uint16_t* p_dst_cbcr, const int dst_cbcr_stride,
                 const int xres, const int yres) {
-  frame_by_rows(&line::copy<2>, xres, yres, plane{bytes_of(p_src_y), src_y_stride, 2},
-                plane{bytes_of(p_dst_y), dst_y_stride, 2});
+  copy<2>(bytes_of(p_src_y), src_y_stride, bytes_of(p_dst_y), dst_y_stride, xres, yres);
   frame_by_rows(&line::copy<2>, xres, yres / 2, plane{bytes_of(p_src_cbcr), 2 * src_cbcr_stride, 2},
                 plane{bytes_of(p_dst_cbcr), dst_cbcr_stride, 2});
 }
