@@ -38,6 +38,8 @@ constexpr std::string_view four_for_three = "copies four bytes for every pixel o
 constexpr std::string_view three_byte_pixels =
     "53 vector instructions for 32 pixels with BT.709 and 61 with BT.601, three of them a cycle, where a copy in cache "
     "takes the time of 17: eight to squeeze three bytes out of four";
+constexpr std::string_view past_the_caches =
+    "OpenCV writes past the caches: faster by itself above 4 MB, slower together with whoever reads the image next";
 constexpr std::string_view fills_up = "fills the lower bits with the upper ones, where libyuv multiplies only";
 
 constexpr reason reasons[] = {
@@ -52,8 +54,8 @@ constexpr reason reasons[] = {
     {"alpha_10u16::alpha_u16", fills_up},
     {"alpha_12u16::alpha_u16", fills_up},
     {"y_10u16::y", "cuts values beyond ten bits, two instructions of six, where libyuv stops them at 255"},
-    {"cb_cr_16_422::cbcr_16_422",
-     "OpenCV writes past the caches: faster by itself above 4 MB, slower together with whoever reads the image next"},
+    {"cb_cr_16_422::cbcr_16_422", past_the_caches},
+    {"uyvy::y_uv_422", past_the_caches},
 };
 
 bool is_32_bit_rgb(std::string_view format_name) {
