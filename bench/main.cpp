@@ -28,7 +28,7 @@ Measures the conversions whose "name/size/shape/backend" every FILTER (a regular
 a FILTER all of them, which takes some minutes. The shapes: tight (rows without gaps), padded (gaps between the rows),
 odd (an odd width).
 
-Of several repetitions, run in random order, the best counts. GB/s are of bytes read plus written. "of memcpy" compares
+Of several repetitions, run in random order, the median counts. GB/s are of bytes read plus written. "of memcpy" compares
 with a memcpy that reads and writes as many bytes, measured in the same run: 1.00 is just as fast, less is slower.
 
 Example: script/bench '^uyvy::(bgra|yuy2)' 1920x1080/tight
@@ -124,7 +124,7 @@ void run(const std::vector<std::string>& arguments) {
   const std::vector<bench::measured> rows = register_all(workloads, memory, o);
   if (rows.empty()) throw std::runtime_error("no conversion has such a name");
 
-  bench::best_times times;
+  bench::median_times times;
   benchmark::RunSpecifiedBenchmarks(&times);
   (o.json ? bench::write_json : bench::write_table)(std::cout, rows, times);
 }

@@ -15,7 +15,7 @@ struct figures {
   double nanoseconds_per_pixel = 0;
 };
 
-figures figures_of(const measured& row, const best_times& times) {
+figures figures_of(const measured& row, const median_times& times) {
   const double time = times.nanoseconds(row.run);
   return {.gigabytes_per_second = static_cast<double>(row.bytes) / time,
           .share_of_memcpy = times.nanoseconds(copy_run_name(row.bytes)) / time,
@@ -28,16 +28,21 @@ std::string copy_run_name(std::int64_t bytes) {
   return "memcpy/" + std::to_string(bytes);
 }
 
-void best_times::ReportRuns(const std::vector<Run>& runs) {
+void median_times::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     if (run.run_type != Run::RT_Iteration) continue;
-    const double time = run.real_accumulated_time * 1e9 / static_cast<double>(run.iterations);
-    const auto [entry, first] = best_.emplace(run.run_name.function_name, time);
-    if (!first) entry->second = std::min(entry->second, time);
+    times_[run.run_name.function_name].push_back(run.real_accumulated_time * 1e9 / static_cast<double>(run.iterations));
   }
 }
 
-void write_table(std::ostream& out, const std::vector<measured>& rows, const best_times& times) {
+double median_times::nanoseconds(const std::string& run) const {
+  std::vector<double> times = times_.at(run);
+  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+  std::nth_element(times.begin(), middle, times.end());
+  return *middle;
+}
+
+void write_table(std::ostream& out, const std::vector<measured>& rows, const median_times& times) {
   std::size_t name_width = std::string_view("conversion").size();
   for (const measured& row : rows) name_width = std::max(name_width, row.conversion.size());
 
@@ -55,7 +60,7 @@ void write_table(std::ostream& out, const std::vector<measured>& rows, const bes
   }
 }
 
-void write_json(std::ostream& out, const std::vector<measured>& rows, const best_times& times) {
+void write_json(std::ostream& out, const std::vector<measured>& rows, const median_times& times) {
   nlohmann::ordered_json list = nlohmann::ordered_json::array();
   for (const measured& row : rows) {
     const figures f = figures_of(row, times);

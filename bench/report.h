@@ -1,5 +1,5 @@
-// Turns the repetitions of a run into one row for each measured conversion: the best time, set against the best time of
-// the copy that moves as many bytes.
+// Turns the repetitions of a run into one row for each measured conversion: its median time, set against that of the
+// copy that moves as many bytes.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -25,19 +25,20 @@ struct measured {
 
 std::string copy_run_name(std::int64_t bytes);
 
-// Keeps the best time of every benchmark. Other work on the machine only ever makes a repetition slower.
-class best_times : public benchmark::BenchmarkReporter {
+// The median time of every benchmark. All repetitions run in random order, so that the median of each meets the machine
+// in the same moods; the best would be that of a moment at which the processor happened to raise its clock.
+class median_times : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context&) override { return true; }
   void ReportRuns(const std::vector<Run>& runs) override;
 
-  double nanoseconds(const std::string& run) const { return best_.at(run); }
+  double nanoseconds(const std::string& run) const;
 
  private:
-  std::map<std::string, double> best_;
+  std::map<std::string, std::vector<double>> times_;
 };
 
-void write_table(std::ostream& out, const std::vector<measured>& rows, const best_times& times);
-void write_json(std::ostream& out, const std::vector<measured>& rows, const best_times& times);
+void write_table(std::ostream& out, const std::vector<measured>& rows, const median_times& times);
+void write_json(std::ostream& out, const std::vector<measured>& rows, const median_times& times);
 
 }  // namespace morvane::bench

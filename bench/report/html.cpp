@@ -74,7 +74,7 @@ void write_machine(std::ostream& out, const page_contents& page) {
   out << "<h1>Speed of every conversion</h1>\n<table>\n";
   for (const auto& [title, text] : page.machine)
     out << "<tr><th>" << escaped(title) << "</th><td>" << escaped(text) << "</td></tr>\n";
-  out << "</table>\n<p>Every number is the best of several short repetitions, which ran in random order within one "
+  out << "</table>\n<p>Every number is the median of many short repetitions, which ran in random order within one "
          "process and on one thread. GB/s are of bytes read plus written. A share of memcpy compares with a memcpy "
          "that reads and writes as many bytes, between the same places of memory, in the same run. Shapes: "
          "<i>tight</i>, rows without gaps; <i>padded</i>, a cache line between the rows; <i>odd</i>, one pixel "

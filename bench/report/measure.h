@@ -10,7 +10,7 @@
 namespace morvane::bench {
 
 // Measures what every filter is found in, in one run of random order. The times of all measurements and of their
-// copies are the best of several.
+// copies are medians.
 results measure_all(const std::vector<std::regex>& filters, std::vector<std::string> benchmark_arguments);
 
 }  // namespace morvane::bench
