@@ -339,16 +339,11 @@ inline void ya_uv(const uint8_t* p_src0_uyvy, const uint8_t* p_src1_uyvy, uint8_
   p_dst_ya[3] = key::luma(p_src1_uyvy[3]);
 }
 
-// One component of RGB, for a pixel and for the pixels of a vector: clamp(sum >> bits, 0, 255).
+// One component of RGB of a pixel, as V::clamped_sum has it for vectors.
 template <ycbcr_weights w, int bits>
 MORVANE_INLINE uint8_t rgb_component(const int y, const int cb, const int cr) {
   constexpr ycbcr_weights k = w;
   return clamp_to_byte((k.y * y + k.cb * cb + k.cr * cr + k.constant) >> bits);
-}
-
-template <class V, ycbcr_weights w, int bits>
-MORVANE_INLINE auto rgb_component(const typename V::pairs& pairs) {
-  return V::template clamped_sum<w, bits>(pairs);
 }
 
 // The three bytes of RGB of a pixel, in the order in which they lie in memory.
@@ -365,13 +360,13 @@ struct rgb_bytes {
   }
   template <class V>
   MORVANE_INLINE static void store3(uint8_t* dst, const typename V::pairs& pairs) {
-    V::store3(dst, rgb_component<V, first, bits>(pairs), rgb_component<V, second, bits>(pairs),
-              rgb_component<V, third, bits>(pairs));
+    V::store3(dst, V::template clamped_sum<first, bits>(pairs), V::template clamped_sum<second, bits>(pairs),
+              V::template clamped_sum<third, bits>(pairs));
   }
   template <class V>
   MORVANE_INLINE static void store4(uint8_t* dst, const typename V::pairs& pairs, const typename V::pair_bytes fourth) {
-    V::store4(dst, rgb_component<V, first, bits>(pairs), rgb_component<V, second, bits>(pairs),
-              rgb_component<V, third, bits>(pairs), fourth);
+    V::store4(dst, V::template clamped_sum<first, bits>(pairs), V::template clamped_sum<second, bits>(pairs),
+              V::template clamped_sum<third, bits>(pairs), fourth);
   }
 };
 

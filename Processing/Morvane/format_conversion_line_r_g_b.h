@@ -27,9 +27,9 @@ struct r_g_b_kernel {
   template <class Vector>
   MORVANE_INLINE static void vector(const uint8_t* src, uint8_t* r, uint8_t* g, uint8_t* b) {
     const auto pairs = Vector::load_uyvy(src);
-    Vector::store_pair_bytes(r, rgb_component<Vector, matrix::r, 6>(pairs));
-    Vector::store_pair_bytes(g, rgb_component<Vector, matrix::g, 6>(pairs));
-    Vector::store_pair_bytes(b, rgb_component<Vector, matrix::b, 6>(pairs));
+    Vector::store_pair_bytes(r, Vector::template clamped_sum<matrix::r, 6>(pairs));
+    Vector::store_pair_bytes(g, Vector::template clamped_sum<matrix::g, 6>(pairs));
+    Vector::store_pair_bytes(b, Vector::template clamped_sum<matrix::b, 6>(pairs));
   }
 
   // The last pixel of an odd line is neither read nor written.

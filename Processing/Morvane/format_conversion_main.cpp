@@ -705,8 +705,7 @@ void p216::p010(const uint16_t* p_src_y, const int src_y_stride, const uint16_t*
                 uint16_t* p_dst_y, const int dst_y_stride, uint16_t* p_dst_cbcr, const int dst_cbcr_stride,
                 const int xres, const int yres) {
   copy<2>(bytes_of(p_src_y), src_y_stride, bytes_of(p_dst_y), dst_y_stride, xres, yres);
-  frame_by_rows(&line::copy<2>, xres, yres / 2, plane{bytes_of(p_src_cbcr), 2 * src_cbcr_stride, 2},
-                plane{bytes_of(p_dst_cbcr), dst_cbcr_stride, 2});
+  copy<2>(bytes_of(p_src_cbcr), 2 * src_cbcr_stride, bytes_of(p_dst_cbcr), dst_cbcr_stride, xres, yres / 2);
 }
 
 void p216::rgbx_2020(const uint8_t* p_src_y, const int src_y_stride, const uint8_t* p_src_uv, const int src_uv_stride,
@@ -723,7 +722,7 @@ void copy_chroma(const uint8_t* p_src, const int src_stride, uint8_t* p_dst, con
                  const int yres) {
   if (xres < 1 || yres < 1) return;
   if (dst_stride > src_stride)
-    frame_by_rows(&line::copy<2>, xres, yres, plane{p_src, src_stride, 2}, plane{p_dst, dst_stride, 2});
+    copy<2>(p_src, src_stride, p_dst, dst_stride, xres, yres);
   else if (dst_stride == src_stride && dst_stride > 0)
     std::memcpy(p_dst, p_src, static_cast<size_t>(yres) * static_cast<size_t>(dst_stride));
 }

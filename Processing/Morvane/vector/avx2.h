@@ -74,6 +74,10 @@ struct avx2 {
   MORVANE_INLINE static void store_256(uint8_t* p, const __m256i v) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v);
   }
+  // Repeats eight bytes four times.
+  MORVANE_INLINE static __m256i load_four_times(const uint8_t* p) {
+    return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+  }
   // Repeats 16 bytes in both halves.
   MORVANE_INLINE static __m256i twice(const __m128i v) { return _mm256_broadcastsi128_si256(v); }
   // q0 q1 | q2 q3 to q0 q2 | q1 q3 and back, for quads of eight bytes.
@@ -101,10 +105,6 @@ struct avx2 {
   }
   MORVANE_INLINE static block and_blocks(const block a, const block b) { return {_mm256_and_si256(a.v, b.v)}; }
   MORVANE_INLINE static block or_blocks(const block a, const block b) { return {_mm256_or_si256(a.v, b.v)}; }
-  template <int bits, uint32_t mask>
-  MORVANE_INLINE static block shift_right_and_mask(const block b) {
-    return {_mm256_and_si256(_mm256_srli_epi32(b.v, bits), _mm256_set1_epi32(static_cast<int>(mask)))};
-  }
   template <int bits, uint32_t mask>
   MORVANE_INLINE static block shift_left_and_mask(const block b) {
     return {_mm256_and_si256(_mm256_slli_epi32(b.v, bits), _mm256_set1_epi32(static_cast<int>(mask)))};
@@ -165,10 +165,9 @@ struct avx2 {
   // A byte of a pair, in two bits each Cr Y1 Cb Y0 from the top, in both words of its double word, and what lifts the
   // two bits of a word's sample to bits 7 and 6: the first of luma by 6, the second by 2.
   MORVANE_INLINE static two_blocks load_pair_bits(const uint8_t* p) {
-    const __m256i bytes = _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
-    const __m256i in_words =
-        _mm256_shuffle_epi8(bytes, _mm256_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1, 4, -1, 4,
-                                                    -1, 5, -1, 5, -1, 6, -1, 6, -1, 7, -1, 7, -1));
+    const __m256i in_words = _mm256_shuffle_epi8(
+        load_four_times(p), _mm256_setr_epi8(0, -1, 0, -1, 1, -1, 1, -1, 2, -1, 2, -1, 3, -1, 3, -1, 4, -1, 4, -1, 5,
+                                             -1, 5, -1, 6, -1, 6, -1, 7, -1, 7, -1));
     const __m256i bits = _mm256_set1_epi16(0x00c0);
     const __m256i luma = _mm256_mullo_epi16(in_words, _mm256_set1_epi32(1 << 6 | 1 << 2 << 16));
     const __m256i chroma = _mm256_mullo_epi16(in_words, _mm256_set1_epi32(1 << 4 | 1 << 16));
@@ -542,29 +541,24 @@ struct avx2 {
     return {_mm256_add_epi16(a.lo, shift_right<bits, is_unsigned>(b.lo)),
             _mm256_add_epi16(a.hi, shift_right<bits, is_unsigned>(b.hi))};
   }
-  template <int bits>
+  template <int bits, bool is_unsigned>
   MORVANE_INLINE static pair_bytes narrow_saturating(const pair_words w) {
-    if constexpr (bits == 0) return {_mm256_packus_epi16(w.lo, w.hi)};
-    return {_mm256_packus_epi16(shift_right<bits, false>(w.lo), shift_right<bits, false>(w.hi))};
-  }
-  template <int bits>
-  MORVANE_INLINE static pair_bytes narrow_saturating_unsigned(const pair_words w) {
-    return {_mm256_packus_epi16(shift_right<bits, true>(w.lo), shift_right<bits, true>(w.hi))};
+    return {_mm256_packus_epi16(shift_right<bits, is_unsigned>(w.lo), shift_right<bits, is_unsigned>(w.hi))};
   }
 
   template <line::ycbcr_weights w, int bits>
   MORVANE_INLINE static pair_bytes clamped_sum(const pairs& p) {
     constexpr line::short_sum s = line::shorten(w, bits);
     if constexpr (line::is_exact(s)) {
-      return narrow_saturating<s.bits>(weigh<s.weights, false>(p));
+      return narrow_saturating<s.bits, false>(weigh<s.weights, false>(p));
     } else if constexpr (line::stops_at_zero(s)) {
-      return narrow_saturating_unsigned<s.bits>(weigh_at_least_zero<s.weights>(p));
+      return narrow_saturating<s.bits, true>(weigh_at_least_zero<s.weights>(p));
     } else {
       constexpr line::split_weights parts = line::split(w, bits);
       constexpr bool turn = line::is_of_turned_luma(parts);
       constexpr bool is_unsigned = line::fits_unsigned(parts.rest);
       static_assert(is_unsigned || line::fits_signed(parts.rest));
-      return narrow_saturating<0>(
+      return narrow_saturating<0, false>(
           add_shifted<bits, is_unsigned>(weigh<parts.whole, turn>(p), weigh<parts.rest, turn>(p)));
     }
   }
@@ -646,9 +640,9 @@ struct avx2 {
   }
   // Eight bytes to the fourth bytes of eight pixels.
   MORVANE_INLINE static __m256i to_fourth_bytes(const uint8_t* p) {
-    const __m256i eight = _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
-    return _mm256_shuffle_epi8(eight, _mm256_setr_epi8(-1, -1, -1, 0, -1, -1, -1, 1, -1, -1, -1, 2, -1, -1, -1, 3, -1,
-                                                       -1, -1, 4, -1, -1, -1, 5, -1, -1, -1, 6, -1, -1, -1, 7));
+    return _mm256_shuffle_epi8(
+        load_four_times(p), _mm256_setr_epi8(-1, -1, -1, 0, -1, -1, -1, 1, -1, -1, -1, 2, -1, -1, -1, 3, -1, -1, -1, 4,
+                                             -1, -1, -1, 5, -1, -1, -1, 6, -1, -1, -1, 7));
   }
   template <bool is_crcby>
   MORVANE_INLINE static void store_444(uint8_t* p, const uint8_t* uyvy, const uint8_t* alpha) {

@@ -163,8 +163,8 @@ struct neon {
   template <int multiplier, int offset>
   MORVANE_INLINE static uint8x8_t linear(const uint8x8_t x) {
     const uint16x8_t rest = accumulate<multiplier - 256>(vdupq_n_u16(static_cast<uint16_t>(offset)), x);
-    const int16x8_t wide = vreinterpretq_s16_u16(vmovl_u8(x));
-    return vqmovun_s16(vsraq_n_s16(wide, vreinterpretq_s16_u16(rest), 8));
+    const int16x8_t wide = as_signed(vmovl_u8(x));
+    return vqmovun_s16(vsraq_n_s16(wide, as_signed(rest), 8));
   }
   template <int multiplier, int offset>
   MORVANE_INLINE static uint8x16_t linear(const uint8x16_t x) {
@@ -300,8 +300,8 @@ struct neon {
 
   // The multiplication doubles, so 128 * A gives (2 * 128 * sum * A) >> 16.
   MORVANE_INLINE static uint16x8_t scale(const uint16x8_t sum, const uint8x8_t a) {
-    const int16x8_t a128 = vreinterpretq_s16_u16(vshll_n_u8(a, 7));
-    return vreinterpretq_u16_s16(vqdmulhq_s16(vreinterpretq_s16_u16(sum), a128));
+    const int16x8_t a128 = as_signed(vshll_n_u8(a, 7));
+    return vreinterpretq_u16_s16(vqdmulhq_s16(as_signed(sum), a128));
   }
   template <int bits, bool is_unsigned>
   MORVANE_INLINE static bytes scale_by_fourth(const words sum, const weighable& p) {

@@ -39,8 +39,7 @@ concept backend_with_vectors = requires(const uint8_t* source, uint8_t* destinat
   { V::swap_bytes(block) } -> std::same_as<typename V::block>;
   { V::and_blocks(block, block) } -> std::same_as<typename V::block>;
   { V::or_blocks(block, block) } -> std::same_as<typename V::block>;
-  // (x >> bits) & mask and (x << bits) & mask of every 32-bit word.
-  { V::template shift_right_and_mask<2, 0xff>(block) } -> std::same_as<typename V::block>;
+  // (x << bits) & mask of every 32-bit word.
   { V::template shift_left_and_mask<2, 0xff00>(block) } -> std::same_as<typename V::block>;
   // x >> bits, x << bits and a + b of every 16-bit word, modulo 65536.
   { V::template shift_right_words<6>(block) } -> std::same_as<typename V::block>;
