@@ -1,16 +1,10 @@
-// The conversions between uyvy and opaque 32-bit RGB. On Apple systems the platform's vImage does them, a whole image
-// at a time; elsewhere the library's own kernels do, row by row.
-#include "Processing.Morvane.h"
-
-#if defined(__APPLE__)
+// The entry points between uyvy and opaque 32-bit RGB on Apple systems, where the platform's vImage does the work, a
+// whole image at a time.
 #include <Accelerate/Accelerate.h>
 
 #include <mutex>
-#else
-#include "format_conversion_frame.h"
-#include "format_conversion_line.h"
-#include "format_conversion_line_bgra.h"
-#endif
+
+#include "Processing.Morvane.h"
 
 namespace Processing::Morvane::format_conversion {
 
@@ -19,8 +13,6 @@ namespace {
 // The channel that each byte of a pixel holds: 0 is alpha (or X), 1 red, 2 green, 3 blue.
 constexpr uint8_t g_bgra_permute_map[4] = {3, 2, 1, 0};
 constexpr uint8_t g_rgba_permute_map[4] = {1, 2, 3, 0};
-
-#if defined(__APPLE__)
 
 // Video range; results outside it are clamped only to what a byte holds.
 constexpr vImage_YpCbCrPixelRange g_clamped_yuv_video_range = {
@@ -74,39 +66,6 @@ void argb_to_uyvy(const uint8_t* p_src, const int src_stride, uint8_t* p_dst_uyv
   const vImage_Buffer dst = buffer_of(p_dst_uyvy, dst_uyvy_stride, xres, yres);
   vImageConvert_ARGB8888To422CbYpCrYp8(&src, &dst, &conv_nfo, permute_map, kvImageNoFlags);
 }
-
-#else
-
-// Calls convert(is_rgba) with a compile-time constant, so that each byte order keeps its own kernel.
-template <class Convert>
-void with_byte_order(const uint8_t* permute_map, const Convert& convert) {
-  if (permute_map == g_rgba_permute_map)
-    convert(std::true_type());
-  else
-    convert(std::false_type());
-}
-
-template <bool ccir_709>
-void uyvy_to_argb(const uint8_t* p_src_uyvy, const int src_uyvy_stride, uint8_t* p_dst, const int dst_stride,
-                  const int xres, const int yres, const uint8_t* permute_map) {
-  with_byte_order(permute_map, [=](const auto is_rgba) {
-    using kernel = line::uyvy::rgb_kernel<ccir_709, is_rgba, 4>;
-    frame_by_rows(backend::line_of<kernel>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
-                  plane{p_dst, dst_stride, 4});
-  });
-}
-
-template <bool colorspace_709>
-void argb_to_uyvy(const uint8_t* p_src, const int src_stride, uint8_t* p_dst_uyvy, const int dst_uyvy_stride,
-                  const int xres, const int yres, const uint8_t* permute_map) {
-  with_byte_order(permute_map, [=](const auto is_rgba) {
-    using kernel = line::rgba_and_bgra::uyvy_kernel<false, colorspace_709, is_rgba>;
-    frame_by_rows(backend::line_of<kernel>(), xres, yres, plane{p_src, src_stride, 4},
-                  plane{p_dst_uyvy, dst_uyvy_stride, 2});
-  });
-}
-
-#endif
 
 constexpr auto& uyvy_to_argb_601_accelerated = uyvy_to_argb<false>;
 constexpr auto& uyvy_to_argb_709_accelerated = uyvy_to_argb<true>;

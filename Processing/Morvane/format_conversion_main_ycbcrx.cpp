@@ -1,7 +1,8 @@
-// The entry points of 32-bit RGB to 4:4:4 YCbCr.
+// The entry points of 32-bit RGB to 4:4:4 YCbCr, of which each pixel gets its Cb and alpha alone, and the line's first
+// pixel the luma and Cr of the last one.
 #include "Processing.Morvane.h"
 #include "format_conversion_frame.h"
-#include "format_conversion_line_bgra_ycbcrx.h"
+#include "kernel/full_chroma.h"
 
 namespace Processing::Morvane::format_conversion {
 
@@ -10,8 +11,9 @@ namespace {
 template <bool colorspace_709, bool is_rgba, bool is_crcby, bool has_alpha>
 void convert(const uint8_t* p_src, const int src_stride, uint8_t* p_dst, const int dst_stride, const int xres,
              const int yres) {
-  using kernel = line::rgba_and_bgra::ycbcr_444_kernel<colorspace_709, is_rgba, is_crcby, has_alpha>;
-  frame(backend::line_of<kernel>(), xres, yres, plane{p_src, src_stride, 4}, plane{p_dst, dst_stride, 4});
+  using pixels = kernel::rgb_to_444<kernel::matrix{colorspace_709}, kernel::byte_order{is_rgba},
+                                    kernel::sample_order{is_crcby}, has_alpha>;
+  convert<pixels>(xres, yres, plane{p_src, src_stride}, plane{p_dst, dst_stride});
 }
 
 }  // namespace

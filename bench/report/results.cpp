@@ -44,7 +44,7 @@ const measurement* results::ours(const row& r, size nominal, shape memory, int t
 }
 
 const measurement* results::portable(const row& r, size nominal, shape memory) const {
-  return find(r, nominal, memory, name_of_backend(Processing::Morvane::backend::kind::portable));
+  return find(r, nominal, memory, name_of_backend(Processing::Morvane::backend::available().front()));
 }
 
 std::vector<const measurement*> results::peers_of(const row& r, size nominal) const {

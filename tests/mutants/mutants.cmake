@@ -1,61 +1,68 @@
 # The mutants: a copy of the library with one small mistake in it each. The checker, or the test program that is named,
 # must report every one of them.
 #
-# mutant(name FILE file FROM text TO text ROWS filter [PROGRAM checker]): in the library's `file`, `text` occurs exactly
-# once and becomes the other; the program then runs the rows that match the filter. AVX2 marks mistakes that only AVX2
-# processors show.
+# mutant(name FILE file FROM text TO text ROWS filter [PROGRAM checker] [BACKEND portable]): in the library's `file`,
+# `text` occurs exactly once and becomes the other. The program then runs the rows that match the filter. Of the units
+# of the backends, that of BACKEND alone is compiled once more, so a mistake in a vector body needs one that has vectors.
+
+# A control: nothing is wrong, so nothing may be reported.
+mutant(no_mistake
+       FILE kernel/matrix.h
+       FROM [[{298, 0, 409, -56865}]]
+       TO [[{298, 0, 409, -56865}]]
+       ROWS *uyvy_*_601)
 
 mutant(wrong_red_of_601
-       FILE format_conversion_matrix.h
+       FILE kernel/matrix.h
        FROM [[{298, 0, 409, -56865}]]
        TO [[{298, 0, 410, -56865}]]
        ROWS *uyvy_*_601)
 
 mutant(wrong_cr_of_709
-       FILE format_conversion_matrix.h
+       FILE kernel/matrix.h
        FROM [[{112, -102, -10}]]
        TO [[{112, -102, -11}]]
        ROWS *rgbx*_uyvy)
 
 mutant(odd_pixel_not_dropped
-       FILE format_conversion_utils.h
-       FROM [[return at_least_zero(no_pixels) / 2]]
-       TO [[return (at_least_zero(no_pixels) + 1) / 2]]
+       FILE kernel/units.h
+       FROM [[last == last_unit::begun ? pixels - 1 : 0]]
+       TO [[pixels - 1]]
        ROWS *bgra*)
 
 mutant(one_vector_too_many
-       FILE format_conversion_utils.h
-       FROM [[if (units >= step) {]]
-       TO [[if (units + 1 >= step) {]]
+       FILE kernel/walk.h
+       FROM [[if (units >= line.step()) {]]
+       TO [[if (units + 1 >= line.step()) {]]
        ROWS *yuy2*
-       AVX2)
+       BACKEND avx2)
 
 mutant(last_vector_left_out
-       FILE format_conversion_utils.h
-       FROM [[if (units > 0) kernel.template vector<V>]]
-       TO [[if (units > 1) kernel.template vector<V>]]
+       FILE kernel/walk.h
+       FROM [[if (left > 0) line.finish(left);]]
+       TO [[if (left > 1) line.finish(left);]]
        ROWS *bgra*
-       AVX2)
+       BACKEND avx2)
 
 mutant(half_of_the_alphas_ignored
-       FILE format_conversion_line.h
+       FILE kernel/planes.h
        FROM [[V::and_blocks(first, second))]]
        TO [[V::and_blocks(first, first))]]
        ROWS *bgra_bgra
-       AVX2)
+       BACKEND avx2)
 
 mutant(whole_image_of_padded_rows
        FILE format_conversion_frame.h
-       FROM [[(planes.is_tight(xres) && ...)]]
-       TO [[(planes.is_tight(xres) || ...)]]
+       FROM [[int64_t{xres} * Plane::bytes) && ...);]]
+       TO [[int64_t{xres} * Plane::bytes) || ...);]]
        ROWS *yuy2*)
 
 mutant(bgr_tight_at_three_bytes
-       FILE format_conversion_main.cpp
-       FROM [[rgb_kernel<true, false, 3>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
-        plane{p_dst_bgr, dst_bgr_stride, 4}]]
-       TO [[rgb_kernel<true, false, 3>>(), xres, yres, plane{p_src_uyvy, src_uyvy_stride, 2},
-        plane{p_dst_bgr, dst_bgr_stride, 3}]]
+       FILE format_conversion_main_rgb.cpp
+       FROM [[dst_bgr_stride == 4 * int64_t{xres};
+  frame_if(tight, backend::line_of<kernel::uyvy_to_bgr<kernel::matrix::bt709>>]]
+       TO [[dst_bgr_stride == 3 * int64_t{xres};
+  frame_if(tight, backend::line_of<kernel::uyvy_to_bgr<kernel::matrix::bt709>>]]
        ROWS *uyvy_bgr*)
 
 mutant(fill_one_byte_too_far
@@ -65,50 +72,61 @@ mutant(fill_one_byte_too_far
        ROWS *black_alpha*)
 
 mutant(copy_one_byte_too_far
-       FILE format_conversion_line.h
+       FILE format_conversion_utils.h
        FROM [[static_cast<size_t>(no_pixels) * bytes_per_pixel)]]
        TO [[static_cast<size_t>(no_pixels) * bytes_per_pixel + 1)]]
        ROWS *y_y)
 
 mutant(last_unit_left_out_when_all_planes_are_aligned
-       FILE format_conversion_utils.h
-       FROM [[if (all_apart<bytes...>(units, planes...))]]
-       TO [[if (units > 8 && ((reinterpret_cast<uintptr_t>(planes) % 16 == 0) && ...))
-    walk<V, bytes...>(kernel, units - 1, planes...);
-  else if (all_apart<bytes...>(units, planes...))]]
-       ROWS *yuy2*)
+       FILE kernel/walk.h
+       FROM [[  return walk_apart<V>(kernel, units, planes...);
+}]]
+       TO [[  const bool aligned = ((reinterpret_cast<uintptr_t>(planes) % 16 == 0) && ...);
+  return walk_apart<V>(kernel, units > 8 && aligned ? units - 1 : units, planes...);
+}]]
+       ROWS *yuy2*
+       BACKEND avx2)
 
 mutant(lowest_bit_of_every_second_sample
        FILE vector/avx2.h
        FROM [[return _mm256_srli_epi16(lifted, 8);]]
        TO [[return _mm256_and_si256(_mm256_srli_epi16(lifted, 8), _mm256_set1_epi32(0x00fe00ff));]]
        ROWS *v210*
-       AVX2)
+       BACKEND avx2)
 
 mutant(third_byte_of_444_written
        FILE vector/avx2.h
        FROM [[const __m256i odd_bytes = _mm256_set1_epi16(-256);]]
        TO [[const __m256i odd_bytes = _mm256_set1_epi32(-256);]]
        ROWS *ycbcra*
-       AVX2)
+       BACKEND avx2)
 
 mutant(constant_of_green_off_by_one
        FILE vector/avx2.h
        FROM [[constexpr int greatest = w.constant + 255 * w.y;]]
        TO [[constexpr int greatest = w.constant + 255 * w.y + 1;]]
        ROWS *uyvy_bgra_709*
-       AVX2)
+       BACKEND avx2)
 
 mutant(lower_row_writes_chroma
        FILE format_conversion_frame.h
-       FROM [[(upper ? with_chroma : without_chroma)(]]
-       TO [[(upper || xres > 60 ? with_chroma : without_chroma)(]]
+       FROM [[if (rows_left > 1) convert_row(without_chroma);]]
+       TO [[if (rows_left > 1) convert_row(xres > 60 ? with_chroma : without_chroma);]]
        ROWS *y_uv_420*)
 
 mutant(chroma_row_for_every_row
        FILE format_conversion_frame.h
-       FROM [[if (upper) ((chroma.data]]
-       TO [[((chroma.data]]
+       FROM [[    (chroma.advance(), ...);
+  }
+}
+
+// From 4:2:0]]
+       TO [[    (chroma.advance(), ...);
+    (chroma.advance(), ...);
+  }
+}
+
+// From 4:2:0]]
        ROWS *y_u_v_420*)
 
 mutant(one_line_whatever_the_stride_of_cr
@@ -124,81 +142,83 @@ mutant(odd_chroma_byte_copied
        ROWS *y_uv_y_uv)
 
 mutant(luma_in_every_pixel_of_444
-       FILE format_conversion_line_bgra_ycbcrx.h
+       FILE kernel/full_chroma.h
        FROM [[dst[1] = byte<cb, 8>(src);]]
        TO [[dst[1] = dst[0] = byte<cb, 8>(src);]]
        ROWS *ycbcra*)
 
 mutant(single_pixel_of_444_like_any_other
-       FILE format_conversion_line_bgra_ycbcrx.h
+       FILE kernel/full_chroma.h
        FROM [[pixels == 1 ? luma_byte(true)]]
        TO [[pixels == 0 ? luma_byte(true)]]
        ROWS *bgrx_ycbcrx*)
 
 mutant(one_key_wrong
-       FILE format_conversion_line.h
+       FILE kernel/key.h
        FROM [[key_offset = -5117]]
        TO [[key_offset = -5116]]
        ROWS *uyvy_y)
 
 mutant(odd_alpha_not_counted
-       FILE format_conversion_utils.h
+       FILE kernel/rgb_to_video.h
        FROM [[alphas.see(static_cast<uint8_t>(alpha0 & alpha1))]]
        TO [[alphas.see(alpha0)]]
        ROWS *bgra_uyvy_a*)
 
 mutant(alpha_of_vectors_not_counted
-       FILE format_conversion_utils.h
-       FROM [[      V::store_bytes(alpha, fourth);
-      if constexpr (track_alpha) alphas.see(fourth);]]
-       TO [[      V::store_bytes(alpha, fourth);]]
+       FILE kernel/rgb_to_video.h
+       FROM [[    alphas.see(alpha);
+]]
+       TO [[]]
        ROWS *vuya_uyvy_a*
-       AVX2)
+       BACKEND avx2)
 
 mutant(cr_weighted_by_the_first_alpha
-       FILE format_conversion_line.h
+       FILE kernel/key.h
        FROM [[dst[2] = sample<black_chroma>(cr, alpha1);]]
        TO [[dst[2] = sample<black_chroma>(cr, alpha0);]]
        ROWS *_uyvy)
 
 mutant(wrong_green_of_planes
-       FILE format_conversion_matrix.h
+       FILE kernel/matrix.h
        FROM [[coarse_matrix<128, 14, 34, 115>]]
        TO [[coarse_matrix<128, 14, 33, 115>]]
        ROWS *r_g_b*)
 
 mutant(overlapping_planes_through_vectors
-       FILE format_conversion_utils.h
-       FROM [[if (all_apart<bytes...>(units, planes...))]]
-       TO [[if (units > 0)]]
+       FILE kernel/walk.h
+       FROM [[if (!Kernel::planes::apart(units, planes...)) {]]
+       TO [[if (units == 0) {]]
        ROWS *plane_over_source*
        PROGRAM overlap_test
-       AVX2)
+       BACKEND avx2)
 
 mutant(only_source_and_first_plane_kept_apart
-       FILE format_conversion_utils.h
+       FILE kernel/units.h
        FROM [[&& ...) && all_apart<bytes...>(units, planes...);]]
        TO [[&& ...);]]
        ROWS *planes_over_each_other*
        PROGRAM overlap_test
-       AVX2)
+       BACKEND avx2)
 
 mutant(difference_without_the_last_bytes
-       FILE sum_absolute_differences_inc.h
-       FROM [[if (bytes > 0) end_of_block]]
-       TO [[if (bytes > 1) end_of_block]]
+       FILE kernel/difference.h
+       FROM [[if (bytes > 0)
+]]
+       TO [[if (bytes > 1)
+]]
        ROWS *
        PROGRAM difference_test
-       AVX2)
+       BACKEND avx2)
 
 mutant(wrong_green_of_2020
-       FILE format_conversion_matrix.h
+       FILE kernel/matrix.h
        FROM [[coarse_matrix<137, 12, 42, 107>]]
        TO [[coarse_matrix<137, 12, 41, 107>]]
        ROWS *rgbx_2020)
 
 mutant(alpha_widened_like_luma
-       FILE format_conversion_line.h
+       FILE kernel/depth.h
        FROM [[    dst[0] = value;
     dst[1] = value;]]
        TO [[    dst[0] = 0;
@@ -206,58 +226,58 @@ mutant(alpha_widened_like_luma
        ROWS *alpha_alpha_u16)
 
 mutant(ten_bits_filled_up_one_bit_too_low
-       FILE format_conversion_line.h
+       FILE kernel/depth.h
        FROM [[static constexpr int down = bits - up;]]
        TO [[static constexpr int down = bits == 10 ? 5 : bits - up;]]
        ROWS *alpha_10u16*)
 
 mutant(twelve_bits_filled_up_like_ten
-       FILE format_conversion_line.h
+       FILE kernel/depth.h
        FROM [[static constexpr int down = bits - up;]]
        TO [[static constexpr int down = 4;]]
        ROWS *alpha_12u16*)
 
 mutant(ten_bits_cut_by_three
-       FILE format_conversion_line.h
-       FROM [[V::template shift_right_words<bits>(V::load(src))]]
-       TO [[V::template shift_right_words<bits == 2 ? 3 : bits>(V::load(src))]]
+       FILE kernel/depth.h
+       FROM [[V::template shift_right_words<bits>(first)]]
+       TO [[V::template shift_right_words<bits == 2 ? 3 : bits>(first)]]
        ROWS *y_10u16*
-       AVX2)
+       BACKEND avx2)
 
 mutant(chroma_over_black_by_its_own_alpha
-       FILE format_conversion_line_p216.h
-       FROM [[over_black::sample<over_black::black_chroma>(cbcr + i, alpha)]]
-       TO [[over_black::sample<over_black::black_chroma>(cbcr + i, alpha + i)]]
+       FILE kernel/words.h
+       FROM [[over::sample<over::black_chroma>(cbcr + i, alpha)]]
+       TO [[over::sample<over::black_chroma>(cbcr + i, alpha + i)]]
        ROWS *pa16_p216)
 
 mutant(chroma_of_vectors_over_black_by_its_own_alpha
-       FILE format_conversion_line_p216.h
+       FILE kernel/words.h
        FROM [[V::load(cbcr), V::repeat_even_words(alpha)]]
        TO [[V::load(cbcr), alpha]]
        ROWS *pa16_yuyv_matrox_10
-       AVX2)
+       BACKEND avx2)
 
 mutant(own_lower_bits_of_cr
-       FILE format_conversion_line_p216.h
+       FILE kernel/card_10.h
        FROM [[word_at(chroma + 2), cb);]]
        TO [[word_at(chroma + 2), word_at(chroma + 2));]]
        ROWS *pa16_yuyv_matrox_10)
 
 mutant(even_luma_with_its_upper_byte
-       FILE format_conversion_line_p216.h
+       FILE kernel/card_10.h
        FROM [[store_word(y, (bits & 3) << 6);]]
        TO [[store_word(y, at.upper[0] << 8 | (bits & 3) << 6);]]
        ROWS *yuyv_matrox_10_p216)
 
 mutant(even_luma_of_vectors_with_its_upper_byte
-       FILE format_conversion_line_p216.h
+       FILE kernel/card_10.h
        FROM [[shift_left_and_mask<8, 0xff000000>]]
        TO [[shift_left_and_mask<8, 0xff00ff00>]]
        ROWS *yuyv_matrox_10_p216
-       AVX2)
+       BACKEND avx2)
 
 mutant(cr_first_in_16_bits
-       FILE format_conversion_line_p216.h
+       FILE kernel/words.h
        FROM [[store_word(dst + 8 * i, word_at(cbcr));
       store_word(dst + 8 * i + 2, word_at(cbcr + 2));]]
        TO [[store_word(dst + 8 * i, word_at(cbcr + 2));
@@ -265,115 +285,120 @@ mutant(cr_first_in_16_bits
        ROWS *vuya_16)
 
 mutant(chroma_of_floats_up_to_one
-       FILE format_conversion_line_p216.h
+       FILE kernel/words.h
        FROM [[static_cast<float>(chroma_span) - 0.5F, 0.5F);]]
        TO [[static_cast<float>(chroma_span) - 0.5F, 1.0F);]]
        ROWS *vuya_f32)
 
 mutant(floats_by_reciprocals
-       FILE format_conversion_line_p216.h
+       FILE kernel/words.h
        FROM [[return V::add(V::multiply(words, r.leading), V::multiply(words, r.rest));]]
        TO [[return V::multiply(words, r.leading + r.rest);]]
        ROWS *vuya_f32
-       AVX2)
+       BACKEND avx2)
 
 mutant(lower_bits_one_byte_late
-       FILE format_conversion_utils.h
+       FILE kernel/group_10.h
        FROM [[group + upper_bytes + pair % pairs}]]
        TO [[group + upper_bytes + (pair + 1) % pairs}]]
        ROWS *p216_yuyv_matrox_10)
 
 mutant(part_of_a_group_left_out
-       FILE format_conversion_utils.h
-       FROM [[for (size_t pair = 0; pair < left; ++pair) {]]
-       TO [[for (size_t pair = 0; pair < left / pairs * pairs; ++pair) {]]
-       ROWS *yuyv_matrox_10_uyvy)
+       FILE kernel/walk.h
+       FROM [[    else
+      by_rule(left);]]
+       TO [[    else
+      by_rule(left - 1);]]
+       ROWS *yuyv_matrox_10_uyvy
+       BACKEND avx2)
 
 mutant(black_without_its_last_pair
-       FILE format_conversion_line_black.h
-       FROM [[no_pixels - whole * pixels,]]
-       TO [[no_pixels - whole * pixels - 2,]]
+       FILE kernel/black.h
+       FROM [[count(no_pixels) - pairs_done,]]
+       TO [[count(no_pixels) - pairs_done - (no_pixels > 2 ? 1 : 0),]]
        ROWS *yuyv_matrox_10_black)
 
 mutant(dropped_bits_of_chroma_in_luma
-       FILE format_conversion_line_p216.h
+       FILE kernel/card_10.h
        FROM [[(c << 4 & 0xfc00)]]
        TO [[(c << 4 & 0xff00)]]
        ROWS *pa16_yua_yva_matrox_10)
 
 mutant(odd_alpha_of_16_bits_not_counted
-       FILE format_conversion_line_p216.h
+       FILE kernel/words.h
        FROM [[alphas.see(static_cast<uint8_t>(src[3] & src[7]));]]
        TO [[alphas.see(src[3]);]]
        ROWS *ycbcra_pa16)
 
 mutant(p010_with_every_row_of_chroma
-       FILE format_conversion_main.cpp
+       FILE format_conversion_main_words.cpp
        FROM [[2 * src_cbcr_stride]]
        TO [[src_cbcr_stride]]
        ROWS *p216_p010)
 
 mutant(chroma_copied_to_a_narrower_stride
-       FILE format_conversion_main.cpp
-       FROM [[if (dst_stride > src_stride)]]
-       TO [[if (dst_stride != src_stride)]]
+       FILE format_conversion_main_words.cpp
+       FROM [[if (destination.stride > source.stride)]]
+       TO [[if (destination.stride != source.stride)]]
        ROWS *pa16_ya_uv)
 
 mutant(odd_height_without_its_last_row_of_chroma
-       FILE format_conversion_main.cpp
+       FILE format_conversion_main_words.cpp
        FROM [[(yres * row / 2 + row - 1) / row]]
        TO [[yres * row / 2 / row]]
        ROWS *y_uv_p216)
 
 mutant(two_vectors_stored_in_the_wrong_order
-       FILE format_conversion_line_p216.h
-       FROM [[store_blocks<V>(a, alpha<V>(first), alpha<V>(second));]]
-       TO [[store_blocks<V>(a, alpha<V>(second), alpha<V>(first));]]
+       FILE kernel/walk.h
+       FROM [[    store_item<plane>(first, ahead);
+]]
+       TO [[    store_item<plane>(plane == 2 ? second : first, ahead);
+]]
        ROWS *yua_yva_matrox_10_pa16
-       AVX2)
+       BACKEND avx2)
 
 mutant(two_vectors_counted_as_one
-       FILE format_conversion_utils.h
-       FROM [[((planes += 2 * step * bytes), ...);]]
-       TO [[((planes += step * bytes), ...);]]
+       FILE kernel/walk.h
+       FROM [[        advance(turn * step());]]
+       TO [[        advance(step());]]
        ROWS *uyvy_y_uv_422
-       AVX2)
+       BACKEND avx2)
 
 mutant(unsigned_products_of_negative_distances
        FILE vector/avx2.h
        FROM [[_mm256_andnot_si256(is_not_above, b))]]
        TO [[_mm256_setzero_si256())]]
        ROWS *pa16_p216
-       AVX2)
+       BACKEND avx2)
 
 mutant(black_itself_counts_as_above
        FILE vector/avx2.h
        FROM [[_mm256_min_epu16(x.v, first), x.v);]]
        TO [[_mm256_min_epu16(x.v, _mm256_set1_epi16(static_cast<short>(offset - 1))), x.v);]]
        ROWS *pa16_p216
-       AVX2)
+       BACKEND avx2)
 
 mutant(lower_bits_of_one_half_twice
        FILE vector/avx2.h
        FROM [[_mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_extracti128_si256(second_bytes, 1))]]
        TO [[_mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_castsi256_si128(second_bytes))]]
        ROWS *p216_yuyv_matrox_10
-       AVX2)
+       BACKEND avx2)
 
 mutant(odd_words_stop_at_32767
        FILE vector/avx2.h
        FROM [[_mm256_packus_epi32(_mm256_srli_epi32(a.v, 16),]]
        TO [[_mm256_packs_epi32(_mm256_srli_epi32(a.v, 16),]]
        ROWS *bgra64*
-       AVX2)
+       BACKEND avx2)
 
 mutant(yuy2_of_vectors_like_uyvy
-       FILE format_conversion_line_p216.h
-       FROM [[V::load(is_yuy2 ? y : cbcr)]]
+       FILE kernel/words.h
+       FROM [[V::load(luma_first ? y : cbcr)]]
        TO [[V::load(cbcr)]]
        ROWS *line_p216_uyvy*
        PROGRAM kernels_test
-       AVX2)
+       BACKEND avx2)
 
 mutant(rgba_map_that_is_bgra
        FILE format_conversion_main_apple.cpp

@@ -1,10 +1,14 @@
-# Builds the checker with one mistake in the library and expects it to fail.
+# Builds a test program with one mistake in the library and expects it to fail; without a mistake, to pass.
 #
-# Variables: library (its directory), sources (relative to it), catalogue, scratch, file, from and to (files that hold
-# the two texts), rows, compiler, apple (the directory of the stand-in for vImage, where the code for Apple systems is
-# wanted), objects (of the checker, without the library).
+# Variables: compilation (the file that says how the library is compiled), scratch, file, from and to (in the files
+# scratch.from and scratch.to), backend, rows, apple (the directory of the stand-in for vImage, where the code for Apple
+# systems is wanted), objects (of the program, without the library).
+cmake_minimum_required(VERSION 3.25)
+include(${compilation})
+include(${CMAKE_CURRENT_LIST_DIR}/compile.cmake)
+
 foreach(name from to)
-  file(READ ${${name}} ${name}_text)
+  file(READ ${scratch}.${name} ${name}_text)
 endforeach()
 file(REMOVE_RECURSE ${scratch})
 file(COPY ${library}/ DESTINATION ${scratch}/library)
@@ -18,25 +22,54 @@ endif()
 string(REPLACE "${from_text}" "${to_text}" text "${text}")
 file(WRITE ${scratch}/library/${file} "${text}")
 
+# Whether a source may have changed: it includes the file, and it is no unit of a backend that is left as it is.
+function(is_concerned variable source)
+  set(${variable} FALSE PARENT_SCOPE)
+  if(source MATCHES "^backend/(.*)\\.cpp$" AND CMAKE_MATCH_1 IN_LIST backends AND NOT CMAKE_MATCH_1 STREQUAL backend)
+    return()
+  endif()
+  object_of(object ${originals} ${source})
+  string(REGEX REPLACE "\\.o$" ".d" list_of_files ${object})
+  file(READ ${list_of_files} included)
+  string(FIND "${included}" "/${file}" found)
+  if(found GREATER -1)
+    set(${variable} TRUE PARENT_SCOPE)
+  endif()
+endfunction()
+
 set(library_objects)
 foreach(source ${sources})
-  string(REPLACE / _ object ${source}.o)
-  set(flags -std=c++20 -O1 -I${scratch}/library)
-  if(source MATCHES avx2)
-    list(APPEND flags -mavx2)
-  elseif(apple AND source MATCHES apple)
-    list(APPEND flags -D__APPLE__ -I${apple})
+  is_concerned(concerned ${source})
+  if(concerned)
+    object_of(object ${scratch} ${source})
+    compile(${scratch}/library ${source} ${object})
+  else()
+    object_of(object ${originals} ${source})
   endif()
-  execute_process(COMMAND ${compiler} ${flags} -c ${scratch}/library/${source} -o ${scratch}/${object}
-                  COMMAND_ERROR_IS_FATAL ANY)
-  list(APPEND library_objects ${scratch}/${object})
+  list(APPEND library_objects ${object})
 endforeach()
-execute_process(COMMAND ${compiler} ${objects} ${library_objects} -pthread -o ${scratch}/checker
+if(apple)
+  object_of(object ${scratch} format_conversion_main_apple.cpp)
+  compile(${scratch}/library format_conversion_main_apple.cpp ${object} -D__APPLE__ -I${apple})
+  list(FILTER library_objects EXCLUDE REGEX "format_conversion_main_opaque_rgb")
+  list(APPEND library_objects ${object})
+endif()
+execute_process(COMMAND ${compiler} ${objects} ${library_objects} -pthread -o ${scratch}/program
                 COMMAND_ERROR_IS_FATAL ANY)
 
-execute_process(COMMAND ${scratch}/checker --thin --gtest_filter=${rows} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+execute_process(COMMAND ${scratch}/program --thin --gtest_filter=${rows} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+if(NOT output MATCHES "backends:[^\n]* ${backend}[ \n]")
+  message("This processor cannot run ${backend}.")
+  return()
+endif()
+if(from_text STREQUAL to_text)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "There is no mistake, and the program fails (${result}):\n${output}")
+  endif()
+  return()
+endif()
 if(NOT output MATCHES "\\[  FAILED  \\]")
-  message(FATAL_ERROR "The checker did not notice (${result}):\n${output}")
+  message(FATAL_ERROR "The program did not notice (${result}):\n${output}")
 endif()
 string(REGEX MATCH "[^\n]*backend [a-z0-9]+\n[^\n]*" report "${output}")
 message("Reported:\n${report}")

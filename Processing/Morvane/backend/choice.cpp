@@ -1,78 +1,69 @@
 // The choice of a backend when the program starts.
 #include "choice.h"
 
-#include "run.h"
+#include <array>
+#include <iterator>
+
+#include "dispatch.h"
 
 namespace Processing::Morvane::backend {
 
-#if defined(__aarch64__)
-
-std::span<const kind> available() {
-  static constexpr kind all[] = {kind::neon};
-  return all;
-}
-
-kind chosen() {
-  return kind::neon;
-}
-
-void choose(kind) {
-}
-
-#elif defined(__x86_64__)
-
 namespace {
 
-// Also asks the operating system, which must save the registers of AVX when it switches between threads.
-bool offers_avx2() {
-  __builtin_cpu_init();
-  return __builtin_cpu_supports("avx2");
+struct backend_of_build {
+  const char* name;
+  const line_table* lines;
+  bool (*works)();
+};
+
+#define MORVANE_BACKEND(tag, works) {#tag, &lines_of_##tag, [] { return (works) != 0; }},
+constexpr backend_of_build all[] = {
+#include "list.h"
+};
+
+const backend_of_build& entry_of(const kind k) {
+  return all[static_cast<int>(k)];
 }
+
+struct working_backends {
+  std::array<kind, std::size(all)> kinds{};
+  std::size_t count = 0;
+
+  working_backends() {
+    for (std::size_t i = 0; i < std::size(all); ++i)
+      if (all[i].works()) kinds[count++] = static_cast<kind>(i);
+  }
+};
+
+kind kind_in_use{};
 
 }  // namespace
 
-// A conversion that runs before this is initialised takes the portable code.
-bool use_avx2 = offers_avx2();
+// A conversion that runs before the choice takes the first backend, which every processor of the kind can run.
+constinit const line_table* lines_in_use = all[0].lines;
 
 std::span<const kind> available() {
-  static constexpr kind all[] = {kind::portable, kind::avx2};
-  return std::span(all).first(offers_avx2() ? 2 : 1);
+  static const working_backends working;
+  return {working.kinds.data(), working.count};
 }
 
 kind chosen() {
-  return use_avx2 ? kind::avx2 : kind::portable;
+  return kind_in_use;
 }
 
 void choose(const kind k) {
-  use_avx2 = k == kind::avx2 && offers_avx2();
+  kind_in_use = k;
+  lines_in_use = entry_of(k).lines;
 }
-
-#else
-
-std::span<const kind> available() {
-  static constexpr kind all[] = {kind::portable};
-  return all;
-}
-
-kind chosen() {
-  return kind::portable;
-}
-
-void choose(kind) {
-}
-
-#endif
 
 const char* name(const kind k) {
-  switch (k) {
-    case kind::portable:
-      return "portable";
-    case kind::avx2:
-      return "avx2";
-    case kind::neon:
-      return "neon";
-  }
-  return "";
+  return entry_of(k).name;
 }
+
+namespace {
+
+[[maybe_unused]] const bool chosen_at_start = (choose(available().back()), true);
+
+}  // namespace
 
 }  // namespace Processing::Morvane::backend

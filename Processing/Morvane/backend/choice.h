@@ -1,14 +1,15 @@
-// The backends of a processor and the choice among them.
+// The backends of this build, and the choice among them.
 //
-// On 64-bit Arm there is one backend, NEON, and nothing to choose. On x86-64 the library takes AVX2 where the processor
-// and the operating system offer it, and the portable code elsewhere; the choice is made when the program starts.
+// Where there are several, the library takes the widest that the processor and the operating system can run; it is
+// chosen when the program starts.
 #pragma once
 
 #include <span>
 
 namespace Processing::Morvane::backend {
 
-enum class kind { portable, avx2, neon };
+// A backend of this build: its place among them, narrowest first.
+enum class kind : int {};
 
 // The backends that this processor can run, the library's own choice last.
 std::span<const kind> available();

@@ -4,7 +4,9 @@
 // the argument itself as an object that the copies of a kernel for different instruction sets share.
 #pragma once
 
-namespace Processing::Morvane::format_conversion::line {
+#include "inline.h"
+
+namespace Processing::Morvane::format_conversion::vector {
 
 // Of the bytes of a four-byte pixel, in memory order.
 struct weights {
@@ -13,7 +15,7 @@ struct weights {
   friend constexpr bool operator==(const weights&, const weights&) = default;
 };
 
-[[gnu::always_inline]] constexpr bool is_unsigned(const weights w) {
+MORVANE_INLINE constexpr bool is_unsigned(const weights w) {
   return w.first >= 0 && w.second >= 0 && w.third >= 0 && w.fourth >= 0;
 }
 
@@ -22,4 +24,4 @@ struct ycbcr_weights {
   int y, cb, cr, constant;
 };
 
-}  // namespace Processing::Morvane::format_conversion::line
+}  // namespace Processing::Morvane::format_conversion::vector

@@ -1,63 +1,10 @@
-// The integer matrices between RGB and YCbCr, of ITU-R BT.601, BT.709 and BT.2020 for video range (Y 16..235,
-// C 16..240).
+// Weighted sums of luma and chroma in 16-bit lanes: whether a sum fits, and how one that does not is taken apart. All
+// of it happens when the kernels are compiled.
 #pragma once
 
-#include <cstdint>
-#include <type_traits>
+#include "weights.h"
 
-#include "format_conversion_utils.h"
-#include "vector/weights.h"
-
-namespace Processing::Morvane::format_conversion::line {
-
-struct rgb_weights {
-  int r, g, b;
-};
-
-// Luma in units of 1 / 128, chroma in units of 1 / 256.
-template <bool colorspace_709>
-struct rgb_to_ycbcr {
-  static constexpr rgb_weights y = colorspace_709 ? rgb_weights{23, 79, 8} : rgb_weights{33, 64, 13};
-  static constexpr rgb_weights cb = colorspace_709 ? rgb_weights{-26, -87, 112} : rgb_weights{-38, -75, 112};
-  static constexpr rgb_weights cr = colorspace_709 ? rgb_weights{112, -102, -10} : rgb_weights{112, -94, -18};
-};
-
-// The weights of a pixel's bytes in the order in which they lie in memory.
-template <bool is_rgba>
-constexpr weights in_memory_order(const rgb_weights w) {
-  return is_rgba ? weights{w.r, w.g, w.b, 0} : weights{w.b, w.g, w.r, 0};
-}
-
-// The weighted sum of the colour bytes of a pixel.
-template <weights w>
-MORVANE_INLINE int weighted_sum(const uint8_t* pixel) {
-  constexpr weights k = w;
-  return k.first * pixel[0] + k.second * pixel[1] + k.third * pixel[2];
-}
-
-// One output of the matrix to RGB, in units of 1 / 256: clamp((y * Y + cb * Cb + cr * Cr + constant) >> 8, 0, 255).
-// The offsets 16 and 128 and the rounding are folded into the constant.
-template <bool ccir_709>
-struct ycbcr_to_rgb {
-  static constexpr ycbcr_weights b = ccir_709 ? ycbcr_weights{299, 541, 0, -73695} : ycbcr_weights{298, 517, 0, -70635};
-  static constexpr ycbcr_weights g =
-      ccir_709 ? ycbcr_weights{298, -54, -136, 19635} : ycbcr_weights{298, -99, -207, 34680};
-  static constexpr ycbcr_weights r = ccir_709 ? ycbcr_weights{298, 0, 459, -63240} : ycbcr_weights{298, 0, 409, -56865};
-};
-
-// The coarser matrices, of video with a key, of planar RGB and of BT.2020, in units of 1 / 64: y = 74 * (Y - 16) - 8,
-// and the weights below on Cb - 128 and Cr - 128.
-template <int b_cb, int g_cb, int g_cr, int r_cr>
-struct coarse_matrix {
-  static constexpr ycbcr_weights b = {74, b_cb, 0, -1192 - 128 * b_cb};
-  static constexpr ycbcr_weights g = {74, -g_cb, -g_cr, -1192 + 128 * (g_cb + g_cr)};
-  static constexpr ycbcr_weights r = {74, 0, r_cr, -1192 - 128 * r_cr};
-};
-
-template <bool ccir_709>
-using ycbcr_to_rgb_coarse =
-    std::conditional_t<ccir_709, coarse_matrix<128, 14, 34, 115>, coarse_matrix<128, 25, 52, 102>>;
-using ycbcr_to_rgb_2020 = coarse_matrix<137, 12, 42, 107>;
+namespace Processing::Morvane::format_conversion::vector {
 
 constexpr int lowest(const ycbcr_weights w) {
   return w.constant + 255 * ((w.y < 0 ? w.y : 0) + (w.cb < 0 ? w.cb : 0) + (w.cr < 0 ? w.cr : 0));
@@ -136,4 +83,4 @@ constexpr bool stops_at_zero(const short_sum s) {
          highest(s.weights) - lowest(s.weights) <= 65535;
 }
 
-}  // namespace Processing::Morvane::format_conversion::line
+}  // namespace Processing::Morvane::format_conversion::vector

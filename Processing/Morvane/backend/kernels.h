@@ -1,0 +1,27 @@
+// Every kernel, which each backend compiles.
+#pragma once
+
+#include "../kernel/black.h"
+#include "../kernel/card_10.h"
+#include "../kernel/chroma.h"
+#include "../kernel/depth.h"
+#include "../kernel/difference.h"
+#include "../kernel/full_chroma.h"
+#include "../kernel/key.h"
+#include "../kernel/list.h"
+#include "../kernel/planes.h"
+#include "../kernel/rgb_to_video.h"
+#include "../kernel/video_to_rgb.h"
+#include "../kernel/words.h"
+
+namespace Processing::Morvane::backend {
+
+namespace kernel = format_conversion::kernel;
+
+using all_kernels =
+    kernel::joined_lists<kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels,
+                         kernel::rgb_to_video_kernels, kernel::video_to_rgb_kernels, kernel::full_chroma_kernels,
+                         kernel::key_kernels, kernel::words_kernels, kernel::card_10_kernels, kernel::black_kernels,
+                         kernel::difference_kernels>::type;
+
+}  // namespace Processing::Morvane::backend

@@ -1,0 +1,5 @@
+#include "../vector/portable.h"
+
+#include "unit.h"
+
+MORVANE_BACKEND_UNIT(portable)

@@ -1,0 +1,217 @@
+// The walk of a kernel over a line.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+#include <utility>
+
+#include "../vector/inline.h"
+#include "stored.h"
+#include "units.h"
+
+namespace Processing::Morvane::format_conversion::kernel {
+
+// Asks for the cache lines that the vectors after the next few will write. A store that crosses a cache line otherwise
+// waits for both, one after the other. Source planes are fetched by the processor itself.
+template <class V, size_t bytes>
+MORVANE_INLINE void expect_stores([[maybe_unused]] uint8_t* plane) {
+  if constexpr (V::stores_expected_ahead > 0)
+    for (size_t i = 0; i < bytes; i += V::cache_line) V::expect_store(plane + V::stores_expected_ahead + i);
+}
+
+// What a kernel remembers that remembers nothing.
+struct nothing_seen {
+  MORVANE_INLINE static nothing_seen none() { return {}; }
+  MORVANE_INLINE static void result() {}
+};
+
+template <class V, class Kernel>
+struct seen_by {
+  using type = nothing_seen;
+};
+
+template <class V, class Kernel>
+requires requires {
+  typename Kernel::template seen<V>;
+}
+struct seen_by<V, Kernel> {
+  using type = typename Kernel::template seen<V>;
+};
+
+// A kernel on its way over a line. The pointers stand at the same unit of each plane.
+template <class V, class Kernel, class Sources, class Destinations>
+class line_walk;
+
+template <class V, class Kernel>
+using walk_of = line_walk<V, Kernel, std::make_index_sequence<Kernel::planes::sources>,
+                          std::make_index_sequence<Kernel::planes::destinations>>;
+
+template <class V, class Kernel, size_t... s, size_t... d>
+class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>> {
+  using planes = typename Kernel::planes;
+  using seen = typename seen_by<V, Kernel>::type;
+  static constexpr bool remembers = !std::is_same_v<seen, nothing_seen>;
+  template <size_t plane>
+  using source_plane = typename planes::template type<plane>;
+  template <size_t plane>
+  using destination_plane = typename planes::template type<planes::sources + plane>;
+
+ public:
+  MORVANE_INLINE line_walk(const Kernel& kernel, const typename source_plane<s>::pointer... sources,
+                           const typename destination_plane<d>::pointer... destinations)
+      : kernel_(kernel), source_{sources...}, destination_{destinations...} {}
+
+  MORVANE_INLINE auto result() const { return seen_.result(); }
+
+  // The units that a vector holds.
+  MORVANE_INLINE static constexpr size_t step() {
+    using items = decltype(std::declval<line_walk&>().made_of(0));
+    using item = std::remove_cvref_t<decltype(item_of<0>(std::declval<items>()))>;
+    return item::stored_bytes / destination_plane<0>::bytes;
+  }
+
+  // The units from here on, one after the other.
+  MORVANE_INLINE void by_rule(const size_t units) {
+    for (size_t unit = 0; unit < units; ++unit) {
+      // Beside a vector body the rule has a handful of units left. The compiler cannot know that: without this barrier
+      // it would make vectors of them once more, in several times the code of the kernel.
+      if constexpr (V::lanes > 0) asm volatile("");
+      if constexpr (remembers)
+        kernel_.rule(seen_, source_plane<s>::at(source_[s], unit)...,
+                     destination_plane<d>::at(destination_[d], unit)...);
+      else
+        kernel_.rule(source_plane<s>::at(source_[s], unit)..., destination_plane<d>::at(destination_[d], unit)...);
+    }
+  }
+
+  // As many whole vectors as there are. Answers how many units are left, behind which the pointers then stand.
+  MORVANE_INLINE size_t by_vectors(size_t units) {
+    constexpr size_t turn = V::vectors_a_turn > together ? V::vectors_a_turn : together;
+    if constexpr (turn > 1) {
+      for (size_t turns = units / (turn * step()); turns > 0; --turns) {  // down to zero, which needs no comparison
+        expect<turn>();
+#pragma GCC unroll 4
+        for (size_t i = 0; i < turn; i += together) convert_together(static_cast<ptrdiff_t>(i * step()));
+        advance(turn * step());
+      }
+      units %= turn * step();
+    }
+    for (; units >= step(); units -= step()) {
+      expect<1>();
+      convert(0);
+      advance(step());
+    }
+    return units;
+  }
+
+  // What by_vectors has left. The last vector of a line converts some units once more, to the same bytes.
+  MORVANE_INLINE void finish(const size_t left) {
+    static_assert(planes::begin_anywhere || !remembers);
+    if constexpr (planes::begin_anywhere)
+      convert(static_cast<ptrdiff_t>(left) - static_cast<ptrdiff_t>(step()));
+    else if constexpr (V::narrower::lanes > 0)
+      walk_apart<typename V::narrower>(kernel_, left, source_[s]..., destination_[d]...);
+    else
+      by_rule(left);
+  }
+
+ private:
+  const Kernel& kernel_;
+  seen seen_ = seen::none();
+  const uint8_t* source_[sizeof...(s) + 1];
+  uint8_t* destination_[sizeof...(d) + 1];
+
+  // So many vectors are converted before they are stored, all to one plane before any to the next: a processor takes
+  // stores to one cache line faster together than in turn with others.
+  static constexpr size_t together = planes::destinations > 1 ? V::stored_together : 1;
+
+  // What the vector body makes of the units that begin so many units ahead.
+  MORVANE_INLINE auto made_of(const ptrdiff_t ahead) {
+    if constexpr (remembers)
+      return kernel_.template convert<V>(seen_, source_[s] + ahead * source_plane<s>::bytes...);
+    else
+      return kernel_.template convert<V>(source_[s] + ahead * source_plane<s>::bytes...);
+  }
+  template <size_t plane, class Items>
+  MORVANE_INLINE void store_item(const Items& items, const ptrdiff_t ahead) const {
+    store<V>(destination_[plane] + ahead * destination_plane<plane>::bytes, item_of<plane>(items));
+  }
+  template <size_t plane, class Items>
+  MORVANE_INLINE void store_two_items(const Items& first, const Items& second, const ptrdiff_t ahead) const {
+    store_item<plane>(first, ahead);
+    store_item<plane>(second, ahead + static_cast<ptrdiff_t>(step()));
+  }
+  MORVANE_INLINE void convert(const ptrdiff_t ahead) {
+    auto items = made_of(ahead);
+    (store_item<d>(items, ahead), ...);
+  }
+  MORVANE_INLINE void convert_together(const ptrdiff_t ahead) {
+    if constexpr (together == 1) {
+      convert(ahead);
+    } else {
+      static_assert(together == 2);
+      auto first = made_of(ahead);
+      auto second = made_of(ahead + static_cast<ptrdiff_t>(step()));
+      (store_two_items<d>(first, second, ahead), ...);
+    }
+  }
+  template <size_t vectors>
+  MORVANE_INLINE void expect() const {
+    (expect_stores<V, vectors * step() * destination_plane<d>::bytes>(destination_[d]), ...);
+  }
+  MORVANE_INLINE void advance(const size_t units) {
+    ((source_[s] += units * source_plane<s>::bytes), ...);
+    ((destination_[d] += units * destination_plane<d>::bytes), ...);
+  }
+};
+
+// Runs a kernel over the units of a line whose planes are apart: vectors, then one vector more that ends with the line
+// and overlaps the one before. Planes in which a vector may not begin anywhere, and lines shorter than a vector, are
+// left to the narrower vectors that the backend names, and in the end to the rule.
+template <class V, class Kernel, class... Pointer>
+MORVANE_INLINE auto walk_apart(const Kernel& kernel, const size_t units, const Pointer... planes) {
+  walk_of<V, Kernel> line(kernel, planes...);
+  if constexpr (V::lanes > 0) {
+    if (units >= line.step()) {
+      const size_t left = line.by_vectors(units);
+      if (left > 0) line.finish(left);
+      return line.result();
+    }
+    if constexpr (V::narrower::lanes > 0) return walk_apart<typename V::narrower>(kernel, units, planes...);
+  }
+  line.by_rule(units);
+  return line.result();
+}
+
+// The same for planes that may overlap, where the kernel says what happens then.
+template <class V, class Kernel, class... Pointer>
+MORVANE_INLINE auto walk(const Kernel& kernel, const size_t units, const Pointer... planes) {
+  if constexpr (Kernel::in_order && V::lanes > 0) {
+    if (!Kernel::planes::apart(units, planes...)) {
+      walk_of<V, Kernel> rule(kernel, planes...);
+      rule.by_rule(units);
+      return rule.result();
+    }
+  }
+  return walk_apart<V>(kernel, units, planes...);
+}
+
+// The line function of a kernel for the backend V.
+template <class V, class Kernel, class Planes = typename Kernel::planes>
+struct line_by;
+
+template <class V, class Kernel, class... Plane>
+struct line_by<V, Kernel, plane_list<Plane...>> {
+  MORVANE_INLINE static auto run(const typename Plane::pointer... planes, const int no_pixels, const Kernel& kernel) {
+    if constexpr (requires { kernel.template line<V>(planes..., no_pixels); })
+      return kernel.template line<V>(planes..., no_pixels);
+    else
+      return walk<V>(kernel, Kernel::count(no_pixels), planes...);
+  }
+  MORVANE_INLINE static auto run(const typename Plane::pointer... planes, const int no_pixels) {
+    return run(planes..., no_pixels, Kernel());
+  }
+};
+
+}  // namespace Processing::Morvane::format_conversion::kernel

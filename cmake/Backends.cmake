@@ -1,0 +1,38 @@
+# The backends of the library, for the build and for the tests that compile them once more.
+#
+# After morvane_finish_backends the global property MORVANE_BACKENDS lists their tags, and for each of them
+# MORVANE_BACKEND_<tag>_FLAGS its flags; MORVANE_BACKEND_DEFINITIONS are the definitions that all of the library is
+# compiled with.
+
+# morvane_backend(tag flags...): adds the backend whose translation unit is backend/<tag>.cpp, compiled with the flags. A
+# compiler that cannot build it leaves it out.
+function(morvane_backend tag)
+  string(TOUPPER ${tag} TAG)
+  set(unit backend/${tag}.cpp)
+  if(ARGN)
+    string(REPLACE ";" " " CMAKE_REQUIRED_FLAGS "-std=c++20 ${ARGN}")
+    set(CMAKE_REQUIRED_DEFINITIONS -DMORVANE_WITH_${TAG})
+    set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
+    check_cxx_source_compiles("#include \"${CMAKE_CURRENT_SOURCE_DIR}/${unit}\"" MORVANE_COMPILES_${TAG})
+    if(NOT MORVANE_COMPILES_${TAG})
+      message(STATUS "Without the backend ${tag}, which this compiler cannot build")
+      return()
+    endif()
+  endif()
+  target_sources(morvane_objects PRIVATE ${unit})
+  set_source_files_properties(${unit} PROPERTIES COMPILE_OPTIONS "${ARGN}")
+  set_property(GLOBAL APPEND PROPERTY MORVANE_BACKENDS ${tag})
+  set_property(GLOBAL PROPERTY MORVANE_BACKEND_${tag}_FLAGS ${ARGN})
+  set_property(GLOBAL APPEND PROPERTY MORVANE_BACKEND_DEFINITIONS MORVANE_WITH_${TAG})
+endfunction()
+
+function(morvane_finish_backends)
+  get_property(tags GLOBAL PROPERTY MORVANE_BACKENDS)
+  list(LENGTH tags count)
+  if(count EQUAL 1)
+    set_property(GLOBAL APPEND PROPERTY MORVANE_BACKEND_DEFINITIONS 
+                 MORVANE_ONLY_BACKEND=${tags} MORVANE_ONLY_BACKEND_HEADER="../vector/${tags}.h")
+  endif()
+  get_property(definitions GLOBAL PROPERTY MORVANE_BACKEND_DEFINITIONS)
+  target_compile_definitions(morvane_objects PRIVATE ${definitions})
+endfunction()
