@@ -26,26 +26,25 @@ void difference(const catalogue::call& c) {
 }
 
 constexpr catalogue::conversion difference_row = {
-    .name = "sum_absolute_differences::difference", .source = "uyvy_uyvy", .convert = difference};
+    .name = "sum_absolute_differences::difference", .source = "uyvy_uyvy", .entry = {difference}};
 
 int stride_of(const catalogue::plane& p, const workload& w) {
   const std::int64_t row = p.row_bytes(w.picture.xres);
   return static_cast<int>(w.memory == shape::padded ? row + std::int64_t{cache_line} : row);
 }
 
-// How far an unaligned plane lies behind the start of a cache line. Functions that take 16-bit samples by pointers to
-// such may be given even addresses only.
-std::size_t misplacement(const catalogue::plane& p, const workload& w, bool is_source) {
+// How far an unaligned plane lies behind the start of a cache line.
+std::size_t misplacement(const workload& w, bool is_source) {
   if (w.memory != shape::unaligned) return 0;
   const std::size_t odd = is_source ? 5 : 13;
-  return p.sample == catalogue::sample_type::u8 ? odd : odd + 1;
+  return w.conversion->entry.takes_words ? odd + 1 : odd;
 }
 
 // What a plane takes of the memory, in whole cache lines.
 std::size_t room_for(const catalogue::plane& p, const workload& w) {
   const std::size_t bytes =
       static_cast<std::size_t>(stride_of(p, w)) * static_cast<std::size_t>(p.rows(w.picture.yres)) +
-      misplacement(p, w, false);
+      misplacement(w, false);
   return (bytes + cache_line - 1) / cache_line * cache_line;
 }
 
@@ -82,7 +81,7 @@ catalogue::planes<Byte> lay_out(std::string_view format_name, const workload& w,
   catalogue::planes<Byte> result;
   std::size_t i = 0;
   for (const catalogue::plane& p : planes_of(format_name)) {
-    result.data[i] = memory + misplacement(p, w, std::is_const_v<Byte>);
+    result.data[i] = memory + misplacement(w, std::is_const_v<Byte>);
     result.stride[i] = stride_of(p, w);
     memory += room_for(p, w);
     ++i;
@@ -91,15 +90,14 @@ catalogue::planes<Byte> lay_out(std::string_view format_name, const workload& w,
 }
 
 std::size_t bytes_needed(const workload& w) {
-  const auto room = [&w](std::string_view format_name, const catalogue::overrun& past) {
+  const catalogue::conversion& c = *w.conversion;
+  const auto room = [&](std::string_view format_name) {
     std::size_t bytes = 0;
     for (const catalogue::plane& p : planes_of(format_name))
-      bytes += room_for(p, w) + static_cast<std::size_t>(past.bytes(p, w.picture.xres));
+      bytes += room_for(p, w) + static_cast<std::size_t>(c.bytes_past(p, w.picture.xres));
     return bytes;
   };
-  const catalogue::conversion& c = *w.conversion;
-  return std::max(
-      {room(c.source, c.read_past), room(c.destination, c.written_past), static_cast<std::size_t>(w.bytes() / 2)});
+  return std::max({room(c.source), room(c.destination), static_cast<std::size_t>(w.bytes() / 2)});
 }
 
 }  // namespace

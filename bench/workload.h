@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "conversions.h"
+#include "catalogue/conversions.h"
 
 namespace morvane::bench {
 

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "conversions.h"
+#include "catalogue/conversions.h"
 
 namespace {
 
@@ -48,18 +48,8 @@ struct route {
   std::string_view source{};
   std::string_view destination{};
   std::string functions{};
-  bool bt601 = false;
-  bool bt709 = false;
-  bool bt2020 = false;
+  std::string matrix_names{};
   std::string irregular{};
-
-  std::string matrices() const {
-    std::string list;
-    if (bt601) append_listed(list, "BT.601");
-    if (bt709) append_listed(list, "BT.709");
-    if (bt2020) append_listed(list, "BT.2020");
-    return list;
-  }
 };
 
 std::vector<route> routes() {
@@ -68,12 +58,15 @@ std::vector<route> routes() {
     const auto same = [&c](const route& r) { return r.source == c.source && r.destination == c.destination; };
     auto r = std::find_if(result.begin(), result.end(), same);
     if (r == result.end()) r = result.insert(result.end(), {.source = c.source, .destination = c.destination});
-    append_listed(r->functions, code(c.name));
-    r->bt601 |= c.colors == matrix::bt601 || c.colors == matrix::by_argument;
-    r->bt709 |= c.colors == matrix::bt709 || c.colors == matrix::by_argument;
-    r->bt2020 |= c.colors == matrix::bt2020;
+    append_listed(r->functions, c.entry.is_declared ? code(c.name) : "the command alone");
     if (!c.irregular.empty()) r->irregular = std::string(c.irregular);
   }
+  for (route& r : result)
+    for (const matrix m : matrices)
+      if (std::any_of(conversions.begin(), conversions.end(), [&](const conversion& c) {
+            return c.source == r.source && c.destination == r.destination && offers(c, m);
+          }))
+        append_listed(r.matrix_names, "BT." + std::to_string(number_of(m)));
   return result;
 }
 
@@ -88,7 +81,7 @@ std::string conversion_table() {
     else if (r.source == r.destination)
       append_listed(copies, code(r.source) + (r.irregular.empty() ? "" : " (" + r.irregular + ")"));
     else
-      table << "| " << code(r.source) << " | " << code(r.destination) << " | " << r.functions << " | " << r.matrices()
+      table << "| " << code(r.source) << " | " << code(r.destination) << " | " << r.functions << " | " << r.matrix_names
             << " | " << r.irregular << " |\n";
   table << "\nCopies from one set of strides to another: " << copies << ".\n\nFills: " << fills << ".\n";
   return table.str();

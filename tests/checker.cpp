@@ -119,10 +119,10 @@ extent extent_of_rows(const plane& format, int stride, int xres, int rows) {
 }
 
 // An image without gaps can be one long line. At odd widths that holds more whole chroma samples than its rows do.
-extent extent_of(const plane& format, catalogue::overrun past, int stride, int xres, int rows) {
+extent extent_of(const plane& format, const conversion& row, int stride, int xres, int rows) {
   extent e = extent_of_rows(format, stride, xres, rows);
   if (stride == tight_stride(format, xres)) e.high = std::max(e.high, row_extent(format, xres * rows));
-  e.high += past.bytes(format, xres);
+  e.high += row.bytes_past(format, xres);
   return e;
 }
 
@@ -279,9 +279,8 @@ void on_every_backend(const std::function<void(backend::kind)>& use) {
   backend::choose(usual);
 }
 
-checker::plane_state::plane_state(const plane& f, catalogue::overrun p, bool source)
+checker::plane_state::plane_state(const plane& f, bool source)
     : format(&f),
-      past(p),
       is_source(source),
       memory(std::make_unique<fenced_memory>(f.group_bytes > 8 * f.group_pixels ? largest_memory : memory_bytes)),
       before(memory->bytes().size()),
@@ -290,15 +289,15 @@ checker::plane_state::plane_state(const plane& f, catalogue::overrun p, bool sou
 
 checker::checker(const conversion& row) : row_(row), expectation_(expectation(row.name, row.destination)) {
   if (expectation_ == nullptr) throw std::invalid_argument("no expectation for " + std::string(row.name));
-  const auto planes_of = [](std::string_view name, catalogue::overrun past, bool source) {
+  const auto planes_of = [](std::string_view name, bool source) {
     std::vector<plane_state> planes;
     const catalogue::format* format = catalogue::find_format(name);
     if (format == nullptr) throw std::invalid_argument("no format " + std::string(name));
-    for (std::size_t i = 0; i < format->plane_count(); ++i) planes.emplace_back(format->planes[i], past, source);
+    for (std::size_t i = 0; i < format->plane_count(); ++i) planes.emplace_back(format->planes[i], source);
     return planes;
   };
-  if (!row.source.empty()) sources_ = planes_of(row.source, row.read_past, true);
-  destinations_ = planes_of(row.destination, row.written_past, false);
+  if (!row.source.empty()) sources_ = planes_of(row.source, true);
+  destinations_ = planes_of(row.destination, false);
   catch_invalid_accesses();
 }
 
@@ -315,7 +314,7 @@ int checker::rows(const plane_state& p, const test_case& c) const {
 
 bool checker::is_one_line(const test_case& c) const {
   if (c.yres == 1) return true;
-  if (row_.name == "yuyv_matrox_10::black" || row_.name == "yuyv_matrox_10::p216") return false;
+  if (row_.by_rows) return false;
   const auto tight = [&](const auto& planes, const auto& places) {
     for (std::size_t i = 0; i < planes.size(); ++i)
       if (places[i].stride * planes[i].format->group_pixels != c.xres * planes[i].format->group_bytes) return false;
@@ -331,7 +330,7 @@ extent checker::extent_in(const plane_state& p, int stride, const test_case& c) 
     if (is_one_line(c)) return {0, row_extent(*p.format, c.xres * count)};
     return extent_of_rows(*p.format, stride, c.xres, count);
   }
-  extent e = extent_of(*p.format, p.past, stride, pixels(c), count);
+  extent e = extent_of(*p.format, row_, stride, pixels(c), count);
   if (copies_padding(p, c)) e.high = std::max(e.high, std::ptrdiff_t{count} * stride);
   return e;
 }
@@ -366,8 +365,7 @@ void checker::set_alpha(plane_state& p, int stride, const test_case& c) const {
     return p
         .before[static_cast<std::size_t>(p.first_row + std::ptrdiff_t{y} * stride + x * p.format->group_bytes + index)];
   };
-  const int read_past = c.xres % 2 != 0 ? p.past.pixels_at_odd_width : 0;
-  const int width = c.xres + read_past;
+  const int width = c.xres + (row_.completes_pair ? c.xres % 2 : 0);
   for (int y = 0; y < c.yres; ++y)
     for (int x = 0; x < width; ++x) alpha_at(x, y) = 255;
   if (c.pattern == content::one_less) {
@@ -381,7 +379,7 @@ void checker::set_words(plane_state& p, int stride, const test_case& c) const {
   const std::span<const std::uint16_t> limits = limits_of(p.format->sample);
   if (limits.empty() || c.xres < 1) return;
   const std::uint8_t* random = content_at(content::random, c.seed + 1);
-  const std::ptrdiff_t words = (row_extent(*p.format, pixels(c)) + p.past.bytes(*p.format, pixels(c))) / 2;
+  const std::ptrdiff_t words = (row_extent(*p.format, pixels(c)) + row_.bytes_past(*p.format, pixels(c))) / 2;
   for (int y = 0; y < rows(p, c); ++y)
     for (std::ptrdiff_t i = 0; i < words; ++i) {
       const std::uint16_t word = limits[*random++ % limits.size()];
@@ -443,7 +441,7 @@ std::string checker::check(const test_case& c) {
     bool reported = c.opacity == report::true_before;
     call = call_on(c, false);
     if (c.opacity != report::none) call.opaque = &reported;
-    const int signal = run_guarded(row_.convert, call);
+    const int signal = run_guarded(row_.entry.convert, call);
     if (signal != 0)
       failure = std::string("crashed: ") + strsignal(signal);
     else

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "backend/choice.h"
-#include "conversions.h"
+#include "catalogue/conversions.h"
 
 namespace morvane::tests {
 
@@ -108,10 +108,9 @@ class checker {
 
  private:
   struct plane_state {
-    plane_state(const catalogue::plane& f, catalogue::overrun p, bool source);
+    plane_state(const catalogue::plane& f, bool source);
 
     const catalogue::plane* format;
-    catalogue::overrun past;
     bool is_source;
     std::unique_ptr<fenced_memory> memory;  // what the library gets
     std::vector<std::uint8_t> before;       // its content before the call

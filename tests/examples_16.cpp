@@ -12,7 +12,7 @@
 
 #include "Processing.Morvane.h"
 #include "byte_rows.h"
-#include "conversions.h"
+#include "catalogue/conversions.h"
 #include "support.h"
 
 namespace morvane::tests {
@@ -733,8 +733,8 @@ struct planes_of_bytes {
   bool operator==(const planes_of_bytes&) const = default;
 };
 
-// Four rows of 37 pixels of noise, in planes that begin `offset` bytes after an aligned address.
-planes_of_bytes convert_noise(catalogue::thunk convert, std::size_t offset) {
+// Rows of 37 pixels of noise, in planes that begin `offset` bytes after an aligned address.
+planes_of_bytes convert_noise(catalogue::thunk convert, std::size_t offset, int yres = 4) {
   std::mt19937 random(1);
   std::array<bytes, catalogue::max_planes> source;
   planes_of_bytes result;
@@ -748,7 +748,7 @@ planes_of_bytes convert_noise(catalogue::thunk convert, std::size_t offset) {
     c.source.stride[i] = c.destination.stride[i] = wide_stride;
   }
   c.xres = 37;
-  c.yres = 4;
+  c.yres = yres;
   c.opaque = &result.opaque;
   convert(c);
   for (bytes& plane : result.planes) plane = part(plane, offset, room);
@@ -775,41 +775,42 @@ struct overload {
 TEST_P(word_example, words_give_the_bytes_that_byte_pointers_give) {
   using u8 = std::uint8_t;
   using u16 = std::uint16_t;
-  using catalogue::thunk_of;
+  using catalogue::entry_of;
   const overload overloads[] = {
-      {"uyvy::p216", "p216", thunk_of<static_cast<one_to_two<u8, u16>*>(&fc::uyvy::p216)>},
-      {"y_uv::p216", "p216", thunk_of<static_cast<two_to_two<u8, u16>*>(&fc::y_uv::p216)>},
-      {"ycbcra::pa16", "pa16", thunk_of<static_cast<one_to_three<u8, u16>*>(&fc::ycbcra::pa16)>},
-      {"pa16::vuya_f32", "vuya_f32", thunk_of<static_cast<three_to_one<u16, u8>*>(&fc::pa16::vuya_f32)>},
-      {"pa16::p216", "p216", thunk_of<static_cast<three_to_two<u16, u8>*>(&fc::pa16::p216)>},
+      {"uyvy::p216", "p216", entry_of<static_cast<one_to_two<u8, u16>*>(&fc::uyvy::p216)>.convert},
+      {"y_uv::p216", "p216", entry_of<static_cast<two_to_two<u8, u16>*>(&fc::y_uv::p216)>.convert},
+      {"ycbcra::pa16", "pa16", entry_of<static_cast<one_to_three<u8, u16>*>(&fc::ycbcra::pa16)>.convert},
+      {"pa16::vuya_f32", "vuya_f32", entry_of<static_cast<three_to_one<u16, u8>*>(&fc::pa16::vuya_f32)>.convert},
+      {"pa16::p216", "p216", entry_of<static_cast<three_to_two<u16, u8>*>(&fc::pa16::p216)>.convert},
   };
   for (const auto& [name, destination, of_words] : overloads) {
     const planes_of_bytes wanted = convert_noise(of_words, 0);
     EXPECT_NE(wanted.planes[0], filled(room, 77)) << name;
-    EXPECT_EQ(convert_noise(row_of(name, destination).convert, 0), wanted) << name;
-    EXPECT_EQ(convert_noise(row_of(name, destination).convert, 1), wanted) << name;
+    EXPECT_EQ(convert_noise(row_of(name, destination).entry.convert, 0), wanted) << name;
+    EXPECT_EQ(convert_noise(row_of(name, destination).entry.convert, 1), wanted) << name;
   }
 }
 
+// Whether a plane on either side has samples of 16 bits.
+bool has_words(const catalogue::conversion& row) {
+  for (const std::string_view name : {row.source, row.destination})
+    if (const catalogue::format* f = catalogue::find_format(name))
+      for (const catalogue::plane& p : f->planes)
+        if (p.sample == catalogue::sample_type::u16 || catalogue::low_bits(p.sample) > 0) return true;
+  return false;
+}
+
 TEST_P(word_example, byte_pointers_may_be_odd) {
-  const std::pair<std::string_view, std::string_view> by_bytes[] = {
-      {"p216::rgbx_2020", "rgbx"},
-      {"yuyv_matrox_10::p216", "p216"},
-      {"p216::yuyv_matrox_10", "yuyv_matrox_10"},
-      {"pa16::yuyv_matrox_10", "yuyv_matrox_10"},
-      {"alpha_u16::yuyv_matrox_10", "yuyv_matrox_10"},
-      {"pa16::yua_yva_matrox_10", "yua_yva_matrox_10"},
-      {"yua_yva_matrox_10::pa16", "pa16"},
-      {"alpha::alpha_u16", "alpha_u16"},
-      {"alpha_10u16::alpha_u16", "alpha_u16"},
-      {"alpha_12u16::alpha_u16", "alpha_u16"},
-      {"bgra64::alpha16", "alpha_u16"},
-  };
-  for (const auto& [name, destination] : by_bytes) {
-    const catalogue::thunk convert = row_of(name, destination).convert;
-    EXPECT_EQ(convert_noise(convert, 1), convert_noise(convert, 0)) << name;
-    EXPECT_EQ(convert_noise(convert, 3), convert_noise(convert, 0)) << name;
+  int tested = 0;
+  for (const catalogue::conversion& row : catalogue::conversions) {
+    if (row.entry.takes_words || !has_words(row)) continue;
+    const int yres = 4 / row.rows_per_yres;
+    const planes_of_bytes wanted = convert_noise(row.entry.convert, 0, yres);
+    EXPECT_EQ(convert_noise(row.entry.convert, 1, yres), wanted) << row.name;
+    EXPECT_EQ(convert_noise(row.entry.convert, 3, yres), wanted) << row.name;
+    ++tested;
   }
+  EXPECT_EQ(tested, 19);
 }
 
 TEST_P(word_example, sizes_below_one_write_nothing) {

@@ -12,7 +12,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "call.h"
+#include "catalogue/call.h"
 #include "oracle.h"
 #include "support.h"
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "call.h"
+#include "catalogue/call.h"
 
 namespace morvane::tests {
 

@@ -59,6 +59,15 @@ void ycbcra_to_pa16(const call& c) {
 
 // From p216.
 
+void p216_to_yuy2(const call& c) {
+  one_line_or_each_row(c, {2 * c.xres, 2 * c.xres}, {2 * c.xres}, [](const line& l, int pixels) {
+    for (int i = 0; i < 2 * pixels; i += 2) {
+      l.destination[0][i] = l.source[0][i + 1];
+      l.destination[0][i + 1] = l.source[1][i + 1];
+    }
+  });
+}
+
 void p216_to_uyvy(const call& c) {
   one_line_or_each_row(c, {2 * c.xres, 2 * c.xres}, {2 * c.xres}, [](const line& l, int pixels) {
     for (int i = 0; i < pixels; ++i) {
@@ -161,11 +170,17 @@ void pa16_to_vuya_f32(const call& c) {
 }
 
 constexpr entry entries[] = {
-    {"uyvy::p216", "p216", uyvy_to_p216},          {"y_uv::p216", "p216", y_uv_to_p216},
-    {"ycbcra::pa16", "pa16", ycbcra_to_pa16},      {"p216::uyvy", "uyvy", p216_to_uyvy},
-    {"p216::p010", "p010", p216_to_p010},          {"p216::rgbx_2020", "rgbx", p216_to_rgbx_2020},
-    {"pa16::p216", "p216", pa16_to_p216},          {"pa16::ya_uv", "ya_uv_16", pa16_to_ya_uv},
-    {"pa16::vuya_16", "vuya_16", pa16_to_vuya_16}, {"pa16::vuya_f32", "vuya_f32", pa16_to_vuya_f32},
+    {"uyvy::p216", "p216", uyvy_to_p216},
+    {"y_uv::p216", "p216", y_uv_to_p216},
+    {"ycbcra::pa16", "pa16", ycbcra_to_pa16},
+    {"p216::uyvy", "uyvy", p216_to_uyvy},
+    {"p216::yuy2", "yuy2", p216_to_yuy2},
+    {"p216::p010", "p010", p216_to_p010},
+    {"p216::rgbx_2020", "rgbx", p216_to_rgbx_2020},
+    {"pa16::p216", "p216", pa16_to_p216},
+    {"pa16::ya_uv", "ya_uv_16", pa16_to_ya_uv},
+    {"pa16::vuya_16", "vuya_16", pa16_to_vuya_16},
+    {"pa16::vuya_f32", "vuya_f32", pa16_to_vuya_f32},
 };
 
 }  // namespace

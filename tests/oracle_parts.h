@@ -9,7 +9,7 @@
 #include <span>
 #include <string_view>
 
-#include "call.h"
+#include "catalogue/call.h"
 
 namespace morvane::tests::oracle {
 

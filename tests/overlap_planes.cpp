@@ -2,9 +2,11 @@
 // over pairs, whatever the distances.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <random>
 #include <string_view>
 #include <vector>
@@ -21,18 +23,12 @@ namespace backend = Processing::Morvane::backend;
 class plane_over_source : public testing::TestWithParam<catalogue::conversion> {};
 class planes_over_each_other : public testing::TestWithParam<catalogue::conversion> {};
 
-bool splits(const catalogue::conversion& row) {
-  return row.source == "uyvy" && row.destination.starts_with("y_u");
-}
-
-bool splits_off_alpha(const catalogue::conversion& row) {
-  return row.destination == "uyvy_a" && (row.source == "bgra" || row.source == "rgba");
-}
-
-std::vector<catalogue::conversion> rows_with_defined_overlap(bool of_destinations) {
+std::vector<catalogue::conversion> rows_with(std::initializer_list<catalogue::overlap> wanted) {
   std::vector<catalogue::conversion> rows;
   for (const catalogue::conversion& row : catalogue::conversions)
-    if (splits(row) || (!of_destinations && splits_off_alpha(row))) rows.push_back(row);
+    if (std::find(wanted.begin(), wanted.end(), row.overlapping) != wanted.end() &&
+        catalogue::find_format(row.destination)->plane_count() > 1)
+      rows.push_back(row);
   return rows;
 }
 
@@ -103,7 +99,7 @@ TEST_P(plane_over_source, is_written_in_order) {
   });
 }
 
-// Where two planes share bytes, what the later store leaves counts; a pair stores luma before chroma.
+// Where two planes share bytes, what the later store leaves counts.
 TEST_P(planes_over_each_other, are_written_in_order) {
   on_every_backend([](backend::kind) {
     for (const std::ptrdiff_t distance : near_distances())
@@ -114,8 +110,10 @@ TEST_P(planes_over_each_other, are_written_in_order) {
   });
 }
 
-INSTANTIATE_TEST_SUITE_P(catalogue, plane_over_source, testing::ValuesIn(rows_with_defined_overlap(false)), row_name);
-INSTANTIATE_TEST_SUITE_P(catalogue, planes_over_each_other, testing::ValuesIn(rows_with_defined_overlap(true)),
+INSTANTIATE_TEST_SUITE_P(catalogue, plane_over_source,
+                         testing::ValuesIn(rows_with({catalogue::overlap::with_source, catalogue::overlap::of_all})),
+                         row_name);
+INSTANTIATE_TEST_SUITE_P(catalogue, planes_over_each_other, testing::ValuesIn(rows_with({catalogue::overlap::of_all})),
                          row_name);
 
 }  // namespace

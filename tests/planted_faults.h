@@ -33,7 +33,7 @@ inline std::string fault_name(const testing::TestParamInfo<fault>& tested) {
 
 inline void expect_report(const fault& f) {
   catalogue::conversion row = row_of(f.row, f.destination);
-  row.convert = f.faulty;
+  row.entry.convert = f.faulty;
   const std::vector<std::string> failures = checker(row).sweep(20);
   ASSERT_FALSE(failures.empty());
   EXPECT_NE(failures[0].find(f.row), std::string::npos) << failures[0];

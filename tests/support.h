@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "backend/choice.h"
-#include "conversions.h"
+#include "catalogue/conversions.h"
 
 namespace morvane::catalogue {
 

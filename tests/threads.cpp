@@ -28,7 +28,7 @@ struct image {
 // Rows follow each other without padding where that leaves the bands apart, so that a thread that touched more than its
 // own rows would meet its neighbour. At odd widths planar chroma has a byte between its rows: without it, a band is one
 // line, whose chroma is longer than that of its rows.
-image make_image(std::string_view format_name, catalogue::overrun past, int pixels, unsigned seed) {
+image make_image(std::string_view format_name, const catalogue::conversion& row, int pixels, unsigned seed) {
   image result;
   if (format_name.empty()) return result;
   std::mt19937 random(seed);
@@ -37,7 +37,7 @@ image make_image(std::string_view format_name, catalogue::overrun past, int pixe
     const catalogue::plane& p = format->planes[i];
     const int whole_samples = (pixels * p.group_bytes + p.group_pixels - 1) / p.group_pixels;
     const int row_bytes = std::max(static_cast<int>(row_extent(p, pixels)), whole_samples);
-    const int stride = row_bytes + static_cast<int>(past.bytes(p, pixels));
+    const int stride = row_bytes + static_cast<int>(row.bytes_past(p, pixels));
     result.strides.push_back(stride);
     result.rows_in_band.push_back(rows_in_band / p.image_rows);
     result.planes.emplace_back(static_cast<std::size_t>(stride * band_count * result.rows_in_band.back()));
@@ -69,8 +69,8 @@ catalogue::call call_on_band(const catalogue::conversion& row, image& source, im
 }
 
 void convert_in_bands(const catalogue::conversion& row, int xres) {
-  image source = make_image(row.source, row.read_past, xres * row.pixels_per_xres, 1);
-  image together = make_image(row.destination, row.written_past, xres * row.pixels_per_xres, 2);
+  image source = make_image(row.source, row, xres * row.pixels_per_xres, 1);
+  image together = make_image(row.destination, row, xres * row.pixels_per_xres, 2);
   image one_by_one = together;
 
   bool reports[band_count]{};

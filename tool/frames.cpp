@@ -2,9 +2,9 @@
 #include "frames.h"
 
 #include <algorithm>
-#include <array>
 #include <deque>
 
+#include "catalogue/layout.h"
 #include "errors.h"
 #include "names.h"
 #include "output.h"
@@ -16,14 +16,6 @@ namespace morvane::tool {
 
 namespace {
 
-// How a frame lies in raw files: plane after plane, row after row.
-struct raw_layout {
-  std::array<std::int64_t, catalogue::max_planes> row_bytes{};
-  std::array<std::int64_t, catalogue::max_planes> stride{};
-  std::array<std::int64_t, catalogue::max_planes> plane_bytes{};
-  std::int64_t frame_bytes = 0;
-};
-
 std::string planes_of(const catalogue::format& f) {
   std::vector<std::string> names;
   for (std::size_t p = 0; p < f.plane_count(); ++p) names.emplace_back(f.planes[p].name);
@@ -34,19 +26,16 @@ std::string plane_name(const catalogue::format& f, std::size_t p) {
   return f.plane_count() == 1 ? std::string(f.name) : text("plane ", f.planes[p].name, " of ", f.name);
 }
 
-raw_layout layout_of(const catalogue::format& f, extent size, const stride_list& strides) {
+// How a frame lies in raw files: plane after plane, row after row.
+catalogue::layout layout_of(const catalogue::format& f, extent size, const stride_list& strides) {
   if (strides.size() > f.plane_count()) wrong_arguments(planes_of(f), "; there are ", strides.size(), " strides");
-  raw_layout result;
-  for (std::size_t p = 0; p < f.plane_count(); ++p) {
-    result.row_bytes[p] = f.planes[p].row_bytes(size.width);
-    result.stride[p] = p < strides.size() ? strides[p] : result.row_bytes[p];
-    if (result.stride[p] < result.row_bytes[p])
-      wrong_arguments("stride ", result.stride[p], " is too small: a row of ", plane_name(f, p), ' ', size, " has ",
-                      result.row_bytes[p], " bytes");
-    result.plane_bytes[p] = result.stride[p] * plane_rows(f.planes[p], size.height);
-    result.frame_bytes += result.plane_bytes[p];
-  }
-  return result;
+  return lay_out(f, size.width, size.height, [&](std::size_t p, std::int64_t row_bytes) {
+    const std::int64_t stride = p < strides.size() ? strides[p] : row_bytes;
+    if (stride < row_bytes)
+      wrong_arguments("stride ", stride, " is too small: a row of ", plane_name(f, p), ' ', size, " has ", row_bytes,
+                      " bytes");
+    return stride;
+  });
 }
 
 void require_file_for_every_plane(const catalogue::format& f, const file_list& files) {
@@ -80,8 +69,8 @@ class raw_source : public frame_source {
     for (std::size_t p = 0; p < format_.plane_count(); ++p) {
       raw_file& file = files_.size() == 1 ? files_.front() : files_[p];
       for (int y = 0; y < plane_rows(format_.planes[p], size_.height); ++y) {
-        file.take(into.row(p, y), layout_.row_bytes[p]);
-        file.pass(layout_.stride[p] - layout_.row_bytes[p]);
+        file.take(into.row(p, y), layout_.planes[p].row_bytes);
+        file.pass(layout_.planes[p].stride - layout_.planes[p].row_bytes);
       }
     }
     return true;
@@ -91,10 +80,10 @@ class raw_source : public frame_source {
   void open(const file_list& names) {
     const std::string frame = text("one frame of ", format_.name, ' ', size_);
     if (names.size() == 1)
-      files_.emplace_back(names.front(), layout_.frame_bytes, frame);
+      files_.emplace_back(names.front(), layout_.bytes, frame);
     else
       for (std::size_t p = 0; p < names.size(); ++p)
-        files_.emplace_back(names[p], layout_.plane_bytes[p], text("plane ", format_.planes[p].name, " of ", frame));
+        files_.emplace_back(names[p], layout_.planes[p].bytes(), text("plane ", format_.planes[p].name, " of ", frame));
   }
 
   void require_as_many_frames(const raw_file& file) const {
@@ -114,7 +103,7 @@ class raw_source : public frame_source {
 
   const catalogue::format& format_;
   extent size_;
-  raw_layout layout_;
+  catalogue::layout layout_;
   std::vector<raw_file> files_;
 };
 
@@ -162,9 +151,9 @@ class raw_sink : public frame_sink {
   void write(const image& frame) override {
     for (std::size_t p = 0; p < frame.plane_count(); ++p) {
       output_file& file = files_.size() == 1 ? files_.front() : files_[p];
-      padding_.resize(static_cast<std::size_t>(layout_.stride[p] - layout_.row_bytes[p]));
+      padding_.resize(static_cast<std::size_t>(layout_.planes[p].stride - layout_.planes[p].row_bytes));
       for (int y = 0; y < plane_rows(frame.plane(p), size_.height); ++y) {
-        file.write(frame.row(p, y), static_cast<std::size_t>(layout_.row_bytes[p]));
+        file.write(frame.row(p, y), static_cast<std::size_t>(layout_.planes[p].row_bytes));
         file.write(padding_.data(), padding_.size());
       }
     }
@@ -176,7 +165,7 @@ class raw_sink : public frame_sink {
 
  private:
   extent size_;
-  raw_layout layout_;
+  catalogue::layout layout_;
   std::deque<output_file> files_;
   std::vector<std::uint8_t> padding_;
 };

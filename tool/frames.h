@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "formats.h"
+#include "catalogue/formats.h"
 #include "image.h"
 
 namespace morvane::tool {

@@ -10,6 +10,7 @@
 #include <new>
 #include <ostream>
 
+#include "catalogue/layout.h"
 #include "errors.h"
 
 namespace morvane::tool {
@@ -50,19 +51,15 @@ std::ostream& operator<<(std::ostream& out, extent e) {
 
 image::image(const catalogue::format& format, extent size, spare_room room) : format_(&format), size_(size) {
   const strides roomy = strides_of(format, size.width, room);
-  std::array<std::int64_t, catalogue::max_planes> offset{};
-  std::int64_t bytes = 0;
-  for (std::size_t p = 0; p < plane_count(); ++p) {
-    if (roomy[p] > std::numeric_limits<int>::max()) wrong_arguments("size ", size, " is too wide");
-    planes_.stride[p] = static_cast<int>(roomy[p]);
-    offset[p] = bytes;
-    bytes += roomy[p] * rows(p);
-  }
-  require_memory(bytes);
-  memory_.reset(static_cast<std::uint8_t*>(std::aligned_alloc(alignment, static_cast<std::size_t>(bytes))));
+  const catalogue::layout layout =
+      lay_out(format, size.width, size.height, [&](std::size_t p, std::int64_t) { return roomy[p]; });
+  if (*std::max_element(roomy.begin(), roomy.end()) > std::numeric_limits<int>::max())
+    wrong_arguments("size ", size, " is too wide");
+  require_memory(layout.bytes);
+  memory_.reset(static_cast<std::uint8_t*>(std::aligned_alloc(alignment, static_cast<std::size_t>(layout.bytes))));
   if (!memory_) throw std::bad_alloc();
-  std::memset(memory_.get(), 0, static_cast<std::size_t>(bytes));
-  for (std::size_t p = 0; p < plane_count(); ++p) planes_.data[p] = memory_.get() + offset[p];
+  std::memset(memory_.get(), 0, static_cast<std::size_t>(layout.bytes));
+  planes_ = layout.at(memory_.get());
 }
 
 catalogue::planes<std::uint8_t> image::from_row(int first) {

@@ -8,8 +8,8 @@
 #include <iosfwd>
 #include <memory>
 
-#include "call.h"
-#include "formats.h"
+#include "catalogue/call.h"
+#include "catalogue/formats.h"
 
 namespace morvane::tool {
 

@@ -3,10 +3,11 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "catalogue/conversions.h"
+#include "catalogue/formats.h"
+#include "catalogue/layout.h"
 #include "commands.h"
-#include "conversions.h"
 #include "errors.h"
-#include "formats.h"
 #include "names.h"
 #include "table.h"
 
@@ -34,36 +35,17 @@ std::string short_number(double value) {
   return digits;
 }
 
-const char* matrix_name(catalogue::matrix m) {
-  switch (m) {
-    case catalogue::matrix::bt601:
-      return "601";
-    case catalogue::matrix::bt709:
-      return "709";
-    case catalogue::matrix::bt2020:
-      return "2020";
-    case catalogue::matrix::by_argument:
-      return "601, 709";
-    case catalogue::matrix::none:
-      break;
-  }
-  return "";
+std::vector<int> matrices_of(const catalogue::conversion& c) {
+  std::vector<int> result;
+  for (const catalogue::matrix m : catalogue::matrices)
+    if (offers(c, m)) result.push_back(number_of(m));
+  return result;
 }
 
-ordered_json matrices(catalogue::matrix m) {
-  switch (m) {
-    case catalogue::matrix::bt601:
-      return {601};
-    case catalogue::matrix::bt709:
-      return {709};
-    case catalogue::matrix::bt2020:
-      return {2020};
-    case catalogue::matrix::by_argument:
-      return {601, 709};
-    case catalogue::matrix::none:
-      break;
-  }
-  return ordered_json::array();
+std::string matrix_names(const catalogue::conversion& c) {
+  std::vector<std::string> names;
+  for (const int number : matrices_of(c)) names.push_back(std::to_string(number));
+  return joined(names);
 }
 
 ordered_json names_of(const catalogue::format& f) {
@@ -96,7 +78,7 @@ ordered_json conversion_json(const catalogue::conversion& c) {
   return {{"name", c.name},
           {"source", word(c.source)},
           {"destination", c.destination},
-          {"matrices", matrices(c.colors)},
+          {"matrices", matrices_of(c)},
           {"rescale", c.extra == catalogue::argument::rescale},
           {"opacity_report", c.extra == catalogue::argument::opacity},
           {"irregular", word(c.irregular)}};
@@ -110,16 +92,16 @@ void print_json(const Rows& rows, ToJson to_json) {
 }
 
 ordered_json info_json(const catalogue::format& f, extent size) {
+  const catalogue::layout layout = lay_out(f, size.width, size.height);
   ordered_json result = {{"format", f.name},
                          {"width", size.width},
                          {"height", size.height},
-                         {"frame_bytes", f.frame_bytes(size.width, size.height)},
+                         {"frame_bytes", layout.bytes},
                          {"planes", ordered_json::array()}};
-  for (std::size_t p = 0; p < f.plane_count(); ++p) {
-    const std::int64_t stride = f.planes[p].row_bytes(size.width);
-    const int rows = plane_rows(f.planes[p], size.height);
+  for (std::size_t i = 0; i < f.plane_count(); ++i) {
+    const catalogue::plane_layout& p = layout.planes[i];
     result["planes"].push_back(
-        {{"name", f.planes[p].name}, {"rows", rows}, {"stride", stride}, {"bytes", stride * rows}});
+        {{"name", f.planes[i].name}, {"rows", p.rows}, {"stride", p.stride}, {"bytes", p.bytes()}});
   }
   return result;
 }
@@ -141,14 +123,14 @@ void print_info(const catalogue::format& f, extent size) {
   const std::string names = labelled_names(f);
   if (!names.empty()) std::cout << "also called " << names << '\n';
   std::vector<table_row> rows = {{"PLANE", "ROWS", "TIGHT STRIDE", "BYTES", "SAMPLES"}};
-  for (std::size_t p = 0; p < f.plane_count(); ++p) {
-    const std::int64_t stride = f.planes[p].row_bytes(size.width);
-    const int count = plane_rows(f.planes[p], size.height);
-    rows.push_back({std::string(f.planes[p].name), std::to_string(count), std::to_string(stride),
-                    std::to_string(stride * count), std::string(f.planes[p].components)});
+  const catalogue::layout layout = lay_out(f, size.width, size.height);
+  for (std::size_t i = 0; i < f.plane_count(); ++i) {
+    const catalogue::plane_layout& p = layout.planes[i];
+    rows.push_back({std::string(f.planes[i].name), std::to_string(p.rows), std::to_string(p.stride),
+                    std::to_string(p.bytes()), std::string(f.planes[i].components)});
   }
   print_table(std::cout, rows, terminal_width());
-  std::cout << "frame: " << f.frame_bytes(size.width, size.height) << " bytes\n";
+  std::cout << "frame: " << layout.bytes << " bytes\n";
 }
 
 }  // namespace
@@ -167,7 +149,7 @@ void list_conversions(const listing_options& options) {
   std::vector<table_row> rows = {{"CONVERSION", "FROM", "TO", "MATRIX", "IRREGULAR"}};
   for (const catalogue::conversion& c : catalogue::conversions)
     rows.push_back({std::string(c.name), c.source.empty() ? "(fill)" : std::string(c.source),
-                    std::string(c.destination), matrix_name(c.colors), std::string(c.irregular)});
+                    std::string(c.destination), matrix_names(c), std::string(c.irregular)});
   print_table(std::cout, rows, terminal_width());
 }
 

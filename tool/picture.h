@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "formats.h"
+#include "catalogue/formats.h"
 #include "image.h"
 
 namespace morvane::tool {

@@ -33,18 +33,18 @@ pipeline::pipeline(const route& way, extent size, workers& hands)
 spare_room pipeline::room_of(std::size_t image_index) const {
   spare_room room;
   const catalogue::format& format = *way_.formats()[image_index];
-  const auto suit = [&](const catalogue::conversion& c, const catalogue::overrun& past) {
+  const auto suit = [&](const catalogue::conversion& c) {
     const int width = call_width(c);
     room.width = std::max(room.width, width);
     for (std::size_t p = 0; p < format.plane_count(); ++p)
-      room.bytes[p] = std::max(room.bytes[p], past.bytes(format.planes[p], width));
+      room.bytes[p] = std::max(room.bytes[p], c.bytes_past(format.planes[p], width));
   };
   if (image_index > 0) {
     const catalogue::conversion& writer = *way_.steps[image_index - 1];
-    suit(writer, writer.written_past);
+    suit(writer);
     room.one_stride = writer.one_stride;
   }
-  if (image_index < way_.steps.size()) suit(*way_.steps[image_index], way_.steps[image_index]->read_past);
+  if (image_index < way_.steps.size()) suit(*way_.steps[image_index]);
   return room;
 }
 

@@ -26,19 +26,9 @@ struct rules {
 };
 
 bool has_matrix(const conversion& c, int matrix) {
-  switch (c.colors) {
-    case catalogue::matrix::bt601:
-      return matrix == 601;
-    case catalogue::matrix::bt709:
-      return matrix == 709;
-    case catalogue::matrix::bt2020:
-      return matrix == 2020;
-    case catalogue::matrix::by_argument:
-      return matrix != 2020;
-    case catalogue::matrix::none:
-      break;
-  }
-  return true;
+  return c.colors == catalogue::matrix::none ||
+         std::any_of(std::begin(catalogue::matrices), std::end(catalogue::matrices),
+                     [&](catalogue::matrix m) { return catalogue::number_of(m) == matrix && offers(c, m); });
 }
 
 bool usable(const conversion& c, rules r) {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "conversions.h"
-#include "formats.h"
+#include "catalogue/conversions.h"
+#include "catalogue/formats.h"
 #include "image.h"
 
 namespace morvane::tool {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "formats.h"
+#include "catalogue/formats.h"
 
 namespace morvane::tool {
 

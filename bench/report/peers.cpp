@@ -4,6 +4,8 @@
 #include <cstring>
 #include <sstream>
 
+#include "catalogue/layout.h"
+
 namespace morvane::bench {
 
 namespace {
@@ -20,26 +22,14 @@ int bytes_of(catalogue::sample_type sample) {
   return sample == catalogue::sample_type::u8 ? 1 : 2;
 }
 
-// The planes of an image one after the other, without gaps.
-template <class Byte>
-catalogue::planes<Byte> lay_out(const catalogue::format& f, Byte* bytes) {
-  catalogue::planes<Byte> result;
-  for (std::size_t p = 0; p < f.plane_count(); ++p) {
-    result.data[p] = bytes;
-    result.stride[p] = static_cast<int>(f.planes[p].row_bytes(sample_image.xres));
-    bytes += result.stride[p] * f.planes[p].rows(sample_image.yres);
-  }
-  return result;
-}
-
-std::size_t image_bytes(const catalogue::format& f) {
-  return static_cast<std::size_t>(f.frame_bytes(sample_image.xres, sample_image.yres));
+catalogue::layout layout_of(const catalogue::format& f) {
+  return lay_out(f, sample_image.xres, sample_image.yres);
 }
 
 // Bytes without a pattern, but within the range of the format, which is that of video before a matrix: beyond it there
 // is nothing to agree upon.
 memory noise(const catalogue::format& f, catalogue::matrix colors) {
-  memory result(image_bytes(f));
+  memory result(static_cast<std::size_t>(layout_of(f).bytes));
   std::uint32_t state = 1;
   for (std::uint8_t& byte : result) {
     state = state * 1664525 + 1013904223;
@@ -47,10 +37,10 @@ memory noise(const catalogue::format& f, catalogue::matrix colors) {
   }
   if (f.model == catalogue::color_model::ycbcr && colors != catalogue::matrix::none)
     for (std::uint8_t& byte : result) byte = static_cast<std::uint8_t>(16 + byte % 220);
-  const int low_bits = f.name.find("_10u16") != f.name.npos ? 10 : f.name.find("_12u16") != f.name.npos ? 12 : 16;
-  if (low_bits < 16)
+  const int bits = catalogue::low_bits(f.planes[0].sample);
+  if (bits > 0)
     for (std::size_t i = 1; i < result.size(); i += 2)
-      result[i] = static_cast<std::uint8_t>(result[i] & ((1 << (low_bits - 8)) - 1));
+      result[i] = static_cast<std::uint8_t>(result[i] & ((1 << (bits - 8)) - 1));
   return result;
 }
 
@@ -61,16 +51,15 @@ int sample_at(const std::uint8_t* bytes, int width) {
 // The greatest difference of two samples, rounded up to a step of 8 bits.
 int greatest_difference(const catalogue::format& f, const memory& a, const memory& b) {
   int greatest = 0;
-  std::size_t begin = 0;
+  const catalogue::layout layout = layout_of(f);
   for (std::size_t p = 0; p < f.plane_count(); ++p) {
     const int width = bytes_of(f.planes[p].sample);
-    const std::size_t end = begin + static_cast<std::size_t>(f.planes[p].row_bytes(sample_image.xres) *
-                                                             f.planes[p].rows(sample_image.yres));
+    const auto begin = static_cast<std::size_t>(layout.planes[p].offset);
+    const std::size_t end = begin + static_cast<std::size_t>(layout.planes[p].bytes());
     for (std::size_t i = begin; i < end; i += static_cast<std::size_t>(width)) {
       const int difference = std::abs(sample_at(&a[i], width) - sample_at(&b[i], width));
       greatest = std::max(greatest, width == 1 ? difference : (difference + 255) / 256);
     }
-    begin = end;
   }
   return greatest;
 }
@@ -84,29 +73,27 @@ agreement agreement_at(int difference) {
 int difference_of(const row& r, const peer& p) {
   const catalogue::conversion& conversion = *r.conversion;
   const catalogue::format& destination = *catalogue::find_format(conversion.destination);
+  const std::size_t past =
+      static_cast<std::size_t>(sample_image.xres) * static_cast<std::size_t>(conversion.bytes_past_per_pixel);
   memory source;
   bool opaque = false;
   catalogue::call call;
   if (!conversion.source.empty()) {
     const catalogue::format& format = *catalogue::find_format(conversion.source);
     source = noise(format, conversion.colors);
-    const std::size_t past =
-        static_cast<std::size_t>(sample_image.xres) * static_cast<std::size_t>(conversion.read_past.bytes_per_pixel);
     source.resize(source.size() + past);
-    call.source = lay_out<const std::uint8_t>(format, source.data());
+    call.source = layout_of(format).at<const std::uint8_t>(source.data());
   }
   call.xres = sample_image.xres / conversion.pixels_per_xres;
   call.yres = sample_image.yres / conversion.rows_per_yres;
   call.argument = conversion.extra == catalogue::argument::color_space ? Processing::Morvane::ccir_709 : int{r.rescale};
   call.opaque = &opaque;
 
-  const std::size_t past =
-      static_cast<std::size_t>(sample_image.xres) * static_cast<std::size_t>(conversion.written_past.bytes_per_pixel);
-  memory ours(image_bytes(destination) + past);
+  memory ours(static_cast<std::size_t>(layout_of(destination).bytes) + past);
   memory theirs = ours;
-  call.destination = lay_out(destination, ours.data());
+  call.destination = layout_of(destination).at(ours.data());
   conversion.convert(call);
-  call.destination = lay_out(destination, theirs.data());
+  call.destination = layout_of(destination).at(theirs.data());
   p.prepare(call)();
   return greatest_difference(destination, ours, theirs);
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "Processing.Morvane.h"
-#include "conversions.h"
+#include "catalogue/conversions.h"
 #include "shell.h"
 
 namespace morvane::tests {

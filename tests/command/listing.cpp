@@ -3,8 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "conversions.h"
-#include "formats.h"
+#include "catalogue/conversions.h"
+#include "catalogue/formats.h"
 #include "shell.h"
 
 namespace morvane::tests {

@@ -7,7 +7,7 @@
 #include <set>
 #include <sstream>
 
-#include "formats.h"
+#include "catalogue/formats.h"
 #include "shell.h"
 
 namespace morvane::tests {

@@ -20,6 +20,11 @@ enum class sample_type {
   f32,       // little-endian IEEE floats: 0 to 1, chroma -0.5 to 0.5
 };
 
+// The bits of a sample that its word has in its lower part; 0 where they are not there.
+constexpr int low_bits(sample_type sample) {
+  return sample == sample_type::u16_low10 ? 10 : sample == sample_type::u16_low12 ? 12 : 0;
+}
+
 // One plane. Its rows are made of groups of pixels; a picture whose width is not a whole number of groups ends every
 // row with a whole group, and one whose height is not a whole number of plane rows ends with a whole row.
 struct plane {

@@ -9,7 +9,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "Processing.Morvane.h"
+#include "../Processing.Morvane.h"
 
 namespace morvane::catalogue {
 
@@ -102,10 +102,23 @@ constexpr thunk make_thunk(void (*)(P...)) {
   };
 }
 
+template <class... P>
+constexpr bool takes_words(void (*)(P...)) {
+  return ((std::is_same_v<P, const std::uint16_t*> || std::is_same_v<P, std::uint16_t*>) || ...);
+}
+
 }  // namespace detail
 
-// The thunk of an entry point. An overloaded one is named with its type: thunk_of<static_cast<void (*)(...)>(&f)>.
-template <auto entry_point>
-inline constexpr thunk thunk_of = detail::make_thunk<entry_point>(entry_point);
+// What a conversion is called by.
+struct entry_point {
+  thunk convert = nullptr;
+  bool takes_words = false;  // 16-bit planes are given as words, whose addresses are even
+  bool is_declared = true;   // in the public header; otherwise the catalogue alone leads to it
+};
+
+// An entry point of the public header. An overloaded one is named with its type:
+// entry_of<static_cast<void (*)(...)>(&f)>.
+template <auto function>
+inline constexpr entry_point entry_of = {detail::make_thunk<function>(function), detail::takes_words(function)};
 
 }  // namespace morvane::catalogue
