@@ -112,7 +112,7 @@ int run(const std::vector<std::string>& arguments) {
   std::string current = replace_section(present, "conversions", conversion_table());
   current = replace_section(current, "example", fenced("cpp", read(consumer / "main.cpp")));
   if (current == present) return EXIT_SUCCESS;
-  if (check) throw std::runtime_error("README.md is not current: run script/docs");
+  if (check) throw std::runtime_error("README.md is not current: run script/docs, which rewrites it");
   write(directory / "README.md", current);
   return EXIT_SUCCESS;
 }
