@@ -2,6 +2,16 @@
 # which CMake and pkg-config find them.
 include(CMakePackageConfigHelpers)
 
+set(installed_targets morvane_static morvane_shared)
+if(MORVANE_BUILD_TOOL)
+  list(APPEND installed_targets morvane_tool)
+endif()
+list(TRANSFORM installed_targets REPLACE "(.+)" "$<TARGET_FILE:\\1>" OUTPUT_VARIABLE installed_files)
+install(CODE "set(build_directory \"${CMAKE_BINARY_DIR}\")
+  set(installed_targets \"${installed_targets}\")
+  set(installed_files \"${installed_files}\")")
+install(SCRIPT cmake/BuildMissing.cmake)
+
 set(MORVANE_HEADER_DIR ${CMAKE_INSTALL_INCLUDEDIR}/Processing/Morvane)
 set(MORVANE_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Morvane)
 
