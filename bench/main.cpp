@@ -1,145 +1,141 @@
-// morvane_bench: measures every conversion of the catalogue on every backend of this processor.
-#include <benchmark/benchmark.h>
-
-#include <algorithm>
+// morvane_bench: measures every conversion of the catalogue on every backend of this processor, and prints a table or
+// JSON; or measures the other libraries too, and writes the report. script/bench runs it and has its manual.
+#include <CLI/CLI.hpp>
 #include <cstdlib>
 #include <exception>
-#include <functional>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
-#include <regex>
-#include <set>
 #include <stdexcept>
-#include <string>
-#include <string_view>
-#include <vector>
 
-#include "backend/choice.h"
-#include "report.h"
-#include "workload.h"
+#include "measure/measure.h"
+#include "report/arm_figures.h"
+#include "report/csv.h"
+#include "report/html.h"
+#include "report/machine.h"
+#include "report/misses.h"
+#include "report/page.h"
+#include "report/plot.h"
+#include "report/table.h"
 
 namespace {
 
-namespace backend = Processing::Morvane::backend;
-using namespace morvane;
-
-constexpr std::string_view manual = R"(script/bench [FILTER...] [--json] [--benchmark_OPTION...]
-
-Measures the conversions whose "name/size/shape/backend" every FILTER (a regular expression) is found in, and without
-a FILTER all of them, which takes some minutes. The shapes: tight (rows without gaps), padded (gaps between the rows),
-odd (an odd width).
-
-Of several repetitions, run in random order, the median counts. GB/s are of bytes read plus written. "of memcpy" compares
-with a memcpy that reads and writes as many bytes, measured in the same run: 1.00 is just as fast, less is slower.
-
-Example: script/bench '^uyvy::(bgra|yuy2)' 1920x1080/tight
-)";
+namespace fs = std::filesystem;
+using namespace morvane::bench;
 
 struct options {
-  std::vector<std::regex> filters{};
   bool json = false;
+  bool check_labels = false;
+  fs::path report{};
+  fs::path arm_figures{};
+  fs::path docs{};
+  std::string commit = "unknown";
+  std::vector<std::regex> filters{};
+  std::vector<std::string> for_benchmark{};
 };
 
-// Takes our arguments; those of Google Benchmark stay for it to read, behind the defaults that they may override.
-options parse(const std::vector<std::string>& arguments, std::vector<std::string>& for_benchmark) {
-  options result;
-  for_benchmark = {"--benchmark_enable_random_interleaving=true", "--benchmark_repetitions=7",
-                   "--benchmark_min_time=0.01"};
-  for (const std::string& argument : arguments) {
-    if (argument == "--json")
-      result.json = true;
-    else if (argument.starts_with("--benchmark_"))
-      for_benchmark.push_back(argument);
-    else if (argument.starts_with("-"))
-      throw std::runtime_error("unknown option " + argument + " (see --help)");
+void add_options(CLI::App& app, options& o) {
+  app.add_flag("--json", o.json, "Print JSON");
+  CLI::Option* report = app.add_option("--report", o.report, "Write the report into this directory")->type_name("DIR");
+  app.add_option("--commit", o.commit, "The commit that the report names")->type_name("NAME")->needs(report);
+  app.add_option("--arm-figures", o.arm_figures, "What was counted and modelled for 64-bit Arm")
+      ->type_name("FILE")
+      ->needs(report);
+  app.add_option("--docs", o.docs, "Renew the measured part of this directory's performance.md, and its picture")
+      ->type_name("DIR")
+      ->needs(report);
+  app.add_flag("--check-labels", o.check_labels, "See whether the other libraries' results are as they are labelled");
+}
+
+// Filters stay among the extras, because the parser would take one in brackets for a list.
+void take_extras(const std::vector<std::string>& extras, options& o) {
+  for (const std::string& extra : extras)
+    if (extra.starts_with("--benchmark_"))
+      o.for_benchmark.push_back(extra);
+    else if (extra.starts_with("-"))
+      throw std::runtime_error("unknown option " + extra + " (see --help)");
     else
-      result.filters.emplace_back(argument);
+      o.filters.emplace_back(extra);
+}
+
+std::vector<planned> plan_for(const options& o) {
+  const bool backends_alone = o.report.empty();
+  std::vector<planned> plan = make_plan(all_rows(), backends_alone ? std::vector<peer>() : all_peers(),
+                                        {.filters = o.filters, .backends_alone = backends_alone});
+  if (plan.empty()) throw std::runtime_error("no measurement has such a name");
+  return plan;
+}
+
+results measured(const options& o, const std::vector<planned>& plan, std::vector<std::string> defaults) {
+  defaults.insert(defaults.end(), o.for_benchmark.begin(), o.for_benchmark.end());
+  return {all_rows(), backend_names(), measure(plan, std::move(defaults))};
+}
+
+std::ofstream open(const fs::path& file, std::ios::openmode mode = std::ios::out) {
+  std::ofstream out(file, mode);
+  if (!out) throw std::runtime_error("cannot write " + file.string());
+  return out;
+}
+
+int print_table(const options& o) {
+  const results r = measured(o, plan_for(o), {"--benchmark_repetitions=7", "--benchmark_min_time=0.01"});
+  (o.json ? write_json : write_table)(std::cout, r);
+  return EXIT_SUCCESS;
+}
+
+// Many short repetitions: other work on the machine spoils some of them, and the median counts.
+results measured_for_report(const options& o) {
+  const std::vector<planned> plan = plan_for(o);
+  std::cerr << "Measuring " << plan.size() << " things, which takes about " << plan.size() / 450 + 1 << " min\n";
+  return measured(o, plan, {"--benchmark_repetitions=21", "--benchmark_min_time=0.002"});
+}
+
+int write_report(const options& o) {
+  fs::create_directories(o.report);
+  const fs::path page = o.report / "report.html";
+  // Said before minutes are spent, and without harm to an earlier report.
+  open(page, std::ios::app);
+
+  const results r = measured_for_report(o);
+  const std::vector<arm_figure> arm = read_arm_figures(o.arm_figures);
+  std::ofstream csv = open(o.report / "report.csv");
+  write_csv(csv, r);
+  std::ofstream html = open(page);
+  write_html(html, {describe_machine(o.commit), r, arm});
+  if (const std::string plot = share_plot(r, full_hd); !plot.empty()) open(o.report / "share_of_memcpy.svg") << plot;
+  if (!o.docs.empty()) refresh_performance_page(o.docs, r, arm, o.commit);
+  std::cout << misses(r).size() << " targets missed; " << page.string() << " tells which\n";
+  return EXIT_SUCCESS;
+}
+
+int check_labels() {
+  const std::vector<std::string> wrong = wrong_labels(all_rows(), all_peers());
+  for (const std::string& line : wrong) std::cerr << line << '\n';
+  return wrong.empty() ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+int run(int argc, char** argv) {
+  CLI::App app("Measures the conversions whose name/size/shape/backend every FILTER, a regular expression, is found in",
+               "morvane_bench [FILTER...] [--benchmark_OPTION...]");
+  app.footer("script/bench --help tells more.");
+  app.allow_extras();
+  options o;
+  add_options(app, o);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::CallForHelp& help) {
+    return app.exit(help);
   }
-  return result;
-}
-
-bool wanted(const std::string& name, const options& o) {
-  return std::all_of(o.filters.begin(), o.filters.end(),
-                     [&name](const std::regex& filter) { return std::regex_search(name, filter); });
-}
-
-void measure(benchmark::State& state, const bench::workload& w, const bench::arena& memory, backend::kind k) {
-  bool opaque = false;
-  const catalogue::call call = memory.prepare(w, &opaque);
-  backend::choose(k);
-  for ([[maybe_unused]] auto _ : state) {
-    w.conversion->convert(call);
-    benchmark::ClobberMemory();
-  }
-}
-
-void measure_copy(benchmark::State& state, std::int64_t bytes, const bench::arena& memory) {
-  for ([[maybe_unused]] auto _ : state) {
-    memory.copy(bytes);
-    benchmark::ClobberMemory();
-  }
-}
-
-// Registers what the filters leave, each with its copy, and answers what was registered.
-std::vector<bench::measured> register_all(const std::vector<bench::workload>& workloads, const bench::arena& memory,
-                                          const options& o) {
-  std::vector<bench::measured> rows;
-  std::set<std::int64_t> copies;
-  for (const bench::workload& w : workloads)
-    for (const backend::kind k : backend::available()) {
-      const std::string name = w.name();
-      const std::string run = name + "/" + backend::name(k);
-      if (!wanted(run, o)) continue;
-      benchmark::RegisterBenchmark(run.c_str(), measure, w, std::cref(memory), k)->UseRealTime();
-      rows.push_back({.run = run,
-                      .conversion = name.substr(0, name.find('/')),
-                      .size = w.size_name(),
-                      .shape = std::string(w.shape_name()),
-                      .backend = backend::name(k),
-                      .bytes = w.bytes(),
-                      .pixels = std::int64_t{w.picture.xres} * w.picture.yres});
-      copies.insert(w.bytes());
-    }
-  for (const std::int64_t bytes : copies)
-    benchmark::RegisterBenchmark(bench::copy_run_name(bytes).c_str(), measure_copy, bytes, std::cref(memory))
-        ->UseRealTime();
-  return rows;
-}
-
-void initialize_benchmark(std::vector<std::string> arguments) {
-  std::string program = "morvane_bench";
-  std::vector<char*> argv{program.data()};
-  for (std::string& argument : arguments) argv.push_back(argument.data());
-  int argc = static_cast<int>(argv.size());
-  benchmark::Initialize(&argc, argv.data());
-  if (argc > 1) throw std::runtime_error(std::string("unknown option ") + argv[1]);
-}
-
-void run(const std::vector<std::string>& arguments) {
-  std::vector<std::string> for_benchmark;
-  const options o = parse(arguments, for_benchmark);
-  initialize_benchmark(for_benchmark);
-
-  const std::vector<bench::workload> workloads = bench::all_workloads();
-  const bench::arena memory(workloads);
-  const std::vector<bench::measured> rows = register_all(workloads, memory, o);
-  if (rows.empty()) throw std::runtime_error("no conversion has such a name");
-
-  bench::median_times times;
-  benchmark::RunSpecifiedBenchmarks(&times);
-  (o.json ? bench::write_json : bench::write_table)(std::cout, rows, times);
+  take_extras(app.remaining(), o);
+  if (o.check_labels) return check_labels();
+  return o.report.empty() ? print_table(o) : write_report(o);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::vector<std::string> arguments(argv + 1, argv + argc);
-  if (std::find(arguments.begin(), arguments.end(), "--help") != arguments.end()) {
-    std::cout << manual;
-    return EXIT_SUCCESS;
-  }
   try {
-    run(arguments);
-    return EXIT_SUCCESS;
+    return run(argc, argv);
   } catch (const std::exception& error) {
     std::cerr << "bench: " << error.what() << '\n';
     return EXIT_FAILURE;

@@ -1,20 +1,21 @@
-// morvane_run_every_row: on 64-bit Arm, runs every row of the report and every peer once on 1920x16, between two marks
-// for the plugin that counts instructions, and prints a line for each:
+// morvane_run_every_row: on 64-bit Arm, runs every row of the benchmark and every peer once on 1920x16, between two
+// marks for the plugin that counts instructions, and prints a line for each:
 //   number TAB conversion TAB runner TAB function TAB agreement TAB pixels
 #include <unistd.h>
 
 #include <cstdint>
 #include <cstdlib>
-#include <functional>
 #include <iostream>
 
-#include "../report/peers.h"
-#include "../report/rows.h"
+#include "backend/choice.h"
 #include "marks.h"
+#include "peers/peers.h"
 
 namespace {
 
 using namespace morvane::bench;
+
+namespace backend = Processing::Morvane::backend;
 
 int jobs = 0;
 
@@ -23,10 +24,10 @@ void mark(std::uint64_t what, int job) {
 }
 
 void count(const row& r, std::int64_t pixels, std::string_view runner, std::string_view function,
-           std::string_view label, const std::function<void()>& job) {
-  job();  // a library may look at the processor when it is first called
+           std::string_view label, const job& work) {
+  work();  // a library may look at the processor when it is first called
   mark(mark_begin, jobs);
-  job();
+  work();
   mark(mark_end, jobs);
   std::cout << jobs++ << '\t' << r.name << '\t' << runner << '\t' << function << '\t' << label << '\t' << pixels
             << '\n';
@@ -38,14 +39,13 @@ int main() {
   const std::vector<row> rows = all_rows();
   const std::vector<peer> peers = all_peers();
   std::vector<workload> workloads;
-  for (const row& r : rows) workloads.push_back(make_workload(*r.conversion, in_cache, shape::tight));
+  for (const row& r : rows) workloads.push_back(make_workload(r, {in_cache}));
   const arena memory(workloads);
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const row& r = rows[i];
-    const std::int64_t pixels = std::int64_t{in_cache.xres} * in_cache.yres;
-    bool opaque = false;
-    const morvane::catalogue::call call = prepare(memory, r, workloads[i], &opaque);
-    count(r, pixels, "neon", "", "", [&] { r.conversion->convert(call); });
+    const std::int64_t pixels = workloads[i].pixels();
+    const morvane::catalogue::call call = memory.prepare(workloads[i]);
+    count(r, pixels, backend::name(backend::chosen()), "", "", make_job(*r.conversion, call));
     for (const peer& p : peers)
       if (p.serves(r.name)) count(r, pixels, p.library, p.function, name_of(observed_agreement(r, p)), p.prepare(call));
   }

@@ -1,4 +1,4 @@
-#include "arm_figures.h"
+#include "report/arm_figures.h"
 
 #include <fstream>
 #include <nlohmann/json.hpp>

@@ -1,6 +1,7 @@
-#include "csv.h"
+#include "report/csv.h"
 
-#include "text.h"
+#include "report/targets.h"
+#include "report/text.h"
 
 namespace morvane::bench {
 
@@ -12,25 +13,26 @@ std::string quoted(std::string_view text) {
   return result.append(text).append("\"");
 }
 
-std::string over_portable(const results& r, const row& which, const measurement& m) {
-  const measurement* portable = r.portable(which, m.nominal, m.memory);
-  return portable == nullptr || m.is_peer || m.threads > 1 ? "" : fixed(times_as_fast(m, *portable), 3);
+std::string over_baseline(const results& r, const row& which, const measurement& m) {
+  const measurement* baseline = r.baseline(which, m.where);
+  return baseline == nullptr || m.is_peer || m.threads > 1 ? "" : fixed(times_as_fast(m, *baseline), 3);
 }
 
 }  // namespace
 
 void write_csv(std::ostream& out, const results& r) {
   out << "conversion,kind,runner,function,agreement,size,shape,threads,pixels,bytes,nanoseconds,gigabytes_per_second,"
-         "nanoseconds_per_pixel,memcpy_nanoseconds,share_of_memcpy,over_portable\n";
+         "nanoseconds_per_pixel,memcpy_nanoseconds,share_of_memcpy,over_"
+      << r.backends().front() << '\n';
   for (const row& which : r.rows()) {
-    const target* t = target_of(which.what);
+    const target* t = target_of(which);
     for (const measurement& m : r.all()) {
       if (m.row != which.name) continue;
       out << quoted(m.row) << ',' << quoted(t ? t->title : "") << ',' << m.runner << ',' << quoted(m.function) << ','
-          << (m.is_peer ? name_of(m.label) : "") << ',' << m.size_name() << ',' << name_of(m.memory) << ',' << m.threads
-          << ',' << m.pixels << ',' << m.bytes << ',' << fixed(m.nanoseconds, 1) << ','
+          << (m.is_peer ? name_of(m.label) : "") << ',' << name_of(m.where.nominal) << ',' << name_of(m.where.memory)
+          << ',' << m.threads << ',' << m.pixels << ',' << m.bytes << ',' << fixed(m.nanoseconds, 1) << ','
           << fixed(m.gigabytes_per_second(), 3) << ',' << fixed(m.nanoseconds_per_pixel(), 5) << ','
-          << fixed(m.copy_nanoseconds, 1) << ',' << fixed(m.share_of_memcpy(), 4) << ',' << over_portable(r, which, m)
+          << fixed(m.copy_nanoseconds, 1) << ',' << fixed(m.share_of_memcpy(), 4) << ',' << over_baseline(r, which, m)
           << '\n';
     }
   }

@@ -3,7 +3,7 @@
 
 #include <ostream>
 
-#include "results.h"
+#include "report/results.h"
 
 namespace morvane::bench {
 

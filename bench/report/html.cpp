@@ -1,9 +1,11 @@
-#include "html.h"
+#include "report/html.h"
 
 #include <functional>
 
-#include "plot.h"
-#include "text.h"
+#include "report/misses.h"
+#include "report/plot.h"
+#include "report/targets.h"
+#include "report/text.h"
 
 namespace morvane::bench {
 
@@ -66,10 +68,6 @@ class table {
   std::size_t words_;
 };
 
-std::string name_of(const size& s) {
-  return std::to_string(s.xres) + "x" + std::to_string(s.yres);
-}
-
 void write_machine(std::ostream& out, const page_contents& page) {
   out << "<h1>Speed of every conversion</h1>\n<table>\n";
   for (const auto& [title, text] : page.machine)
@@ -108,8 +106,8 @@ void write_targets(std::ostream& out, const results& r) {
   table t(out, {"conversion", "where", "target", "reason", "reached", "wanted"}, 4);
   for (const miss& m : all) {
     t.begin();
-    t.word(m.which->name);
-    t.word(m.where);
+    t.word(m.row);
+    t.word(name_of(m.where.nominal) + ", " + std::string(name_of(m.where.memory)));
     t.word(m.target);
     t.sentence(m.why);
     t.number(fixed(m.reached), true);
@@ -125,19 +123,19 @@ void write_peers(std::ostream& out, const results& r) {
          "results whenever this report is made.</p>\n";
   table t(out, {"conversion", "library", "function", "agreement", "1920x16", "1920x1080", "3840x2160"}, 4);
   for (const row& which : r.rows())
-    for (const std::string_view library : {"libyuv", "swscale", "OpenCV"}) {
-      const measurement* peers[std::size(report_sizes)];
+    for (const std::string& library : r.libraries()) {
+      std::array<const measurement*, sizes.size()> peers{};
       const measurement* any = nullptr;
-      for (std::size_t s = 0; s < std::size(report_sizes); ++s)
-        if ((peers[s] = r.find(which, report_sizes[s], shape::tight, library)) != nullptr) any = peers[s];
+      for (std::size_t s = 0; s < sizes.size(); ++s)
+        if ((peers[s] = r.find(which, {sizes[s]}, library)) != nullptr) any = peers[s];
       if (any == nullptr) continue;
       t.begin();
       t.word(which.name);
       t.word(library);
       t.word(any->function);
-      t.word(bench::name_of(any->label));
-      for (std::size_t s = 0; s < std::size(report_sizes); ++s)
-        t.ratio(r.ours(which, report_sizes[s]), peers[s],
+      t.word(name_of(any->label));
+      for (std::size_t s = 0; s < sizes.size(); ++s)
+        t.ratio(r.ours(which, {sizes[s]}), peers[s],
                 s == 0 && library == "libyuv" ? least_of_libyuv_in_cache(which) : least_of_peer);
       t.end();
     }
@@ -148,9 +146,9 @@ void write_threads(std::ostream& out, const results& r) {
          "in a loop, so the times hold no waking up.</p>\n";
   table t(out, {"conversion", "GB/s, 1 thread", "GB/s, 2 threads", "gain"}, 1);
   for (const row& which : r.rows()) {
-    const measurement* one = r.ours(which, ultra_hd);
-    const measurement* two = r.ours(which, ultra_hd, shape::tight, 2);
-    if (two == nullptr) continue;
+    const measurement* one = r.ours(which, {ultra_hd});
+    const measurement* two = r.ours(which, {ultra_hd}, 2);
+    if (two == nullptr || target_of(which) == nullptr) continue;
     t.begin();
     t.word(which.name);
     one ? t.number(fixed(one->gigabytes_per_second(), 1)) : t.blank();
@@ -160,22 +158,22 @@ void write_threads(std::ostream& out, const results& r) {
   }
 }
 
-void write_measurements(std::ostream& out, const results& r, size s, shape memory) {
-  out << "<details><summary>" << name_of(s) << ", " << bench::name_of(memory) << "</summary>\n";
+void write_measurements(std::ostream& out, const results& r, const place& where) {
+  out << "<details><summary>" << name_of(where.nominal) << ", " << name_of(where.memory) << "</summary>\n";
   {
     table t(out, {"conversion", "kind", "GB/s", "ns/pixel", "of memcpy", "over portable", "of tight"}, 2);
     for (const row& which : r.rows()) {
-      const measurement* m = r.ours(which, s, memory);
+      const measurement* m = r.ours(which, where);
       if (m == nullptr) continue;
-      const target* of = target_of(which.what);
+      const target* of = target_of(which);
       t.begin();
       t.word(which.name);
       t.word(of ? of->title : "touches next to nothing");
       t.number(fixed(m->gigabytes_per_second(), 1));
       t.number(fixed(m->nanoseconds_per_pixel(), 4));
       t.number(fixed(m->share_of_memcpy()));
-      t.ratio(m, r.portable(which, s, memory), of ? least_of_portable : 0);
-      t.ratio(m, r.ours(which, s), 0);
+      t.ratio(m, r.baseline(which, where), of ? least_of_portable : 0);
+      t.ratio(m, r.ours(which, {where.nominal}), 0);
       t.end();
     }
   }
@@ -185,9 +183,7 @@ void write_measurements(std::ostream& out, const results& r, size s, shape memor
 void write_all_measurements(std::ostream& out, const results& r) {
   out << "<h2>Every measurement</h2>\n<p>The same, with the other libraries and the portable code, is in "
          "report.csv.</p>\n";
-  for (const size& s : report_sizes)
-    for (const shape memory : report_shapes) write_measurements(out, r, s, memory);
-  write_measurements(out, r, short_rows, shape::padded);
+  for (const place& where : all_places()) write_measurements(out, r, where);
 }
 
 void write_arm(std::ostream& out, const std::vector<arm_figure>& arm) {

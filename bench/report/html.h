@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "arm_figures.h"
-#include "results.h"
+#include "report/arm_figures.h"
+#include "report/results.h"
 
 namespace morvane::bench {
 

@@ -1,4 +1,4 @@
-#include "machine.h"
+#include "report/machine.h"
 
 #include <chrono>
 #include <ctime>

@@ -1,4 +1,4 @@
-#include "page.h"
+#include "report/page.h"
 
 #include <algorithm>
 #include <fstream>
@@ -6,9 +6,10 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "machine.h"
-#include "plot.h"
-#include "text.h"
+#include "report/machine.h"
+#include "report/plot.h"
+#include "report/targets.h"
+#include "report/text.h"
 
 namespace morvane::bench {
 
@@ -22,26 +23,20 @@ constexpr std::string_view examples[] = {
     "uyvy::y_uv_420", "y_uv::y_uv_to422", "uyvy::p216",       "p216::uyvy",       "pa16::p216",
 };
 
-double middle_of(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
 std::string shares_by_kind(const results& r) {
   std::ostringstream out;
   out << "| share of memcpy: median (slowest) | 1920x16 | 1920x1080 | 3840x2160 |\n|---|---|---|---|\n";
   for (const target& t : targets) {
     out << "| " << t.title << " |";
-    for (const size& s : report_sizes) {
+    for (const size& s : sizes) {
       std::vector<double> shares;
       for (const row& which : r.rows())
-        if (const measurement* m = which.what == t.what ? r.ours(which, s) : nullptr)
+        if (const measurement* m = target_of(which) == &t ? r.ours(which, {s}) : nullptr)
           shares.push_back(m->share_of_memcpy());
       if (shares.empty())
         out << " - |";
       else
-        out << ' ' << fixed(middle_of(shares)) << " (" << fixed(*std::min_element(shares.begin(), shares.end()))
-            << ") |";
+        out << ' ' << fixed(median(shares)) << " (" << fixed(*std::min_element(shares.begin(), shares.end())) << ") |";
     }
     out << '\n';
   }
@@ -53,11 +48,11 @@ std::string examples_table(const results& r) {
   out << "| one image of 1920x1080 | microseconds | GB/s | beside the fastest other library "
          "|\n|---|---|---|---|\n";
   for (const row& which : r.rows()) {
-    const measurement* m = r.ours(which, full_hd);
+    const measurement* m = r.ours(which, {full_hd});
     if (m == nullptr || std::find(std::begin(examples), std::end(examples), which.name) == std::end(examples)) continue;
     out << "| `" << which.name << "` | " << fixed(m->nanoseconds / 1000, 0) << " | "
         << fixed(m->gigabytes_per_second(), 1) << " | ";
-    if (const measurement* peer = r.best_peer(which, full_hd))
+    if (const measurement* peer = r.best_peer(which, {full_hd}))
       out << fixed(times_as_fast(*m, *peer), 1) << " times as fast as " << peer->runner << " (" << name_of(peer->label)
           << ')';
     out << " |\n";
@@ -68,12 +63,13 @@ std::string examples_table(const results& r) {
 std::string threads_sentence(const results& r) {
   std::vector<double> gains;
   for (const row& which : r.rows()) {
-    const measurement* one = r.ours(which, ultra_hd);
-    const measurement* two = r.ours(which, ultra_hd, shape::tight, 2);
+    if (target_of(which) == nullptr) continue;
+    const measurement* one = r.ours(which, {ultra_hd});
+    const measurement* two = r.ours(which, {ultra_hd}, 2);
     if (one && two) gains.push_back(times_as_fast(*two, *one));
   }
   if (gains.empty()) return {};
-  return "\nTwo threads, each with a band of one 3840x2160 image, were " + fixed(middle_of(gains), 1) +
+  return "\nTwo threads, each with a band of one 3840x2160 image, were " + fixed(median(gains), 1) +
          " times as fast as one (median).\n";
 }
 
@@ -83,7 +79,7 @@ std::string arm_sentence(const std::vector<arm_figure>& arm) {
     if (const arm_figure* theirs = ours.runner == "libyuv" ? nullptr : libyuv_beside(arm, ours))
       fewer.push_back(theirs->instructions / ours.instructions);
   if (fewer.empty()) return {};
-  return "\nOn 64-bit Arm, libyuv executes " + fixed(middle_of(fewer), 2) +
+  return "\nOn 64-bit Arm, libyuv executes " + fixed(median(fewer), 2) +
          " times the instructions for the same job (median of " + std::to_string(fewer.size()) + " conversions).\n";
 }
 

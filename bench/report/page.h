@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "arm_figures.h"
-#include "results.h"
+#include "report/arm_figures.h"
+#include "report/results.h"
 
 namespace morvane::bench {
 

@@ -1,9 +1,10 @@
-#include "plot.h"
+#include "report/plot.h"
 
 #include <algorithm>
 #include <sstream>
 
-#include "text.h"
+#include "report/targets.h"
+#include "report/text.h"
 
 namespace morvane::bench {
 
@@ -30,16 +31,16 @@ constexpr int line_height = 14;
 constexpr int panel_head = 38;
 constexpr int head = 76;
 
-std::vector<bar> bars_of(const results& r, kind what, size nominal) {
+std::vector<bar> bars_of(const results& r, const target& t, const size& nominal) {
   std::vector<bar> result;
   for (const row& which : r.rows()) {
-    const measurement* m = which.what == what ? r.ours(which, nominal) : nullptr;
+    const measurement* m = target_of(which) == &t ? r.ours(which, {nominal}) : nullptr;
     if (m == nullptr) continue;
     const std::string title = title_of(which);
     auto b = std::find_if(result.begin(), result.end(), [&title](const bar& other) { return other.title == title; });
     if (b == result.end()) b = result.insert(result.end(), {.title = title, .share = m->share_of_memcpy()});
     b->share = std::min(b->share, m->share_of_memcpy());
-    const measurement* peer = r.best_peer(which, nominal);
+    const measurement* peer = r.best_peer(which, {nominal});
     if (peer == nullptr || peer->share_of_memcpy() <= b->peer_share) continue;
     b->peer_share = peer->share_of_memcpy();
     b->peer = peer->runner;
@@ -47,14 +48,13 @@ std::vector<bar> bars_of(const results& r, kind what, size nominal) {
   return result;
 }
 
-std::vector<panel> panels_of(const results& r, size nominal) {
-  const auto s = std::find_if(std::begin(report_sizes), std::end(report_sizes),
-                              [&nominal](const size& other) { return other.yres == nominal.yres; });
+std::vector<panel> panels_of(const results& r, const size& nominal) {
+  const auto s = std::find(sizes.begin(), sizes.end(), nominal);
   std::vector<panel> result;
   for (const target& t : targets) {
     panel p{.of = &t,
-            .target_share = t.share_of_memcpy[static_cast<std::size_t>(s - std::begin(report_sizes))],
-            .bars = bars_of(r, t.what, nominal)};
+            .target_share = t.share_of_memcpy[static_cast<std::size_t>(s - sizes.begin())],
+            .bars = bars_of(r, t, nominal)};
     if (!p.bars.empty()) result.push_back(std::move(p));
   }
   return result;
@@ -134,10 +134,9 @@ double at(double share) {
   return label_width + scale_width * std::min(share, full_scale) / full_scale;
 }
 
-void draw_head(drawing& d, size nominal) {
-  const std::string name = std::to_string(nominal.xres) + "x" + std::to_string(nominal.yres);
+void draw_head(drawing& d, const size& nominal) {
   d.text(12, 24, "title",
-         "Speed of every conversion, " + name + (nominal.yres == in_cache.yres ? " (in cache)" : "") +
+         "Speed of every conversion, " + name_of(nominal) + (nominal == in_cache ? " (in cache)" : "") +
              ", as a share of memcpy that moves as many bytes");
   d.text(12, 46, "weak", "1.00 is as fast as a plain copy. Same formats, several matrices: the slowest of them.");
   double x = 12;
@@ -185,7 +184,7 @@ void draw_panel(drawing& d, const panel& p, double left, double top) {
 
 }  // namespace
 
-std::string share_plot(const results& r, size nominal) {
+std::string share_plot(const results& r, const size& nominal) {
   const std::vector<panel> panels = panels_of(r, nominal);
   if (panels.empty()) return {};
   int total = 0;

@@ -4,12 +4,12 @@
 
 #include <string>
 
-#include "results.h"
+#include "report/results.h"
 
 namespace morvane::bench {
 
 // An SVG of its own, for light and dark pages. Rows that convert the same formats are one bar, of the slowest of them.
 // Empty where nothing of this size was measured.
-std::string share_plot(const results& r, size nominal);
+std::string share_plot(const results& r, const size& nominal);
 
 }  // namespace morvane::bench

@@ -1,9 +1,7 @@
-#include "text.h"
+#include "report/text.h"
 
 #include <iomanip>
 #include <sstream>
-
-#include "rows.h"
 
 namespace morvane::bench {
 

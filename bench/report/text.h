@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "measure/rows.h"
+
 namespace morvane::bench {
 
 // With this many digits after the point.
@@ -13,7 +15,6 @@ std::string fixed(double value, int digits = 2);
 std::string escaped(std::string_view text);
 
 // "bgrx to uyvy", "copy of y", "fill of alpha": what the rows of one kernel have in common.
-struct row;
 std::string title_of(const row& r);
 
 }  // namespace morvane::bench

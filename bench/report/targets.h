@@ -1,46 +1,14 @@
-// The rows of the report: every conversion of the catalogue, those that can stretch luma once without and once with it,
-// and what each must reach.
+// What the rows must reach, and why some cannot.
 #pragma once
 
 #include <array>
-#include <string>
 #include <string_view>
-#include <vector>
 
-#include "../workload.h"
+#include "measure/workload.h"
 
 namespace morvane::bench {
 
-enum class kind {
-  copy,           // copies and fills
-  rearrangement,  // bytes that change place or width, and what costs no more than that
-  weighting,      // a product a sample: keys, compositing, floats
-  rgb_to_ycbcr,
-  ycbcr_to_rgb,
-  nothing,  // touches next to nothing of its planes, so that its speed says nothing
-};
-
-struct row {
-  const catalogue::conversion* conversion = nullptr;
-  bool rescale = false;
-  std::string name{};
-  kind what = kind::copy;
-};
-
-std::vector<row> all_rows();
-
-inline constexpr size in_cache{1920, 16};
-inline constexpr size full_hd{1920, 1080};
-inline constexpr size ultra_hd{3840, 2160};
-inline constexpr size report_sizes[] = {in_cache, full_hd, ultra_hd};
-inline constexpr shape report_shapes[] = {shape::tight, shape::padded, shape::odd, shape::unaligned};
-
-// As many pixels as in_cache, in rows of 64.
-inline constexpr size short_rows{64, 480};
-
-catalogue::call prepare(const arena& memory, const row& r, const workload& w, bool* opaque);
-
-// What one kind of conversion must reach: shares of memcpy at the three report_sizes.
+// What one kind of conversion must reach: shares of memcpy at the three sizes.
 struct target {
   kind what{};
   std::string_view title{};
@@ -55,8 +23,9 @@ inline constexpr target targets[] = {
     {kind::ycbcr_to_rgb, "YCbCr to RGB", {0.35, 0.65, 0.95}},
 };
 
-// The target of a kind, or null.
-const target* target_of(kind what);
+// The target of a row's kind, or null for a row that touches next to nothing of its planes, so that its speed says
+// nothing.
+const target* target_of(const row& r);
 
 // Padded, odd and unaligned planes against tight ones, at full_hd.
 inline constexpr double least_of_tight = 0.95;

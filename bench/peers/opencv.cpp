@@ -1,5 +1,5 @@
-// What OpenCV offers for the rows of the report, on one thread.
-#include "peers.h"
+// What OpenCV offers for the rows of the benchmark, on one thread.
+#include "peers/peers.h"
 
 #if defined(MORVANE_WITH_OPENCV)
 #include <opencv2/core.hpp>

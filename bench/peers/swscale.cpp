@@ -1,5 +1,5 @@
-// What swscale offers for the rows of the report: nearest samples, accurate rounding, one thread.
-#include "peers.h"
+// What swscale offers for the rows of the benchmark: nearest samples, accurate rounding, one thread.
+#include "peers/peers.h"
 
 #if defined(MORVANE_WITH_SWSCALE)
 extern "C" {

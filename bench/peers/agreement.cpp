@@ -1,10 +1,9 @@
-#include "peers.h"
-
 #include <algorithm>
 #include <cstring>
 #include <sstream>
 
 #include "catalogue/layout.h"
+#include "peers/peers.h"
 
 namespace morvane::bench {
 
@@ -77,16 +76,13 @@ int difference_of(const row& r, const peer& p) {
       static_cast<std::size_t>(sample_image.xres) * static_cast<std::size_t>(conversion.bytes_past_per_pixel);
   memory source;
   bool opaque = false;
-  catalogue::call call;
+  catalogue::call call = make_call(conversion, r.rescale, sample_image);
   if (!conversion.source.empty()) {
     const catalogue::format& format = *catalogue::find_format(conversion.source);
     source = noise(format, conversion.colors);
     source.resize(source.size() + past);
     call.source = layout_of(format).at<const std::uint8_t>(source.data());
   }
-  call.xres = sample_image.xres / conversion.pixels_per_xres;
-  call.yres = sample_image.yres / conversion.rows_per_yres;
-  call.argument = conversion.extra == catalogue::argument::color_space ? Processing::Morvane::ccir_709 : int{r.rescale};
   call.opaque = &opaque;
 
   memory ours(static_cast<std::size_t>(layout_of(destination).bytes) + past);
@@ -112,40 +108,23 @@ std::string_view name_of(agreement a) {
   return {};
 }
 
-bool peer::serves(std::string_view row_name) const {
-  std::istringstream names{std::string(rows)};
-  for (std::string name; names >> name;)
-    if (name == row_name) return true;
-  return false;
-}
-
-std::vector<peer> peers_of(std::string_view library, std::span<const stateless_peer> functions) {
-  std::vector<peer> result;
-  for (const stateless_peer& f : functions)
-    result.push_back({f.rows, library, f.function, f.label,
-                      [convert = f.convert](const catalogue::call& c) { return [convert, c] { convert(c); }; }});
-  return result;
-}
-
-std::vector<peer> all_peers() {
-  std::vector<peer> result = libyuv_peers();
-  for (const auto& more : {swscale_peers(), opencv_peers()}) result.insert(result.end(), more.begin(), more.end());
-  return result;
-}
-
 agreement observed_agreement(const row& r, const peer& p) {
   return r.conversion->destination.empty() ? p.label : agreement_at(difference_of(r, p));
 }
 
 std::vector<std::string> wrong_labels(const std::vector<row>& rows, const std::vector<peer>& peers) {
   std::vector<std::string> result;
-  for (const row& r : rows)
-    for (const peer& p : peers) {
-      if (!p.serves(r.name) || observed_agreement(r, p) == p.label) continue;
+  for (const peer& p : peers)
+    for (const std::string& name : p.row_names()) {
       std::ostringstream line;
-      line << p.library << ' ' << p.function << " for " << r.name << " is labelled '" << name_of(p.label)
-           << "' and differs by " << difference_of(r, p);
-      result.push_back(line.str());
+      line << p.library << ' ' << p.function << " for " << name;
+      const auto r = std::find_if(rows.begin(), rows.end(), [&name](const row& other) { return other.name == name; });
+      if (r == rows.end())
+        result.push_back(line.str() + ", which is no row");
+      else if (observed_agreement(*r, p) != p.label) {
+        line << " is labelled '" << name_of(p.label) << "' and differs by " << difference_of(*r, p);
+        result.push_back(line.str());
+      }
     }
   return result;
 }

@@ -1,4 +1,4 @@
-#include "workload.h"
+#include "measure/workload.h"
 
 #include <algorithm>
 #include <cstring>
@@ -15,18 +15,6 @@ constexpr std::size_t cache_line = 64;
 // Source and destination lie half a page apart, so that no load waits for a store whose address merely looks alike to
 // the processor. Conversions and copies gain from it equally.
 constexpr std::size_t page = 4096;
-
-constexpr size sizes[] = {{1920, 16}, {1920, 1080}, {3840, 2160}};
-constexpr shape shapes[] = {shape::tight, shape::padded, shape::odd};
-
-// The difference of two images of uyvy, which converts nothing and so is not in the catalogue.
-void difference(const catalogue::call& c) {
-  Processing::Morvane::sum_absolute_differences::difference(c.source.data[0], c.source.stride[0], c.source.data[1],
-                                                            c.source.stride[1], 2 * c.xres, c.yres);
-}
-
-constexpr catalogue::conversion difference_row = {
-    .name = "sum_absolute_differences::difference", .source = "uyvy_uyvy", .entry = {difference}};
 
 int stride_of(const catalogue::plane& p, const workload& w) {
   const std::int64_t row = p.row_bytes(w.picture.xres);
@@ -116,43 +104,39 @@ std::string_view name_of(shape s) {
   return {};
 }
 
-std::string workload::size_name() const {
-  return std::to_string(picture.xres) + "x" + std::to_string(picture.yres);
+std::string name_of(const size& s) {
+  return std::to_string(s.xres) + "x" + std::to_string(s.yres);
 }
 
-std::string workload::name() const {
-  return display_name(*conversion).append("/").append(size_name()).append("/").append(shape_name());
-}
-
-std::vector<const catalogue::conversion*> all_conversions() {
-  std::vector<const catalogue::conversion*> result;
-  for (const catalogue::conversion& c : catalogue::conversions) result.push_back(&c);
-  result.push_back(&difference_row);
+std::vector<place> all_places() {
+  std::vector<place> result;
+  for (const size& s : sizes)
+    for (const shape memory : shapes) result.push_back({s, memory});
+  result.push_back({short_rows, shape::padded});
   return result;
 }
 
-std::string display_name(const catalogue::conversion& c) {
-  const auto same_name = [&c](const catalogue::conversion& other) { return c.name == other.name; };
-  const bool shared = std::count_if(catalogue::conversions.begin(), catalogue::conversions.end(), same_name) > 1;
-  std::string result(c.name);
-  if (shared) result.append("(").append(c.destination).append(")");
-  return result;
-}
-
-workload make_workload(const catalogue::conversion& c, size picture, shape memory) {
-  if (memory == shape::odd) --picture.xres;
-  workload w{.conversion = &c, .picture = picture, .memory = memory};
+workload make_workload(const row& r, const place& where) {
+  workload w{.conversion = r.conversion, .rescale = r.rescale, .picture = where.nominal, .memory = where.memory};
+  if (where.memory == shape::odd) --w.picture.xres;
   w.bytes_read = bytes_read(w);
   w.bytes_written = bytes_written(w);
   return w;
 }
 
-std::vector<workload> all_workloads() {
-  std::vector<workload> result;
-  for (const catalogue::conversion* c : all_conversions())
-    for (const size& s : sizes)
-      for (const shape m : shapes) result.push_back(make_workload(*c, s, m));
+catalogue::call make_call(const catalogue::conversion& c, bool rescale, const size& picture) {
+  const bool by_color_space = c.extra == catalogue::argument::color_space;
+  catalogue::call result;
+  result.xres = picture.xres / c.pixels_per_xres;
+  result.yres = picture.yres / c.rows_per_yres;
+  result.argument = by_color_space ? int{Processing::Morvane::ccir_709} : int{rescale};
   return result;
+}
+
+job make_job(const catalogue::conversion& c, catalogue::call call) {
+  const auto opaque = std::make_shared<bool>(false);
+  call.opaque = opaque.get();
+  return [&c, call, opaque] { c.convert(call); };
 }
 
 arena::arena(const std::vector<workload>& workloads) : half_(0) {
@@ -174,14 +158,10 @@ std::uint8_t* arena::destination() const {
   return source() + half_ + page / 2;
 }
 
-catalogue::call arena::prepare(const workload& w, bool* opaque) const {
-  catalogue::call c;
+catalogue::call arena::prepare(const workload& w) const {
+  catalogue::call c = make_call(*w.conversion, w.rescale, w.picture);
   c.source = lay_out<const std::uint8_t>(w.conversion->source, w, source());
   c.destination = lay_out<std::uint8_t>(w.conversion->destination, w, destination());
-  c.xres = w.picture.xres / w.conversion->pixels_per_xres;
-  c.yres = w.picture.yres / w.conversion->rows_per_yres;
-  c.argument = w.conversion->extra == catalogue::argument::color_space ? Processing::Morvane::ccir_709 : 0;
-  c.opaque = opaque;
   return c;
 }
 

@@ -1,5 +1,6 @@
-// What libyuv offers for the rows of the report. Its BGRA is called ARGB, and its matrix is BT.601 where none is named.
-#include "peers.h"
+// What libyuv offers for the rows of the benchmark. Its BGRA is called ARGB, and its matrix is BT.601 where none is
+// named.
+#include "peers/peers.h"
 
 #if defined(MORVANE_WITH_LIBYUV)
 #include <libyuv.h>

@@ -1,4 +1,4 @@
-// The other libraries that do the same job as a row of the report, and how near their results come.
+// The other libraries that do the same job as a row.
 #pragma once
 
 #include <functional>
@@ -7,26 +7,20 @@
 #include <string_view>
 #include <vector>
 
-#include "rows.h"
+#include "measure/workload.h"
+#include "peers/agreement.h"
 
 namespace morvane::bench {
 
-enum class agreement {
-  same_bytes,
-  close,            // the same formula, rounded otherwise
-  other_algorithm,  // another matrix, or chroma taken from other places
-};
-
-std::string_view name_of(agreement a);
-
 struct peer {
-  std::string_view rows{};  // names of rows, separated by blanks; those that the catalogue does not have are skipped
+  std::string_view rows{};  // names of rows, separated by blanks
   std::string_view library{};
   std::string_view function{};
   agreement label{};  // with the versions of Debian 12
   // Sets up what the library wants to keep from call to call, and answers what is measured.
-  std::function<std::function<void()>(const catalogue::call&)> prepare{};
+  std::function<job(const catalogue::call&)> prepare{};
 
+  std::vector<std::string> row_names() const;
   bool serves(std::string_view row_name) const;
 };
 
@@ -51,7 +45,7 @@ std::vector<peer> all_peers();
 // is what the label says.
 agreement observed_agreement(const row& r, const peer& p);
 
-// A line for each peer whose label is not what the results say.
+// A line for each peer whose label is not what the results say, and for each name that no row has.
 std::vector<std::string> wrong_labels(const std::vector<row>& rows, const std::vector<peer>& peers);
 
 }  // namespace morvane::bench

@@ -1,6 +1,4 @@
-#include "rows.h"
-
-#include <algorithm>
+#include "report/targets.h"
 
 namespace morvane::bench {
 
@@ -8,25 +6,6 @@ namespace {
 
 using catalogue::color_model;
 using catalogue::conversion;
-
-// What follows from no field of the catalogue.
-constexpr struct {
-  std::string_view name;
-  kind what;
-} exceptions[] = {
-    {"uyvy_a::uyvy", kind::weighting}, {"ycbcra::uyvy", kind::weighting},   {"vuya::uyvy", kind::weighting},
-    {"pa16::p216", kind::weighting},   {"pa16::vuya_f32", kind::weighting}, {"pa16::yuyv_matrox_10", kind::weighting},
-    {"uyvy::ya_uv", kind::nothing},
-};
-
-kind kind_of(const conversion& c, bool rescale) {
-  for (const auto& e : exceptions)
-    if (e.name == c.name) return e.what;
-  if (c.colors != catalogue::matrix::none)
-    return catalogue::find_format(c.destination)->model == color_model::rgb ? kind::ycbcr_to_rgb : kind::rgb_to_ycbcr;
-  if (rescale) return kind::weighting;
-  return c.source.empty() || c.source == c.destination ? kind::copy : kind::rearrangement;
-}
 
 // What bounds a row.
 struct reason {
@@ -83,26 +62,10 @@ bool writes_most(const conversion& c) {
 
 }  // namespace
 
-std::vector<row> all_rows() {
-  std::vector<row> result;
-  for (const conversion* c : all_conversions()) {
-    const std::string name = display_name(*c);
-    result.push_back({c, false, name, kind_of(*c, false)});
-    if (c->extra == catalogue::argument::rescale && result.back().what != kind::nothing)
-      result.push_back({c, true, name + "(rescale)", kind_of(*c, true)});
-  }
-  return result;
-}
-
-catalogue::call prepare(const arena& memory, const row& r, const workload& w, bool* opaque) {
-  catalogue::call c = memory.prepare(w, opaque);
-  if (r.rescale) c.argument = 1;
-  return c;
-}
-
-const target* target_of(kind what) {
+const target* target_of(const row& r) {
+  if (r.conversion->name == "uyvy::ya_uv") return nullptr;
   for (const target& t : targets)
-    if (t.what == what) return &t;
+    if (t.what == r.what) return &t;
   return nullptr;
 }
 
