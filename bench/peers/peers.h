@@ -1,6 +1,7 @@
 // The other libraries that do the same job as a row.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <span>
 #include <string>
@@ -11,6 +12,8 @@
 #include "peers/agreement.h"
 
 namespace morvane::bench {
+
+inline constexpr std::array<std::string_view, 3> library_names = {"libyuv", "swscale", "OpenCV"};
 
 struct peer {
   std::string_view rows{};  // names of rows, separated by blanks

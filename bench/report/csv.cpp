@@ -1,6 +1,5 @@
 #include "report/csv.h"
 
-#include "report/targets.h"
 #include "report/text.h"
 
 namespace morvane::bench {
@@ -8,7 +7,7 @@ namespace morvane::bench {
 namespace {
 
 // Some functions are described with a comma.
-std::string quoted(std::string_view text) {
+std::string in_quotes(std::string_view text) {
   std::string result = "\"";
   return result.append(text).append("\"");
 }
@@ -20,20 +19,20 @@ std::string over_baseline(const results& r, const row& which, const measurement&
 
 }  // namespace
 
-void write_csv(std::ostream& out, const results& r) {
+void write_csv(std::ostream& out, const results& r, const targets& aims) {
   out << "conversion,kind,runner,function,agreement,size,shape,threads,pixels,bytes,nanoseconds,gigabytes_per_second,"
          "nanoseconds_per_pixel,memcpy_nanoseconds,share_of_memcpy,over_"
       << r.backends().front() << '\n';
   for (const row& which : r.rows()) {
-    const target* t = target_of(which);
+    const kind_target* t = aims.of(which);
     for (const measurement& m : r.all()) {
       if (m.row != which.name) continue;
-      out << quoted(m.row) << ',' << quoted(t ? t->title : "") << ',' << m.runner << ',' << quoted(m.function) << ','
-          << (m.is_peer ? name_of(m.label) : "") << ',' << name_of(m.where.nominal) << ',' << name_of(m.where.memory)
-          << ',' << m.threads << ',' << m.pixels << ',' << m.bytes << ',' << fixed(m.nanoseconds, 1) << ','
-          << fixed(m.gigabytes_per_second(), 3) << ',' << fixed(m.nanoseconds_per_pixel(), 5) << ','
-          << fixed(m.copy_nanoseconds, 1) << ',' << fixed(m.share_of_memcpy(), 4) << ',' << over_baseline(r, which, m)
-          << '\n';
+      out << in_quotes(m.row) << ',' << in_quotes(t ? t->title : "") << ',' << m.runner << ',' << in_quotes(m.function)
+          << ',' << (m.is_peer ? name_of(m.label) : "") << ',' << name_of(m.where.nominal) << ','
+          << name_of(m.where.memory) << ',' << m.threads << ',' << m.pixels << ',' << m.bytes << ','
+          << fixed(m.nanoseconds, 1) << ',' << fixed(m.gigabytes_per_second(), 3) << ','
+          << fixed(m.nanoseconds_per_pixel(), 5) << ',' << fixed(m.copy_nanoseconds, 1) << ','
+          << fixed(m.share_of_memcpy(), 4) << ',' << over_baseline(r, which, m) << '\n';
     }
   }
 }

@@ -4,7 +4,6 @@
 
 #include "report/misses.h"
 #include "report/plot.h"
-#include "report/targets.h"
 #include "report/text.h"
 
 namespace morvane::bench {
@@ -79,28 +78,31 @@ void write_machine(std::ostream& out, const page_contents& page) {
          "narrower; <i>unaligned</i>, planes that begin at addresses of no alignment.</p>\n";
 }
 
-void write_plots(std::ostream& out, const results& r) {
-  out << "<h2>At a glance</h2>\n" << share_plot(r, full_hd) << share_plot(r, in_cache);
+void write_plots(std::ostream& out, const results& r, const targets& aims) {
+  out << "<h2>At a glance</h2>\n" << share_plot(r, aims, full_hd) << share_plot(r, aims, in_cache);
 }
 
-void write_targets(std::ostream& out, const results& r) {
+void write_targets(std::ostream& out, const results& r, const targets& aims) {
   out << "<h2>Targets</h2>\n<p>Shares of memcpy, tight planes, the library's own choice of processor path.</p>\n";
   {
     table t(out, {"kind", "1920x16", "1920x1080", "3840x2160"}, 1);
-    for (const target& of : targets) {
+    for (const kind_target& of : aims.kinds) {
       t.begin();
       t.word(of.title);
       for (const double share : of.share_of_memcpy) t.number(fixed(share));
       t.end();
     }
   }
-  out << "<p>Beside these: padded, odd and unaligned planes at least " << fixed(least_of_tight)
-      << " of tight ones at 1920x1080; rows of 64 pixels at least " << fixed(least_of_long_rows, 1)
-      << " of rows of 1920; never slower than portable code or another library, but for " << fixed(100 * noise, 0)
-      << " % of noise; RGB to uyvy and uyvy_a at least 3 times as fast as libyuv in cache, uyvy to 32-bit RGB at "
-         "least 1.2 times.</p>\n";
+  out << "<p>Beside these: padded, odd and unaligned planes at least " << fixed(aims.least_of_tight)
+      << " of tight ones at 1920x1080; rows of 64 pixels at least " << fixed(aims.least_of_long_rows, 1)
+      << " of rows of 1920; never slower than portable code or another library, but for " << fixed(100 * aims.noise, 0)
+      << " % of noise";
+  for (const library_target& t : aims.libraries)
+    out << "; " << escaped(t.title) << " at least " << fixed(t.least, 1) << " times as fast as " << t.library << " at "
+        << name_of(t.nominal);
+  out << ".</p>\n";
 
-  const std::vector<miss> all = misses(r);
+  const std::vector<miss> all = misses(r, aims);
   out << "<h3>Missed: " << all.size() << "</h3>\n";
   if (all.empty()) return;
   table t(out, {"conversion", "where", "target", "reason", "reached", "wanted"}, 4);
@@ -116,7 +118,7 @@ void write_targets(std::ostream& out, const results& r) {
   }
 }
 
-void write_peers(std::ostream& out, const results& r) {
+void write_peers(std::ostream& out, const results& r, const targets& aims) {
   out << "<h2>Beside other libraries</h2>\n<p>How many times as fast the library is as another one at the same job, "
          "tight planes, one thread each. <i>Same bytes</i>: the results are equal. <i>Close</i>: they are rounded "
          "otherwise. <i>Other algorithm</i>: another matrix, or chroma of other places. That is found by comparing the "
@@ -135,20 +137,19 @@ void write_peers(std::ostream& out, const results& r) {
       t.word(any->function);
       t.word(name_of(any->label));
       for (std::size_t s = 0; s < sizes.size(); ++s)
-        t.ratio(r.ours(which, {sizes[s]}), peers[s],
-                s == 0 && library == "libyuv" ? least_of_libyuv_in_cache(which) : least_of_peer);
+        t.ratio(r.ours(which, {sizes[s]}), peers[s], aims.least_beside(which, library, sizes[s]));
       t.end();
     }
 }
 
-void write_threads(std::ostream& out, const results& r) {
+void write_threads(std::ostream& out, const results& r, const targets& aims) {
   out << "<h2>Threads</h2>\n<p>One image of 3840x2160 by one thread, and as two bands by two. The second thread waits "
          "in a loop, so the times hold no waking up.</p>\n";
   table t(out, {"conversion", "GB/s, 1 thread", "GB/s, 2 threads", "gain"}, 1);
   for (const row& which : r.rows()) {
     const measurement* one = r.ours(which, {ultra_hd});
     const measurement* two = r.ours(which, {ultra_hd}, 2);
-    if (two == nullptr || target_of(which) == nullptr) continue;
+    if (two == nullptr || aims.of(which) == nullptr) continue;
     t.begin();
     t.word(which.name);
     one ? t.number(fixed(one->gigabytes_per_second(), 1)) : t.blank();
@@ -158,21 +159,21 @@ void write_threads(std::ostream& out, const results& r) {
   }
 }
 
-void write_measurements(std::ostream& out, const results& r, const place& where) {
+void write_measurements(std::ostream& out, const results& r, const targets& aims, const place& where) {
   out << "<details><summary>" << name_of(where.nominal) << ", " << name_of(where.memory) << "</summary>\n";
   {
     table t(out, {"conversion", "kind", "GB/s", "ns/pixel", "of memcpy", "over portable", "of tight"}, 2);
     for (const row& which : r.rows()) {
       const measurement* m = r.ours(which, where);
       if (m == nullptr) continue;
-      const target* of = target_of(which);
+      const kind_target* of = aims.of(which);
       t.begin();
       t.word(which.name);
       t.word(of ? of->title : "touches next to nothing");
       t.number(fixed(m->gigabytes_per_second(), 1));
       t.number(fixed(m->nanoseconds_per_pixel(), 4));
       t.number(fixed(m->share_of_memcpy()));
-      t.ratio(m, r.baseline(which, where), of ? least_of_portable : 0);
+      t.ratio(m, r.baseline(which, where), of ? aims.never_slower() : 0);
       t.ratio(m, r.ours(which, {where.nominal}), 0);
       t.end();
     }
@@ -180,10 +181,10 @@ void write_measurements(std::ostream& out, const results& r, const place& where)
   out << "</details>\n";
 }
 
-void write_all_measurements(std::ostream& out, const results& r) {
+void write_all_measurements(std::ostream& out, const results& r, const targets& aims) {
   out << "<h2>Every measurement</h2>\n<p>The same, with the other libraries and the portable code, is in "
          "report.csv.</p>\n";
-  for (const place& where : all_places()) write_measurements(out, r, where);
+  for (const place& where : all_places()) write_measurements(out, r, aims, where);
 }
 
 void write_arm(std::ostream& out, const std::vector<arm_figure>& arm) {
@@ -229,12 +230,12 @@ void write_arm(std::ostream& out, const std::vector<arm_figure>& arm) {
 void write_html(std::ostream& out, const page_contents& page) {
   out << head;
   write_machine(out, page);
-  write_plots(out, page.measured);
-  write_targets(out, page.measured);
-  write_peers(out, page.measured);
-  write_threads(out, page.measured);
+  write_plots(out, page.measured, page.aims);
+  write_targets(out, page.measured, page.aims);
+  write_peers(out, page.measured, page.aims);
+  write_threads(out, page.measured, page.aims);
   write_arm(out, page.arm);
-  write_all_measurements(out, page.measured);
+  write_all_measurements(out, page.measured, page.aims);
   out << "</body>\n</html>\n";
 }
 

@@ -8,12 +8,14 @@
 
 #include "report/arm_figures.h"
 #include "report/results.h"
+#include "report/targets.h"
 
 namespace morvane::bench {
 
 struct page_contents {
   std::vector<std::pair<std::string, std::string>> machine{};
   const results& measured;
+  const targets& aims;
   std::vector<arm_figure> arm{};
 };
 

@@ -1,7 +1,5 @@
 #include "report/misses.h"
 
-#include "report/targets.h"
-
 namespace morvane::bench {
 
 namespace {
@@ -9,21 +7,20 @@ namespace {
 // Holds one row against its targets.
 class judge {
  public:
-  judge(const results& r, const row& which, std::vector<miss>& found) : r_(r), which_(which), found_(found) {}
+  judge(const results& r, const targets& aims, const row& which, std::vector<miss>& found)
+      : r_(r), aims_(aims), which_(which), found_(found) {}
 
-  void beside_memcpy(const target& t) {
+  void beside_memcpy(const kind_target& t) {
     for (std::size_t s = 0; s < sizes.size(); ++s)
       if (const measurement* m = r_.ours(which_, {sizes[s]}))
-        hold(*m, "of memcpy", m->share_of_memcpy(), t.share_of_memcpy[s], explanation(which_));
+        hold(*m, "of memcpy", m->share_of_memcpy(), t.share_of_memcpy[s], aims_.why(which_));
   }
 
   void beside_other_libraries() {
     for (const size& s : sizes)
-      for (const std::string& library : r_.libraries()) {
-        const bool factor = s == in_cache && library == "libyuv";
+      for (const std::string& library : r_.libraries())
         hold_ratio(r_.ours(which_, {s}), r_.find(which_, {s}, library), "of " + library,
-                   factor ? least_of_libyuv_in_cache(which_) : least_of_peer, explanation(which_));
-      }
+                   aims_.least_beside(which_, library, s), aims_.why(which_));
   }
 
   void beside_baseline() {
@@ -32,23 +29,25 @@ class judge {
         const measurement* m = r_.ours(which_, {s, memory});
         const measurement* baseline = r_.baseline(which_, {s, memory});
         if (m != baseline)
-          hold_ratio(m, baseline, "of " + r_.backends().front(), least_of_portable, explanation(which_));
+          hold_ratio(m, baseline, "of " + r_.backends().front(), aims_.never_slower(), aims_.why(which_));
       }
   }
 
   void beside_tight_planes() {
     for (const shape memory : {shape::padded, shape::odd, shape::unaligned})
-      hold_ratio(r_.ours(which_, {full_hd, memory}), r_.ours(which_, {full_hd}), "of tight", least_of_tight,
-                 explanation(which_));
+      hold_ratio(r_.ours(which_, {full_hd, memory}), r_.ours(which_, {full_hd}), "of tight", aims_.least_of_tight,
+                 aims_.why(which_));
   }
 
   void beside_long_rows() {
     hold_ratio(r_.ours(which_, {short_rows, shape::padded}), r_.ours(which_, {in_cache, shape::padded}),
-               "of rows of " + std::to_string(in_cache.xres), least_of_long_rows, explanation_of_short_rows(which_));
+               "of rows of " + std::to_string(in_cache.xres), aims_.least_of_long_rows,
+               aims_.why_in_short_rows(which_));
   }
 
  private:
   const results& r_;
+  const targets& aims_;
   const row& which_;
   std::vector<miss>& found_;
 
@@ -59,19 +58,19 @@ class judge {
 
   void hold(const measurement& m, const std::string& target, double reached, double wanted, std::string_view why) {
     if (reached >= wanted) return;
-    if (reached >= wanted - noise) why = "within what two runs of the same code differ by";
+    if (reached >= wanted - aims_.noise) why = aims_.within_noise;
     found_.push_back({which_.name, m.where, target, reached, wanted, why});
   }
 };
 
 }  // namespace
 
-std::vector<miss> misses(const results& r) {
+std::vector<miss> misses(const results& r, const targets& aims) {
   std::vector<miss> result;
   for (const row& which : r.rows()) {
-    const target* t = target_of(which);
+    const kind_target* t = aims.of(which);
     if (t == nullptr) continue;
-    judge j(r, which, result);
+    judge j(r, aims, which, result);
     j.beside_memcpy(*t);
     j.beside_other_libraries();
     j.beside_baseline();

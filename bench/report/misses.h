@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "report/results.h"
+#include "report/targets.h"
 
 namespace morvane::bench {
 
@@ -15,9 +16,9 @@ struct miss {
   std::string target{};  // "of memcpy"
   double reached = 0;
   double wanted = 0;
-  std::string_view why{};
+  std::string_view why{};  // of the targets
 };
 
-std::vector<miss> misses(const results& r);
+std::vector<miss> misses(const results& r, const targets& aims);
 
 }  // namespace morvane::bench

@@ -8,7 +8,6 @@
 
 #include "report/machine.h"
 #include "report/plot.h"
-#include "report/targets.h"
 #include "report/text.h"
 
 namespace morvane::bench {
@@ -17,21 +16,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What most users come for.
-constexpr std::string_view examples[] = {
-    "uyvy::bgra_709", "bgrx_709::uyvy",   "bgra_709::uyvy_a", "uyvy_a::bgra_709", "v210::uyvy",
-    "uyvy::y_uv_420", "y_uv::y_uv_to422", "uyvy::p216",       "p216::uyvy",       "pa16::p216",
-};
-
-std::string shares_by_kind(const results& r) {
+std::string shares_by_kind(const results& r, const targets& aims) {
   std::ostringstream out;
   out << "| share of memcpy: median (slowest) | 1920x16 | 1920x1080 | 3840x2160 |\n|---|---|---|---|\n";
-  for (const target& t : targets) {
+  for (const kind_target& t : aims.kinds) {
     out << "| " << t.title << " |";
     for (const size& s : sizes) {
       std::vector<double> shares;
       for (const row& which : r.rows())
-        if (const measurement* m = target_of(which) == &t ? r.ours(which, {s}) : nullptr)
+        if (const measurement* m = aims.of(which) == &t ? r.ours(which, {s}) : nullptr)
           shares.push_back(m->share_of_memcpy());
       if (shares.empty())
         out << " - |";
@@ -43,13 +36,14 @@ std::string shares_by_kind(const results& r) {
   return out.str();
 }
 
-std::string examples_table(const results& r) {
+std::string examples_table(const results& r, const targets& aims) {
   std::ostringstream out;
   out << "| one image of 1920x1080 | microseconds | GB/s | beside the fastest other library "
          "|\n|---|---|---|---|\n";
   for (const row& which : r.rows()) {
     const measurement* m = r.ours(which, {full_hd});
-    if (m == nullptr || std::find(std::begin(examples), std::end(examples), which.name) == std::end(examples)) continue;
+    if (m == nullptr || std::find(aims.examples.begin(), aims.examples.end(), which.name) == aims.examples.end())
+      continue;
     out << "| `" << which.name << "` | " << fixed(m->nanoseconds / 1000, 0) << " | "
         << fixed(m->gigabytes_per_second(), 1) << " | ";
     if (const measurement* peer = r.best_peer(which, {full_hd}))
@@ -60,10 +54,10 @@ std::string examples_table(const results& r) {
   return out.str();
 }
 
-std::string threads_sentence(const results& r) {
+std::string threads_sentence(const results& r, const targets& aims) {
   std::vector<double> gains;
   for (const row& which : r.rows()) {
-    if (target_of(which) == nullptr) continue;
+    if (aims.of(which) == nullptr) continue;
     const measurement* one = r.ours(which, {ultra_hd});
     const measurement* two = r.ours(which, {ultra_hd}, 2);
     if (one && two) gains.push_back(times_as_fast(*two, *one));
@@ -97,8 +91,8 @@ void write(const fs::path& file, std::string_view text) {
 
 }  // namespace
 
-void refresh_performance_page(const fs::path& docs, const results& r, const std::vector<arm_figure>& arm,
-                              const std::string& commit) {
+void refresh_performance_page(const fs::path& docs, const results& r, const targets& aims,
+                              const std::vector<arm_figure>& arm, const std::string& commit) {
   const fs::path page = docs / "performance.md";
   const std::string text = read(page);
   constexpr std::string_view begin = "<!-- begin measured -->\n";
@@ -109,9 +103,10 @@ void refresh_performance_page(const fs::path& docs, const results& r, const std:
     throw std::runtime_error(page.string() + " has no section 'measured'");
 
   const std::string measured = "Measured on one core of " + processor_name() + ", commit " + commit + ".\n\n" +
-                               shares_by_kind(r) + '\n' + examples_table(r) + threads_sentence(r) + arm_sentence(arm);
+                               shares_by_kind(r, aims) + '\n' + examples_table(r, aims) + threads_sentence(r, aims) +
+                               arm_sentence(arm);
   write(page, text.substr(0, first + begin.size()) + measured + text.substr(last));
-  write(docs / "images/share_of_memcpy.svg", share_plot(r, full_hd));
+  write(docs / "images/share_of_memcpy.svg", share_plot(r, aims, full_hd));
 }
 
 }  // namespace morvane::bench

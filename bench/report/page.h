@@ -5,12 +5,13 @@
 
 #include "report/arm_figures.h"
 #include "report/results.h"
+#include "report/targets.h"
 
 namespace morvane::bench {
 
 // Rewrites docs/images/share_of_memcpy.svg, and in docs/performance.md what stands between the comments
 // <!-- begin measured --> and <!-- end measured -->.
-void refresh_performance_page(const std::filesystem::path& docs, const results& r, const std::vector<arm_figure>& arm,
-                              const std::string& commit);
+void refresh_performance_page(const std::filesystem::path& docs, const results& r, const targets& aims,
+                              const std::vector<arm_figure>& arm, const std::string& commit);
 
 }  // namespace morvane::bench

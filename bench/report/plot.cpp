@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "report/targets.h"
+#include "peers/peers.h"
 #include "report/text.h"
 
 namespace morvane::bench {
@@ -18,7 +18,7 @@ struct bar {
 };
 
 struct panel {
-  const target* of = nullptr;
+  const kind_target* of = nullptr;
   double target_share = 0;
   std::vector<bar> bars{};
 };
@@ -31,10 +31,10 @@ constexpr int line_height = 14;
 constexpr int panel_head = 38;
 constexpr int head = 76;
 
-std::vector<bar> bars_of(const results& r, const target& t, const size& nominal) {
+std::vector<bar> bars_of(const results& r, const targets& aims, const kind_target& t, const size& nominal) {
   std::vector<bar> result;
   for (const row& which : r.rows()) {
-    const measurement* m = target_of(which) == &t ? r.ours(which, {nominal}) : nullptr;
+    const measurement* m = aims.of(which) == &t ? r.ours(which, {nominal}) : nullptr;
     if (m == nullptr) continue;
     const std::string title = title_of(which);
     auto b = std::find_if(result.begin(), result.end(), [&title](const bar& other) { return other.title == title; });
@@ -48,13 +48,13 @@ std::vector<bar> bars_of(const results& r, const target& t, const size& nominal)
   return result;
 }
 
-std::vector<panel> panels_of(const results& r, const size& nominal) {
+std::vector<panel> panels_of(const results& r, const targets& aims, const size& nominal) {
   const auto s = std::find(sizes.begin(), sizes.end(), nominal);
   std::vector<panel> result;
-  for (const target& t : targets) {
+  for (const kind_target& t : aims.kinds) {
     panel p{.of = &t,
             .target_share = t.share_of_memcpy[static_cast<std::size_t>(s - sizes.begin())],
-            .bars = bars_of(r, t, nominal)};
+            .bars = bars_of(r, aims, t, nominal)};
     if (!p.bars.empty()) result.push_back(std::move(p));
   }
   return result;
@@ -116,9 +116,9 @@ class drawing {
   }
   // A mark for each of the other libraries.
   void mark(double x, double y, std::string_view library) {
-    if (library == "libyuv")
+    if (library == library_names[0])
       out_ << "<circle class=\"peer\" cx=\"" << x << "\" cy=\"" << y << "\" r=\"3.5\"/>\n";
-    else if (library == "swscale")
+    else if (library == library_names[1])
       rect(x - 3, y - 3, 6, 6, "peer");
     else
       out_ << "<path class=\"peer\" d=\"M" << x << ' ' << y - 4.5 << "l4.2 7.5h-8.4z\"/>\n";
@@ -150,7 +150,7 @@ void draw_head(drawing& d, const size& nominal) {
   say("Morvane, below its target", 165);
   d.line(x + 4, 57, 69, "aim");
   say("target of the kind", 125);
-  for (const std::string_view library : {"libyuv", "swscale", "OpenCV"}) {
+  for (const std::string_view library : library_names) {
     d.mark(x + 4, 62, library);
     say(library, 68);
   }
@@ -184,8 +184,8 @@ void draw_panel(drawing& d, const panel& p, double left, double top) {
 
 }  // namespace
 
-std::string share_plot(const results& r, const size& nominal) {
-  const std::vector<panel> panels = panels_of(r, nominal);
+std::string share_plot(const results& r, const targets& aims, const size& nominal) {
+  const std::vector<panel> panels = panels_of(r, aims, nominal);
   if (panels.empty()) return {};
   int total = 0;
   for (const panel& p : panels) total += height_of(p);

@@ -5,11 +5,12 @@
 #include <string>
 
 #include "report/results.h"
+#include "report/targets.h"
 
 namespace morvane::bench {
 
 // An SVG of its own, for light and dark pages. Rows that convert the same formats are one bar, of the slowest of them.
 // Empty where nothing of this size was measured.
-std::string share_plot(const results& r, const size& nominal);
+std::string share_plot(const results& r, const targets& aims, const size& nominal);
 
 }  // namespace morvane::bench

@@ -1,46 +1,82 @@
-// What the rows must reach, and why some cannot.
+// What the rows must reach, and why some cannot, as bench/targets.json says it.
 #pragma once
 
 #include <array>
+#include <filesystem>
+#include <istream>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "measure/workload.h"
 
 namespace morvane::bench {
 
-// What one kind of conversion must reach: shares of memcpy at the three sizes.
-struct target {
+enum class traffic {
+  writes_only,
+  writes_most,  // at least three bytes for two that it reads
+};
+
+// The rows that a target or a reason is for: those with everything that it names. `{}` is for all of them.
+struct selector {
+  std::vector<std::string> rows{};         // "rows": names, one of which is the row's
+  std::optional<kind> what{};              // "kind"
+  std::vector<std::string> source{};       // "source": formats
+  std::vector<std::string> destination{};  // "destination": formats
+  std::optional<traffic> moved{};          // "traffic": "writes_only" or "writes_most"
+
+  bool selects(const row& r) const;
+};
+
+// An entry of "kinds", of which there is one for each kind: its name in tables, and the shares of memcpy that its tight
+// planes must reach, in the order of `sizes`.
+struct kind_target {
   kind what{};
-  std::string_view title{};
-  std::array<double, 3> share_of_memcpy{};
+  std::string title{};
+  std::array<double, sizes.size()> share_of_memcpy{};
 };
 
-inline constexpr target targets[] = {
-    {kind::copy, "copies, fills", {0.95, 0.95, 0.95}},
-    {kind::rearrangement, "rearrangements, depths, grey, luma, difference", {0.75, 0.92, 0.95}},
-    {kind::weighting, "key stretch, compositing, float", {0.50, 0.80, 0.95}},
-    {kind::rgb_to_ycbcr, "RGB to YCbCr", {0.50, 0.75, 0.95}},
-    {kind::ycbcr_to_rgb, "YCbCr to RGB", {0.35, 0.65, 0.95}},
+// An entry of "libraries": how many times as fast as another library some rows must be at one size.
+struct library_target {
+  selector about{};
+  std::string title{};
+  std::string library{};
+  size nominal{};
+  double least = 0;
 };
 
-// The target of a row's kind, or null for a row that touches next to nothing of its planes, so that its speed says
-// nothing.
-const target* target_of(const row& r);
+// An entry of "reasons": a sentence that says what bounds some rows.
+struct reason {
+  selector about{};
+  std::string because{};
+};
 
-// Padded, odd and unaligned planes against tight ones, at full_hd.
-inline constexpr double least_of_tight = 0.95;
-// Rows of 64 pixels against rows of 1920, both padded.
-inline constexpr double least_of_long_rows = 0.6;
-// Never slower, but for what the machine itself makes of two runs of the same code.
-inline constexpr double noise = 0.03;
-inline constexpr double least_of_portable = 1.0 - noise;
-inline constexpr double least_of_peer = 1.0 - noise;
+// Where several entries are for one row, the first counts.
+struct targets {
+  double noise = 0;               // what the machine itself makes of two runs of the same code
+  double least_of_tight = 0;      // padded, odd and unaligned planes against tight ones, at full_hd
+  double least_of_long_rows = 0;  // short_rows against those of in_cache, both padded
+  std::vector<kind_target> kinds{};
+  std::vector<library_target> libraries{};
+  std::vector<std::string> touch_next_to_nothing{};  // rows whose speed says nothing, so they have no target
+  std::string within_noise{};                        // the reason of a target that is missed by no more than noise
+  std::vector<reason> speed{};
+  std::vector<reason> short_rows{};
+  std::vector<std::string> examples{};  // the rows of docs/performance.md
 
-// How many times as fast as libyuv, in cache; most rows have no target of their own and answer least_of_peer.
-double least_of_libyuv_in_cache(const row& r);
+  // Null for a row that has no target.
+  const kind_target* of(const row& r) const;
+  // Beside another library or a narrower backend.
+  double never_slower() const { return 1 - noise; }
+  double least_beside(const row& r, std::string_view library, const size& nominal) const;
+  // Empty where nothing is known.
+  std::string_view why(const row& r) const;
+  std::string_view why_in_short_rows(const row& r) const;
+};
 
-// Why a row cannot reach a target, or nothing; and why not that of short rows.
-std::string_view explanation(const row& r);
-std::string_view explanation_of_short_rows(const row& r);
+// Throws one line that names the place where the text is not as described above, or a name that does not exist.
+targets read_targets(std::istream& in, const std::string& name_of_file);
+targets read_targets(const std::filesystem::path& file);
 
 }  // namespace morvane::bench
