@@ -1,12 +1,10 @@
 // morvane_readme [--check] DIRECTORY: brings the generated sections of DIRECTORY/README.md up to date, or only sees
-// whether they are. Such a section stands between two comments, <!-- begin NAME --> and <!-- end NAME -->.
+// whether they are.
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -14,23 +12,13 @@
 #include <vector>
 
 #include "catalogue/conversions.h"
+#include "section.h"
 
 namespace {
 
 using namespace morvane::catalogue;
+using namespace morvane::docs;
 namespace fs = std::filesystem;
-
-std::string read(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot read " + file.string());
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void write(const fs::path& file, std::string_view text) {
-  std::ofstream out(file, std::ios::binary);
-  if (!out.write(text.data(), static_cast<std::streamsize>(text.size())).flush())
-    throw std::runtime_error("cannot write " + file.string());
-}
 
 std::string code(std::string_view text) {
   std::string result = "`";
@@ -90,16 +78,6 @@ std::string conversion_table() {
 std::string fenced(std::string_view language, std::string_view text) {
   std::string result = "```";
   return result.append(language).append("\n").append(text).append("```\n");
-}
-
-std::string replace_section(const std::string& text, const std::string& name, const std::string& content) {
-  const std::string begin = "<!-- begin " + name + " -->\n";
-  const std::string end = "<!-- end " + name + " -->";
-  const std::size_t first = text.find(begin);
-  const std::size_t last = text.find(end);
-  if (first == std::string::npos || last == std::string::npos || last < first)
-    throw std::runtime_error("README.md has no section '" + name + "'");
-  return text.substr(0, first + begin.size()) + content + text.substr(last);
 }
 
 int run(const std::vector<std::string>& arguments) {

@@ -199,11 +199,6 @@ void j400_to_argb(const call& c) {
 
 using enum agreement;
 
-constexpr std::string_view copies_of_four_bytes =
-    "bgrx::bgrx bgrx_601::bgrx_601 bgrx_709::bgrx_709 rgbx::rgbx rgbx_601::rgbx_601 rgbx_709::rgbx_709 "
-    "ycbcrx::ycbcrx vuyx::vuyx bgra::bgra bgra_601::bgra_601 bgra_709::bgra_709 rgba::rgba rgba_601::rgba_601 "
-    "rgba_709::rgba_709 ycbcra::ycbcra vuya::vuya";
-
 constexpr stateless_peer table[] = {
     {"black::uyvy", "ARGBRect", same_bytes, black_uyvy},
     {"black::alpha(alpha)", "SetPlane", same_bytes, set_plane},

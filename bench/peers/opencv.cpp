@@ -88,11 +88,6 @@ void sum_differences(const call& c) {
   [[maybe_unused]] volatile double sum = cv::norm(source(c, CV_8UC2), source(c, CV_8UC2, 1), cv::NORM_L1);
 }
 
-constexpr std::string_view copies_of_four_bytes =
-    "bgrx::bgrx bgrx_601::bgrx_601 bgrx_709::bgrx_709 rgbx::rgbx rgbx_601::rgbx_601 rgbx_709::rgbx_709 "
-    "ycbcrx::ycbcrx vuyx::vuyx bgra::bgra bgra_601::bgra_601 bgra_709::bgra_709 rgba::rgba rgba_601::rgba_601 "
-    "rgba_709::rgba_709 ycbcra::ycbcra vuya::vuya";
-
 // Its matrix of video is BT.601.
 constexpr stateless_peer table[] = {
     {"black::uyvy", "setTo", same_bytes, black_uyvy},

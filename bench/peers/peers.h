@@ -35,6 +35,12 @@ struct stateless_peer {
   catalogue::thunk convert;
 };
 
+// The rows that copy pixels of four bytes.
+inline constexpr std::string_view copies_of_four_bytes =
+    "bgrx::bgrx bgrx_601::bgrx_601 bgrx_709::bgrx_709 rgbx::rgbx rgbx_601::rgbx_601 rgbx_709::rgbx_709 "
+    "ycbcrx::ycbcrx vuyx::vuyx bgra::bgra bgra_601::bgra_601 bgra_709::bgra_709 rgba::rgba rgba_601::rgba_601 "
+    "rgba_709::rgba_709 ycbcra::ycbcra vuya::vuya";
+
 std::vector<peer> peers_of(std::string_view library, std::span<const stateless_peer> functions);
 
 // Empty where the library was not there when this was built.

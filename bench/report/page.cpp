@@ -1,14 +1,12 @@
 #include "report/page.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <sstream>
-#include <stdexcept>
 
 #include "report/machine.h"
 #include "report/plot.h"
 #include "report/text.h"
+#include "section.h"
 
 namespace morvane::bench {
 
@@ -77,36 +75,16 @@ std::string arm_sentence(const std::vector<arm_figure>& arm) {
          " times the instructions for the same job (median of " + std::to_string(fewer.size()) + " conversions).\n";
 }
 
-std::string read(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot read " + file.string());
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void write(const fs::path& file, std::string_view text) {
-  std::ofstream out(file, std::ios::binary);
-  if (!out.write(text.data(), static_cast<std::streamsize>(text.size())).flush())
-    throw std::runtime_error("cannot write " + file.string());
-}
-
 }  // namespace
 
-void refresh_performance_page(const fs::path& docs, const results& r, const targets& aims,
+void refresh_performance_page(const fs::path& directory, const results& r, const targets& aims,
                               const std::vector<arm_figure>& arm, const std::string& commit) {
-  const fs::path page = docs / "performance.md";
-  const std::string text = read(page);
-  constexpr std::string_view begin = "<!-- begin measured -->\n";
-  constexpr std::string_view end = "<!-- end measured -->";
-  const std::size_t first = text.find(begin);
-  const std::size_t last = text.find(end);
-  if (first == text.npos || last == text.npos || last < first)
-    throw std::runtime_error(page.string() + " has no section 'measured'");
-
   const std::string measured = "Measured on one core of " + processor_name() + ", commit " + commit + ".\n\n" +
                                shares_by_kind(r, aims) + '\n' + examples_table(r, aims) + threads_sentence(r, aims) +
                                arm_sentence(arm);
-  write(page, text.substr(0, first + begin.size()) + measured + text.substr(last));
-  write(docs / "images/share_of_memcpy.svg", share_plot(r, aims, full_hd));
+  const fs::path page = directory / "performance.md";
+  docs::write(page, docs::replace_section(docs::read(page), "measured", measured));
+  docs::write(directory / "images/share_of_memcpy.svg", share_plot(r, aims, full_hd));
 }
 
 }  // namespace morvane::bench

@@ -9,9 +9,8 @@
 
 namespace morvane::bench {
 
-// Rewrites docs/images/share_of_memcpy.svg, and in docs/performance.md what stands between the comments
-// <!-- begin measured --> and <!-- end measured -->.
-void refresh_performance_page(const std::filesystem::path& docs, const results& r, const targets& aims,
+// Rewrites images/share_of_memcpy.svg in the directory, and in performance.md the section `measured`.
+void refresh_performance_page(const std::filesystem::path& directory, const results& r, const targets& aims,
                               const std::vector<arm_figure>& arm, const std::string& commit);
 
 }  // namespace morvane::bench
