@@ -1,5 +1,6 @@
 #include "report/csv.h"
 
+#include "report/steps.h"
 #include "report/text.h"
 
 namespace morvane::bench {
@@ -12,9 +13,17 @@ std::string in_quotes(std::string_view text) {
   return result.append(text).append("\"");
 }
 
-std::string over_baseline(const results& r, const row& which, const measurement& m) {
-  const measurement* baseline = r.baseline(which, m.where);
-  return baseline == nullptr || m.is_peer || m.threads > 1 ? "" : fixed(times_as_fast(m, *baseline), 3);
+// How many times as fast a backend is as another one; blank for what is no backend on one thread.
+std::string over(const results& r, const row& which, const measurement& m, const std::string& backend) {
+  const measurement* other = r.find(which, m.where, backend);
+  return other == nullptr || m.is_peer || m.threads > 1 ? "" : fixed(times_as_fast(m, *other), 3);
+}
+
+// The next narrower backend; nothing for the narrowest.
+std::string narrower_than(const results& r, const std::string& backend) {
+  for (const step& s : steps_of(r))
+    if (s.wider == backend) return s.narrower;
+  return {};
 }
 
 }  // namespace
@@ -22,7 +31,7 @@ std::string over_baseline(const results& r, const row& which, const measurement&
 void write_csv(std::ostream& out, const results& r, const targets& aims) {
   out << "conversion,kind,runner,function,agreement,size,shape,threads,pixels,bytes,nanoseconds,gigabytes_per_second,"
          "nanoseconds_per_pixel,memcpy_nanoseconds,share_of_memcpy,over_"
-      << r.backends().front() << '\n';
+      << r.backends().front() << ",over_narrower\n";
   for (const row& which : r.rows()) {
     const kind_target* t = aims.of(which);
     for (const measurement& m : r.all()) {
@@ -32,7 +41,8 @@ void write_csv(std::ostream& out, const results& r, const targets& aims) {
           << name_of(m.where.memory) << ',' << m.threads << ',' << m.pixels << ',' << m.bytes << ','
           << fixed(m.nanoseconds, 1) << ',' << fixed(m.gigabytes_per_second(), 3) << ','
           << fixed(m.nanoseconds_per_pixel(), 5) << ',' << fixed(m.copy_nanoseconds, 1) << ','
-          << fixed(m.share_of_memcpy(), 4) << ',' << over_baseline(r, which, m) << '\n';
+          << fixed(m.share_of_memcpy(), 4) << ',' << over(r, which, m, r.backends().front()) << ','
+          << over(r, which, m, narrower_than(r, m.runner)) << '\n';
     }
   }
 }

@@ -1,7 +1,7 @@
 #include "report/html.h"
 
-#include <functional>
-
+#include "report/html_backends.h"
+#include "report/html_table.h"
 #include "report/misses.h"
 #include "report/plot.h"
 #include "report/text.h"
@@ -36,36 +36,11 @@ div.table { overflow-x: auto; }
 <body>
 )";
 
-class table {
- public:
-  table(std::ostream& out, const std::vector<std::string>& titles, std::size_t words) : out_(out), words_(words) {
-    out_ << "<div class=\"table\"><table><thead><tr>";
-    for (std::size_t i = 0; i < titles.size(); ++i)
-      out_ << (i < words_ ? "<th>" : "<th class=\"n\">") << escaped(titles[i]) << "</th>";
-    out_ << "</tr></thead><tbody>\n";
-  }
-  table(const table&) = delete;
-  table& operator=(const table&) = delete;
-  ~table() { out_ << "</tbody></table></div>\n"; }
-
-  void begin() { out_ << "<tr>"; }
-  void end() { out_ << "</tr>\n"; }
-  void word(std::string_view text) { out_ << "<td>" << escaped(text) << "</td>"; }
-  void sentence(std::string_view text) { out_ << "<td class=\"wide\">" << escaped(text) << "</td>"; }
-  void number(const std::string& text, bool bad = false) {
-    out_ << (bad ? "<td class=\"n bad\">" : "<td class=\"n\">") << text << "</td>";
-  }
-  void blank() { out_ << "<td class=\"n weak\">-</td>"; }
-  void ratio(const measurement* fast, const measurement* slow, double least) {
-    if (fast == nullptr || slow == nullptr) return blank();
-    const double r = times_as_fast(*fast, *slow);
-    number(fixed(r), r < least);
-  }
-
- private:
-  std::ostream& out_;
-  std::size_t words_;
-};
+std::vector<column> columns_of_sizes() {
+  std::vector<column> result;
+  for (const size& s : sizes) result.push_back({name_of(s)});
+  return result;
+}
 
 void write_machine(std::ostream& out, const page_contents& page) {
   out << "<h1>Speed of every conversion</h1>\n<table>\n";
@@ -83,9 +58,9 @@ void write_plots(std::ostream& out, const results& r, const targets& aims) {
 }
 
 void write_targets(std::ostream& out, const results& r, const targets& aims) {
-  out << "<h2>Targets</h2>\n<p>Shares of memcpy, tight planes, the library's own choice of processor path.</p>\n";
+  out << "<h2>Targets</h2>\n<p>Shares of memcpy, tight planes, the backend that the library chooses.</p>\n";
   {
-    table t(out, {"kind", "1920x16", "1920x1080", "3840x2160"}, 1);
+    table t(out, {{"kind"}}, columns_of_sizes());
     for (const kind_target& of : aims.kinds) {
       t.begin();
       t.word(of.title);
@@ -95,8 +70,8 @@ void write_targets(std::ostream& out, const results& r, const targets& aims) {
   }
   out << "<p>Beside these: padded, odd and unaligned planes at least " << fixed(aims.least_of_tight)
       << " of tight ones at 1920x1080; rows of 64 pixels at least " << fixed(aims.least_of_long_rows, 1)
-      << " of rows of 1920; never slower than portable code or another library, but for " << fixed(100 * aims.noise, 0)
-      << " % of noise";
+      << " of rows of 1920; never slower than a narrower backend or another library, but for "
+      << fixed(100 * aims.noise, 0) << " % of noise";
   for (const library_target& t : aims.libraries)
     out << "; " << escaped(t.title) << " at least " << fixed(t.least, 1) << " times as fast as " << t.library << " at "
         << name_of(t.nominal);
@@ -105,7 +80,7 @@ void write_targets(std::ostream& out, const results& r, const targets& aims) {
   const std::vector<miss> all = misses(r, aims);
   out << "<h3>Missed: " << all.size() << "</h3>\n";
   if (all.empty()) return;
-  table t(out, {"conversion", "where", "target", "reason", "reached", "wanted"}, 4);
+  table t(out, {{"conversion"}, {"where"}, {"target"}, {"reason"}}, {{"reached"}, {"wanted"}});
   for (const miss& m : all) {
     t.begin();
     t.word(m.row);
@@ -123,7 +98,7 @@ void write_peers(std::ostream& out, const results& r, const targets& aims) {
          "tight planes, one thread each. <i>Same bytes</i>: the results are equal. <i>Close</i>: they are rounded "
          "otherwise. <i>Other algorithm</i>: another matrix, or chroma of other places. That is found by comparing the "
          "results whenever this report is made.</p>\n";
-  table t(out, {"conversion", "library", "function", "agreement", "1920x16", "1920x1080", "3840x2160"}, 4);
+  table t(out, {{"conversion"}, {"library"}, {"function"}, {"agreement"}}, columns_of_sizes());
   for (const row& which : r.rows())
     for (const std::string& library : r.libraries()) {
       std::array<const measurement*, sizes.size()> peers{};
@@ -145,7 +120,7 @@ void write_peers(std::ostream& out, const results& r, const targets& aims) {
 void write_threads(std::ostream& out, const results& r, const targets& aims) {
   out << "<h2>Threads</h2>\n<p>One image of 3840x2160 by one thread, and as two bands by two. The second thread waits "
          "in a loop, so the times hold no waking up.</p>\n";
-  table t(out, {"conversion", "GB/s, 1 thread", "GB/s, 2 threads", "gain"}, 1);
+  table t(out, {{"conversion"}}, {{"1 thread", "GB/s"}, {"2 threads", "GB/s"}, {"gain"}});
   for (const row& which : r.rows()) {
     const measurement* one = r.ours(which, {ultra_hd});
     const measurement* two = r.ours(which, {ultra_hd}, 2);
@@ -157,34 +132,6 @@ void write_threads(std::ostream& out, const results& r, const targets& aims) {
     t.ratio(two, one, 0);
     t.end();
   }
-}
-
-void write_measurements(std::ostream& out, const results& r, const targets& aims, const place& where) {
-  out << "<details><summary>" << name_of(where.nominal) << ", " << name_of(where.memory) << "</summary>\n";
-  {
-    table t(out, {"conversion", "kind", "GB/s", "ns/pixel", "of memcpy", "over portable", "of tight"}, 2);
-    for (const row& which : r.rows()) {
-      const measurement* m = r.ours(which, where);
-      if (m == nullptr) continue;
-      const kind_target* of = aims.of(which);
-      t.begin();
-      t.word(which.name);
-      t.word(of ? of->title : "touches next to nothing");
-      t.number(fixed(m->gigabytes_per_second(), 1));
-      t.number(fixed(m->nanoseconds_per_pixel(), 4));
-      t.number(fixed(m->share_of_memcpy()));
-      t.ratio(m, r.baseline(which, where), of ? aims.never_slower() : 0);
-      t.ratio(m, r.ours(which, {where.nominal}), 0);
-      t.end();
-    }
-  }
-  out << "</details>\n";
-}
-
-void write_all_measurements(std::ostream& out, const results& r, const targets& aims) {
-  out << "<h2>Every measurement</h2>\n<p>The same, with the other libraries and the portable code, is in "
-         "report.csv.</p>\n";
-  for (const place& where : all_places()) write_measurements(out, r, aims, where);
 }
 
 void write_arm(std::ostream& out, const std::vector<arm_figure>& arm) {
@@ -202,10 +149,8 @@ void write_arm(std::ostream& out, const std::vector<arm_figure>& arm) {
     }
   out << "<p>Of " << shared << " conversions that libyuv has too, " << behind
       << " are behind it in one of the three figures.</p>\n";
-  table t(out,
-          {"conversion", "libyuv", "agreement", "instructions", "(libyuv)", "cycles N1", "(libyuv)", "cycles V1",
-           "(libyuv)", "in loops"},
-          3);
+  table t(out, {{"conversion"}, {"libyuv"}, {"agreement"}},
+          {{"instructions"}, {"(libyuv)"}, {"cycles N1"}, {"(libyuv)"}, {"cycles V1"}, {"(libyuv)"}, {"in loops"}});
   for (const arm_figure& ours : arm) {
     if (ours.runner == "libyuv") continue;
     const arm_figure* theirs = libyuv_beside(arm, ours);
@@ -233,9 +178,10 @@ void write_html(std::ostream& out, const page_contents& page) {
   write_plots(out, page.measured, page.aims);
   write_targets(out, page.measured, page.aims);
   write_peers(out, page.measured, page.aims);
+  write_steps(out, page.measured, page.aims);
   write_threads(out, page.measured, page.aims);
   write_arm(out, page.arm);
-  write_all_measurements(out, page.measured, page.aims);
+  write_measurements(out, page.measured, page.aims);
   out << "</body>\n</html>\n";
 }
 

@@ -23,14 +23,11 @@ class judge {
                    aims_.least_beside(which_, library, s), aims_.why(which_));
   }
 
-  void beside_baseline() {
-    for (const size& s : sizes)
-      for (const shape memory : shapes) {
-        const measurement* m = r_.ours(which_, {s, memory});
-        const measurement* baseline = r_.baseline(which_, {s, memory});
-        if (m != baseline)
-          hold_ratio(m, baseline, "of " + r_.backends().front(), aims_.never_slower(), aims_.why(which_));
-      }
+  void beside_narrower_backends() {
+    for (const place& where : all_places())
+      for (std::size_t i = 0; i + 1 < r_.backends().size(); ++i)
+        hold_ratio(r_.ours(which_, where), r_.find(which_, where, r_.backends()[i]), "of " + r_.backends()[i],
+                   aims_.never_slower(), aims_.why(which_));
   }
 
   void beside_tight_planes() {
@@ -59,7 +56,7 @@ class judge {
   void hold(const measurement& m, const std::string& target, double reached, double wanted, std::string_view why) {
     if (reached >= wanted) return;
     if (reached >= wanted - aims_.noise) why = aims_.within_noise;
-    found_.push_back({which_.name, m.where, target, reached, wanted, why});
+    found_.push_back({which_.name, m.where, target, reached, wanted, std::string(why)});
   }
 };
 
@@ -73,7 +70,7 @@ std::vector<miss> misses(const results& r, const targets& aims) {
     judge j(r, aims, which, result);
     j.beside_memcpy(*t);
     j.beside_other_libraries();
-    j.beside_baseline();
+    j.beside_narrower_backends();
     j.beside_tight_planes();
     j.beside_long_rows();
   }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "report/results.h"
@@ -16,7 +15,7 @@ struct miss {
   std::string target{};  // "of memcpy"
   double reached = 0;
   double wanted = 0;
-  std::string_view why{};  // of the targets
+  std::string why{};
 };
 
 std::vector<miss> misses(const results& r, const targets& aims);

@@ -5,6 +5,7 @@
 
 #include "report/machine.h"
 #include "report/plot.h"
+#include "report/steps.h"
 #include "report/text.h"
 #include "section.h"
 
@@ -14,9 +15,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
+std::string sizes_heading() {
+  std::string result;
+  for (const size& s : sizes) result.append(result.empty() ? "" : " | ").append(name_of(s));
+  return result;
+}
+
 std::string shares_by_kind(const results& r, const targets& aims) {
   std::ostringstream out;
-  out << "| share of memcpy: median (slowest) | 1920x16 | 1920x1080 | 3840x2160 |\n|---|---|---|---|\n";
+  out << "| share of memcpy: median (slowest) | " << sizes_heading() << " |\n|---|---|---|---|\n";
   for (const kind_target& t : aims.kinds) {
     out << "| " << t.title << " |";
     for (const size& s : sizes) {
@@ -52,6 +59,20 @@ std::string examples_table(const results& r, const targets& aims) {
   return out.str();
 }
 
+std::string steps_table(const results& r, const targets& aims) {
+  std::ostringstream out;
+  for (const step& s : steps_of(r)) {
+    out << "| `" << s.wider << "` beside `" << s.narrower << "` |";
+    for (const size& nominal : sizes) {
+      const std::optional<double> gain = median_gain(r, aims, nullptr, {nominal}, s);
+      out << ' ' << (gain ? fixed(*gain, 1) : "-") << " |";
+    }
+    out << '\n';
+  }
+  if (out.str().empty()) return {};
+  return "\n| times as fast: median | " + sizes_heading() + " |\n|---|---|---|---|\n" + out.str();
+}
+
 std::string threads_sentence(const results& r, const targets& aims) {
   std::vector<double> gains;
   for (const row& which : r.rows()) {
@@ -80,8 +101,8 @@ std::string arm_sentence(const std::vector<arm_figure>& arm) {
 void refresh_performance_page(const fs::path& directory, const results& r, const targets& aims,
                               const std::vector<arm_figure>& arm, const std::string& commit) {
   const std::string measured = "Measured on one core of " + processor_name() + ", commit " + commit + ".\n\n" +
-                               shares_by_kind(r, aims) + '\n' + examples_table(r, aims) + threads_sentence(r, aims) +
-                               arm_sentence(arm);
+                               shares_by_kind(r, aims) + '\n' + examples_table(r, aims) + steps_table(r, aims) +
+                               threads_sentence(r, aims) + arm_sentence(arm);
   const fs::path page = directory / "performance.md";
   docs::write(page, docs::replace_section(docs::read(page), "measured", measured));
   docs::write(directory / "images/share_of_memcpy.svg", share_plot(r, aims, full_hd));

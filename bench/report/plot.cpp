@@ -1,6 +1,8 @@
 #include "report/plot.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <sstream>
 
 #include "peers/peers.h"
@@ -12,7 +14,7 @@ namespace {
 
 struct bar {
   std::string title{};
-  double share = 0;
+  std::vector<double> shares{};  // of the backends, infinite where not measured
   double peer_share = 0;
   std::string peer{};  // empty where no other library does the same
 };
@@ -31,20 +33,29 @@ constexpr int line_height = 14;
 constexpr int panel_head = 38;
 constexpr int head = 76;
 
+// The bar of this title, which is made when it is first asked for.
+bar& bar_of(std::vector<bar>& bars, const std::string& title) {
+  const auto found = std::find_if(bars.begin(), bars.end(), [&title](const bar& b) { return b.title == title; });
+  return found == bars.end() ? bars.emplace_back(bar{.title = title}) : *found;
+}
+
+// Keeps the slowest of each backend, and the fastest other library.
+void add_to(bar& b, const results& r, const row& which, const place& where) {
+  b.shares.resize(r.backends().size(), std::numeric_limits<double>::infinity());
+  for (std::size_t i = 0; i < b.shares.size(); ++i)
+    if (const measurement* m = r.find(which, where, r.backends()[i]))
+      b.shares[i] = std::min(b.shares[i], m->share_of_memcpy());
+  const measurement* peer = r.best_peer(which, where);
+  if (peer == nullptr || peer->share_of_memcpy() <= b.peer_share) return;
+  b.peer_share = peer->share_of_memcpy();
+  b.peer = peer->runner;
+}
+
 std::vector<bar> bars_of(const results& r, const targets& aims, const kind_target& t, const size& nominal) {
   std::vector<bar> result;
-  for (const row& which : r.rows()) {
-    const measurement* m = aims.of(which) == &t ? r.ours(which, {nominal}) : nullptr;
-    if (m == nullptr) continue;
-    const std::string title = title_of(which);
-    auto b = std::find_if(result.begin(), result.end(), [&title](const bar& other) { return other.title == title; });
-    if (b == result.end()) b = result.insert(result.end(), {.title = title, .share = m->share_of_memcpy()});
-    b->share = std::min(b->share, m->share_of_memcpy());
-    const measurement* peer = r.best_peer(which, {nominal});
-    if (peer == nullptr || peer->share_of_memcpy() <= b->peer_share) continue;
-    b->peer_share = peer->share_of_memcpy();
-    b->peer = peer->runner;
-  }
+  for (const row& which : r.rows())
+    if (aims.of(which) == &t && r.ours(which, {nominal}) != nullptr)
+      add_to(bar_of(result, title_of(which)), r, which, {nominal});
   return result;
 }
 
@@ -70,13 +81,14 @@ constexpr std::string_view style = R"(<style>
 .sm .title { font-size: 15px; font-weight: 600; }
 .sm .kind { font-weight: 600; }
 .sm .aim { stroke-width: 1.5; stroke-dasharray: 4 2; }
-.sm .peer { stroke-width: 1.3; }
+.sm .peer, .sm .narrower { stroke-width: 1.3; }
 .sm .ground, .sm .peer { fill: #fff; }
 .sm text { fill: #1f2328; }
 .sm text.weak { fill: #59636e; }
 .sm .grid { stroke: #d0d7de; }
 .sm .copy { stroke: #59636e; }
 .sm .aim { stroke: #b3261e; }
+.sm .narrower { stroke: #1f2328; }
 .sm .ours { fill: #3b78c4; }
 .sm .behind { fill: #c4713b; }
 .sm .peer { stroke: #1f2328; }
@@ -87,6 +99,7 @@ constexpr std::string_view style = R"(<style>
 .sm .grid { stroke: #30363d; }
 .sm .copy { stroke: #9198a1; }
 .sm .aim { stroke: #ff8a80; }
+.sm .narrower { stroke: #e6edf3; }
 .sm .ours { fill: #5a9be6; }
 .sm .behind { fill: #e6955a; }
 .sm .peer { stroke: #e6edf3; }
@@ -150,6 +163,8 @@ void draw_head(drawing& d, const size& nominal) {
   say("Morvane, below its target", 165);
   d.line(x + 4, 57, 69, "aim");
   say("target of the kind", 125);
+  d.line(x + 4, 57, 69, "narrower");
+  say("narrower backends", 132);
   for (const std::string_view library : library_names) {
     d.mark(x + 4, 62, library);
     say(library, 68);
@@ -169,9 +184,12 @@ void draw_panel(drawing& d, const panel& p, double left, double top) {
   double y = first;
   for (const bar& b : p.bars) {
     d.text(left + label_width - 6, y + 10.5, "", b.title, "end");
-    d.rect(left + label_width, y + 2, at(b.share) - label_width, line_height - 5,
-           b.share < p.target_share ? "behind" : "ours");
-    d.text(left + label_width + scale_width + 8, y + 10.5, "", fixed(b.share));
+    const double share = b.shares.back();
+    d.rect(left + label_width, y + 2, at(share) - label_width, line_height - 5,
+           share < p.target_share ? "behind" : "ours");
+    for (std::size_t i = 0; i + 1 < b.shares.size(); ++i)
+      if (std::isfinite(b.shares[i])) d.line(left + at(b.shares[i]), y + 2, y + line_height - 3, "narrower");
+    d.text(left + label_width + scale_width + 10, y + 10.5, "", fixed(share));
     y += line_height;
   }
   d.line(left + at(p.target_share), first - 2, last, "aim");

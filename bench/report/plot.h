@@ -10,7 +10,7 @@
 namespace morvane::bench {
 
 // An SVG of its own, for light and dark pages. Rows that convert the same formats are one bar, of the slowest of them.
-// Empty where nothing of this size was measured.
+// Ticks are the narrower backends. `nominal` is one of `sizes`; empty where nothing of it was measured.
 std::string share_plot(const results& r, const targets& aims, const size& nominal);
 
 }  // namespace morvane::bench

@@ -5,22 +5,78 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "report/text.h"
+
 namespace morvane::bench {
 
-void write_table(std::ostream& out, const results& r) {
-  std::size_t name_width = std::string_view("conversion").size();
-  for (const row& which : r.rows()) name_width = std::max(name_width, which.name.size());
+namespace {
 
-  const auto line = [&out, name_width](const auto& name, const auto& size, const auto& shape, const auto& backend,
-                                       const auto& speed, const auto& share, const auto& time) {
-    out << std::left << std::setw(static_cast<int>(name_width)) << name << "  " << std::setw(9) << size << "  "
-        << std::setw(9) << shape << "  " << std::setw(8) << backend << std::right << std::fixed << std::setprecision(2)
-        << std::setw(8) << speed << std::setw(11) << share << std::setw(10) << time << '\n';
-  };
-  line("conversion", "size", "shape", "backend", "GB/s", "of memcpy", "ns/pixel");
-  for (const measurement& m : r.all())
-    line(m.row, name_of(m.where.nominal), name_of(m.where.memory), m.runner, m.gigabytes_per_second(),
-         m.share_of_memcpy(), m.nanoseconds_per_pixel());
+constexpr std::string_view titles[] = {"conversion", "size", "shape"};
+constexpr std::string_view figures[] = {"GB/s", "of memcpy", "ns/pixel"};
+constexpr int figure_width = 11;
+
+// One line of the table: the words to the left, then the figures of each backend.
+class line_writer {
+ public:
+  line_writer(std::ostream& out, const results& r) : out_(out) {
+    for (const row& which : r.rows()) widths_[0] = std::max(widths_[0], which.name.size());
+  }
+
+  void words(std::string_view name, std::string_view size, std::string_view shape) {
+    const std::string_view texts[] = {name, size, shape};
+    for (std::size_t i = 0; i < std::size(texts); ++i)
+      out_ << std::left << std::setw(static_cast<int>(widths_[i])) << texts[i] << (i < 2 ? "  " : "");
+  }
+  void figure(std::string_view text) { out_ << std::right << std::setw(figure_width) << text; }
+  void heading(std::string_view text) {
+    out_ << std::right << std::setw(figure_width * static_cast<int>(std::size(figures))) << text;
+  }
+  void end() { out_ << '\n'; }
+
+ private:
+  std::ostream& out_;
+  std::size_t widths_[3] = {titles[0].size(), 9, 9};
+};
+
+// Those that the filters left.
+std::vector<std::string> measured_backends(const results& r) {
+  std::vector<std::string> result = r.backends();
+  std::erase_if(result, [&r](const std::string& backend) {
+    return std::none_of(r.all().begin(), r.all().end(), [&](const measurement& m) { return m.runner == backend; });
+  });
+  return result;
+}
+
+void write_head(line_writer& line, const std::vector<std::string>& backends) {
+  line.words("", "", "");
+  for (const std::string& backend : backends) line.heading(backend);
+  line.end();
+  line.words(titles[0], titles[1], titles[2]);
+  for (std::size_t i = 0; i < backends.size(); ++i)
+    for (const std::string_view title : figures) line.figure(title);
+  line.end();
+}
+
+void write_figures(line_writer& line, const measurement* m) {
+  line.figure(m ? fixed(m->gigabytes_per_second()) : "-");
+  line.figure(m ? fixed(m->share_of_memcpy()) : "-");
+  line.figure(m ? fixed(m->nanoseconds_per_pixel()) : "-");
+}
+
+}  // namespace
+
+void write_table(std::ostream& out, const results& r) {
+  const std::vector<std::string> backends = measured_backends(r);
+  line_writer line(out, r);
+  write_head(line, backends);
+  for (const row& which : r.rows())
+    for (const place& where : all_places()) {
+      const auto missing = [&](const std::string& backend) { return r.find(which, where, backend) == nullptr; };
+      if (std::all_of(backends.begin(), backends.end(), missing)) continue;
+      line.words(which.name, name_of(where.nominal), name_of(where.memory));
+      for (const std::string& backend : backends) write_figures(line, r.find(which, where, backend));
+      line.end();
+    }
 }
 
 void write_json(std::ostream& out, const results& r) {
