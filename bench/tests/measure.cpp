@@ -1,0 +1,34 @@
+// Running a plan.
+#include "measure/measure.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+#include "made_up.h"
+
+namespace morvane::bench {
+namespace {
+
+TEST(measure, gives_nanoseconds_of_one_run_and_of_its_copy) {
+  const row r = row_named("y::y");
+  const workload w = make_workload(r, {in_cache});
+  const auto sleep = [](const arena&) { return [] { std::this_thread::sleep_for(std::chrono::milliseconds(2)); }; };
+  measurement what{.row = r.name, .runner = "sleeper", .where = {in_cache}, .bytes = w.bytes(), .pixels = w.pixels()};
+  const std::vector<measurement> all =
+      measure({{what, w, sleep}}, {"--benchmark_repetitions=3", "--benchmark_min_time=0.004"});
+  ASSERT_EQ(all.size(), 1);
+  EXPECT_EQ(all.front().run_name(), what.run_name());
+  EXPECT_GE(all.front().nanoseconds, 2e6);
+  EXPECT_LT(all.front().nanoseconds, 1e9);
+  EXPECT_GT(all.front().copy_nanoseconds, 0);
+  EXPECT_LT(all.front().copy_nanoseconds, all.front().nanoseconds);
+}
+
+TEST(measure, refuses_options_that_google_benchmark_does_not_know) {
+  EXPECT_THROW(measure({}, {"--benchmark_no_such_option"}), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace morvane::bench
