@@ -25,6 +25,7 @@ body { font: 14px/1.45 system-ui, sans-serif; color: var(--ink); background: var
 table { border-collapse: collapse; margin: 0.5em 0 1.5em; font-size: 12.5px; }
 th, td { padding: 2px 10px 2px 0; text-align: left; border-bottom: 1px solid var(--line); white-space: nowrap; }
 td.n, th.n { text-align: right; font-variant-numeric: tabular-nums; }
+th.group { text-align: center; border-left: 1px solid var(--line); padding-left: 10px; }
 td.bad { color: var(--bad); font-weight: 600; }
 td.wide { white-space: normal; }
 .weak { color: var(--weak); }

@@ -55,14 +55,20 @@ void write_gain_of_each_row(std::ostream& out, const results& r, const targets& 
   out << "</details>\n";
 }
 
-std::vector<column> columns_of_measurements(const results& r) {
+// Other shapes are set against tight planes of their size, which short rows are not measured in.
+bool has_tight_planes_beside(const place& where) {
+  return where.memory != shape::tight && where.nominal != short_rows;
+}
+
+std::vector<column> columns_of_measurements(const results& r, const place& where) {
   std::vector<column> result;
   for (const std::string& backend : r.backends()) result.push_back({backend, "GB/s"});
-  for (const std::string& backend : r.backends()) result.push_back({backend, "ns/pixel"});
   for (const std::string& backend : r.backends()) result.push_back({backend, "of memcpy"});
-  for (const std::string& backend : r.backends()) result.push_back({backend, "of tight"});
+  if (has_tight_planes_beside(where))
+    for (const std::string& backend : r.backends()) result.push_back({backend, "of tight"});
   for (std::size_t i = 1; i < r.backends().size(); ++i)
     result.push_back({r.backends()[i], "over " + r.backends().front()});
+  result.push_back({r.backends().back(), "ns/pixel"});
   return result;
 }
 
@@ -77,13 +83,17 @@ void write_row(table& t, const results& r, const targets& aims, const row& which
   };
   t.begin();
   t.word(which.name);
-  t.word(of ? of->title : "touches next to nothing");
+  t.sentence(of ? of->title : "touches next to nothing");
   each([&](const measurement& m) { t.number(fixed(m.gigabytes_per_second(), 1)); });
-  each([&](const measurement& m) { t.number(fixed(m.nanoseconds_per_pixel(), 4)); });
   each([&](const measurement& m) { t.number(fixed(m.share_of_memcpy())); });
-  each([&](const measurement& m) { t.ratio(&m, r.find(which, {where.nominal}, m.runner), 0); });
+  if (has_tight_planes_beside(where))
+    each([&](const measurement& m) { t.ratio(&m, r.find(which, {where.nominal}, m.runner), 0); });
   for (std::size_t i = 1; i < r.backends().size(); ++i)
     t.ratio(r.find(which, where, r.backends()[i]), r.baseline(which, where), of ? aims.never_slower() : 0);
+  if (const measurement* ours = r.ours(which, where))
+    t.number(fixed(ours->nanoseconds_per_pixel(), 4));
+  else
+    t.blank();
   t.end();
 }
 
@@ -96,7 +106,7 @@ bool is_measured(const results& r, const row& which, const place& where) {
 void write_place(std::ostream& out, const results& r, const targets& aims, const place& where) {
   out << "<details><summary>" << name_of(where.nominal) << ", " << name_of(where.memory) << "</summary>\n";
   {
-    table t(out, {{"conversion"}, {"kind"}}, columns_of_measurements(r));
+    table t(out, {{"conversion"}, {"kind"}}, columns_of_measurements(r, where));
     for (const row& which : r.rows())
       if (is_measured(r, which, where)) write_row(t, r, aims, which, where);
   }

@@ -28,7 +28,7 @@ table::table(std::ostream& out, const std::vector<column>& words, const std::vec
   if (std::any_of(numbers.begin(), numbers.end(), is_grouped)) {
     out_ << "<tr>";
     write_groups(out_, words, "");
-    write_groups(out_, numbers, " class=\"n\"");
+    write_groups(out_, numbers, " class=\"group\"");
     out_ << "</tr>";
   }
   out_ << "<tr>";
