@@ -1,9 +1,10 @@
-// Rows of bytes, as the examples write them down.
+// Rows of bytes, as tests write them down.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <random>
 #include <vector>
 
 namespace morvane::tests {
@@ -23,6 +24,21 @@ inline bytes filled(std::size_t size, std::uint8_t value) {
 inline bytes part(const bytes& from, std::size_t first, std::size_t size) {
   const auto begin = from.begin() + static_cast<std::ptrdiff_t>(first);
   return {begin, begin + static_cast<std::ptrdiff_t>(size)};
+}
+
+// Bytes without a pattern, the same in every run.
+inline bytes random_bytes(std::size_t size, unsigned seed) {
+  std::mt19937 random(seed);
+  bytes result(size);
+  for (std::uint8_t& b : result) b = static_cast<std::uint8_t>(random());
+  return result;
+}
+
+// Four bytes a pixel, of which the last is 255.
+inline bytes opaque_picture(std::size_t pixels) {
+  bytes result = counted(4 * pixels);
+  for (std::size_t i = 0; i < pixels; ++i) result[4 * i + 3] = 255;
+  return result;
 }
 
 // A picture of `count` equal pixels.

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "catalogue/conversions.h"
-#include "oracle.h"
+#include "oracle/oracle.h"
 #include "public_header.h"
 #include "support.h"
 

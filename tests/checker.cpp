@@ -12,7 +12,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "oracle.h"
+#include "oracle/oracle.h"
 
 namespace morvane::tests {
 

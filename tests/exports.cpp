@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "catalogue/conversions.h"
-#include "oracle.h"
+#include "oracle/oracle.h"
 #include "public_header.h"
 
 namespace morvane::tests {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "oracle.h"
+#include "oracle/oracle.h"
 #include "support.h"
 
 namespace morvane::tests {

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "checker.h"
-#include "oracle.h"
+#include "oracle/oracle.h"
 #include "support.h"
 
 namespace morvane::tests {
