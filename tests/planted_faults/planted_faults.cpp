@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -42,6 +43,34 @@ TEST_P(planted_fault, is_reported) {
 
 INSTANTIATE_TEST_SUITE_P(checker, planted_fault, testing::ValuesIn(all_faults()),
                          [](const auto& tested) { return std::string(tested.param.name); });
+
+// A control for the faults of each row: what stands in the place of the conversion is no fault.
+
+std::vector<catalogue::conversion> rows_with_faults() {
+  const std::vector<fault> all = all_faults();
+  std::vector<catalogue::conversion> rows;
+  std::copy_if(catalogue::conversions.begin(), catalogue::conversions.end(), std::back_inserter(rows),
+               [&](const catalogue::conversion& row) {
+                 return std::any_of(all.begin(), all.end(), [&](const fault& f) {
+                   return row.name == f.row && row.destination == f.destination;
+                 });
+               });
+  return rows;
+}
+
+class nothing_planted : public testing::TestWithParam<catalogue::conversion> {};
+
+catalogue::thunk wrapped = nullptr;
+
+TEST_P(nothing_planted, is_not_reported) {
+  catalogue::conversion row = GetParam();
+  wrapped = row.entry.convert;
+  row.entry.convert = [](const catalogue::call& c) { wrapped(c); };
+  set_thin(true);
+  EXPECT_EQ(checker(row).sweep(20), std::vector<std::string>());
+}
+
+INSTANTIATE_TEST_SUITE_P(checker, nothing_planted, testing::ValuesIn(rows_with_faults()), row_name);
 
 }  // namespace
 }  // namespace morvane::tests
