@@ -1,6 +1,7 @@
 // The catalogue, the public header and the expectations list the same conversions.
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <map>
 #include <set>
 #include <string>
@@ -10,6 +11,7 @@
 #include "catalogue/conversions.h"
 #include "oracle/oracle.h"
 #include "public_header.h"
+#include "recorder.h"
 #include "support.h"
 
 namespace morvane::tests {
@@ -62,6 +64,14 @@ TEST(catalogue, names_formats_that_exist) {
     EXPECT_TRUE(row.source.empty() || catalogue::find_format(row.source) != nullptr) << row.name;
     EXPECT_NE(catalogue::find_format(row.destination), nullptr) << row.name;
   }
+}
+
+// Beside them, one kernel sums differences.
+TEST(catalogue, runs_every_kernel) {
+  if (!calls_can_be_recorded) GTEST_SKIP() << "calls of line functions are direct";
+  std::set<std::size_t> run;
+  for (const catalogue::conversion& row : catalogue::conversions) run.merge(kernels_of(row));
+  EXPECT_EQ(run.size(), number_of_kernels() - 1);
 }
 
 TEST(catalogue, has_unique_rows) {

@@ -9,7 +9,8 @@
 
 #include "Processing.Morvane.h"
 #include "byte_rows.h"
-#include "checker.h"
+#include "checker/memory.h"
+#include "options.h"
 #include "support.h"
 
 namespace morvane::tests {

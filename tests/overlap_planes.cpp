@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "checker.h"
+#include "checker/checker.h"
 #include "oracle/oracle.h"
 #include "support.h"
 

@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "checker.h"
+#include "checker/checker.h"
 #include "support.h"
 
 namespace morvane::tests {

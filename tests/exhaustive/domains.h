@@ -8,7 +8,7 @@
 #include <cstdint>
 
 #include "Processing.Morvane.h"
-#include "checker.h"
+#include "options.h"
 #include "support.h"
 
 namespace morvane::tests {

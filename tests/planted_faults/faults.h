@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-#include "checker.h"
+#include "checker/checker.h"
 #include "support.h"
 
 namespace morvane::tests {

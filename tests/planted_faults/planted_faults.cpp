@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "options.h"
 #include "planted_faults/faults.h"
 
 namespace morvane::tests {

@@ -8,35 +8,22 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "backend/choice.h"
 #include "catalogue/conversions.h"
+#include "checker/content.h"
+#include "checker/geometry.h"
+#include "checker/memory.h"
 
 namespace morvane::tests {
-
-// True when the program was started with --thin: for emulated processors and instrumented builds, which are slow.
-bool thin();
-void set_thin(bool on);
 
 // Where the planes of a case lie.
 enum class placement {
   surrounded,  // at the case's offsets from 32-byte boundaries, with room on both sides
   at_end,      // the last byte of each plane is the last before an inaccessible page
   at_start,    // the first byte of each plane is the first after an inaccessible page
-};
-
-enum class content {
-  random,
-  extremes,    // bytes 0 and 255
-  thresholds,  // samples beside the limits of video range, of the sign and of the byte
-  zeros,
-  ones,
-  opaque,       // random, every alpha 255
-  one_less,     // random, every alpha 255 except one
-  count_of_all  // how many there are
 };
 
 // What the opacity report holds before the call.
@@ -59,46 +46,14 @@ struct test_case {
   report opacity = report::none;
 };
 
-// Bytes that a plane of the given width needs in each row: its whole samples; whole groups of v210; of rows of 32 and 8
-// bytes, those up to the last one of its pairs, a completed pair included. Zero for a width below one.
-std::ptrdiff_t row_extent(const catalogue::plane& p, int xres);
-
-// The stride of a plane without gaps, as the library counts it. As arithmetic gives it for a width below one.
-int tight_stride(const catalogue::plane& p, int xres);
-
-// The bytes of a plane, counted from its first row: rows may step up or down.
-struct extent {
-  std::ptrdiff_t low = 0;
-  std::ptrdiff_t high = 0;
-};
-
-// Memory between two inaccessible pages.
-class fenced_memory {
- public:
-  explicit fenced_memory(std::size_t bytes);
-  fenced_memory(const fenced_memory&) = delete;
-  fenced_memory& operator=(const fenced_memory&) = delete;
-  ~fenced_memory();
-
-  std::span<std::uint8_t> bytes() const { return {begin_, size_}; }
-
- private:
-  std::uint8_t* mapping_ = nullptr;
-  std::size_t mapped_ = 0;
-  std::uint8_t* begin_ = nullptr;
-  std::size_t size_ = 0;
-};
-
-// Calls convert(c); returns 0, or the signal of an invalid memory access that ended it.
-int run_guarded(catalogue::thunk convert, const catalogue::call& c);
-
 // Calls use(backend) once for each backend of this processor, which every conversion takes meanwhile.
 void on_every_backend(const std::function<void(Processing::Morvane::backend::kind)>& use);
 
 class checker {
  public:
-  // With a `row` whose thunk is not the library's, the checker tests that thunk instead.
-  explicit checker(const catalogue::conversion& row);
+  // With a `row` whose thunk is not the library's, the checker tests that thunk instead. The memory of each plane holds
+  // the cases of the sweep where nothing larger is asked for.
+  explicit checker(const catalogue::conversion& row, std::size_t bytes_of_plane = 0);
 
   // Empty when all backends do what is expected; else what differs, with all parameters of the case.
   std::string check(const test_case& c);
@@ -108,7 +63,7 @@ class checker {
 
  private:
   struct plane_state {
-    plane_state(const catalogue::plane& f, bool source);
+    plane_state(const catalogue::plane& f, bool source, std::size_t bytes);
 
     const catalogue::plane* format;
     bool is_source;

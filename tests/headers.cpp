@@ -1,0 +1,1 @@
+// Nothing: the target that holds the precompiled headers of the tests needs a source.

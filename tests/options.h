@@ -1,0 +1,14 @@
+// How a test program was started.
+#pragma once
+
+namespace morvane::tests {
+
+// True when the program was started with --thin: for emulated processors and instrumented builds, which are slow.
+bool thin();
+void set_thin(bool on);
+
+// True when the program was started with --each-kernel-once: of the rows that run the same kernel, one is enough.
+bool each_kernel_once();
+void set_each_kernel_once(bool on);
+
+}  // namespace morvane::tests
