@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -65,12 +66,17 @@ class checker {
   struct plane_state {
     plane_state(const catalogue::plane& f, bool source, std::size_t bytes);
 
+    // The bytes of a case and some around them in one of the planes below: all that a case renews.
+    std::span<std::uint8_t> window_in(std::span<std::uint8_t> plane) const;
+    void renew();
+
     const catalogue::plane* format;
     bool is_source;
     std::unique_ptr<fenced_memory> memory;  // what the library gets
     std::vector<std::uint8_t> before;       // its content before the call
     std::vector<std::uint8_t> expected;     // and what it must be afterwards
     std::ptrdiff_t first_row = 0;           // of the case: where row 0 lies in it
+    extent window{};                        // in all three
   };
 
   // The image pixels that the xres of a case stand for, and the rows of a plane that its yres stands for.
@@ -86,6 +92,7 @@ class checker {
 
   void place(plane_state& p, const plane_place& at, const test_case& c) const;
   void fill(const test_case& c);
+  void renew_all();
   void set_alpha(plane_state& p, int stride, const test_case& c) const;
   void set_words(plane_state& p, int stride, const test_case& c) const;
   catalogue::call call_on(const test_case& c, bool expected);
