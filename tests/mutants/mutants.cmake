@@ -1,9 +1,10 @@
 # The mutants: a copy of the library with one small mistake in it each. The checker, or the test program that is named,
 # must report every one of them.
 #
-# mutant(name FILE file FROM text TO text ROWS filter [PROGRAM checker] [BACKEND portable]): in the library's `file`,
-# `text` occurs exactly once and becomes the other. The program then runs the rows that match the filter. Of the units
-# of the backends, that of BACKEND alone is compiled once more, so a mistake in a vector body needs one that has vectors.
+# mutant(name FILE file FROM text TO text ROWS filter [PROGRAM checker] [BACKEND portable] [PROCESSOR model]): in the
+# library's `file`, `text` occurs exactly once and becomes the other. The program then runs the rows that match the
+# filter, on the emulated processor that is named, or on this one. Of the units of the backends, that of BACKEND alone is
+# compiled once more, so a mistake in a vector body needs one that has vectors.
 
 # A control: nothing is wrong, so nothing may be reported.
 mutant(no_mistake
@@ -88,7 +89,7 @@ mutant(last_unit_left_out_when_all_planes_are_aligned
        BACKEND avx2)
 
 mutant(lowest_bit_of_every_second_sample
-       FILE vector/avx2.h
+       FILE vector/avx2_blocks.h
        FROM [[return _mm256_srli_epi16(lifted, 8);]]
        TO [[return _mm256_and_si256(_mm256_srli_epi16(lifted, 8), _mm256_set1_epi32(0x00fe00ff));]]
        ROWS *v210*
@@ -365,28 +366,28 @@ mutant(two_vectors_counted_as_one
        BACKEND avx2)
 
 mutant(unsigned_products_of_negative_distances
-       FILE vector/avx2.h
+       FILE vector/avx2_blocks.h
        FROM [[_mm256_andnot_si256(is_not_above, b))]]
        TO [[_mm256_setzero_si256())]]
        ROWS *pa16_p216
        BACKEND avx2)
 
 mutant(black_itself_counts_as_above
-       FILE vector/avx2.h
+       FILE vector/avx2_blocks.h
        FROM [[_mm256_min_epu16(x.v, first), x.v);]]
        TO [[_mm256_min_epu16(x.v, _mm256_set1_epi16(static_cast<short>(offset - 1))), x.v);]]
        ROWS *pa16_p216
        BACKEND avx2)
 
 mutant(lower_bits_of_one_half_twice
-       FILE vector/avx2.h
+       FILE vector/avx2_blocks.h
        FROM [[_mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_extracti128_si256(second_bytes, 1))]]
        TO [[_mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_castsi256_si128(second_bytes))]]
        ROWS *p216_yuyv_matrox_10
        BACKEND avx2)
 
 mutant(odd_words_stop_at_32767
-       FILE vector/avx2.h
+       FILE vector/avx2_blocks.h
        FROM [[_mm256_packus_epi32(_mm256_srli_epi32(a.v, 16),]]
        TO [[_mm256_packs_epi32(_mm256_srli_epi32(a.v, 16),]]
        ROWS *bgra64*
@@ -422,3 +423,32 @@ mutant(descriptor_generated_at_every_call
   static vImage_ARGBToYpCbCr]]
        ROWS apple_threads.*
        PROGRAM apple_test)
+
+mutant(narrowest_backend_chosen_at_start
+       FILE backend/choice.cpp
+       FROM [[choose(available().back())]]
+       TO [[choose(available().front())]]
+       ROWS backends.*
+       PROGRAM backends_test)
+
+mutant(wider_backends_left_out
+       FILE backend/choice.cpp
+       FROM [[if (all[i].works())]]
+       TO [[if (all[i].works() && count == 0)]]
+       ROWS backends.*
+       PROGRAM backends_test)
+
+mutant(avx_taken_for_avx2
+       FILE backend/list.h
+       FROM [[__builtin_cpu_supports("avx2")]]
+       TO [[__builtin_cpu_supports("avx")]]
+       ROWS backends.*
+       PROGRAM backends_test
+       PROCESSOR SandyBridge)
+
+mutant(choice_of_the_first_backend_ignored
+       FILE backend/choice.cpp
+       FROM [[  lines_in_use = entry_of(k).lines;]]
+       TO [[  if (static_cast<int>(k) > 0) lines_in_use = entry_of(k).lines;]]
+       ROWS backends.*
+       PROGRAM backends_test)

@@ -2,10 +2,12 @@
 #
 # Variables: compilation (the file that says how the library is compiled), scratch, file, from and to (in the files
 # scratch.from and scratch.to), backend, rows, apple (the directory of the stand-in for vImage, where the code for Apple
-# systems is wanted), objects (of the program, without the library).
+# systems is wanted), emulator (the command that runs the program on another processor), objects (of the program, without
+# the library).
 cmake_minimum_required(VERSION 3.25)
 include(${compilation})
 include(${CMAKE_CURRENT_LIST_DIR}/compile.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/expect_once.cmake)
 
 foreach(name from to)
   file(READ ${scratch}.${name} ${name}_text)
@@ -14,11 +16,7 @@ file(REMOVE_RECURSE ${scratch})
 file(COPY ${library}/ DESTINATION ${scratch}/library)
 
 file(READ ${scratch}/library/${file} text)
-string(FIND "${text}" "${from_text}" first)
-string(FIND "${text}" "${from_text}" last REVERSE)
-if(first EQUAL -1 OR NOT first EQUAL last)
-  message(FATAL_ERROR "${file} does not hold this text exactly once: ${from_text}")
-endif()
+expect_once("${text}" "${from_text}" ${file})
 string(REPLACE "${from_text}" "${to_text}" text "${text}")
 file(WRITE ${scratch}/library/${file} "${text}")
 
@@ -57,7 +55,7 @@ endif()
 execute_process(COMMAND ${compiler} ${objects} ${library_objects} -pthread -o ${scratch}/program
                 COMMAND_ERROR_IS_FATAL ANY)
 
-execute_process(COMMAND ${scratch}/program --thin --gtest_filter=${rows} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+execute_process(COMMAND ${emulator} ${scratch}/program --thin --gtest_filter=${rows} OUTPUT_VARIABLE output RESULT_VARIABLE result)
 if(NOT output MATCHES "backends:[^\n]* ${backend}[ \n]")
   message("This processor cannot run ${backend}.")
   return()
