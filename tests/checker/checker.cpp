@@ -20,11 +20,6 @@ namespace {
 constexpr std::ptrdiff_t surroundings = 4096;
 constexpr std::ptrdiff_t renewed_around = 512;
 
-// Holds the largest case of the sweep, with more than a page of surroundings.
-std::size_t bytes_for_the_sweep(const plane& p) {
-  return p.group_bytes > 8 * p.group_pixels ? 32768 : 16384;
-}
-
 const char* name_of(placement p) {
   return p == placement::surrounded ? "surrounded" : p == placement::at_end ? "at end" : "at start";
 }
@@ -56,12 +51,14 @@ void on_every_backend(const std::function<void(backend::kind)>& use) {
   backend::choose(usual);
 }
 
-checker::plane_state::plane_state(const plane& f, bool source, std::size_t bytes)
-    : format(&f),
-      is_source(source),
-      memory(std::make_unique<fenced_memory>(std::max(bytes, bytes_for_the_sweep(f)))),
-      before(memory->bytes().size()),
-      expected(memory->bytes().size()) {
+checker::plane_state::plane_state(const plane& f, bool source) : format(&f), is_source(source) {
+  hold(16384);
+}
+
+void checker::plane_state::hold(std::size_t bytes) {
+  if (memory != nullptr && bytes <= memory->bytes().size()) return;
+  memory = std::make_unique<fenced_memory>(bytes);
+  before.resize(memory->bytes().size());
   renew();
 }
 
@@ -75,15 +72,13 @@ void checker::plane_state::renew() {
   std::memcpy(memory->bytes().data(), before.data(), before.size());
 }
 
-checker::checker(const conversion& row, std::size_t bytes_of_plane)
-    : row_(row), expectation_(expectation(row.name, row.destination)) {
+checker::checker(const conversion& row) : row_(row), expectation_(expectation(row.name, row.destination)) {
   if (expectation_ == nullptr) throw std::invalid_argument("no expectation for " + std::string(row.name));
-  const auto planes_of = [bytes_of_plane](std::string_view name, bool source) {
+  const auto planes_of = [](std::string_view name, bool source) {
     std::vector<plane_state> planes;
     const catalogue::format* format = catalogue::find_format(name);
     if (format == nullptr) throw std::invalid_argument("no format " + std::string(name));
-    for (std::size_t i = 0; i < format->plane_count(); ++i)
-      planes.emplace_back(format->planes[i], source, bytes_of_plane);
+    for (std::size_t i = 0; i < format->plane_count(); ++i) planes.emplace_back(format->planes[i], source);
     return planes;
   };
   if (!row.source.empty()) sources_ = planes_of(row.source, true);
@@ -137,6 +132,7 @@ bool checker::copies_padding(const plane_state& p, const test_case& c) const {
 
 void checker::place(plane_state& p, const plane_place& at, const test_case& c) const {
   const extent e = extent_in(p, at.stride, c);
+  p.hold(static_cast<std::size_t>(e.high - e.low + 2 * surroundings + 64));
   const auto size = static_cast<std::ptrdiff_t>(p.memory->bytes().size());
   if (c.where == placement::at_end)
     p.first_row = size - e.high;
@@ -144,7 +140,6 @@ void checker::place(plane_state& p, const plane_place& at, const test_case& c) c
     p.first_row = -e.low;
   else
     p.first_row = (surroundings - e.low + 31) / 32 * 32 + at.offset;
-  if (p.first_row + e.low < 0 || p.first_row + e.high > size) throw std::logic_error("a case larger than its memory");
   p.window = {std::max<std::ptrdiff_t>(0, p.first_row + e.low - renewed_around),
               std::min(size, p.first_row + e.high + renewed_around)};
 }

@@ -52,9 +52,8 @@ void on_every_backend(const std::function<void(Processing::Morvane::backend::kin
 
 class checker {
  public:
-  // With a `row` whose thunk is not the library's, the checker tests that thunk instead. The memory of each plane holds
-  // the cases of the sweep where nothing larger is asked for.
-  explicit checker(const catalogue::conversion& row, std::size_t bytes_of_plane = 0);
+  // With a `row` whose thunk is not the library's, the checker tests that thunk instead.
+  explicit checker(const catalogue::conversion& row);
 
   // Empty when all backends do what is expected; else what differs, with all parameters of the case.
   std::string check(const test_case& c);
@@ -64,10 +63,12 @@ class checker {
 
  private:
   struct plane_state {
-    plane_state(const catalogue::plane& f, bool source, std::size_t bytes);
+    plane_state(const catalogue::plane& f, bool source);
 
     // The bytes of a case and some around them in one of the planes below: all that a case renews.
     std::span<std::uint8_t> window_in(std::span<std::uint8_t> plane) const;
+    // Makes room for a case that needs more than those before.
+    void hold(std::size_t bytes);
     void renew();
 
     const catalogue::plane* format;

@@ -1,6 +1,7 @@
 #include "checker/content.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 #include <random>
@@ -42,12 +43,10 @@ std::vector<std::uint8_t> make_pool(content pattern) {
 }
 
 const std::vector<std::uint8_t>& pool_of(content pattern) {
-  static const auto pools = [] {
-    std::vector<std::vector<std::uint8_t>> all;
-    for (int p = 0; p < static_cast<int>(content::count_of_all); ++p) all.push_back(make_pool(static_cast<content>(p)));
-    return all;
-  }();
-  return pools[static_cast<std::size_t>(pattern)];
+  static std::array<std::vector<std::uint8_t>, static_cast<std::size_t>(content::count_of_all)> pools;
+  std::vector<std::uint8_t>& pool = pools[static_cast<std::size_t>(pattern)];
+  if (pool.empty()) pool = make_pool(pattern);
+  return pool;
 }
 
 }  // namespace

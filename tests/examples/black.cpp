@@ -19,18 +19,34 @@ class black_example : public on_each_backend {};
 INSTANTIATE_TEST_SUITE_P(backend, black_example, all_backends(), backend_name);
 
 // Long lines are filled by an operation of the processor, whole cache lines of them at once.
-TEST_P(black_example, long_lines_of_black_at_every_place_of_a_cache_line) {
+void expect_long_lines(std::uint16_t word, std::size_t step, void (*fill)(std::uint8_t* line, int words)) {
   constexpr std::size_t margin = 64;
   constexpr std::uint8_t around = 99;
-  for (const int pixels : {1023, 1024, 1025, 1055, 1056, 1057, 3000})
-    for (std::size_t place = 0; place < 64; ++place) {
-      const std::size_t length = 2 * static_cast<std::size_t>(pixels);
+  for (const int words : {1023, 1024, 1025, 1055, 1056, 1057, 3000, 4095, 4096, 4097, 9000, 32767, 32768, 32769, 40001})
+    for (std::size_t place = 0; place < 64; place += step) {
+      const std::size_t length = 2 * static_cast<std::size_t>(words);
       bytes wanted(margin + place + length + margin, around);
-      for (std::size_t i = 0; i < length; ++i) wanted[margin + place + i] = i % 2 == 0 ? 128 : 16;
+      for (std::size_t i = 0; i < length; ++i)
+        wanted[margin + place + i] = static_cast<std::uint8_t>(i % 2 == 0 ? word : word >> 8);
       bytes destination(wanted.size(), around);
-      fc::black::uyvy(destination.data() + margin + place, 2 * pixels, pixels, 1);
-      ASSERT_EQ(destination, wanted) << pixels << " pixels at " << place;
+      fill(destination.data() + margin + place, words);
+      ASSERT_EQ(destination, wanted) << words << " words at " << place;
     }
+}
+
+TEST_P(black_example, long_lines_of_black_at_every_place_of_a_cache_line) {
+  expect_long_lines(0x1080, 1, [](std::uint8_t* line, int pixels) { fc::black::uyvy(line, 2 * pixels, pixels, 1); });
+}
+
+TEST_P(black_example, long_lines_of_words_at_every_even_place_of_a_cache_line) {
+  expect_long_lines(0x1234, 2, [](std::uint8_t* line, int words) {
+    fc::black::alpha(reinterpret_cast<std::uint16_t*>(line), 2 * words, words, 1, 0x1234);
+  });
+}
+
+TEST_P(black_example, long_lines_of_bytes_at_every_place_of_a_cache_line) {
+  expect_long_lines(0x4545, 1,
+                    [](std::uint8_t* line, int words) { fc::black::alpha(line, 2 * words, 2 * words, 1, 0x45); });
 }
 
 TEST_P(black_example, black_of_3x2_in_rows_of_8_bytes_leaves_the_last_two_bytes) {

@@ -452,3 +452,70 @@ mutant(choice_of_the_first_backend_ignored
        TO [[  if (static_cast<int>(k) > 0) lines_in_use = entry_of(k).lines;]]
        ROWS backends.*
        PROGRAM backends_test)
+
+mutant(one_line_of_more_pixels_than_an_int_counts
+       FILE format_conversion_frame.h
+       FROM [[yres == 1 || (tight && xres <= INT_MAX / yres)]]
+       TO [[yres == 1 || tight]]
+       ROWS *more_pixels_than_an_int_counts*
+       PROGRAM huge_images_test)
+
+mutant(tight_in_32_bits
+       FILE format_conversion_frame.h
+       FROM [[(int64_t{planes.stride} * Kernel::pixels == int64_t{xres} * Plane::bytes)]]
+       TO [[(static_cast<uint32_t>(planes.stride) * Kernel::pixels == static_cast<uint32_t>(xres) * Plane::bytes)]]
+       ROWS *rows_longer_than_an_int_counts*
+       PROGRAM huge_images_test)
+
+mutant(bgr_tight_in_32_bits
+       FILE format_conversion_main_rgb.cpp
+       FROM [[dst_bgr_stride == 4 * int64_t{xres};
+  frame_if(tight, backend::line_of<kernel::uyvy_to_bgr<kernel::matrix::bt601>>]]
+       TO [[dst_bgr_stride == static_cast<int>(4U * static_cast<unsigned>(xres));
+  frame_if(tight, backend::line_of<kernel::uyvy_to_bgr<kernel::matrix::bt601>>]]
+       ROWS *rows_longer_than_an_int_counts*
+       PROGRAM huge_images_test)
+
+mutant(copy_of_31_bits
+       FILE format_conversion_frame.h
+       FROM [[static_cast<size_t>(int64_t{source.stride} * (yres - 1) + row_bytes)]]
+       TO [[static_cast<size_t>(static_cast<int>(int64_t{source.stride} * (yres - 1) + row_bytes))]]
+       ROWS *copied_in_one_run
+       PROGRAM huge_images_test)
+
+mutant(copy_with_padding_of_31_bits
+       FILE format_conversion_main_words.cpp
+       FROM [[static_cast<size_t>(yres) * static_cast<size_t>(destination.stride)]]
+       TO [[static_cast<size_t>(static_cast<int>(static_cast<unsigned>(yres) * static_cast<unsigned>(destination.stride)))]]
+       ROWS *copied_with_its_padding
+       PROGRAM huge_images_test)
+
+mutant(chroma_rows_of_31_bits
+       FILE format_conversion_main_words.cpp
+       FROM [[const int64_t row = std::abs(int64_t{stride});]]
+       TO [[const unsigned row = static_cast<unsigned>(std::abs(stride));]]
+       ROWS *half_a_gigabyte_apart
+       PROGRAM huge_images_test)
+
+mutant(strides_of_16_bits
+       FILE format_conversion_frame.h
+       FROM [[data = line::next_line(data, stride);]]
+       TO [[data = line::next_line(data, static_cast<int16_t>(stride));]]
+       ROWS *65536*uyvy_yuy2
+       PROGRAM large_images_test)
+
+mutant(vectors_of_a_line_counted_in_8_bits
+       FILE kernel/walk.h
+       FROM [[for (size_t turns = units / (turn * step());]]
+       TO [[for (auto turns = static_cast<uint8_t>(units / (turn * step()));]]
+       ROWS *high_definition*uyvy_yuy2
+       PROGRAM large_images_test
+       BACKEND avx2)
+
+mutant(fill_without_its_end_beyond_8192_bytes
+       FILE kernel/black.h
+       FROM [[const size_t rest = (bytes - ahead) % cache_line;]]
+       TO [[const size_t rest = (bytes - ahead) % cache_line + (bytes > 8192 ? cache_line : 0);]]
+       ROWS *long_lines_of_black*
+       PROGRAM examples_test
+       BACKEND avx2)
