@@ -1,10 +1,11 @@
 # The mutants: a copy of the library with one small mistake in it each. The checker, or the test program that is named,
 # must report every one of them.
 #
-# mutant(name FILE file FROM text TO text ROWS filter [PROGRAM checker] [BACKEND portable] [PROCESSOR model]): in the
-# library's `file`, `text` occurs exactly once and becomes the other. The program then runs the rows that match the
-# filter, on the emulated processor that is named, or on this one. Of the units of the backends, that of BACKEND alone is
-# compiled once more, so a mistake in a vector body needs one that has vectors.
+# mutant(name FILE file FROM text TO text ROWS filter [PROGRAM checker | TEST source] [BACKEND portable]
+# [PROCESSOR model]): in the library's `file`, `text` occurs exactly once and becomes the other. The program, or that of
+# the one test whose source is named and compiled with the mistake, then runs the rows that match the filter, on the
+# emulated processor that is named or on this one. Of the units of the backends, that of BACKEND alone is compiled once
+# more, so a mistake in a vector body needs one that has vectors.
 
 # A control: nothing is wrong, so nothing may be reported.
 mutant(no_mistake
@@ -519,3 +520,70 @@ mutant(fill_without_its_end_beyond_8192_bytes
        ROWS *long_lines_of_black*
        PROGRAM examples_test
        BACKEND avx2)
+
+mutant(v4l2_name_of_another_format
+       FILE catalogue/formats.h
+       FROM [[.v4l2 = "V4L2_PIX_FMT_YUYV"]]
+       TO [[.v4l2 = "V4L2_PIX_FMT_UYVY"]]
+       ROWS formats.*
+       TEST formats.cpp)
+
+mutant(fourcc_of_another_format
+       FILE catalogue/formats.h
+       FROM [[.fourcc = "NV12"]]
+       TO [[.fourcc = "NV21"]]
+       ROWS formats.*
+       TEST formats.cpp)
+
+mutant(chroma_in_the_wrong_order
+       FILE catalogue/formats.h
+       FROM [["Cb Cr", 2}}}},
+    {.name = "pa16"]]
+       TO [["Cr Cb", 2}}}},
+    {.name = "pa16"]]
+       ROWS formats.*
+       TEST formats.cpp)
+
+mutant(any_height_of_4_2_0
+       FILE catalogue/formats.h
+       FROM [[.height_multiple = 2,
+     .fourcc = "NV12"]]
+       TO [[.height_multiple = 1,
+     .fourcc = "NV12"]]
+       ROWS formats.*
+       TEST formats.cpp)
+
+mutant(allowance_behind_the_row_that_is_on_no_list
+       FILE catalogue/conversions.cpp
+       FROM [[entry_of<&fc::y::y16>)]]
+       TO [[entry_of<&fc::y::y16>, completes_pair)]]
+       ROWS allowances.completed_pairs
+       PROGRAM allowances_test)
+
+mutant(allowance_behind_the_row_that_no_call_needs
+       FILE catalogue/conversions.cpp
+       FROM [[entry_of<&fc::y::y16>)]]
+       TO [[entry_of<&fc::y::y16>, completes_pair)]]
+       ROWS allowances.of_bytes_behind*
+       PROGRAM allowances_test)
+
+mutant(allowance_of_four_bytes_for_three_that_no_call_needs
+       FILE catalogue/conversions.cpp
+       FROM [[entry_of<&fc::uyvy::uyvy>)]]
+       TO [[entry_of<&fc::uyvy::uyvy>, four_bytes_copied)]]
+       ROWS allowances.of_bytes_behind*
+       PROGRAM allowances_test)
+
+mutant(one_line_said_to_be_rows
+       FILE catalogue/conversions.cpp
+       FROM [[row("L::bgra", "L", "bgra", entry_of<&fc::L::bgra>)]]
+       TO [[row("L::bgra", "L", "bgra", entry_of<&fc::L::bgra>, {.by_rows = true})]]
+       ROWS allowances.of_rows*
+       PROGRAM allowances_test)
+
+mutant(matrix_of_another_row
+       FILE catalogue/conversions.cpp
+       FROM [[entry_of<&fc::uyvy_a::bgra_601>, with_601)]]
+       TO [[entry_of<&fc::uyvy_a::bgra_601>, with_709)]]
+       ROWS allowances.matrices
+       PROGRAM allowances_test)

@@ -2,8 +2,8 @@
 #
 # Variables: compilation (the file that says how the library is compiled), scratch, file, from and to (in the files
 # scratch.from and scratch.to), backend, rows, apple (the directory of the stand-in for vImage, where the code for Apple
-# systems is wanted), emulator (the command that runs the program on another processor), objects (of the program, without
-# the library).
+# systems is wanted), emulator (the command that runs the program on another processor), test (a source of the tests that
+# includes what is mistaken), objects (of the program, without the library and that test).
 cmake_minimum_required(VERSION 3.25)
 include(${compilation})
 include(${CMAKE_CURRENT_LIST_DIR}/compile.cmake)
@@ -51,6 +51,12 @@ if(apple)
   compile(${scratch}/library format_conversion_main_apple.cpp ${object} -D__APPLE__ -I${apple})
   list(FILTER library_objects EXCLUDE REGEX "format_conversion_main_opaque_rgb")
   list(APPEND library_objects ${object})
+endif()
+if(test)
+  get_filename_component(tests ${test} DIRECTORY)
+  execute_process(COMMAND ${compiler} ${common_flags} -I${scratch}/library -I${tests} -c ${test} -o ${scratch}/test.o
+                  COMMAND_ERROR_IS_FATAL ANY)
+  list(PREPEND objects ${scratch}/test.o)
 endif()
 execute_process(COMMAND ${compiler} ${objects} ${library_objects} -pthread -o ${scratch}/program
                 COMMAND_ERROR_IS_FATAL ANY)
