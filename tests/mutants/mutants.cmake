@@ -587,3 +587,15 @@ mutant(matrix_of_another_row
        TO [[entry_of<&fc::uyvy_a::bgra_601>, with_709)]]
        ROWS allowances.matrices
        PROGRAM allowances_test)
+
+mutant(memory_for_every_image
+       FILE format_conversion_frame.h
+       FROM [[  if (xres < 1 || yres < 1) return true;
+  if (yres == 1]]
+       TO [[  if (xres < 1 || yres < 1) return true;
+  static int* volatile memory;
+  delete memory;
+  memory = new int(xres);
+  if (yres == 1]]
+       ROWS allocations.*
+       PROGRAM allocations_test)
