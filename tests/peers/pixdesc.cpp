@@ -26,16 +26,18 @@ namespace {
 using catalogue::format;
 using catalogue::plane;
 
-// Where the samples of one component lie: of which plane, at which byte first, and how many bytes apart.
+// Where the samples of one component lie: of which plane, at which byte first, how many bytes apart, and below which
+// bit of their bytes or words.
 struct component_place {
-  int plane = -1, offset = 0, step = 0;
+  int plane = -1, offset = 0, step = 0, below_bit = 0;
   bool every_second_row = false;
 
   bool operator==(const component_place&) const = default;
 };
 
 void PrintTo(const component_place& c, std::ostream* out) {
-  *out << "plane " << c.plane << " offset " << c.offset << " step " << c.step << (c.every_second_row ? " 4:2:0" : "");
+  *out << "plane " << c.plane << " offset " << c.offset << " step " << c.step << " below bit " << c.below_bit
+       << (c.every_second_row ? " 4:2:0" : "");
 }
 
 component_place place_of(std::string_view component, const plane& p, int index_of_plane) {
@@ -51,6 +53,7 @@ component_place place_of(std::string_view component, const plane& p, int index_o
   if (count == 0) return {};
   place.plane = index_of_plane;
   place.step = p.group_bytes / count;
+  place.below_bit = low_bits(p.sample) != 0 ? low_bits(p.sample) : 8 * bytes_of_sample;
   place.every_second_row = p.image_rows == 2;
   return place;
 }
@@ -78,7 +81,7 @@ std::vector<std::string_view> components_of(const format& f) {
 component_place place_by_peer(const AVPixFmtDescriptor& d, std::size_t index) {
   const AVComponentDescriptor& c = d.comp[index];
   const bool is_chroma = (d.flags & AV_PIX_FMT_FLAG_RGB) == 0 && (index == 1 || index == 2);
-  return {c.plane, c.offset, c.step, is_chroma && d.log2_chroma_h == 1};
+  return {c.plane, c.offset, c.step, c.shift + c.depth, is_chroma && d.log2_chroma_h == 1};
 }
 
 void expect_layout(const format& f, const AVPixFmtDescriptor& d) {
@@ -86,6 +89,9 @@ void expect_layout(const format& f, const AVPixFmtDescriptor& d) {
   ASSERT_GE(static_cast<std::size_t>(d.nb_components), components.size()) << f.name;
   for (std::size_t i = 0; i < components.size(); ++i)
     EXPECT_EQ(place_of(components[i], f), place_by_peer(d, i)) << f.name << ", " << components[i];
+  EXPECT_EQ(static_cast<std::size_t>(av_pix_fmt_count_planes(av_pix_fmt_desc_get_id(&d))), f.plane_count()) << f.name;
+  constexpr int size = 16;  // whole groups of every format that is described
+  EXPECT_EQ(av_get_padded_bits_per_pixel(&d) * size * size, 8 * f.frame_bytes(size, size)) << f.name;
   EXPECT_EQ((d.flags & AV_PIX_FMT_FLAG_RGB) != 0, f.model == catalogue::color_model::rgb) << f.name;
   EXPECT_EQ((d.flags & AV_PIX_FMT_FLAG_ALPHA) != 0, f.alpha) << f.name;
   EXPECT_EQ(d.flags & AV_PIX_FMT_FLAG_BE, 0U) << f.name;
