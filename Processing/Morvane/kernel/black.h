@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "../vector/operations.h"
 #include "group_10.h"
@@ -84,11 +85,14 @@ struct five_black_blocks : units<16 * block_bytes / 8, last_unit::whole, to<5 * 
     constexpr picture five = black();
     for (int i = 0; i < 5 * block_bytes; ++i) dst[i] = five.at[i];
   }
+  template <class V, size_t... i>
+  MORVANE_INLINE static auto blocks_of(std::index_sequence<i...>) {
+    constexpr picture five = black();
+    return in_a_row(V::load(five.at + i * V::block_bytes)...);
+  }
   template <class V>
   MORVANE_INLINE static auto convert() {
-    constexpr picture five = black();
-    return in_a_row(V::load(five.at), V::load(five.at + block_bytes), V::load(five.at + 2 * block_bytes),
-                    V::load(five.at + 3 * block_bytes), V::load(five.at + 4 * block_bytes));
+    return blocks_of<V>(std::make_index_sequence<5 * block_bytes / V::block_bytes>());
   }
 };
 

@@ -11,6 +11,8 @@ namespace Processing::Morvane::format_conversion::kernel {
 
 // Bytes to words: value * 256.
 struct y_to_y16 : each_pixel<from<1>, to<2>> {
+  static constexpr bool only_moves = true;
+
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t value = src[0];
     dst[0] = 0;
@@ -28,6 +30,8 @@ struct y_to_y16 : each_pixel<from<1>, to<2>> {
 
 // Bytes to words: 257 * value, the byte in both halves.
 struct repeat_byte : each_pixel<from<1>, to<2>> {
+  static constexpr bool only_moves = true;
+
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t value = src[0];
     dst[0] = value;
@@ -62,6 +66,8 @@ struct word_to_byte : each_pixel<from<2>, to<1>> {
 // value becomes 65535.
 template <int bits>
 struct fill_up_word : each_pixel<from<2>, to<2>> {
+  static constexpr bool only_moves = true;
+
   static constexpr int up = 16 - bits;
   static constexpr int down = bits - up;
 

@@ -44,10 +44,12 @@ struct key_to_uyvy : each_pixel<from<1>, to<2>> {
     dst[0] = y_to_uyvy::neutral;
     dst[1] = luma;
   }
+  // No product exceeds 16 bits, and its upper byte stands where luma belongs.
   template <class V>
   MORVANE_INLINE static auto convert(const uint8_t* src) {
-    constexpr uint16_t neutral = y_to_uyvy::neutral | y_to_uyvy::neutral << 8;
-    return V::interleave2(V::repeat(neutral), V::template linear<multiplier, offset>(V::load(src)));
+    const auto products = V::multiply(V::widen(V::load_bytes(src)), V::widen(V::same(multiplier)));
+    const auto neutral = V::widen_repeated(V::same(y_to_uyvy::neutral));
+    return V::template add_to_bytes<0, offset / 256>(V::upper_bytes(neutral, products));
   }
 };
 
@@ -87,6 +89,8 @@ struct first_pair_to_ya_uv : each_begun_pair<from<4>, from<4>, to<4>, to<2>> {
 
 // A pair and its two alphas to luma with alpha, Y A Y A, and chroma. An odd line completes its last pair.
 struct uyvy_a_to_ya_uv : each_begun_pair<from<4>, from<2>, to<4>, to<2>> {
+  static constexpr bool only_moves = true;
+
   MORVANE_INLINE static void rule(const uint8_t* src, const uint8_t* alpha, uint8_t* ya, uint8_t* cbcr) {
     ya[0] = src[1];
     ya[1] = alpha[0];

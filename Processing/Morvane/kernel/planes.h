@@ -21,6 +21,7 @@ MORVANE_INLINE auto even_and_odd_bytes(const uint8_t* src) {
 // Exchanges the two bytes of a pixel, which is its own way back.
 struct uyvy_to_yuy2 : each_pixel<from<2>, to<2>> {
   static constexpr bool in_order = true;
+  static constexpr bool only_moves = true;
 
   // Where the planes overlap, the order of reads and writes shows; it is the order of these lines.
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
@@ -99,6 +100,8 @@ struct uyvy_to_y : each_begun_pair<from<4>, to<2>> {
 
 // Luma to grey pairs: a neutral chroma byte before every luma byte.
 struct y_to_uyvy : each_pixel<from<1>, to<2>> {
+  static constexpr bool only_moves = true;
+
   static constexpr uint8_t neutral = 128;
 
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {

@@ -42,26 +42,14 @@ requires(of == matrix::bt709 || over == background::none) struct rgb_to_uyvy : e
     for (int i = 0; i < 4; ++i) dst[i] = pair[i];
   }
 
-  // The sums of a vector, shifted right. Two shifts of a scaled sum are one by as many bits.
-  template <class V, int bits, weights even, weights odd>
-  MORVANE_INLINE static auto sums(const typename V::weighable& pixels) {
-    constexpr bool unsigned_sums = is_unsigned(even) && is_unsigned(odd);
-    const auto s = V::template weigh<even, odd>(pixels);
-    if constexpr (composites)
-      return V::template scale_by_fourth<8 + bits, unsigned_sums>(s, pixels);
-    else
-      return V::template narrow<bits>(s);
-  }
   template <class V>
   MORVANE_INLINE static auto load(const uint8_t* src) {
     return V::load4_weighable(src);
   }
-  // The offsets are whole multiples of the divisors, so they may as well be added to the shifted bytes.
+  // The offsets are whole multiples of the divisors, so they may as well be added to the shifted sums.
   template <class V>
   MORVANE_INLINE static auto pairs_of(const typename V::weighable& pixels) {
-    const auto chroma = sums<V, 8, u, v>(pixels);
-    const auto y = sums<V, 7, luma, luma>(pixels);
-    return V::interleave2(V::template add<128>(chroma), V::template add<16>(y));
+    return V::template pairs_of_sums<u, v, luma, 7, composites>(pixels);
   }
   template <class V>
   MORVANE_INLINE static auto convert(const uint8_t* src) {
@@ -120,10 +108,7 @@ struct bgr_to_uyvy : each_begun_pair<from<6>, to<4>> {
   template <class V>
   MORVANE_INLINE static auto convert(const uint8_t* src) {
     constexpr weights luma_with_green_twice = {luma.first, luma.second - luma.second / 2, luma.third, luma.second / 2};
-    const auto pixels = V::load3_weighable(src);
-    const auto chroma = V::template weigh<u, v>(pixels);
-    const auto y = V::template weigh<luma_with_green_twice>(pixels);
-    return V::template add_to_bytes<128, 16>(V::upper_bytes(chroma, y));
+    return V::template pairs_of_sums<u, v, luma_with_green_twice, 8, false>(V::load3_weighable(src));
   }
 };
 

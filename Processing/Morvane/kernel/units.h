@@ -13,6 +13,8 @@
 // The number of units in a vector, the walk over a line, its end, the function that converts a line, and which strides
 // are tight follow from that. Further, a kernel may have
 //   in_order           true: where planes overlap, the rule converts unit by unit and so defines the result
+//   fills_registers    true: one vector needs all registers of a backend, so that two are not converted at once
+//   only_moves         true: hardly anything is computed, so that the stores alone take the time
 //   seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is the
 //                      `answer` of the line function
 //   count(no_pixels)   the units of a line, where no base has the right number
@@ -100,6 +102,8 @@ struct units {
   static constexpr int pixels = pixels_of_unit;
   using answer = void;
   static constexpr bool in_order = false;
+  static constexpr bool fills_registers = false;
+  static constexpr bool only_moves = false;
 
   MORVANE_INLINE static constexpr size_t count(const int no_pixels) {
     constexpr size_t begun = last == last_unit::begun ? pixels - 1 : 0;

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "../vector/opaque.h"
 #include "list.h"
 #include "matrix.h"
 #include "samples.h"
@@ -31,7 +32,7 @@ struct read_uyvy {
   }
   template <class V>
   MORVANE_INLINE static auto alpha(const uint8_t*) {
-    return V::same_of_pairs(255);
+    return vector::opaque();
   }
 };
 
@@ -64,7 +65,7 @@ struct read_upper_bytes_of_p216 {
   }
   template <class V>
   MORVANE_INLINE static auto alpha(const uint8_t*, const uint8_t*) {
-    return V::same_of_pairs(255);
+    return vector::opaque();
   }
 };
 
@@ -88,9 +89,12 @@ struct write_four_bytes {
     pixel(dst, even);
     pixel(dst + 4, odd);
   }
-  template <class V, class Bytes>
-  MORVANE_INLINE static auto pixels(const Bytes r, const Bytes g, const Bytes b, const Bytes alpha) {
-    return order == byte_order::rgba ? V::interleave4(r, g, b, alpha) : V::interleave4(b, g, r, alpha);
+  template <class V, class R, class G, class B, class Alpha>
+  MORVANE_INLINE static auto pixels(const R& r, const G& g, const B& b, const Alpha& alpha) {
+    if constexpr (order == byte_order::rgba)
+      return V::interleave4(r, g, b, alpha);
+    else
+      return V::interleave4(b, g, r, alpha);
   }
 };
 
@@ -106,8 +110,8 @@ struct write_bgr {
     pixel(dst, even);
     pixel(dst + 3, odd);
   }
-  template <class V, class Bytes>
-  MORVANE_INLINE static auto pixels(const Bytes r, const Bytes g, const Bytes b, const Bytes) {
+  template <class V, class R, class G, class B>
+  MORVANE_INLINE static auto pixels(const R& r, const G& g, const B& b, vector::opaque) {
     return V::interleave3(b, g, r);
   }
 };
@@ -123,8 +127,8 @@ struct write_r_g_b {
     b[0] = even.b;
     b[1] = odd.b;
   }
-  template <class V, class Bytes>
-  MORVANE_INLINE static auto pixels(const Bytes r, const Bytes g, const Bytes b, const Bytes) {
+  template <class V, class R, class G, class B>
+  MORVANE_INLINE static auto pixels(const R& r, const G& g, const B& b, vector::opaque) {
     return to_planes(r, g, b);
   }
 };
@@ -136,6 +140,7 @@ struct pairs_to_rgb;
 template <class Colors, class Reader, class Writer, last_unit last, class... Source, class... Destination>
 struct pairs_to_rgb<Colors, Reader, Writer, last, plane_list<Source...>, plane_list<Destination...>>
     : units<2, last, Source..., Destination...> {
+  static constexpr bool fills_registers = true;
   static constexpr int bits = Colors::bits;
 
   // One component of a pixel, as V::clamped_sum has it for vectors.
@@ -177,6 +182,8 @@ using p216_to_rgbx_2020 =
 
 // Luminance to grey, opaque pixels.
 struct luminance_to_bgra : each_pixel<from<1>, to<4>> {
+  static constexpr bool only_moves = true;
+
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t luminance = src[0];
     dst[0] = dst[1] = dst[2] = luminance;
@@ -184,8 +191,7 @@ struct luminance_to_bgra : each_pixel<from<1>, to<4>> {
   }
   template <class V>
   MORVANE_INLINE static auto convert(const uint8_t* src) {
-    const auto luminance = V::load_bytes(src);
-    return V::interleave4(luminance, luminance, luminance, V::same(255));
+    return V::opaque_grey(V::load_bytes(src));
   }
 };
 

@@ -124,7 +124,7 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
 
   // So many vectors are converted before they are stored, all to one plane before any to the next: a processor takes
   // stores to one cache line faster together than in turn with others.
-  static constexpr size_t together = planes::destinations > 1 ? V::stored_together : 1;
+  static constexpr size_t together = planes::destinations > 1 && !Kernel::fills_registers ? V::stored_together : 1;
 
   // What the vector body makes of the units that begin so many units ahead.
   MORVANE_INLINE auto made_of(const ptrdiff_t ahead) {
@@ -184,6 +184,17 @@ MORVANE_INLINE auto walk_apart(const Kernel& kernel, const size_t units, const P
   return line.result();
 }
 
+// The vectors that take the stores of a kernel fastest.
+template <class V, class Kernel, bool only_moves = Kernel::only_moves && (V::lanes > 0)>
+struct vectors_for {
+  using type = V;
+};
+
+template <class V, class Kernel>
+struct vectors_for<V, Kernel, true> {
+  using type = typename V::mover;
+};
+
 // The same for planes that may overlap, where the kernel says what happens then.
 template <class V, class Kernel, class... Pointer>
 MORVANE_INLINE auto walk(const Kernel& kernel, const size_t units, const Pointer... planes) {
@@ -194,7 +205,7 @@ MORVANE_INLINE auto walk(const Kernel& kernel, const size_t units, const Pointer
       return rule.result();
     }
   }
-  return walk_apart<V>(kernel, units, planes...);
+  return walk_apart<typename vectors_for<V, Kernel>::type>(kernel, units, planes...);
 }
 
 // The line function of a kernel for the backend V.

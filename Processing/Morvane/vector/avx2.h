@@ -17,40 +17,27 @@
 //   pair_bytes    q0 q1 q4 q5     q2 q3 q6 q7
 #pragma once
 
-#include <immintrin.h>
-
 #include <cstddef>
 #include <cstdint>
 
 #include "avx2_blocks.h"
 #include "inline.h"
+#include "opaque.h"
 #include "portable.h"
-#include "sums.h"
 #include "weights.h"
+#include "x86.h"
+#include "x86_intrinsics.h"
+#include "ymm.h"
 
 namespace Processing::Morvane::format_conversion::vector {
 
 struct avx2 : avx2_blocks {
   using narrower = portable;
+  using mover = avx2;
 
-  static constexpr int lanes = 32;
   static constexpr int vectors_a_turn = 2;
   static constexpr int stored_together = 2;
-  static constexpr int float_lanes = 8;
-  static constexpr int stores_expected_ahead = 512;
-  static constexpr size_t least_repeated_store = 2048;
 
-  struct bytes {
-    static constexpr size_t stored_bytes = 32;
-    __m256i v;
-  };
-  struct words {
-    static constexpr size_t stored_bytes = 64;
-    __m256i lo, hi;
-  };
-  struct pair_words {
-    __m256i lo, hi;
-  };
   struct pair_bytes {
     static constexpr size_t stored_bytes = 32;
     __m256i v;
@@ -62,19 +49,11 @@ struct avx2 : avx2_blocks {
   struct weighable {
     words first_and_second, third_and_fourth;
   };
-  struct pairs {
-    pair_words uyvy;
-  };
-  struct floats {
-    __m256 v;
-  };
-
   using avx2_blocks::interleave2;
-  using avx2_blocks::linear_words;
   using avx2_blocks::store;
 
   MORVANE_INLINE static pixels load4(const uint8_t* p) {
-    return {load_256(p), load_256(p + 32), load_256(p + 64), load_256(p + 96)};
+    return {ymm::load(p), ymm::load(p + 32), ymm::load(p + 64), ymm::load(p + 96)};
   }
   // Eight pixels 0 to 7 as words ab and cd of their bytes: within each half  ab0 ab1 ab2 ab3 cd0 cd1 cd2 cd3.
   MORVANE_INLINE static weighable gather_words(const __m256i q01, const __m256i q23, const __m256i q45,
@@ -83,7 +62,8 @@ struct avx2 : avx2_blocks {
             {_mm256_unpackhi_epi64(q01, q23), _mm256_unpackhi_epi64(q45, q67)}};
   }
   MORVANE_INLINE static __m256i words_of_four(const uint8_t* p) {
-    return _mm256_shuffle_epi8(load_256(p), twice(_mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15)));
+    return _mm256_shuffle_epi8(ymm::load(p),
+                               ymm::repeat_lane(_mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15)));
   }
   MORVANE_INLINE static weighable load4_weighable(const uint8_t* p) {
     return gather_words(words_of_four(p), words_of_four(p + 32), words_of_four(p + 64), words_of_four(p + 96));
@@ -98,11 +78,11 @@ struct avx2 : avx2_blocks {
   }
   template <int skipped>
   MORVANE_INLINE static __m256i words_of_three(const uint8_t* low, const uint8_t* high) {
-    return _mm256_shuffle_epi8(load_halves(low, high), twice(words_of_three<skipped>()));
+    return _mm256_shuffle_epi8(load_halves(low, high), ymm::repeat_lane(words_of_three<skipped>()));
   }
   // Pixels 0 to 7 at p, which is read from four bytes before on.
   MORVANE_INLINE static __m256i words_of_three_before(const uint8_t* p) {
-    return _mm256_shuffle_epi8(load_256(p - 4), _mm256_set_m128i(words_of_three<0>(), words_of_three<4>()));
+    return _mm256_shuffle_epi8(ymm::load(p - 4), _mm256_set_m128i(words_of_three<0>(), words_of_three<4>()));
   }
   // Nothing before the first byte and nothing behind the last one is read.
   MORVANE_INLINE static weighable load3_weighable(const uint8_t* p) {
@@ -113,11 +93,6 @@ struct avx2 : avx2_blocks {
   // Four pixels' bytes to two words of pair sums each, then to one double word each.
   MORVANE_INLINE static __m256i sum_pixels(const __m256i p, const __m256i w) {
     return _mm256_madd_epi16(_mm256_maddubs_epi16(p, w), _mm256_set1_epi16(1));
-  }
-  // The weights of one pixel as four signed bytes.
-  static constexpr uint32_t packed(const weights w) {
-    return (static_cast<uint32_t>(w.first) & 255) | (static_cast<uint32_t>(w.second) & 255) << 8 |
-           (static_cast<uint32_t>(w.third) & 255) << 16 | (static_cast<uint32_t>(w.fourth) & 255) << 24;
   }
   static constexpr bool sum_fits(const int a, const int b) {
     return a >= -128 && a <= 127 && b >= -128 && b <= 127 && 255 * (positive(a) + positive(b)) <= 32767 &&
@@ -130,6 +105,7 @@ struct avx2 : avx2_blocks {
   MORVANE_INLINE static __m256i alternate(const int low, const int high, const int next_low, const int next_high) {
     return _mm256_set1_epi32((low & 255) | (high & 255) << 8 | (next_low & 255) << 16 | next_high * (1 << 24));
   }
+  // The sum of the weighted bytes of a pixel, modulo 65536.
   template <weights even, weights odd = even>
   MORVANE_INLINE static words weigh(const weighable& p) {
     static_assert(pairs_fit(even) && pairs_fit(odd), "pair sums saturate at 16 bits");
@@ -144,70 +120,48 @@ struct avx2 : avx2_blocks {
   }
 
   MORVANE_INLINE static words fourth_words(const weighable& p) { return high_bytes(p.third_and_fourth); }
-  MORVANE_INLINE static bytes fourth(const weighable& p) { return narrow<8>(p.third_and_fourth); }
+  MORVANE_INLINE static bytes fourth(const weighable& p) {
+    const words w = fourth_words(p);
+    return {_mm256_packus_epi16(w.lo, w.hi)};
+  }
+  MORVANE_INLINE static words upper_products(const words a, const words b) {
+    return {_mm256_mulhi_epi16(a.lo, b.lo), _mm256_mulhi_epi16(a.hi, b.hi)};
+  }
   // The upper half of a signed product is the product >> 16; of twice the product it is the product >> 15.
-  template <int bits, bool is_unsigned>
-  MORVANE_INLINE static bytes scale_by_fourth(const words sum, const weighable& p) {
-    static_assert(bits == 15 || bits == 16);
-    const words a = shift_left<16 - bits>(fourth_words(p));
-    const __m256i lo = _mm256_mulhi_epi16(sum.lo, a.lo);
-    const __m256i hi = _mm256_mulhi_epi16(sum.hi, a.hi);
-    if constexpr (is_unsigned) return {_mm256_packus_epi16(lo, hi)};
-    return {_mm256_packs_epi16(lo, hi)};
+  template <weights u, weights v, weights luma, int luma_bits, bool scaled>
+  MORVANE_INLINE static words pairs_of_sums(const weighable& p) {
+    const words chroma = weigh<u, v>(p);
+    const words y = weigh<luma>(p);
+    words both;
+    if constexpr (scaled) {
+      const words a = fourth_words(p);
+      const words c = upper_products(chroma, a);
+      const words l = upper_products(y, shift_left<8 - luma_bits>(a));
+      both = interleave_bytes(_mm256_packs_epi16(c.lo, c.hi), _mm256_packus_epi16(l.lo, l.hi));
+    } else {
+      both = upper_bytes(chroma, shift_left<8 - luma_bits>(y));
+    }
+    return add_to_bytes<128, 16>(both);
   }
 
   // Double words 0 1 2 3 | 4 5 6 7 to 0 2 4 6 | 1 3 5 7 and back.
   MORVANE_INLINE static bytes load_bytes(const uint8_t* p) {
-    return {_mm256_permutevar8x32_epi32(load_256(p), _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7))};
+    return {_mm256_permutevar8x32_epi32(ymm::load(p), _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7))};
   }
   MORVANE_INLINE static void store(uint8_t* p, const bytes b) {
-    store_256(p, _mm256_permutevar8x32_epi32(b.v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
+    ymm::store(p, _mm256_permutevar8x32_epi32(b.v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
   }
-  MORVANE_INLINE static bytes and_bytes(const bytes a, const bytes b) { return {_mm256_and_si256(a.v, b.v)}; }
-  MORVANE_INLINE static bool all_255(const bytes b) {
-    return _mm256_movemask_epi8(_mm256_cmpeq_epi8(b.v, _mm256_set1_epi8(-1))) == -1;
+  MORVANE_INLINE static words interleave_bytes(const __m256i first, const __m256i second) {
+    return {_mm256_unpacklo_epi8(first, second), _mm256_unpackhi_epi8(first, second)};
   }
-  MORVANE_INLINE static words widen(const bytes b) {
-    const __m256i zero = _mm256_setzero_si256();
-    return {_mm256_unpacklo_epi8(b.v, zero), _mm256_unpackhi_epi8(b.v, zero)};
-  }
-  MORVANE_INLINE static words widen_repeated(const bytes b) {
-    return {_mm256_unpacklo_epi8(b.v, b.v), _mm256_unpackhi_epi8(b.v, b.v)};
-  }
-  template <int value>
-  MORVANE_INLINE static words add(const words w) {
-    const __m256i v = _mm256_set1_epi16(static_cast<short>(value));
-    return {_mm256_add_epi16(w.lo, v), _mm256_add_epi16(w.hi, v)};
-  }
-  MORVANE_INLINE static words multiply(const words a, const words b) {
-    return {_mm256_mullo_epi16(a.lo, b.lo), _mm256_mullo_epi16(a.hi, b.hi)};
-  }
-  MORVANE_INLINE static words low_bytes(const words w) {
-    const __m256i mask = _mm256_set1_epi16(0x00ff);
-    return {_mm256_and_si256(w.lo, mask), _mm256_and_si256(w.hi, mask)};
-  }
-  MORVANE_INLINE static words high_bytes(const words w) {
-    return {_mm256_srli_epi16(w.lo, 8), _mm256_srli_epi16(w.hi, 8)};
-  }
-  template <int bits>
-  MORVANE_INLINE static words shift_left(const words w) {
-    if constexpr (bits == 0) return w;
-    return {_mm256_slli_epi16(w.lo, bits), _mm256_slli_epi16(w.hi, bits)};
-  }
-  MORVANE_INLINE static words upper_bytes(const words low, const words high) {
-    return {upper_bytes(high.lo, low.lo), upper_bytes(high.hi, low.hi)};
-  }
-  template <int low, int high>
-  MORVANE_INLINE static words add_to_bytes(const words w) {
-    const __m256i both = _mm256_set1_epi16(static_cast<short>(low | high * 256));
-    return {_mm256_add_epi8(w.lo, both), _mm256_add_epi8(w.hi, both)};
-  }
+  MORVANE_INLINE static words widen(const bytes b) { return interleave_bytes(b.v, _mm256_setzero_si256()); }
+  MORVANE_INLINE static words widen_repeated(const bytes b) { return interleave_bytes(b.v, b.v); }
   MORVANE_INLINE static words load_words(const uint8_t* p) {
-    return {exchange_middle(load_256(p)), exchange_middle(load_256(p + 32))};
+    return {exchange_middle(ymm::load(p)), exchange_middle(ymm::load(p + 32))};
   }
   MORVANE_INLINE static void store(uint8_t* p, const words w) {
-    store_256(p, exchange_middle(w.lo));
-    store_256(p + 32, exchange_middle(w.hi));
+    ymm::store(p, exchange_middle(w.lo));
+    ymm::store(p + 32, exchange_middle(w.hi));
   }
   MORVANE_INLINE static words fourth_words(const pixels& p) {
     return {_mm256_packus_epi32(_mm256_srli_epi32(p.q01, 24), _mm256_srli_epi32(p.q23, 24)),
@@ -220,8 +174,8 @@ struct avx2 : avx2_blocks {
   // Two bytes of each pixel to its double word, the first from the pair's even pixel for both pixels.
   template <int even, int odd, int own>
   MORVANE_INLINE static __m256i pick(const __m256i p) {
-    return _mm256_shuffle_epi8(p, twice(_mm_setr_epi8(even, own, -1, -1, odd, 4 + own, -1, -1, 8 + even, 8 + own, -1,
-                                                      -1, 8 + odd, 12 + own, -1, -1)));
+    return _mm256_shuffle_epi8(p, ymm::repeat_lane(_mm_setr_epi8(even, own, -1, -1, odd, 4 + own, -1, -1, 8 + even,
+                                                                 8 + own, -1, -1, 8 + odd, 12 + own, -1, -1)));
   }
   template <int even, int odd, int own>
   MORVANE_INLINE static words pick_of_pairs(const pixels& p) {
@@ -229,136 +183,37 @@ struct avx2 : avx2_blocks {
             _mm256_packus_epi32(pick<even, odd, own>(p.q45), pick<even, odd, own>(p.q67))};
   }
 
-  template <int bits>
-  MORVANE_INLINE static bytes narrow(const words w) {
-    return {_mm256_packus_epi16(_mm256_srli_epi16(w.lo, bits), _mm256_srli_epi16(w.hi, bits))};
+  MORVANE_INLINE static __m256i upper_bytes(const __m256i low, const __m256i high) {
+    return _mm256_or_si256(_mm256_srli_epi16(low, 8), _mm256_and_si256(high, _mm256_set1_epi16(-256)));
   }
-  template <int value>
-  MORVANE_INLINE static bytes add(const bytes b) {
-    return {_mm256_add_epi8(b.v, _mm256_set1_epi8(static_cast<char>(value)))};
+  MORVANE_INLINE static words upper_bytes(const words low, const words high) {
+    return {upper_bytes(low.lo, high.lo), upper_bytes(low.hi, high.hi)};
   }
-  MORVANE_INLINE static bytes same(const uint8_t value) { return {_mm256_set1_epi8(static_cast<char>(value))}; }
-
-  MORVANE_INLINE static words interleave2(const bytes first, const bytes second) {
-    return {_mm256_unpacklo_epi8(first.v, second.v), _mm256_unpackhi_epi8(first.v, second.v)};
-  }
-
-  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) { return {{load_256(p), load_256(p + 32)}}; }
-  MORVANE_INLINE static __m256i upper_bytes(const __m256i luma, const __m256i chroma) {
-    return _mm256_or_si256(_mm256_srli_epi16(chroma, 8), _mm256_and_si256(luma, _mm256_set1_epi16(-256)));
-  }
+  MORVANE_INLINE static pairs load_uyvy(const uint8_t* p) { return {ymm::load(p), ymm::load(p + 32)}; }
   MORVANE_INLINE static pairs load_upper_bytes(const uint8_t* luma, const uint8_t* chroma) {
-    return {{upper_bytes(load_256(luma), load_256(chroma)), upper_bytes(load_256(luma + 32), load_256(chroma + 32))}};
+    return {upper_bytes(ymm::load(chroma), ymm::load(luma)), upper_bytes(ymm::load(chroma + 32), ymm::load(luma + 32))};
   }
-  // Of Cb Y0 Cr Y1: both Y with Cb, or both Y with Cr. Each may be taken as 255 - Y, so that a sum whose weight of luma
-  // is positive needs another constant, or none.
-  template <bool with_cr, bool turned>
+  // Of Cb Y0 Cr Y1: both Y with Cb, or both Y with Cr.
+  template <bool with_cr>
   MORVANE_INLINE static __m256i luma_and_chroma(const __m256i uyvy) {
-    const __m256i from = turned ? _mm256_xor_si256(uyvy, _mm256_set1_epi16(-256)) : uyvy;
     if constexpr (with_cr)
-      return _mm256_shuffle_epi8(from, twice(_mm_setr_epi8(1, 2, 3, 2, 5, 6, 7, 6, 9, 10, 11, 10, 13, 14, 15, 14)));
+      return _mm256_shuffle_epi8(
+          uyvy, ymm::repeat_lane(_mm_setr_epi8(1, 2, 3, 2, 5, 6, 7, 6, 9, 10, 11, 10, 13, 14, 15, 14)));
     else
-      return _mm256_shuffle_epi8(from, twice(_mm_setr_epi8(1, 0, 3, 0, 5, 4, 7, 4, 9, 8, 11, 8, 13, 12, 15, 12)));
+      return _mm256_shuffle_epi8(uyvy,
+                                 ymm::repeat_lane(_mm_setr_epi8(1, 0, 3, 0, 5, 4, 7, 4, 9, 8, 11, 8, 13, 12, 15, 12)));
   }
-  static constexpr bool stays_above(const int luma, const int chroma) {
-    return 255 * (negative(luma) + negative(chroma)) >= -32768;
-  }
-  // Luma and chroma of each word, weighted and added.
-  template <bool with_cr, bool turned, int luma, int chroma>
-  MORVANE_INLINE static __m256i sum_bytes(const __m256i uyvy) {
-    static_assert(luma >= -128 && luma <= 127 && chroma >= -128 && chroma <= 127);
-    static_assert(stays_above(luma, chroma), "sums saturate at -32768");
-    return _mm256_maddubs_epi16(luma_and_chroma<with_cr, turned>(uyvy),
-                                _mm256_set1_epi16(static_cast<short>((luma & 255) | chroma * 256)));
-  }
-  template <ycbcr_weights w, bool turn>
-  MORVANE_INLINE static __m256i weigh_words(const __m256i uyvy) {
-    constexpr int cb = w.cb;
-    constexpr int cr = w.cr;
-    // Luma is weighed together with the greater of the weights of chroma, which keeps sums small.
-    constexpr bool with_cr = cr != 0 && (cb == 0 || cr > cb);
-    constexpr int with_luma = with_cr ? cr : cb;
-    constexpr bool other_is_cr = !with_cr;
-    constexpr int other = with_cr ? cb : cr;
-    constexpr bool turned = turn && stays_above(-w.y, with_luma);
-    constexpr int y = turned ? -w.y : w.y;
-    constexpr int constant = turned ? w.constant + 255 * w.y : w.constant;
-    __m256i sum = sum_bytes<with_cr, turned, y, with_luma>(uyvy);
-    if constexpr (other != 0) sum = _mm256_add_epi16(sum, sum_bytes<other_is_cr, turned, 0, other>(uyvy));
-    if constexpr (constant == 0) return sum;
-    return _mm256_add_epi16(sum, _mm256_set1_epi16(static_cast<short>(constant)));
-  }
-  // The weighted sum and constant, modulo 65536. With turn, luma is taken as 255 - Y where that fits, because the whole
-  // then needs no constant.
-  template <ycbcr_weights w, bool turn>
-  MORVANE_INLINE static pair_words weigh(const pairs& p) {
-    return {weigh_words<w, turn>(p.uyvy.lo), weigh_words<w, turn>(p.uyvy.hi)};
-  }
-  // The same, but 0 where the sum is negative: the greatest sum less what 255 - Y and chroma take off it. Both words
-  // have a share of luma, such that either stays within 16 bits.
-  template <ycbcr_weights w>
-  MORVANE_INLINE static __m256i weigh_words_at_least_zero(const __m256i uyvy) {
-    constexpr int greatest = w.constant + 255 * w.y;
-    constexpr int with_cr = w.y < 128 + w.cr ? w.y : 128 + w.cr;
-    constexpr int with_cb = w.y - with_cr;
-    const __m256i off =
-        _mm256_add_epi16(sum_bytes<false, true, with_cb, -w.cb>(uyvy), sum_bytes<true, true, with_cr, -w.cr>(uyvy));
-    return _mm256_subs_epu16(_mm256_set1_epi16(static_cast<short>(greatest)), off);
-  }
-  template <ycbcr_weights w>
-  MORVANE_INLINE static pair_words weigh_at_least_zero(const pairs& p) {
-    return {weigh_words_at_least_zero<w>(p.uyvy.lo), weigh_words_at_least_zero<w>(p.uyvy.hi)};
-  }
-  template <int bits, bool is_unsigned>
-  MORVANE_INLINE static __m256i shift_right(const __m256i w) {
-    if constexpr (is_unsigned) return _mm256_srli_epi16(w, bits);
-    return _mm256_srai_epi16(w, bits);
-  }
-  template <int bits, bool is_unsigned>
-  MORVANE_INLINE static pair_words add_shifted(const pair_words a, const pair_words b) {
-    return {_mm256_add_epi16(a.lo, shift_right<bits, is_unsigned>(b.lo)),
-            _mm256_add_epi16(a.hi, shift_right<bits, is_unsigned>(b.hi))};
-  }
-  template <int bits, bool is_unsigned>
-  MORVANE_INLINE static pair_bytes narrow_saturating(const pair_words w) {
-    return {_mm256_packus_epi16(shift_right<bits, is_unsigned>(w.lo), shift_right<bits, is_unsigned>(w.hi))};
-  }
-
   template <ycbcr_weights w, int bits>
   MORVANE_INLINE static pair_bytes clamped_sum(const pairs& p) {
-    constexpr short_sum s = shorten(w, bits);
-    if constexpr (is_exact(s)) {
-      return narrow_saturating<s.bits, false>(weigh<s.weights, false>(p));
-    } else if constexpr (stops_at_zero(s)) {
-      return narrow_saturating<s.bits, true>(weigh_at_least_zero<s.weights>(p));
-    } else {
-      constexpr split_weights parts = split(w, bits);
-      constexpr bool turn = is_of_turned_luma(parts);
-      constexpr bool is_unsigned = fits_unsigned(parts.rest);
-      static_assert(is_unsigned || fits_signed(parts.rest));
-      return narrow_saturating<0, false>(
-          add_shifted<bits, is_unsigned>(weigh<parts.whole, turn>(p), weigh<parts.rest, turn>(p)));
-    }
+    const pair_words sum = sum_of_words<w, bits>(p);
+    return {_mm256_packus_epi16(sum.lo, sum.hi)};
   }
 
-  MORVANE_INLINE static pair_bytes same_of_pairs(const uint8_t value) { return {same(value).v}; }
-  MORVANE_INLINE static pair_bytes load_pair_bytes(const uint8_t* p) { return {exchange_middle(load_256(p))}; }
-  MORVANE_INLINE static void store(uint8_t* p, const pair_bytes b) { store_256(p, exchange_middle(b.v)); }
+  MORVANE_INLINE static pair_bytes load_pair_bytes(const uint8_t* p) { return {exchange_middle(ymm::load(p))}; }
+  MORVANE_INLINE static void store(uint8_t* p, const pair_bytes b) { ymm::store(p, exchange_middle(b.v)); }
 
-  // Four quads of pixels of each half, in the order of the bytes.
-  MORVANE_INLINE static four_blocks interleave4(const __m256i c0, const __m256i c1, const __m256i c2,
-                                                const __m256i c3) {
-    const __m256i lo01 = _mm256_unpacklo_epi8(c0, c1);
-    const __m256i lo23 = _mm256_unpacklo_epi8(c2, c3);
-    const __m256i hi01 = _mm256_unpackhi_epi8(c0, c1);
-    const __m256i hi23 = _mm256_unpackhi_epi8(c2, c3);
-    return {{_mm256_unpacklo_epi16(lo01, lo23)},
-            {_mm256_unpackhi_epi16(lo01, lo23)},
-            {_mm256_unpacklo_epi16(hi01, hi23)},
-            {_mm256_unpackhi_epi16(hi01, hi23)}};
-  }
-  MORVANE_INLINE static four_blocks interleave4(const bytes c0, const bytes c1, const bytes c2, const bytes c3) {
-    return interleave4(c0.v, c1.v, c2.v, c3.v);
+  MORVANE_INLINE static four_blocks opaque_grey(const bytes b) {
+    return interleave_in_lanes(b.v, b.v, b.v, ymm::repeat_byte(255));
   }
   // Quads  q0 | q2,  q1 | q3,  q4 | q6  and  q5 | q7  of pixels of four bytes.
   struct pair_pixels {
@@ -367,7 +222,10 @@ struct avx2 : avx2_blocks {
   };
   MORVANE_INLINE static pair_pixels interleave4(const pair_bytes c0, const pair_bytes c1, const pair_bytes c2,
                                                 const pair_bytes c3) {
-    return {interleave4(c0.v, c1.v, c2.v, c3.v)};
+    return {interleave_in_lanes(c0.v, c1.v, c2.v, c3.v)};
+  }
+  MORVANE_INLINE static pair_pixels interleave4(const pair_bytes c0, const pair_bytes c1, const pair_bytes c2, opaque) {
+    return {interleave_in_lanes(c0.v, c1.v, c2.v, ymm::repeat_byte(255))};
   }
   MORVANE_INLINE static void store(uint8_t* p, const pair_pixels& pixels) {
     store_halves(p, p + 32, pixels.quads.first.v);
@@ -385,7 +243,7 @@ struct avx2 : avx2_blocks {
     const __m256i fourth = has_fourth ? pixel : _mm256_set1_epi8(-1);
     const __m256i replaced = _mm256_blend_epi16(second, fourth, 0b10101010);
     const __m256i odd_bytes = _mm256_set1_epi16(-256);
-    store_256(p, _mm256_blendv_epi8(load_256(p), replaced, odd_bytes));
+    ymm::store(p, _mm256_blendv_epi8(ymm::load(p), replaced, odd_bytes));
   }
   template <weights w, bool has_fourth>
   struct second_and_fourth {
@@ -410,7 +268,7 @@ struct avx2 : avx2_blocks {
   // The same 16 bytes, four pairs, in both halves: two of them become four pixels in each.
   template <bool is_crcby>
   MORVANE_INLINE static __m256i pixels_of_pairs(const uint8_t* p) {
-    const __m256i pairs = twice(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+    const __m256i pairs = ymm::repeat_lane(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
     if constexpr (is_crcby)
       return _mm256_shuffle_epi8(pairs, _mm256_setr_epi8(2, 0, 1, -1, 2, 0, 3, -1, 6, 4, 5, -1, 6, 4, 7, -1, 10, 8, 9,
                                                          -1, 10, 8, 11, -1, 14, 12, 13, -1, 14, 12, 15, -1));
@@ -452,7 +310,7 @@ struct avx2 : avx2_blocks {
   };
   MORVANE_INLINE static pair_pixels_of_three interleave3(const pair_bytes c0, const pair_bytes c1,
                                                          const pair_bytes c2) {
-    return {interleave4(c0.v, c1.v, c2.v, c2.v)};
+    return {interleave_in_lanes(c0.v, c1.v, c2.v, c2.v)};
   }
   // The twelve bytes of a quad are stored with four zeros behind, which the next quad overwrites. Behind the last quad
   // nothing may be written: it has its zeros before it, on the place of the last but one, which is stored after it and
@@ -460,9 +318,9 @@ struct avx2 : avx2_blocks {
   MORVANE_INLINE static void store(uint8_t* p, const pair_pixels_of_three& pixels) {
     const __m128i zeros_behind = _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
     const __m128i zeros_before = _mm_setr_epi8(-1, -1, -1, -1, 0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14);
-    const __m256i q02 = _mm256_shuffle_epi8(pixels.quads.first.v, twice(zeros_behind));
-    const __m256i q13 = _mm256_shuffle_epi8(pixels.quads.second.v, twice(zeros_behind));
-    const __m256i q46 = _mm256_shuffle_epi8(pixels.quads.third.v, twice(zeros_behind));
+    const __m256i q02 = _mm256_shuffle_epi8(pixels.quads.first.v, ymm::repeat_lane(zeros_behind));
+    const __m256i q13 = _mm256_shuffle_epi8(pixels.quads.second.v, ymm::repeat_lane(zeros_behind));
+    const __m256i q46 = _mm256_shuffle_epi8(pixels.quads.third.v, ymm::repeat_lane(zeros_behind));
     const __m256i q57 = _mm256_shuffle_epi8(pixels.quads.fourth.v, _mm256_set_m128i(zeros_before, zeros_behind));
     store_128(p, low_half(q02));
     store_128(p + 12, low_half(q13));
@@ -474,22 +332,6 @@ struct avx2 : avx2_blocks {
     store_12(p + 72, high_half(q46));
   }
 
-  template <int bottom>
-  MORVANE_INLINE static floats load_words_above(const uint8_t* p) {
-    const __m128i words = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    const __m128i above = _mm_subs_epu16(words, _mm_set1_epi16(bottom));
-    return {_mm256_cvtepi32_ps(_mm256_cvtepu16_epi32(above))};
-  }
-  MORVANE_INLINE static floats multiply(const floats f, const float factor) {
-    return {_mm256_mul_ps(f.v, _mm256_set1_ps(factor))};
-  }
-  MORVANE_INLINE static floats add(const floats a, const floats b) { return {_mm256_add_ps(a.v, b.v)}; }
-  MORVANE_INLINE static floats subtract(const floats f, const float subtrahend) {
-    return {_mm256_sub_ps(f.v, _mm256_set1_ps(subtrahend))};
-  }
-  MORVANE_INLINE static floats at_most(const floats f, const float limit) {
-    return {_mm256_min_ps(f.v, _mm256_set1_ps(limit))};
-  }
   //   chroma   c0 c0' c1 c1' | c2 c2' c3 c3'     after the exchange, a pair of floats each
   //   ya.lo    y0 a0  y1 a1  | y4 a4  y5 a5
   //   ya.hi    y2 a2  y3 a3  | y6 a6  y7 a7

@@ -8,6 +8,7 @@
 
 #include "inline.h"
 #include "neon_blocks.h"
+#include "opaque.h"
 #include "portable.h"
 #include "sums.h"
 #include "weights.h"
@@ -16,6 +17,7 @@ namespace Processing::Morvane::format_conversion::vector {
 
 struct neon : neon_blocks {
   using narrower = portable;
+  using mover = neon;
 
   static constexpr int lanes = 16;
   static constexpr int vectors_a_turn = 4;  // vectors are short, and counting them costs as much as a few operations
@@ -97,15 +99,24 @@ struct neon : neon_blocks {
     const int16x8_t a128 = as_signed(vshll_n_u8(a, 7));
     return vreinterpretq_u16_s16(vqdmulhq_s16(as_signed(sum), a128));
   }
-  template <int bits, bool is_unsigned>
-  MORVANE_INLINE static bytes scale_by_fourth(const words sum, const weighable& p) {
-    return narrow<bits - 8>(
-        words{scale(sum.lo, vget_low_u8(p.channel.val[3])), scale(sum.hi, vget_high_u8(p.channel.val[3]))});
+  template <bool scaled, weights even, weights odd = even>
+  MORVANE_INLINE static words weigh_and_scale(const weighable& p) {
+    const words sum = weigh<even, odd>(p);
+    if constexpr (!scaled) return sum;
+    return {scale(sum.lo, vget_low_u8(p.channel.val[3])), scale(sum.hi, vget_high_u8(p.channel.val[3]))};
+  }
+  template <weights u, weights v, weights luma, int luma_bits, bool scaled>
+  MORVANE_INLINE static auto pairs_of_sums(const weighable& p) {
+    const words chroma = weigh_and_scale<scaled, u, v>(p);
+    const words y = weigh_and_scale<scaled, luma>(p);
+    if constexpr (luma_bits == 8)
+      return add_to_bytes<128, 16>(upper_bytes(chroma, y));
+    else
+      return interleave2(add<128>(narrow<8>(chroma)), add<16>(narrow<luma_bits>(y)));
   }
 
   MORVANE_INLINE static bytes load_bytes(const uint8_t* p) { return {vld1q_u8(p)}; }
   MORVANE_INLINE static void store(uint8_t* p, const bytes b) { vst1q_u8(p, b.v); }
-  MORVANE_INLINE static pair_bytes same_of_pairs(const uint8_t value) { return same(value); }
   MORVANE_INLINE static pair_bytes load_pair_bytes(const uint8_t* p) { return load_bytes(p); }
   MORVANE_INLINE static bytes and_bytes(const bytes a, const bytes b) { return {vandq_u8(a.v, b.v)}; }
   MORVANE_INLINE static bool all_255(const bytes b) { return vminvq_u8(b.v) == 255; }
@@ -187,6 +198,10 @@ struct neon : neon_blocks {
   }
   MORVANE_INLINE static channels4 interleave4(const bytes c0, const bytes c1, const bytes c2, const bytes c3) {
     return {{{c0.v, c1.v, c2.v, c3.v}}};
+  }
+  MORVANE_INLINE static channels4 opaque_grey(const bytes b) { return interleave4(b, b, b, opaque()); }
+  MORVANE_INLINE static channels4 interleave4(const bytes c0, const bytes c1, const bytes c2, opaque) {
+    return interleave4(c0, c1, c2, same(255));
   }
   MORVANE_INLINE static void store(uint8_t* p, const channels2& c) { vst2q_u8(p, c.all); }
   MORVANE_INLINE static void store(uint8_t* p, const channels3& c) { vst3q_u8(p, c.all); }

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "opaque.h"
 #include "weights.h"
 
 namespace Processing::Morvane::format_conversion::vector {
@@ -28,6 +29,8 @@ template <class V>
 concept has_sizes = requires {
   // The backend that converts what is too short for this one.
   typename V::narrower;
+  // The backend whose vectors move bytes as fast as memory takes them: this one or a narrower one.
+  typename V::mover;
   requires(V::lanes > 0);
   requires(V::block_bytes > 0);
   // How many vectors a line is walked over before the rest of it is looked at again, and how many of them are
@@ -85,9 +88,8 @@ concept has_blocks = requires(const uint8_t* source, typename V::block block, ty
   { V::interleave2(block, block) } -> gives<typename V::two_blocks>;
   { V::interleave2_words(block, block) } -> gives<typename V::two_blocks>;
   { V::interleave2_dwords(block, block) } -> gives<typename V::two_blocks>;
-  // clamp((multiplier * x + offset) >> 8) of every byte; (multiplier - 256) * x + offset fits 16 signed bits.
-  { V::template linear<301, -5117>(block) } -> gives<typename V::block>;
-  // The same of bytes 1, 3, 5... of two blocks, with a negative offset.
+  // clamp((multiplier * x + offset) >> 8) of bytes 1, 3, 5... of two blocks; the offset is negative, and (multiplier -
+  // 256) * x + offset fits 16 signed bits.
   { V::template linear_of_odd_bytes<301, -5117>(block, block) } -> gives<typename V::block>;
   // clamp((multiplier * x + offset) >> bits) of every 16-bit word; the offset is a multiple of 4096.
   { V::template linear_words<1197, -4902912, 10>(block) } -> gives<typename V::block>;
@@ -125,14 +127,12 @@ concept has_pixels = requires(const uint8_t* source, typename V::bytes bytes, ty
   { V::load4(source) } -> gives<typename V::pixels>;
   { V::load4_weighable(source) } -> gives<typename V::weighable>;
   { V::load3_weighable(source) } -> gives<typename V::weighable>;
-  // The sum of the weighted bytes of a pixel, modulo 65536; with two sets of weights, the first is for the even pixels
-  // and the second for the odd ones. A weight is at least -128 and at most 127, and the sums of bytes 0 and 1 and of
-  // bytes 2 and 3 are -32768..32767.
-  { V::template weigh<weights{1, 2, 3, 0}>(weighable) } -> gives<typename V::words>;
-  { V::template weigh<weights{1, 2, 3, 0}, weights{3, 2, 1, 0}>(weighable) } -> gives<typename V::words>;
-  // (x * A) >> bits of signed words, A being the pixel's fourth byte, and bits 15 or 16. The results are -128..127 or,
-  // if true, 0..255.
-  { V::template scale_by_fourth<16, false>(words, weighable) } -> gives<typename V::bytes>;
+  // Pairs of uyvy from sums of the weighted bytes of each pixel: chroma is 128 + (sum >> 8), with the first weights for
+  // even pixels and the second ones for odd pixels, and luma is 16 + (sum >> luma_bits) with the third ones, luma_bits
+  // being 7 or 8. If true, sums are (sum * A) >> 8 first, A being the pixel's fourth byte. Weights are -128..127, and
+  // the results are bytes without clamping.
+  requires can_be_stored<V, decltype(V::template pairs_of_sums<weights{112, -87, -25, 0}, weights{-10, -102, 112, 0},
+                                                               weights{8, 79, 23, 0}, 7, true>(weighable))>;
   { V::template add<16>(words) } -> gives<typename V::words>;
   // The low 16 bits of the products.
   { V::multiply(words, words) } -> gives<typename V::words>;
@@ -156,35 +156,37 @@ concept has_pixels = requires(const uint8_t* source, typename V::bytes bytes, ty
   { V::fourth(pixels) } -> gives<typename V::bytes>;
   { V::fourth(weighable) } -> gives<typename V::bytes>;
   { V::fourth_words(pixels) } -> gives<typename V::words>;
-  // Shifts right and keeps the low byte, which must hold the whole result.
-  { V::template narrow<7>(words) } -> gives<typename V::bytes>;
-  // Adds modulo 256.
-  { V::template add<16>(bytes) } -> gives<typename V::bytes>;
   { V::same(uint8_t{}) } -> gives<typename V::bytes>;
-  // Stored, two or four bytes a pixel.
-  requires can_be_stored<V, decltype(V::interleave2(bytes, bytes))>;
-  requires can_be_stored<V, decltype(V::interleave4(bytes, bytes, bytes, bytes))>;
+  // Stored, four bytes a pixel: the byte three times and 255.
+  requires can_be_stored<V, decltype(V::opaque_grey(bytes))>;
   // Stored over pixels of four bytes, of which bytes 0 and 2 are stored again as they were found: byte 1 becomes 128 +
   // (weighted sum of the given pixel >> 8), and byte 3 that of the given pixel or, if false, 255.
   requires can_be_stored<V, decltype(V::template second_and_fourth_of<weights{112, -87, -26, 0}, true>(pixels))>;
 };
 
+// Clamped sums of pairs, of which a backend may form the bytes when they are stored.
+template <class V, int y, int cb, int cr, int constant, int bits>
+using sum_of_pairs = decltype(V::template clamped_sum<ycbcr_weights{y, cb, cr, constant}, bits>(typename V::pairs()));
+
 // pairs: luma of each pixel and chroma of its pair, the same for both pixels. pair_bytes: a byte for each of these
 // pixels.
 template <class V>
-concept has_pairs = requires(const uint8_t* source, typename V::pair_bytes pair_bytes, typename V::pairs pairs) {
+concept has_pairs = requires(const uint8_t* source, typename V::pair_bytes pair_bytes,
+                             sum_of_pairs<V, 298, 517, 0, -70635, 8> fine,
+                             sum_of_pairs<V, 74, 128, 0, -17576, 6> coarse) {
   { V::load_uyvy(source) } -> gives<typename V::pairs>;
   // From 16-bit planes of luma and of Cb Cr: the upper bytes.
   { V::load_upper_bytes(source, source) } -> gives<typename V::pairs>;
-  // clamp((weighted sum and constant) >> bits, 0, 255), with 6 or 8 bits. The sums need up to 18 bits, and each backend
-  // has its own means to form them exactly in 16-bit lanes.
-  { V::template clamped_sum<ycbcr_weights{74, 128, 0, -17576}, 6>(pairs) } -> gives<typename V::pair_bytes>;
-  { V::same_of_pairs(uint8_t{}) } -> gives<typename V::pair_bytes>;
+  // clamped_sum: clamp((weighted sum and constant) >> bits, 0, 255), with 6 or 8 bits. The sums need up to 18 bits, and
+  // each backend has its own means to form them exactly.
+  requires can_be_stored<V, decltype(coarse)>;
   { V::load_pair_bytes(source) } -> gives<typename V::pair_bytes>;
   requires can_be_stored<V, typename V::pair_bytes>;
   // Stored, three or four bytes a pixel.
-  requires can_be_stored<V, decltype(V::interleave3(pair_bytes, pair_bytes, pair_bytes))>;
-  requires can_be_stored<V, decltype(V::interleave4(pair_bytes, pair_bytes, pair_bytes, pair_bytes))>;
+  requires can_be_stored<V, decltype(V::interleave3(fine, fine, fine))>;
+  requires can_be_stored<V, decltype(V::interleave4(fine, fine, fine, opaque()))>;
+  requires can_be_stored<V, decltype(V::interleave4(coarse, coarse, coarse, opaque()))>;
+  requires can_be_stored<V, decltype(V::interleave4(coarse, coarse, coarse, pair_bytes))>;
   // Reads pairs of uyvy: two pixels of four bytes each, Y Cb Cr A or, if true, Cr Cb Y A, which share the pair's
   // chroma. Alpha comes from a plane or is 255.
   requires can_be_stored<V, decltype(V::template pixels_of_444<true>(source, source))>;

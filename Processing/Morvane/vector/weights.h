@@ -4,6 +4,8 @@
 // the argument itself as an object that the copies of a kernel for different instruction sets share.
 #pragma once
 
+#include <cstdint>
+
 #include "inline.h"
 
 namespace Processing::Morvane::format_conversion::vector {
@@ -14,6 +16,12 @@ struct weights {
 
   friend constexpr bool operator==(const weights&, const weights&) = default;
 };
+
+// As four signed bytes.
+constexpr uint32_t packed(const weights w) {
+  return (static_cast<uint32_t>(w.first) & 255) | (static_cast<uint32_t>(w.second) & 255) << 8 |
+         (static_cast<uint32_t>(w.third) & 255) << 16 | (static_cast<uint32_t>(w.fourth) & 255) << 24;
+}
 
 MORVANE_INLINE constexpr bool is_unsigned(const weights w) {
   return w.first >= 0 && w.second >= 0 && w.third >= 0 && w.fourth >= 0;
