@@ -11,5 +11,11 @@ MORVANE_BACKEND(neon, true)
 #ifdef MORVANE_WITH_AVX2
 MORVANE_BACKEND(avx2, (__builtin_cpu_init(), __builtin_cpu_supports("avx2")))
 #endif
+#ifdef MORVANE_WITH_AVX512
+MORVANE_BACKEND(avx512, (__builtin_cpu_init(),
+                         __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+                             __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
+                             __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512vnni")))
+#endif
 
 #undef MORVANE_BACKEND
