@@ -10,6 +10,11 @@
 // also on bands of rows of one image. Only the bytes of the image are touched, never the padding between rows, except
 // where a function says that it writes past a row.
 //
+// The planes of a call must not overlap: what a destination holds that shares bytes with another plane is undefined,
+// and differs between processors. Some functions say that planes may overlap. Their pixels or pairs are then converted
+// one after the other along each line, and all of one is read before any of it is written, unless the function says
+// otherwise.
+//
 // When every stride equals the tight width of its plane, the image is converted as one line of xres * yres pixels. It
 // shows only where a function treats the end of a line apart from its rest; those functions say how.
 //
@@ -72,7 +77,7 @@ MORVANE_API void alpha(uint16_t* p_dst_alpha, int dst_alpha_stride, int xres, in
 
 }  // namespace black
 
-// Copies of an image from one set of strides to another. Source and destination must not overlap.
+// Copies of an image from one set of strides to another.
 //
 // The copies of formats with alpha also answer whether the image is opaque: when p_alpha_is_all_255 is not null it
 // receives true if the fourth byte of every pixel is 255, and false otherwise. The whole image is copied either way,
@@ -140,8 +145,8 @@ namespace uyvy {
 MORVANE_API void uyvy(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
                       int xres, int yres);
 
-// Exchanges the two bytes of every pixel, a last odd pixel included. Where source and destination of a line overlap,
-// the pixels are exchanged one after the other, the first byte written before the first byte is read.
+// Exchanges the two bytes of every pixel, a last odd pixel included. The planes may overlap; of each pixel the first
+// byte of the destination is then written before the first byte of the source is read.
 MORVANE_API void yuy2(const uint8_t* p_src_uyvy, int src_uyvy_stride, uint8_t* p_dst_yuy2, int dst_yuy2_stride,
                       int xres, int yres);
 
@@ -219,8 +224,7 @@ MORVANE_API void bgra(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p
 // U is the C of the even pixel and V the C of the odd one: V carries the blue difference, as U does, and no red
 // difference is written. The green weight is 80 here. An opaque pixel keeps 255 / 256 of its weight.
 //
-// Only whole pairs are converted; the last pixel of an odd line is neither read nor written. Where source and
-// destination of a line overlap, the pairs are converted one after the other.
+// Only whole pairs are converted; the last pixel of an odd line is neither read nor written. The planes may overlap.
 MORVANE_API void uyvy(const uint8_t* p_src_bgra, int src_bgra_stride, uint8_t* p_dst_uyvy, int dst_uyvy_stride,
                       int xres, int yres);
 
@@ -268,7 +272,7 @@ MORVANE_API void rgba_709(const uint8_t* p_src_rgba, int src_rgba_stride, uint8_
 // The `::uyvy` functions of the next six namespaces use the direct matrix: BT.709, or BT.601 in the namespaces that
 // end in _601. They convert whole pairs; the last pixel of an odd line is neither read nor written. `bgrx::uyvy` and
 // `rgbx::uyvy` take a tight image as one line, in which pairs may span two rows; the suffixed ones always convert row
-// by row.
+// by row. Planes may overlap in `bgrx::uyvy` and `rgbx::uyvy`, not in the suffixed ones.
 
 namespace bgrx {
 
@@ -371,9 +375,10 @@ MORVANE_API void bgr_709(const uint8_t* p_src_bgr, int src_bgr_stride, uint8_t* 
 
 namespace uyvy {
 
-// Whole pairs only: the last pixel of an odd line is neither read nor written. Where planes of a line overlap, the
-// pairs are split one after the other. To 4:2:0 the image goes row by row and chroma has (yres + 1) / 2 rows, of which
-// row k comes from image row 2k; a band of an image must begin at an even row.
+// Whole pairs only: the last pixel of an odd line is neither read nor written. The planes may overlap; then the bytes
+// of a pair are read and written one by one, those of luma before those of chroma. To 4:2:0 the image goes row by row
+// and chroma has (yres + 1) / 2 rows, of which row k comes from image row 2k; a band of an image must begin at an even
+// row.
 //
 // uyvy::y_u_v_422 takes an image as one line when the strides of both chroma planes are half that of luma and the
 // others are tight. At an odd width the chroma of that line is longer than its rows: yres * xres / 2 samples. So bands
@@ -606,8 +611,8 @@ MORVANE_API void crcbyx(const uint8_t* p_src_rgbx, int src_rgbx_stride, uint8_t*
 }  // namespace rgbx
 
 // RGB with alpha to video with a key: a plane of uyvy, by the direct matrices, and a plane of alpha as it is. Colour is
-// not premultiplied. Whole pairs only: the last pixel of an odd line is neither read nor written. Where planes of a
-// line overlap, the pairs are converted one after the other.
+// not premultiplied. Whole pairs only: the last pixel of an odd line is neither read nor written. The destinations may
+// overlap the source, not each other; of a pair uyvy is written before alpha.
 //
 // When p_alpha_all_255 is not null it receives whether all alpha that was converted is 255; the alpha of a last odd
 // pixel does not count. The whole image is converted either way.
