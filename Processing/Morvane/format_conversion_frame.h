@@ -42,7 +42,7 @@ template <class Line, class... Byte>
 bool frame_by_rows(const Line& line, const int xres, const int yres, plane<Byte>... planes) {
   bool all = true;
   if (xres < 1) return all;
-  for (int y = 0; y < yres; ++y) {
+  for (int rows_left = yres; rows_left > 0; --rows_left) {
     all &= call_line(line, planes.data..., xres);
     (planes.advance(), ...);
   }

@@ -171,15 +171,16 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
 // left to the narrower vectors that the backend names, and in the end to the rule.
 template <class V, class Kernel, class... Pointer>
 MORVANE_INLINE auto walk_apart(const Kernel& kernel, const size_t units, const Pointer... planes) {
-  walk_of<V, Kernel> line(kernel, planes...);
   if constexpr (V::lanes > 0) {
-    if (units >= line.step()) {
+    if (units >= walk_of<V, Kernel>::step()) {
+      walk_of<V, Kernel> line(kernel, planes...);
       const size_t left = line.by_vectors(units);
       if (left > 0) line.finish(left);
       return line.result();
     }
     if constexpr (V::narrower::lanes > 0) return walk_apart<typename V::narrower>(kernel, units, planes...);
   }
+  walk_of<V, Kernel> line(kernel, planes...);
   line.by_rule(units);
   return line.result();
 }
