@@ -34,8 +34,8 @@ mutant(odd_pixel_not_dropped
 
 mutant(one_vector_too_many
        FILE kernel/walk.h
-       FROM [[if (units >= line.step()) {]]
-       TO [[if (units + 1 >= line.step()) {]]
+       FROM [[if (units >= walk_of<V, Kernel>::step()) {]]
+       TO [[if (units + 1 >= walk_of<V, Kernel>::step()) {]]
        ROWS *yuy2*
        BACKEND avx2)
 
@@ -81,10 +81,10 @@ mutant(copy_one_byte_too_far
 
 mutant(last_unit_left_out_when_all_planes_are_aligned
        FILE kernel/walk.h
-       FROM [[  return walk_apart<V>(kernel, units, planes...);
+       FROM [[  return walk_apart<typename vectors_for<V, Kernel>::type>(kernel, units, planes...);
 }]]
        TO [[  const bool aligned = ((reinterpret_cast<uintptr_t>(planes) % 16 == 0) && ...);
-  return walk_apart<V>(kernel, units > 8 && aligned ? units - 1 : units, planes...);
+  return walk_apart<typename vectors_for<V, Kernel>::type>(kernel, units > 8 && aligned ? units - 1 : units, planes...);
 }]]
        ROWS *yuy2*
        BACKEND avx2)
@@ -104,7 +104,7 @@ mutant(third_byte_of_444_written
        BACKEND avx2)
 
 mutant(constant_of_green_off_by_one
-       FILE vector/avx2.h
+       FILE vector/x86.h
        FROM [[constexpr int greatest = w.constant + 255 * w.y;]]
        TO [[constexpr int greatest = w.constant + 255 * w.y + 1;]]
        ROWS *uyvy_bgra_709*
@@ -367,23 +367,23 @@ mutant(two_vectors_counted_as_one
        BACKEND avx2)
 
 mutant(unsigned_products_of_negative_distances
-       FILE vector/avx2_blocks.h
+       FILE vector/ymm.h
        FROM [[_mm256_andnot_si256(is_not_above, b))]]
        TO [[_mm256_setzero_si256())]]
        ROWS *pa16_p216
        BACKEND avx2)
 
 mutant(black_itself_counts_as_above
-       FILE vector/avx2_blocks.h
-       FROM [[_mm256_min_epu16(x.v, first), x.v);]]
-       TO [[_mm256_min_epu16(x.v, _mm256_set1_epi16(static_cast<short>(offset - 1))), x.v);]]
+       FILE vector/x86.h
+       FROM [[subtract_words_where_above(x.v, first, R::add_words]]
+       TO [[subtract_words_where_above(x.v, R::repeat_word(offset - 1), R::add_words]]
        ROWS *pa16_p216
        BACKEND avx2)
 
 mutant(lower_bits_of_one_half_twice
        FILE vector/avx2_blocks.h
-       FROM [[_mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_extracti128_si256(second_bytes, 1))]]
-       TO [[_mm_unpacklo_epi32(_mm256_castsi256_si128(second_bytes), _mm256_castsi256_si128(second_bytes))]]
+       FROM [[_mm_unpacklo_epi32(low_half(second_bytes), high_half(second_bytes))]]
+       TO [[_mm_unpacklo_epi32(low_half(second_bytes), low_half(second_bytes))]]
        ROWS *p216_yuyv_matrox_10
        BACKEND avx2)
 
@@ -401,6 +401,41 @@ mutant(yuy2_of_vectors_like_uyvy
        ROWS *line_p216_uyvy*
        PROGRAM kernels_test
        BACKEND avx2)
+
+mutant(third_channel_clamped_too_low
+       FILE vector/avx512.h
+       FROM [[constexpr int white = static_cast<int>(0xff00ffff);]]
+       TO [[constexpr int white = static_cast<int>(0xff00feff);]]
+       ROWS *uyvy_bgra_709*
+       BACKEND avx512)
+
+mutant(weights_of_odd_pixels_for_even_ones
+       FILE vector/avx512.h
+       FROM [[static_cast<uint64_t>(packed(odd)) << 32 | packed(even)]]
+       TO [[static_cast<uint64_t>(packed(odd)) << 32 | packed(odd)]]
+       ROWS *rgbx_uyvy*
+       BACKEND avx512)
+
+mutant(alpha_of_the_pixels_before
+       FILE vector/avx512.h
+       FROM [[i % 4 == 3 ? 64 + alpha + i / 4]]
+       TO [[i % 4 == 3 ? 64 + i / 4]]
+       ROWS *uyvy_a_ycbcra*
+       BACKEND avx512)
+
+mutant(second_group_read_at_the_first
+       FILE vector/avx512_blocks.h
+       FROM [[reinterpret_cast<const __m256i*>(p + group_bytes)]]
+       TO [[reinterpret_cast<const __m256i*>(p)]]
+       ROWS *yuyv_matrox_10_p216*
+       BACKEND avx512)
+
+mutant(words_compared_as_signed_ones
+       FILE vector/zmm.h
+       FROM [[_mm512_cmpgt_epu16_mask(a, x)]]
+       TO [[_mm512_cmpgt_epi16_mask(a, x)]]
+       ROWS *pa16_p216
+       BACKEND avx512)
 
 mutant(rgba_map_that_is_bgra
        FILE format_conversion_main_apple.cpp
