@@ -12,7 +12,7 @@ namespace Processing::Morvane::format_conversion::kernel {
 // Planes of samples of one or two bytes to interleaved ones.
 template <int sample_bytes>
 struct u_v_to_uv : each_pixel<from<sample_bytes>, from<sample_bytes>, to<2 * sample_bytes>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   static_assert(sample_bytes == 1 || sample_bytes == 2);
 
@@ -31,7 +31,7 @@ struct u_v_to_uv : each_pixel<from<sample_bytes>, from<sample_bytes>, to<2 * sam
 
 // Planes of bytes to interleaved words: value * 256.
 struct u_v_to_uv16 : each_pixel<from<1>, from<1>, to<4>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   MORVANE_INLINE static void rule(const uint8_t* cb, const uint8_t* cr, uint8_t* dst) {
     const uint8_t words[] = {0, cb[0], 0, cr[0]};

@@ -11,7 +11,7 @@ namespace Processing::Morvane::format_conversion::kernel {
 
 // Bytes to words: value * 256.
 struct y_to_y16 : each_pixel<from<1>, to<2>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t value = src[0];
@@ -30,7 +30,7 @@ struct y_to_y16 : each_pixel<from<1>, to<2>> {
 
 // Bytes to words: 257 * value, the byte in both halves.
 struct repeat_byte : each_pixel<from<1>, to<2>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t value = src[0];
@@ -66,7 +66,7 @@ struct word_to_byte : each_pixel<from<2>, to<1>> {
 // value becomes 65535.
 template <int bits>
 struct fill_up_word : each_pixel<from<2>, to<2>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   static constexpr int up = 16 - bits;
   static constexpr int down = bits - up;

@@ -35,7 +35,7 @@ MORVANE_INLINE void store_pixel(uint8_t* dst, const uint8_t y, const uint8_t cb,
 
 // Pairs to two opaque pixels Y Cb Cr, which share the pair's chroma. An odd line completes its last pair.
 struct uyvy_to_ycbcrx : each_begun_pair<from<4>, to<8>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t pair[] = {src[0], src[1], src[2], src[3]};

@@ -89,7 +89,7 @@ struct first_pair_to_ya_uv : each_begun_pair<from<4>, from<4>, to<4>, to<2>> {
 
 // A pair and its two alphas to luma with alpha, Y A Y A, and chroma. An odd line completes its last pair.
 struct uyvy_a_to_ya_uv : each_begun_pair<from<4>, from<2>, to<4>, to<2>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   MORVANE_INLINE static void rule(const uint8_t* src, const uint8_t* alpha, uint8_t* ya, uint8_t* cbcr) {
     ya[0] = src[1];

@@ -21,7 +21,7 @@ MORVANE_INLINE auto even_and_odd_bytes(const uint8_t* src) {
 // Exchanges the two bytes of a pixel, which is its own way back.
 struct uyvy_to_yuy2 : each_pixel<from<2>, to<2>> {
   static constexpr bool in_order = true;
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   // Where the planes overlap, the order of reads and writes shows; it is the order of these lines.
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
@@ -37,6 +37,7 @@ struct uyvy_to_yuy2 : each_pixel<from<2>, to<2>> {
 // Pairs to luma and interleaved chroma. The last pixel of an odd line is neither read nor written.
 template <chroma cbcr>
 struct uyvy_to_y_uv : each_whole_pair<from<4>, to<2>, to<cbcr == chroma::written ? 2 : 0>> {
+  static constexpr bool bound_by_memory = true;
   static constexpr bool in_order = true;
 
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* y, uint8_t* uv) {
@@ -87,6 +88,8 @@ struct uyvy_to_y_u_v
 
 // Pairs to luma alone. An odd line completes its last pair.
 struct uyvy_to_y : each_begun_pair<from<4>, to<2>> {
+  static constexpr bool bound_by_memory = true;
+
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t odd = src[3];
     dst[0] = src[1];
@@ -100,7 +103,7 @@ struct uyvy_to_y : each_begun_pair<from<4>, to<2>> {
 
 // Luma to grey pairs: a neutral chroma byte before every luma byte.
 struct y_to_uyvy : each_pixel<from<1>, to<2>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   static constexpr uint8_t neutral = 128;
 
@@ -117,6 +120,7 @@ struct y_to_uyvy : each_pixel<from<1>, to<2>> {
 
 // Copies pixels of four bytes and tells whether the fourth byte of all of them is 255.
 struct copy_with_opacity : each_pixel<from<4>, to<4>> {
+  static constexpr bool bound_by_memory = true;
   using answer = bool;
 
   template <class V>

@@ -14,7 +14,7 @@
 // are tight follow from that. Further, a kernel may have
 //   in_order           true: where planes overlap, the rule converts unit by unit and so defines the result
 //   fills_registers    true: one vector needs all registers of a backend, so that two are not converted at once
-//   only_moves         true: hardly anything is computed, so that the stores alone take the time
+//   bound_by_memory    true: moving the bytes takes the time, and hardly anything else
 //   seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is the
 //                      `answer` of the line function
 //   count(no_pixels)   the units of a line, where no base has the right number
@@ -103,7 +103,7 @@ struct units {
   using answer = void;
   static constexpr bool in_order = false;
   static constexpr bool fills_registers = false;
-  static constexpr bool only_moves = false;
+  static constexpr bool bound_by_memory = false;
 
   MORVANE_INLINE static constexpr size_t count(const int no_pixels) {
     constexpr size_t begun = last == last_unit::begun ? pixels - 1 : 0;

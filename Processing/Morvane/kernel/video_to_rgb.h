@@ -182,7 +182,7 @@ using p216_to_rgbx_2020 =
 
 // Luminance to grey, opaque pixels.
 struct luminance_to_bgra : each_pixel<from<1>, to<4>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   MORVANE_INLINE static void rule(const uint8_t* src, uint8_t* dst) {
     const uint8_t luminance = src[0];

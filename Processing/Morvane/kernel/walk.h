@@ -186,7 +186,7 @@ MORVANE_INLINE auto walk_apart(const Kernel& kernel, const size_t units, const P
 }
 
 // The vectors that take the stores of a kernel fastest.
-template <class V, class Kernel, bool only_moves = Kernel::only_moves && (V::lanes > 0)>
+template <class V, class Kernel, bool bound_by_memory = Kernel::bound_by_memory && (V::lanes > 0)>
 struct vectors_for {
   using type = V;
 };

@@ -74,7 +74,7 @@ struct p216_to_p208 : each_pixel<from<2>, from<2>, to<2>> {
 
 // Pairs to two pixels Cb Cr Y A. An odd line completes its last pair.
 struct pa16_to_vuya_16 : each_begun_pair<from<4>, from<4>, from<4>, to<16>> {
-  static constexpr bool only_moves = true;
+  static constexpr bool bound_by_memory = true;
 
   MORVANE_INLINE static void rule(const uint8_t* y, const uint8_t* cbcr, const uint8_t* a, uint8_t* dst) {
     for (int i = 0; i < 2; ++i) {

@@ -21,7 +21,6 @@ struct x86_vectors {
   static constexpr int lanes = R::bytes;
   static constexpr int float_lanes = R::bytes / 4;
   static constexpr int cache_line = 64;
-  static constexpr int stores_expected_ahead = 512;
   static constexpr size_t least_repeated_store = 2048;
 
   struct block {
