@@ -572,10 +572,8 @@ mutant(fourcc_of_another_format
 
 mutant(chroma_in_the_wrong_order
        FILE catalogue/formats.h
-       FROM [["Cb Cr", 2}}}},
-    {.name = "pa16"]]
-       TO [["Cr Cb", 2}}}},
-    {.name = "pa16"]]
+       FROM [["Cb Cr", 2, 10}}}}]]
+       TO [["Cr Cb", 2, 10}}}}]]
        ROWS formats.*
        TEST formats.cpp)
 
