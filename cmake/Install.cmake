@@ -19,7 +19,8 @@ install(TARGETS morvane_static morvane_shared EXPORT MorvaneTargets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         INCLUDES DESTINATION ${MORVANE_HEADER_DIR})
-install(FILES Processing/Morvane/Processing.Morvane.h DESTINATION ${MORVANE_HEADER_DIR})
+install(FILES Processing/Morvane/Processing.Morvane.h Processing/Morvane/morvane.h Processing/Morvane/morvane.hpp
+        DESTINATION ${MORVANE_HEADER_DIR})
 
 install(EXPORT MorvaneTargets NAMESPACE Morvane:: DESTINATION ${MORVANE_PACKAGE_DIR})
 configure_package_config_file(cmake/MorvaneConfig.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/MorvaneConfig.cmake

@@ -11,7 +11,6 @@
 #include "catalogue/conversions.h"
 #include "oracle/oracle.h"
 #include "public_header.h"
-#include "recorder.h"
 #include "support.h"
 
 namespace morvane::tests {
@@ -64,14 +63,6 @@ TEST(catalogue, names_formats_that_exist) {
     EXPECT_TRUE(row.source.empty() || catalogue::find_format(row.source) != nullptr) << row.name;
     EXPECT_NE(catalogue::find_format(row.destination), nullptr) << row.name;
   }
-}
-
-// Beside them, one kernel sums differences.
-TEST(catalogue, runs_every_kernel) {
-  if (!calls_can_be_recorded) GTEST_SKIP() << "calls of line functions are direct";
-  std::set<std::size_t> run;
-  for (const catalogue::conversion& row : catalogue::conversions) run.merge(kernels_of(row));
-  EXPECT_EQ(run.size(), number_of_kernels() - 1);
 }
 
 TEST(catalogue, has_unique_rows) {

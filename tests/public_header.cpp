@@ -63,4 +63,16 @@ std::map<std::string, declared_function> declared_functions() {
   return r.found;
 }
 
+std::set<std::string> declared_functions_of_c() {
+  std::ifstream header(MORVANE_C_HEADER);
+  std::set<std::string> names;
+  for (std::string line; std::getline(header, line);) {
+    const std::size_t end = line.find('(');
+    if (!line.starts_with("MORVANE_C_API ") || end == std::string::npos) continue;
+    const std::size_t begin = line.find_last_of(" *", end) + 1;
+    names.insert(line.substr(begin, end - begin));
+  }
+  return names;
+}
+
 }  // namespace morvane::tests

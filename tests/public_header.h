@@ -1,7 +1,8 @@
-// The functions that the public header declares, read from its text.
+// The functions that the public headers declare, read from their text.
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 
 namespace morvane::tests {
@@ -13,5 +14,8 @@ struct declared_function {
 
 // By full name: "Processing::Morvane::format_conversion::uyvy::yuy2".
 std::map<std::string, declared_function> declared_functions();
+
+// The functions that the checked interface declares in C.
+std::set<std::string> declared_functions_of_c();
 
 }  // namespace morvane::tests

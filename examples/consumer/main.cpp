@@ -1,15 +1,14 @@
-#include <Processing.Morvane.h>
-
 #include <cstdio>
-#include <vector>
+#include <morvane.hpp>
 
 int main() {
-  constexpr int width = 1920, height = 1080;
-  std::vector<uint8_t> picture(4 * width * height);  // bgrx, all of it black
-  std::vector<uint8_t> video(2 * width * height);    // uyvy
+  const morvane::description rgb = {.format = morvane::format_named("bgrx"), .width = 1920, .height = 1080};
+  const morvane::description yuv = {.format = morvane::format_named("uyvy"), .width = 1920, .height = 1080};
 
-  using namespace Processing::Morvane::format_conversion;
-  bgrx_709::uyvy(picture.data(), 4 * width, video.data(), 2 * width, width, height);
+  morvane::image picture(rgb);  // all of it black
+  morvane::image video(yuv);
+  morvane::convert(rgb, picture.picture(), yuv, video.picture());
 
-  std::printf("black is Cb %d, Y %d, Cr %d, Y %d\n", video[0], video[1], video[2], video[3]);
+  const auto* pair = video.data();
+  std::printf("black is Cb %d, Y %d, Cr %d, Y %d\n", pair[0], pair[1], pair[2], pair[3]);
 }

@@ -1,0 +1,198 @@
+// The functions of the C interface: every argument is checked, then the way is taken.
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "layout.h"
+#include "rows.h"
+
+namespace checked = Processing::Morvane::checked;
+using checked::is_wrong;
+using checked::problem;
+
+struct morvane_plan {
+  checked::way way;
+  std::vector<std::string> steps;
+  std::vector<std::string> losses;
+};
+
+namespace {
+
+int32_t answer(const problem& p, morvane_error* error) {
+  if (error != nullptr) *error = p;
+  return p.code;
+}
+
+problem choose(const morvane_options* options, checked::choices& result) {
+  result = {};
+  if (options == nullptr) return checked::none();
+  const morvane_options& o = *options;
+  if (o.struct_size != sizeof o)
+    return checked::wrong(MORVANE_STRUCT_SIZE, "options.struct_size", o.struct_size, sizeof o,
+                          "is %u, where sizeof gives %zu", o.struct_size, sizeof o);
+  if (o.filter != MORVANE_LINEAR && o.filter != MORVANE_NEAREST)
+    return checked::wrong(MORVANE_OPTION, "options.filter", o.filter, MORVANE_LINEAR,
+                          "is %d, not 0 (linear) or 1 (nearest)", static_cast<int>(o.filter));
+  if (o.siting != MORVANE_LEFT && o.siting != MORVANE_CENTER)
+    return checked::wrong(MORVANE_OPTION, "options.siting", o.siting, MORVANE_LEFT, "is %d, not 0 (left) or 1 (center)",
+                          static_cast<int>(o.siting));
+  result.filter = checked::chroma_filter{o.filter == MORVANE_NEAREST};
+  result.siting = checked::kernel::siting{o.siting == MORVANE_CENTER};
+  result.has_background = o.has_background != 0;
+  for (int i = 0; i < 3; ++i) result.background[i] = o.background[i];
+  return checked::none();
+}
+
+problem make_plan(const morvane_description* source, const morvane_description* destination,
+                  const morvane_options* options, morvane_plan& plan) {
+  checked::shape from, to;
+  checked::choices how;
+  morvane_layout layout;
+  if (const problem p = checked::describe(source, "source", from); is_wrong(p)) return p;
+  if (const problem p = checked::describe(destination, "destination", to); is_wrong(p)) return p;
+  if (const problem p = checked::lay_out(from, 0, layout); is_wrong(p)) return p;
+  if (const problem p = checked::lay_out(to, 0, layout); is_wrong(p)) return p;
+  if (const problem p = choose(options, how); is_wrong(p)) return p;
+  return checked::find_way(from, to, how, plan.way);
+}
+
+int32_t granularity_of(const morvane_plan& plan) {
+  return plan.way.to.half_height ? 2 : 1;
+}
+
+problem check_band(const morvane_plan& plan, const int32_t first, const int32_t rows) {
+  const int32_t height = plan.way.from.height;
+  const int32_t unit = granularity_of(plan);
+  if (first < 0 || first >= height || first % unit != 0)
+    return checked::wrong(MORVANE_ROWS, "first", first, unit, "is %d, not a multiple of %d from 0 to %d",
+                          static_cast<int>(first), static_cast<int>(unit), static_cast<int>(height - 1));
+  if (rows < 1 || rows > height - first || (rows % unit != 0 && rows != height - first))
+    return checked::wrong(MORVANE_ROWS, "rows", rows, unit, "is %d, not a multiple of %d up to the %d rows that follow",
+                          static_cast<int>(rows), static_cast<int>(unit), static_cast<int>(height - first));
+  return checked::none();
+}
+
+problem check_pictures(const morvane_plan& plan, const morvane_picture* source, const morvane_picture* destination) {
+  if (const problem p = checked::fits(plan.way.from, source, "source"); is_wrong(p)) return p;
+  if (const problem p = checked::fits(plan.way.to, destination, "destination"); is_wrong(p)) return p;
+  return checked::are_apart(plan.way.from, *source, plan.way.to, *destination);
+}
+
+problem run(const morvane_plan* plan, const morvane_picture* source, const morvane_picture* destination,
+            const int32_t first, const int32_t rows, void* scratch, const int64_t scratch_bytes) {
+  if (const problem p = check_pictures(*plan, source, destination); is_wrong(p)) return p;
+  if (const problem p = check_band(*plan, first, rows); is_wrong(p)) return p;
+  const int64_t needed = checked::scratch_bytes(plan->way);
+  if (scratch == nullptr) return checked::wrong(MORVANE_NULL, "scratch", 0, needed, "is null");
+  if (scratch_bytes < needed)
+    return checked::wrong(MORVANE_SCRATCH, "scratch_bytes", scratch_bytes, needed, "is %lld, and %lld are needed",
+                          static_cast<long long>(scratch_bytes), static_cast<long long>(needed));
+  checked::convert_rows(plan->way, *source, *destination, first, rows, scratch);
+  return checked::none();
+}
+
+problem no_memory(const int64_t needed) {
+  return checked::wrong(MORVANE_NO_MEMORY, "memory", 0, needed, "for %lld bytes is not there",
+                        static_cast<long long>(needed));
+}
+
+const char* text_at(const std::vector<std::string>& texts, const int32_t index) {
+  return index >= 0 && static_cast<size_t>(index) < texts.size() ? texts[static_cast<size_t>(index)].c_str() : nullptr;
+}
+
+}  // namespace
+
+morvane_format morvane_format_named(const char* name) {
+  const morvane::catalogue::format* f = name == nullptr ? nullptr : morvane::catalogue::find_format(name);
+  return f == nullptr ? 0 : f->id;
+}
+
+const char* morvane_format_name(const morvane_format format) {
+  const morvane::catalogue::format* f = checked::format_of_id(format);
+  return f == nullptr ? nullptr : f->name.data();
+}
+
+int32_t morvane_format_count() {
+  return static_cast<int32_t>(morvane::catalogue::formats.size());
+}
+
+morvane_format morvane_format_at(const int32_t index) {
+  if (index < 0 || index >= morvane_format_count()) return 0;
+  return morvane::catalogue::formats[static_cast<size_t>(index)].id;
+}
+
+int32_t morvane_lay_out(const morvane_description* description, const int64_t alignment, morvane_layout* layout,
+                        morvane_error* error) {
+  checked::shape s;
+  if (const problem p = checked::describe(description, "description", s); is_wrong(p)) return answer(p, error);
+  if (layout == nullptr) return answer(checked::wrong(MORVANE_NULL, "layout", 0, 0, "is null"), error);
+  if (layout->struct_size != sizeof *layout)
+    return answer(checked::wrong(MORVANE_STRUCT_SIZE, "layout.struct_size", layout->struct_size, sizeof *layout,
+                                 "is %u, where sizeof gives %zu", layout->struct_size, sizeof *layout),
+                  error);
+  morvane_layout made;
+  const problem p = checked::lay_out(s, alignment, made);
+  if (!is_wrong(p)) *layout = made;
+  return answer(p, error);
+}
+
+morvane_plan* morvane_plan_create(const morvane_description* source, const morvane_description* destination,
+                                  const morvane_options* options, morvane_error* error) {
+  try {
+    auto plan = std::make_unique<morvane_plan>();
+    if (answer(make_plan(source, destination, options, *plan), error) != MORVANE_OK) return nullptr;
+    plan->steps = checked::steps_of(plan->way);
+    plan->losses = checked::losses_of(plan->way);
+    return plan.release();
+  } catch (const std::bad_alloc&) {
+    answer(no_memory(sizeof(morvane_plan)), error);
+    return nullptr;
+  }
+}
+
+void morvane_plan_destroy(morvane_plan* plan) {
+  delete plan;
+}
+
+const char* morvane_plan_step(const morvane_plan* plan, const int32_t index) {
+  return plan == nullptr ? nullptr : text_at(plan->steps, index);
+}
+
+const char* morvane_plan_loss(const morvane_plan* plan, const int32_t index) {
+  return plan == nullptr ? nullptr : text_at(plan->losses, index);
+}
+
+int64_t morvane_plan_scratch_bytes(const morvane_plan* plan) {
+  return plan == nullptr ? 0 : checked::scratch_bytes(plan->way);
+}
+
+int32_t morvane_plan_row_granularity(const morvane_plan* plan) {
+  return plan == nullptr ? 0 : granularity_of(*plan);
+}
+
+int32_t morvane_plan_run(const morvane_plan* plan, const morvane_picture* source, const morvane_picture* destination,
+                         void* scratch, const int64_t scratch_bytes, morvane_error* error) {
+  if (plan == nullptr) return answer(checked::wrong(MORVANE_NULL, "plan", 0, 0, "is null"), error);
+  return answer(run(plan, source, destination, 0, plan->way.from.height, scratch, scratch_bytes), error);
+}
+
+int32_t morvane_plan_run_rows(const morvane_plan* plan, const morvane_picture* source,
+                              const morvane_picture* destination, const int32_t first, const int32_t rows,
+                              void* scratch, const int64_t scratch_bytes, morvane_error* error) {
+  if (plan == nullptr) return answer(checked::wrong(MORVANE_NULL, "plan", 0, 0, "is null"), error);
+  return answer(run(plan, source, destination, first, rows, scratch, scratch_bytes), error);
+}
+
+int32_t morvane_convert(const morvane_description* source, const morvane_picture* source_picture,
+                        const morvane_description* destination, const morvane_picture* destination_picture,
+                        const morvane_options* options, morvane_error* error) {
+  morvane_plan plan;
+  if (const problem p = make_plan(source, destination, options, plan); is_wrong(p)) return answer(p, error);
+  const int64_t bytes = checked::scratch_bytes(plan.way);
+  const std::unique_ptr<void, decltype(&std::free)> scratch(std::malloc(static_cast<size_t>(bytes)), &std::free);
+  if (scratch == nullptr) return answer(no_memory(bytes), error);
+  return answer(run(&plan, source_picture, destination_picture, 0, plan.way.from.height, scratch.get(), bytes), error);
+}

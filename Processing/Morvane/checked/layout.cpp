@@ -1,0 +1,122 @@
+#include "layout.h"
+
+namespace Processing::Morvane::checked {
+
+namespace {
+
+problem too_large(const shape& s) {
+  return wrong(MORVANE_SIZE, "size", s.height, 0, "of %dx%d pixels is more than memory has addresses for", s.width,
+               s.height);
+}
+
+int64_t rounded_up(const int64_t value, const int64_t unit) {
+  return (value + unit - 1) / unit * unit;
+}
+
+// The stride that rows have in a file.
+int64_t natural_stride(const catalogue::format& f, const int64_t row_bytes) {
+  constexpr int64_t v210_unit = 128;  // of 48 pixels
+  return f.name == "v210" ? rounded_up(row_bytes, v210_unit) : row_bytes;
+}
+
+// From the first byte of all rows to behind the last one, or -1 where that is beyond all memory.
+int64_t span_of(const int64_t stride, const int64_t rows, const int64_t row_bytes) {
+  if (stride == INT64_MIN) return -1;
+  int64_t bytes = 0;
+  const int64_t step = stride < 0 ? -stride : stride;
+  if (__builtin_mul_overflow(step, rows - 1, &bytes) || __builtin_add_overflow(bytes, row_bytes, &bytes)) return -1;
+  return bytes;
+}
+
+struct range {
+  uintptr_t begin = 0;
+  uintptr_t end = 0;
+};
+
+range range_of(const shape& s, const morvane_picture& picture, const size_t plane) {
+  const catalogue::plane& p = s.format->planes[plane];
+  const int64_t rows = p.rows(s.height);
+  const int64_t span = span_of(picture.stride[plane], rows, p.row_bytes(s.width));
+  auto begin = reinterpret_cast<uintptr_t>(picture.data[plane]);
+  if (picture.stride[plane] < 0) begin += static_cast<uintptr_t>(picture.stride[plane] * (rows - 1));
+  return {begin, begin + static_cast<uintptr_t>(span)};
+}
+
+bool share(const range& a, const range& b) {
+  return a.begin < b.end && b.begin < a.end;
+}
+
+problem plane_fits(const shape& s, const morvane_picture& picture, const char* name, const size_t i) {
+  const catalogue::plane& p = s.format->planes[i];
+  if (picture.data[i] == nullptr)
+    return wrong(MORVANE_NULL, part(name, "data", i).text, 0, 0, "is null, and %s has a plane %zu",
+                 s.format->name.data(), i);
+  const int64_t row_bytes = p.row_bytes(s.width);
+  const int64_t rows = p.rows(s.height);
+  const int64_t stride = picture.stride[i];
+  if (rows > 1 && stride < row_bytes && stride > -row_bytes)
+    return wrong(MORVANE_STRIDE, part(name, "stride", i).text, stride, row_bytes,
+                 "is %lld, shorter than a row of %lld bytes", static_cast<long long>(stride),
+                 static_cast<long long>(row_bytes));
+  const int64_t span = rows > 1 ? span_of(stride, rows, row_bytes) : row_bytes;
+  if (span < 0 || span > PTRDIFF_MAX)
+    return wrong(MORVANE_STRIDE, part(name, "stride", i).text, stride, row_bytes,
+                 "is %lld, with which %lld rows go beyond all memory", static_cast<long long>(stride),
+                 static_cast<long long>(rows));
+  if (picture.bytes[i] < span)
+    return wrong(MORVANE_PLANE_TOO_SHORT, part(name, "bytes", i).text, picture.bytes[i], span,
+                 "is %lld, and %lld rows need %lld bytes", static_cast<long long>(picture.bytes[i]),
+                 static_cast<long long>(rows), static_cast<long long>(span));
+  return none();
+}
+
+}  // namespace
+
+problem lay_out(const shape& s, const int64_t alignment, morvane_layout& layout) {
+  constexpr int64_t greatest = 4096;
+  if (alignment < 0 || alignment > greatest || (alignment & (alignment - 1)) != 0)
+    return wrong(MORVANE_OPTION, "alignment", alignment, greatest, "is %lld, not 0 or a power of two up to 4096",
+                 static_cast<long long>(alignment));
+  layout = {};
+  layout.struct_size = sizeof layout;
+  layout.plane_count = static_cast<int32_t>(s.format->plane_count());
+  for (size_t i = 0; i < s.format->plane_count(); ++i) {
+    const catalogue::plane& p = s.format->planes[i];
+    const int64_t row_bytes = p.row_bytes(s.width);
+    const int64_t stride = alignment > 0 ? rounded_up(row_bytes, alignment) : natural_stride(*s.format, row_bytes);
+    int64_t bytes = 0;
+    layout.planes[i] = {layout.bytes, stride, row_bytes, p.rows(s.height)};
+    if (__builtin_mul_overflow(stride, p.rows(s.height), &bytes) ||
+        __builtin_add_overflow(layout.bytes, bytes, &layout.bytes) || layout.bytes > PTRDIFF_MAX)
+      return too_large(s);
+  }
+  return none();
+}
+
+problem fits(const shape& s, const morvane_picture* picture, const char* name) {
+  if (picture == nullptr) return wrong(MORVANE_NULL, name, 0, 0, "is null");
+  if (picture->struct_size != sizeof *picture)
+    return wrong(MORVANE_STRUCT_SIZE, name, picture->struct_size, sizeof *picture,
+                 "has a struct_size of %u, where sizeof gives %zu", picture->struct_size, sizeof *picture);
+  for (size_t i = 0; i < s.format->plane_count(); ++i)
+    if (const problem p = plane_fits(s, *picture, name, i); is_wrong(p)) return p;
+  return none();
+}
+
+problem are_apart(const shape& source, const morvane_picture& from, const shape& destination,
+                  const morvane_picture& to) {
+  for (size_t d = 0; d < destination.format->plane_count(); ++d) {
+    const range written = range_of(destination, to, d);
+    for (size_t s = 0; s < source.format->plane_count(); ++s)
+      if (share(written, range_of(source, from, s)))
+        return wrong(MORVANE_OVERLAP, part("destination", "data", d).text, 0, 0,
+                     "shares bytes with plane %zu of the source", s);
+    for (size_t other = 0; other < d; ++other)
+      if (share(written, range_of(destination, to, other)))
+        return wrong(MORVANE_OVERLAP, part("destination", "data", d).text, 0, 0,
+                     "shares bytes with plane %zu of the destination", other);
+  }
+  return none();
+}
+
+}  // namespace Processing::Morvane::checked

@@ -1,0 +1,20 @@
+// Where the planes of a picture lie, and whether the planes of a caller hold it. All sums are of 64 bits, and those
+// that would not fit are refused.
+#pragma once
+
+#include <cstdint>
+
+#include "shape.h"
+
+namespace Processing::Morvane::checked {
+
+problem lay_out(const shape& s, int64_t alignment, morvane_layout& layout);
+
+// Whether the planes are there and as long as their rows need. `name` is that of the picture in messages.
+problem fits(const shape& s, const morvane_picture* picture, const char* name);
+
+// Whether no plane of the destination shares bytes with another plane. Both pictures fit.
+problem are_apart(const shape& source, const morvane_picture& from, const shape& destination,
+                  const morvane_picture& to);
+
+}  // namespace Processing::Morvane::checked

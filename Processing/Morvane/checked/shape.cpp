@@ -1,0 +1,105 @@
+#include "shape.h"
+
+#include <algorithm>
+
+namespace Processing::Morvane::checked {
+
+namespace {
+
+using catalogue::color_model;
+
+model model_of(const catalogue::format& f) {
+  switch (f.model) {
+    case color_model::ycbcr:
+      return model::ycbcr;
+    case color_model::rgb:
+      return model::rgb;
+    case color_model::luma:
+      return has_component(f.planes[0], "L") ? model::luminance : model::ycbcr;
+    case color_model::chroma:
+      return model::chroma;
+    case color_model::alpha:
+      return model::alpha;
+  }
+  return model::ycbcr;
+}
+
+int count_of(const std::string_view components, const std::string_view wanted) {
+  int count = 0;
+  for (size_t at = 0; at < components.size();) {
+    const size_t end = std::min(components.find(' ', at), components.size());
+    count += components.substr(at, end - at) == wanted ? 1 : 0;
+    at = end + 1;
+  }
+  return count;
+}
+
+void set_components(shape& s) {
+  for (size_t i = 0; i < s.format->plane_count(); ++i) {
+    const catalogue::plane& p = s.format->planes[i];
+    s.depth = std::max(s.depth, p.depth());
+    const int samples = count_of(p.components, "Cb");
+    if (samples == 0) continue;
+    s.has_chroma = true;
+    s.half_width = 2 * samples == p.group_pixels;
+    s.half_height = p.image_rows == 2;
+  }
+}
+
+bool is_of_video_alone(const catalogue::format& f) {
+  return f.model == color_model::ycbcr && f.planes[0].sample == catalogue::sample_type::f32;
+}
+
+problem colour(const morvane_description& d, const char* name, shape& s) {
+  if (d.matrix != 0 && d.matrix != 601 && d.matrix != 709 && d.matrix != 2020)
+    return wrong(MORVANE_OPTION, part(name, "matrix").text, d.matrix, 709, "is %d, not 601, 709, 2020 or 0",
+                 static_cast<int>(d.matrix));
+  if (d.range < MORVANE_RANGE_DEFAULT || d.range > MORVANE_FULL)
+    return wrong(MORVANE_OPTION, part(name, "range").text, d.range, MORVANE_VIDEO,
+                 "is %d, not 1 (video), 2 (full) or 0", static_cast<int>(d.range));
+  if (d.matrix != 0) s.matrix = d.matrix;
+  const bool is_rgb = s.colour == model::rgb;
+  s.full_range = d.range == MORVANE_RANGE_DEFAULT ? is_rgb : d.range == MORVANE_FULL;
+  if (s.colour == model::luminance || s.colour == model::alpha) s.full_range = true;
+  if (is_of_video_alone(*s.format)) s.full_range = false;
+  return none();
+}
+
+}  // namespace
+
+const catalogue::format* format_of_id(const int32_t id) {
+  for (const catalogue::format& f : catalogue::formats)
+    if (f.id == id) return &f;
+  return nullptr;
+}
+
+bool has_component(const catalogue::plane& p, const std::string_view component) {
+  return count_of(p.components, component) > 0;
+}
+
+problem describe(const morvane_description* description, const char* name, shape& result) {
+  if (description == nullptr) return wrong(MORVANE_NULL, name, 0, 0, "is null");
+  const morvane_description& d = *description;
+  if (d.struct_size != sizeof d)
+    return wrong(MORVANE_STRUCT_SIZE, part(name, "struct_size").text, d.struct_size, sizeof d,
+                 "is %u, where sizeof gives %zu", d.struct_size, sizeof d);
+  result = {};
+  result.format = format_of_id(d.format);
+  if (result.format == nullptr)
+    return wrong(MORVANE_UNKNOWN_FORMAT, part(name, "format").text, d.format, 0, "is %d, which no format has as its id",
+                 static_cast<int>(d.format));
+  if (d.width < 1)
+    return wrong(MORVANE_SIZE, part(name, "width").text, d.width, 1, "is %d, and must be at least 1",
+                 static_cast<int>(d.width));
+  if (d.height < 1)
+    return wrong(MORVANE_SIZE, part(name, "height").text, d.height, 1, "is %d, and must be at least 1",
+                 static_cast<int>(d.height));
+  result.width = d.width;
+  result.height = d.height;
+  result.colour = model_of(*result.format);
+  result.has_alpha = result.format->alpha;
+  set_components(result);
+  return colour(d, name, result);
+}
+
+}  // namespace Processing::Morvane::checked

@@ -1,0 +1,41 @@
+// What conversions need to know of a described picture, all of it from the catalogue.
+#pragma once
+
+#include <cstdint>
+
+#include "../catalogue/formats.h"
+#include "problem.h"
+
+namespace Processing::Morvane::checked {
+
+namespace catalogue = morvane::catalogue;
+
+// What the components mean. Luminance stands for red, green and blue alike.
+enum class model { ycbcr, rgb, luminance, chroma, alpha };
+
+struct shape {
+  const catalogue::format* format = nullptr;
+  int width = 0;
+  int height = 0;
+  int matrix = 709;
+  bool full_range = false;
+  model colour = model::ycbcr;
+  bool has_alpha = false;
+  bool has_chroma = false;
+  bool half_width = false;   // of chroma
+  bool half_height = false;  // of chroma
+  int depth = 8;
+
+  int chroma_width() const { return half_width ? width - width / 2 : width; }
+  int chroma_height() const { return half_height ? height - height / 2 : height; }
+};
+
+const catalogue::format* format_of_id(int32_t id);
+
+// Whether the components of a plane, "Cb Y Cr Y", have this one.
+bool has_component(const catalogue::plane& p, std::string_view component);
+
+// `name` is that of the description in messages.
+problem describe(const morvane_description* description, const char* name, shape& result);
+
+}  // namespace Processing::Morvane::checked

@@ -1,0 +1,61 @@
+// The way from one picture to another: what is done to a row, with all coefficients, decided once for a plan.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "colour.h"
+#include "shape.h"
+
+namespace Processing::Morvane::checked {
+
+enum class chroma_filter : bool { linear, nearest };
+
+struct choices {
+  chroma_filter filter = chroma_filter::linear;
+  kernel::siting siting = kernel::siting::left;
+  bool has_background = false;
+  uint8_t background[3] = {};
+};
+
+struct way {
+  shape from;
+  shape to;
+  choices how;
+
+  bool composites = false;     // over the background
+  bool scales_range = false;   // of YCbCr, without a matrix
+  bool widens_rgb = false;     // from video range to full
+  bool has_to_rgb = false;     // a matrix, with chroma at every pixel before it
+  bool has_from_rgb = false;   // a matrix, with chroma at every pixel behind it
+  bool has_luminance = false;  // of red, green and blue
+  bool narrows_rgb = false;    // from full range to video
+  bool reads_chroma = false;
+
+  // Where chroma of the source goes without a matrix, from its own sampling, and with one up to every pixel; behind a
+  // matrix it comes from every pixel.
+  bool doubles_rows = false;
+  bool doubles_columns = false;
+  bool halves_columns = false;
+  bool halves_rows = false;
+  bool keeps_half_rows = false;  // rows of chroma are those of the source, of which there are half as many
+
+  bool narrow = false;  // the form of the matrices
+  background behind = {};
+  kernel::scale_line luma_range = {};
+  kernel::scale_line chroma_range = {};
+  kernel::ycbcr_lines_to_rgb_narrow narrow_to = {};
+  kernel::ycbcr_lines_to_rgb_wide wide_to = {};
+  kernel::rgb_lines_to_ycbcr_narrow narrow_from = {};
+  kernel::rgb_lines_to_ycbcr_wide wide_from = {};
+  kernel::rgb_lines_to_luminance luminance = {};
+};
+
+// Refuses pairs of formats between which there is no conversion, and pictures of different size.
+problem find_way(const shape& from, const shape& to, const choices& how, way& result);
+
+// What a way does, and what it loses, in words.
+std::vector<std::string> steps_of(const way& w);
+std::vector<std::string> losses_of(const way& w);
+
+}  // namespace Processing::Morvane::checked

@@ -1,0 +1,138 @@
+// Layouts, plans and bands of the checked interface.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "morvane.hpp"
+
+namespace morvane::tests {
+namespace {
+
+using texts = std::vector<std::string>;
+
+description of(const std::string& name, int width, int height) {
+  return {.format = format_named(name), .width = width, .height = height};
+}
+
+void fill(image& picture) {
+  std::uint32_t value = 1;
+  std::generate_n(picture.data(), picture.bytes(), [&] {
+    value = value * 1664525U + 1013904223U;
+    return static_cast<std::uint8_t>(value >> 24);
+  });
+}
+
+std::vector<std::uint8_t> bytes_of(const image& picture) {
+  return {picture.data(), picture.data() + picture.bytes()};
+}
+
+TEST(checked_formats, have_ids_that_never_change) {
+  EXPECT_EQ(format_named("uyvy"), 1);
+  EXPECT_EQ(format_named("bgra"), 4);
+  EXPECT_EQ(format_named("y_uv_420"), 20);
+  EXPECT_EQ(format_named("bgra64"), 43);
+  std::set<format> ids;
+  for (const format f : formats()) {
+    EXPECT_TRUE(ids.insert(f).second) << f;
+    EXPECT_EQ(format_named(std::string(name_of(f))), f);
+  }
+  EXPECT_EQ(morvane_format_at(morvane_format_count()), 0);
+  EXPECT_EQ(morvane_format_at(-1), 0);
+}
+
+TEST(checked_layouts, have_the_strides_of_files) {
+  EXPECT_EQ(lay_out(of("v210", 1280, 720)).bytes, 2488320);
+  EXPECT_EQ(lay_out(of("v210", 1280, 720)).planes[0].stride, 3456);
+  EXPECT_EQ(lay_out(of("v210", 1280, 720)).planes[0].row_bytes, 3424);
+  EXPECT_EQ(lay_out(of("uyvy", 3, 3)).bytes, 24);
+  const morvane_layout planes = lay_out(of("y_u_v_420", 5, 3));
+  EXPECT_EQ(planes.plane_count, 3);
+  EXPECT_EQ(planes.bytes, 15 + 6 + 6);
+  EXPECT_EQ(planes.planes[2].offset, 21);
+  EXPECT_EQ(planes.planes[2].rows, 2);
+}
+
+TEST(checked_layouts, are_aligned_where_asked) {
+  const morvane_layout planes = lay_out(of("y_u_v_420", 70, 3), 64);
+  EXPECT_EQ(planes.planes[0].stride, 128);
+  EXPECT_EQ(planes.planes[1].stride, 64);
+  EXPECT_EQ(planes.planes[1].offset, 384);
+}
+
+TEST(checked_plans, tell_steps_and_losses) {
+  const plan p(of("bgra64", 4, 4), of("y_uv_420", 4, 4));
+  EXPECT_EQ(p.steps(), (texts{"read bgra64", "RGB to BT.709", "chroma 4:4:4 to 4:2:0", "write y_uv_420"}));
+  EXPECT_EQ(p.losses(), (texts{"16 to 8 bits", "chroma 4:4:4 to 4:2:0", "alpha dropped"}));
+  EXPECT_EQ(p.row_granularity(), 2);
+  EXPECT_EQ(plan(of("uyvy", 4, 4), of("yuy2", 4, 4)).losses(), texts());
+  EXPECT_EQ(plan(of("bgra", 4, 4), of("L", 4, 4)).losses(), (texts{"colour dropped", "alpha dropped"}));
+}
+
+// Pairs whose ways look at neighbouring rows.
+const std::pair<const char*, const char*> pairs_with_neighbours[] = {
+    {"y_uv_420", "bgra"}, {"bgra", "y_uv_420"}, {"uyvy", "y_u_v_420"}, {"y_uv_420", "p010"}, {"p010", "uyvy"}};
+
+TEST(checked_plans, convert_bands_in_any_order) {
+  for (const auto& [from, to] : pairs_with_neighbours) {
+    const plan p(of(from, 37, 11), of(to, 37, 11));
+    image source(of(from, 37, 11)), whole(of(to, 37, 11)), banded(of(to, 37, 11));
+    fill(source);
+    p.run(source.picture(), whole.picture());
+    std::vector<std::uint8_t> scratch(p.scratch_bytes());
+    for (const auto& [first, rows] : {std::pair{8, 3}, {2, 2}, {0, 2}, {4, 4}})
+      p.run_rows(source.picture(), banded.picture(), first, rows, scratch.data(), scratch.size());
+    EXPECT_EQ(bytes_of(whole), bytes_of(banded)) << from << " to " << to;
+  }
+}
+
+TEST(checked_plans, are_run_by_threads_at_once) {
+  const description from = of("y_uv_420", 200, 64), to = of("bgra", 200, 64);
+  const plan p(from, to);
+  image source(from), whole(to), banded(to);
+  fill(source);
+  p.run(source.picture(), whole.picture());
+  const morvane_picture in = source.picture(), out = banded.picture();
+  std::vector<std::thread> threads;
+  for (int band = 0; band < 4; ++band)
+    threads.emplace_back([&, band] {
+      std::vector<std::uint8_t> scratch(p.scratch_bytes());
+      p.run_rows(in, out, 16 * band, 16, scratch.data(), scratch.size());
+    });
+  for (std::thread& t : threads) t.join();
+  EXPECT_EQ(bytes_of(whole), bytes_of(banded));
+}
+
+TEST(checked_plans, turn_pictures_over_by_negative_strides) {
+  const description from = of("uyvy", 9, 5), to = of("rgba", 9, 5);
+  image source(from), straight(to), turned(to);
+  fill(source);
+  convert(from, source.picture(), to, straight.picture());
+  morvane_picture upwards = turned.picture();
+  upwards.data[0] = static_cast<std::uint8_t*>(upwards.data[0]) + 4 * upwards.stride[0];
+  upwards.stride[0] = -upwards.stride[0];
+  convert(from, source.picture(), to, upwards);
+  for (int row = 0; row < 5; ++row)
+    EXPECT_TRUE(
+        std::equal(straight.data() + 36 * row, straight.data() + 36 * (row + 1), turned.data() + 36 * (4 - row)));
+}
+
+TEST(checked_plans, use_scratch_memory_at_any_address) {
+  const description from = of("uyvy", 33, 4), to = of("bgra", 33, 4);
+  const plan p(from, to);
+  image source(from), first(to), second(to);
+  fill(source);
+  p.run(source.picture(), first.picture());
+  std::vector<std::uint8_t> scratch(p.scratch_bytes() + 64);
+  for (const std::size_t offset : {std::size_t{1}, std::size_t{17}, std::size_t{63}}) {
+    p.run(source.picture(), second.picture(), scratch.data() + offset, p.scratch_bytes());
+    EXPECT_EQ(bytes_of(first), bytes_of(second)) << offset;
+  }
+}
+
+}  // namespace
+}  // namespace morvane::tests
