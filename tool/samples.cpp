@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <sstream>
 
 namespace morvane::tool {
 
@@ -48,9 +47,8 @@ int level_of(double number, scale s) {
 }  // namespace
 
 std::vector<std::string> components_of(const catalogue::plane& plane) {
-  std::istringstream words{std::string(plane.components)};
   std::vector<std::string> result;
-  for (std::string word; words >> word;) result.push_back(word);
+  plane.each_component([&](std::string_view name) { result.emplace_back(name); });
   return result;
 }
 

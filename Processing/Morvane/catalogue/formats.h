@@ -54,6 +54,16 @@ struct plane {
   int image_rows = 1;             // image rows to a row of the plane: 2 for the chroma of 4:2:0
   int upper_bits = 0;             // of words that hold the sample in so many of their upper bits; 0 for all of them
 
+  // Calls take(component) for each of the components in their order.
+  template <class Take>
+  constexpr void each_component(Take take) const {
+    for (std::size_t at = 0; at < components.size();) {
+      const std::size_t end = std::min(components.find(' ', at), components.size());
+      take(components.substr(at, end - at));
+      at = end + 1;
+    }
+  }
+
   constexpr int depth() const { return upper_bits != 0 ? upper_bits : bits_of(sample); }
 
   constexpr std::int64_t rows(int yres) const { return (std::int64_t{yres} + image_rows - 1) / image_rows; }
@@ -73,6 +83,7 @@ struct format {
   bool alpha = false;
   int width_multiple = 1;   // pictures whose width is no multiple of this have no whole rows
   int height_multiple = 1;  // and those whose height is no multiple of this have no whole planes
+  int row_multiple = 1;     // in files, rows begin at multiples of so many bytes
   std::string_view fourcc{};
   std::string_view ffmpeg{};
   std::string_view v4l2{};
@@ -117,6 +128,7 @@ inline constexpr auto formats = std::to_array<format>({
      .description = "10-bit packed YCbCr 4:2:2, six pixels in sixteen bytes",
      .model = color_model::ycbcr,
      .width_multiple = 2,
+     .row_multiple = 128,
      .fourcc = "v210",
      .ffmpeg = "v210",
      .gstreamer = "v210",

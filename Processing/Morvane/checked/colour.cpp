@@ -1,11 +1,14 @@
 #include "colour.h"
 
-#include <algorithm>
 #include <cmath>
+
+#include "../backend/dispatch.h"
 
 namespace Processing::Morvane::checked {
 
 namespace {
+
+using backend::line_of;
 
 struct luma_weights {
   double r, g, b;
@@ -50,18 +53,21 @@ kernel::rgb_coefficients<Coefficient> from_rgb_of(const int matrix, const span& 
           as(greatest), as(greatest - cr_b),           as(cr_b), s.black};
 }
 
-uint16_t one_of(const kernel::rgb_coefficients<int32_t>& k, const int (&rgb)[3], const int component) {
-  const int64_t r = rgb[0], g = rgb[1], b = rgb[2];
-  const int64_t sums[] = {k.y_r * r + k.y_g * g + k.y_b * b, k.cb_b * b - k.cb_g * g - k.cb_r * r,
-                          k.cr_r * r - k.cr_g * g - k.cr_b * b};
-  const int64_t offset = component == 0 ? k.black : 32768;
-  return static_cast<uint16_t>(std::clamp<int64_t>(offset + ((sums[component] + 16384) >> 15), 0, 65535));
+constexpr span video_span = {4096, 56064, 57344};
+
+kernel::scale_line scale_by(const int from, const int to, const double quotient, const int bits) {
+  kernel::scale_line result{};
+  result.from = from;
+  result.to = to;
+  result.factor = nearest(quotient * (1 << bits));
+  result.bits = bits;
+  return result;
 }
 
 }  // namespace
 
 span span_of_samples(const shape& s) {
-  if (!s.full_range) return {4096, 56064, 57344};
+  if (!s.full_range) return video_span;
   const int greatest = ((1 << s.depth) - 1) << (16 - s.depth);
   return {0, greatest, greatest};
 }
@@ -122,52 +128,32 @@ bool ranges_differ(const shape& source, const shape& destination) {
 kernel::scale_line luma_between(const shape& source, const shape& destination) {
   const span from = span_of_samples(source);
   const span to = span_of_samples(destination);
-  kernel::scale_line result{};
-  result.from = from.black;
-  result.to = to.black;
-  result.factor = nearest(16384.0 * to.luma / from.luma);
-  result.rounding = 8192;
-  result.bits = 14;
-  return result;
+  return scale_by(from.black, to.black, static_cast<double>(to.luma) / from.luma, 14);
 }
 
 kernel::scale_line chroma_between(const shape& source, const shape& destination) {
-  kernel::scale_line result = luma_between(source, destination);
-  result.from = 32768;
-  result.to = 32768;
-  result.factor = nearest(16384.0 * span_of_samples(destination).chroma / span_of_samples(source).chroma);
-  return result;
+  const span from = span_of_samples(source);
+  const span to = span_of_samples(destination);
+  return scale_by(32768, 32768, static_cast<double>(to.chroma) / from.chroma, 14);
 }
 
 kernel::scale_line video_to_full() {
-  kernel::scale_line result{};
-  result.from = 4096;
-  result.factor = 9576;
-  result.rounding = 4096;
-  result.bits = 13;
-  return result;
+  return scale_by(video_span.black, 0, static_cast<double>(full_span.luma) / video_span.luma, 13);
 }
 
 kernel::scale_line full_to_video() {
-  kernel::scale_line result{};
-  result.to = 4096;
-  result.factor = 28032;
-  result.rounding = 16384;
-  result.bits = 15;
-  return result;
+  return scale_by(0, video_span.black, static_cast<double>(video_span.luma) / full_span.luma, 15);
 }
 
 background background_in(const shape& s, const uint8_t* rgb, const bool keeps_video_range) {
-  const int full[] = {257 * rgb[0], 257 * rgb[1], 257 * rgb[2]};
   background result{};
-  const auto k = from_rgb_of<int32_t>(s.matrix, span_of_samples(s));
-  for (int i = 0; i < 3; ++i) {
-    if (s.colour == model::ycbcr)
-      result.of[i] = one_of(k, full, i);
-    else if (keeps_video_range)
-      result.of[i] = static_cast<uint16_t>(4096 + ((28032 * full[i] + 16384) >> 15));
-    else
-      result.of[i] = static_cast<uint16_t>(full[i]);
+  for (int i = 0; i < 3; ++i) result.of[i] = static_cast<uint16_t>(257 * rgb[i]);
+  if (s.colour == model::ycbcr) {
+    const background full = result;
+    line_of<kernel::rgb_lines_to_ycbcr_wide>()(&full.of[0], &full.of[1], &full.of[2], &result.of[0], &result.of[1],
+                                               &result.of[2], 1, wide_to_ycbcr(s));
+  } else if (keeps_video_range) {
+    line_of<kernel::scale_line>()(result.of, 3, full_to_video());
   }
   return result;
 }

@@ -1,6 +1,5 @@
 // The functions of the C interface: every argument is checked, then the way is taken.
 #include <cstdlib>
-#include <limits>
 #include <memory>
 #include <new>
 #include <string>

@@ -13,12 +13,6 @@ int64_t rounded_up(const int64_t value, const int64_t unit) {
   return (value + unit - 1) / unit * unit;
 }
 
-// The stride that rows have in a file.
-int64_t natural_stride(const catalogue::format& f, const int64_t row_bytes) {
-  constexpr int64_t v210_unit = 128;  // of 48 pixels
-  return f.name == "v210" ? rounded_up(row_bytes, v210_unit) : row_bytes;
-}
-
 // From the first byte of all rows to behind the last one, or -1 where that is beyond all memory.
 int64_t span_of(const int64_t stride, const int64_t rows, const int64_t row_bytes) {
   if (stride == INT64_MIN) return -1;
@@ -83,7 +77,7 @@ problem lay_out(const shape& s, const int64_t alignment, morvane_layout& layout)
   for (size_t i = 0; i < s.format->plane_count(); ++i) {
     const catalogue::plane& p = s.format->planes[i];
     const int64_t row_bytes = p.row_bytes(s.width);
-    const int64_t stride = alignment > 0 ? rounded_up(row_bytes, alignment) : natural_stride(*s.format, row_bytes);
+    const int64_t stride = rounded_up(row_bytes, alignment > 0 ? alignment : s.format->row_multiple);
     int64_t bytes = 0;
     layout.planes[i] = {layout.bytes, stride, row_bytes, p.rows(s.height)};
     if (__builtin_mul_overflow(stride, p.rows(s.height), &bytes) ||

@@ -106,28 +106,26 @@ class rows_of_way {
 
   // The planes that have a row for so many rows of the image.
   void read_planes(const int row, const int image_rows, const component_lines& to) const {
-    const catalogue::format& f = *way_.from.format;
-    for (size_t i = 0; i < f.plane_count(); ++i) {
-      const catalogue::plane& p = f.planes[i];
-      if (p.image_rows != image_rows) continue;
+    for (size_t i = 0; i < way_.from.plane_count; ++i) {
+      const stored_plane& p = way_.from.planes[i];
+      if (p.layout->image_rows != image_rows) continue;
       const auto* plane = static_cast<const uint8_t*>(source_.data[i]);
       read_row(p, plane + source_.stride[i] * row, way_.from.width, to);
       widen(p, to);
     }
   }
-  void widen(const catalogue::plane& p, const component_lines& lines) const {
-    const unsigned present = components_of(p);
-    for (int i = first; i <= alpha; ++i) {
-      if ((present >> i & 1) == 0) continue;
+  void widen(const stored_plane& p, const component_lines& lines) const {
+    for (const component i : {first, second, third, alpha}) {
+      if (!p.has(i)) continue;
       const int count = samples_of(way_.from, i);
-      if (p.upper_bits != 0) {
+      if (p.layout->upper_bits != 0) {
         kernel::keep_upper_bits k{};
-        k.bits = p.upper_bits;
+        k.bits = p.layout->upper_bits;
         line_of<kernel::keep_upper_bits>()(lines.of[i], count, k);
       }
-      if (p.depth() == 16 || !fills_words(way_.from, i)) continue;
+      if (p.layout->depth() == 16 || !fills_words(way_.from, i)) continue;
       kernel::repeat_upper_bits k{};
-      k.bits = p.depth();
+      k.bits = p.layout->depth();
       line_of<kernel::repeat_upper_bits>()(lines.of[i], count, k);
     }
   }
@@ -165,7 +163,7 @@ class rows_of_way {
     const int last = is_rgb ? third : first;
     if (way_.from.colour == model::chroma || way_.from.colour == model::alpha) return;
     for (int i = first; i <= last; ++i) {
-      if (way_.widens_rgb) scale(lines.of[i], width, video_to_full());
+      if (way_.widens_rgb) scale(lines.of[i], width, way_.rgb_range);
       if (way_.composites) over_background(lines.of[i], lines.of[alpha], width, i);
     }
     if (way_.scales_range) scale(lines.of[first], width, way_.luma_range);
@@ -308,7 +306,7 @@ class rows_of_way {
     for (int i = first; i <= third; ++i) {
       if (rgb[i] != lines_.rgb.of[i]) copy(lines_.rgb.of[i], rgb[i], way_.to.width);
       made.of[i] = lines_.rgb.of[i];
-      if (way_.narrows_rgb) scale(made.of[i], way_.to.width, full_to_video());
+      if (way_.narrows_rgb) scale(made.of[i], way_.to.width, way_.rgb_range);
     }
   }
 
@@ -338,41 +336,34 @@ class rows_of_way {
     write(row / 2, 2, out);
   }
   void write(const int row, const int image_rows, const component_lines& lines) const {
-    const catalogue::format& f = *way_.to.format;
-    for (size_t i = 0; i < f.plane_count(); ++i) {
-      const catalogue::plane& p = f.planes[i];
-      if (p.image_rows != image_rows) continue;
+    for (size_t i = 0; i < way_.to.plane_count; ++i) {
+      const stored_plane& p = way_.to.planes[i];
+      if (p.layout->image_rows != image_rows) continue;
       narrow(p, lines);
       auto* plane = static_cast<uint8_t*>(destination_.data[i]);
       write_row(p, plane + destination_.stride[i] * row, way_.to.width, lines);
     }
   }
-  void narrow(const catalogue::plane& p, const component_lines& lines) const {
-    const unsigned present = components_of(p);
-    for (int i = first; i <= alpha; ++i) {
-      if ((present >> i & 1) == 0) continue;
-      const int count = samples_of(way_.to, i);
-      complete_group(p, lines.of[i], count, i);
-      if (p.depth() == 16) continue;
+  void narrow(const stored_plane& p, const component_lines& lines) const {
+    for (const component i : {first, second, third, alpha}) {
+      if (!p.has(i)) continue;
+      const int stored_samples = p.groups(way_.to.width) * p.samples[i];
+      repeat_last(lines.of[i], samples_of(way_.to, i), stored_samples);
+      if (p.layout->depth() == 16) continue;
       if (fills_words(way_.to, i)) {
         kernel::scale_to_bits k{};
-        k.bits = p.depth();
-        line_of<kernel::scale_to_bits>()(lines.of[i], whole_groups(p, i), k);
+        k.bits = p.layout->depth();
+        line_of<kernel::scale_to_bits>()(lines.of[i], stored_samples, k);
       } else {
         kernel::round_to_bits k{};
-        k.bits = p.depth();
-        line_of<kernel::round_to_bits>()(lines.of[i], whole_groups(p, i), k);
+        k.bits = p.layout->depth();
+        line_of<kernel::round_to_bits>()(lines.of[i], stored_samples, k);
       }
     }
   }
-  // The samples of a component in the groups of a row.
-  int whole_groups(const catalogue::plane& p, const int component) const {
-    const int groups = (way_.to.width - 1) / p.group_pixels + 1;
-    const bool is_half = way_.to.has_chroma && way_.to.half_width && (component == second || component == third);
-    return groups * (is_half ? p.group_pixels / 2 : p.group_pixels);
-  }
-  void complete_group(const catalogue::plane& p, uint16_t* line, const int count, const int component) const {
-    for (int i = count; i < whole_groups(p, component); ++i) line[i] = line[count - 1];
+  // Up to the end of the last group.
+  static void repeat_last(uint16_t* line, const int count, const int stored_samples) {
+    for (int i = count; i < stored_samples; ++i) line[i] = line[count - 1];
   }
 };
 

@@ -15,7 +15,7 @@ model model_of(const catalogue::format& f) {
     case color_model::rgb:
       return model::rgb;
     case color_model::luma:
-      return has_component(f.planes[0], "L") ? model::luminance : model::ycbcr;
+      return f.planes[0].components == "L" ? model::luminance : model::ycbcr;
     case color_model::chroma:
       return model::chroma;
     case color_model::alpha:
@@ -24,24 +24,15 @@ model model_of(const catalogue::format& f) {
   return model::ycbcr;
 }
 
-int count_of(const std::string_view components, const std::string_view wanted) {
-  int count = 0;
-  for (size_t at = 0; at < components.size();) {
-    const size_t end = std::min(components.find(' ', at), components.size());
-    count += components.substr(at, end - at) == wanted ? 1 : 0;
-    at = end + 1;
-  }
-  return count;
-}
-
-void set_components(shape& s) {
-  for (size_t i = 0; i < s.format->plane_count(); ++i) {
+void set_planes(shape& s) {
+  s.plane_count = s.format->plane_count();
+  for (size_t i = 0; i < s.plane_count; ++i) {
     const catalogue::plane& p = s.format->planes[i];
+    s.planes[i] = stored(p);
     s.depth = std::max(s.depth, p.depth());
-    const int samples = count_of(p.components, "Cb");
-    if (samples == 0) continue;
+    if (s.colour == model::rgb || !s.planes[i].has(second)) continue;
     s.has_chroma = true;
-    s.half_width = 2 * samples == p.group_pixels;
+    s.half_width = 2 * s.planes[i].samples[second] == p.group_pixels;
     s.half_height = p.image_rows == 2;
   }
 }
@@ -73,10 +64,6 @@ const catalogue::format* format_of_id(const int32_t id) {
   return nullptr;
 }
 
-bool has_component(const catalogue::plane& p, const std::string_view component) {
-  return count_of(p.components, component) > 0;
-}
-
 problem describe(const morvane_description* description, const char* name, shape& result) {
   if (description == nullptr) return wrong(MORVANE_NULL, name, 0, 0, "is null");
   const morvane_description& d = *description;
@@ -98,7 +85,7 @@ problem describe(const morvane_description* description, const char* name, shape
   result.height = d.height;
   result.colour = model_of(*result.format);
   result.has_alpha = result.format->alpha;
-  set_components(result);
+  set_planes(result);
   return colour(d, name, result);
 }
 

@@ -1,20 +1,22 @@
 // What conversions need to know of a described picture, all of it from the catalogue.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 
-#include "../catalogue/formats.h"
 #include "problem.h"
+#include "stored.h"
 
 namespace Processing::Morvane::checked {
-
-namespace catalogue = morvane::catalogue;
 
 // What the components mean. Luminance stands for red, green and blue alike.
 enum class model { ycbcr, rgb, luminance, chroma, alpha };
 
 struct shape {
   const catalogue::format* format = nullptr;
+  std::array<stored_plane, MORVANE_MAX_PLANES> planes{};
+  size_t plane_count = 0;
   int width = 0;
   int height = 0;
   int matrix = 709;
@@ -31,9 +33,6 @@ struct shape {
 };
 
 const catalogue::format* format_of_id(int32_t id);
-
-// Whether the components of a plane, "Cb Y Cr Y", have this one.
-bool has_component(const catalogue::plane& p, std::string_view component);
 
 // `name` is that of the description in messages.
 problem describe(const morvane_description* description, const char* name, shape& result);

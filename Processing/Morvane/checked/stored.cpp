@@ -1,6 +1,5 @@
 #include "stored.h"
 
-#include <array>
 #include <string_view>
 
 #include "../backend/dispatch.h"
@@ -20,18 +19,17 @@ component component_named(const std::string_view name) {
   return name == "A" ? alpha : unused;
 }
 
-// The items of a group that each have a line of their own: their lines, in the order in which they are stored.
+// The lines of the items of a group, in the order in which they are stored.
 struct item_lines {
   std::array<uint16_t*, 4> of{};
   int count = 0;
 };
 
-item_lines items_of(const catalogue::plane& p, const component_lines& lines) {
+item_lines items_of(const stored_plane& p, const component_lines& lines) {
   item_lines items;
-  for (size_t at = 0; at < p.components.size() && items.count < 4; ++items.count) {
-    const size_t end = std::min(p.components.find(' ', at), p.components.size());
-    items.of[static_cast<size_t>(items.count)] = lines.of[component_named(p.components.substr(at, end - at))];
-    at = end + 1;
+  for (; items.count < p.item_count; ++items.count) {
+    const auto i = static_cast<size_t>(items.count);
+    items.of[i] = lines.of[p.items[i]];
   }
   return items;
 }
@@ -101,38 +99,31 @@ void join_upper_tens(const item_lines& from, uint8_t* row, const int groups) {
     join<2, 2, 6>(from, row, groups);
 }
 
-bool is_pairs(const catalogue::plane& p) {
-  return p.sample == sample_type::u8 && p.group_bytes == 4 && p.group_pixels == 2;
+bool is_pairs(const stored_plane& p) {
+  return p.layout->group_bytes == 4 && p.layout->group_pixels == 2;
 }
 
-bool begins_with_luma(const catalogue::plane& p) {
-  return p.components[0] == 'Y';
-}
-
-bool has_alpha(const catalogue::plane& p) {
-  return (components_of(p) & 1U << alpha) != 0;
-}
-
-int groups_of(const catalogue::plane& p, const int width) {
-  return width / p.group_pixels + (width % p.group_pixels != 0 ? 1 : 0);
+bool begins_with_luma(const stored_plane& p) {
+  return p.items[0] == first;
 }
 
 }  // namespace
 
-unsigned components_of(const catalogue::plane& p) {
-  unsigned result = 0;
-  for (size_t at = 0; at < p.components.size();) {
-    const size_t end = std::min(p.components.find(' ', at), p.components.size());
-    result |= 1U << component_named(p.components.substr(at, end - at));
-    at = end + 1;
-  }
+stored_plane stored(const catalogue::plane& p) {
+  stored_plane result{};
+  result.layout = &p;
+  p.each_component([&](const std::string_view name) {
+    const component c = component_named(name);
+    result.samples[c] += 1;
+    if (result.item_count < 4) result.items[static_cast<size_t>(result.item_count++)] = c;
+  });
   return result;
 }
 
-void read_row(const catalogue::plane& p, const uint8_t* row, const int width, const component_lines& lines) {
+void read_row(const stored_plane& p, const uint8_t* row, const int width, const component_lines& lines) {
   const auto& [y, cb, cr, a, rest] = lines.of;
-  const int groups = groups_of(p, width);
-  switch (p.sample) {
+  const int groups = p.groups(width);
+  switch (p.layout->sample) {
     case sample_type::u8:
       if (!is_pairs(p)) return split_bytes(row, items_of(p, lines), groups);
       if (begins_with_luma(p))
@@ -145,7 +136,7 @@ void read_row(const catalogue::plane& p, const uint8_t* row, const int width, co
     case sample_type::u16_low12:
       return split<2, 1, 4>(row, items_of(p, lines), groups);
     case sample_type::u32_3x10:
-      if (has_alpha(p)) return line_of<kernel::split_yua_yva>()(row, y, cb, cr, a, groups);
+      if (p.has(alpha)) return line_of<kernel::split_yua_yva>()(row, y, cb, cr, a, groups);
       return line_of<kernel::split_v210>()(row, y, cb, cr, groups);
     case sample_type::u8_and_2:
       return line_of<kernel::split_yuyv_10>()(row, y, cb, cr, groups);
@@ -154,23 +145,23 @@ void read_row(const catalogue::plane& p, const uint8_t* row, const int width, co
   }
 }
 
-void write_row(const catalogue::plane& p, uint8_t* row, const int width, const component_lines& lines) {
+void write_row(const stored_plane& p, uint8_t* row, const int width, const component_lines& lines) {
   const auto& [y, cb, cr, a, rest] = lines.of;
-  const int groups = groups_of(p, width);
-  switch (p.sample) {
+  const int groups = p.groups(width);
+  switch (p.layout->sample) {
     case sample_type::u8:
       if (!is_pairs(p)) return join_bytes(items_of(p, lines), row, groups);
       if (begins_with_luma(p))
         return line_of<kernel::join_pairs<kernel::first_of_pair::luma>>()(y, cb, cr, row, groups);
       return line_of<kernel::join_pairs<kernel::first_of_pair::chroma>>()(y, cb, cr, row, groups);
     case sample_type::u16:
-      if (p.upper_bits == 10) return join_upper_tens(items_of(p, lines), row, groups);
+      if (p.layout->upper_bits == 10) return join_upper_tens(items_of(p, lines), row, groups);
       return join_words(items_of(p, lines), row, groups);
     case sample_type::u16_low10:
     case sample_type::u16_low12:
       return join<2, 1, 0>(items_of(p, lines), row, groups);
     case sample_type::u32_3x10:
-      if (has_alpha(p)) return line_of<kernel::join_yua_yva>()(y, cb, cr, a, row, groups);
+      if (p.has(alpha)) return line_of<kernel::join_yua_yva>()(y, cb, cr, a, row, groups);
       return line_of<kernel::join_v210>()(y, cb, cr, row, groups);
     case sample_type::u8_and_2:
       return line_of<kernel::join_yuyv_10>()(y, cb, cr, row, groups);

@@ -1,11 +1,14 @@
 // Rows of a plane to lines of working samples, and back.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
-#include "shape.h"
+#include "../catalogue/formats.h"
 
 namespace Processing::Morvane::checked {
+
+namespace catalogue = morvane::catalogue;
 
 // A line for each component: luma, red or luminance; Cb or green; Cr or blue; alpha. The last one takes and gives what
 // is unused. Lines have room for whole groups.
@@ -15,13 +18,23 @@ struct component_lines {
   uint16_t* of[component_count] = {};
 };
 
+// A plane with its components, which the catalogue has as text.
+struct stored_plane {
+  const catalogue::plane* layout = nullptr;
+  std::array<int, component_count> samples{};  // of each component in a group
+  std::array<component, 4> items{};            // the first components of a group, as they are stored
+  int item_count = 0;
+
+  bool has(const component c) const { return samples[c] > 0; }
+  int groups(const int width) const { return (width - 1) / layout->group_pixels + 1; }
+};
+
+stored_plane stored(const catalogue::plane& p);
+
 // The samples of a row, with their bits at the top of the words.
-void read_row(const catalogue::plane& p, const uint8_t* row, int width, const component_lines& lines);
+void read_row(const stored_plane& p, const uint8_t* row, int width, const component_lines& lines);
 
 // From samples with their bits at the bottom of the words.
-void write_row(const catalogue::plane& p, uint8_t* row, int width, const component_lines& lines);
-
-// The components of a plane, a bit for each.
-unsigned components_of(const catalogue::plane& p);
+void write_row(const stored_plane& p, uint8_t* row, int width, const component_lines& lines);
 
 }  // namespace Processing::Morvane::checked

@@ -48,6 +48,8 @@ void choose_ranges(way& w) {
   const bool video_to = w.to.colour == model::rgb && !w.to.full_range;
   w.widens_rgb = video_from && !video_to;
   w.narrows_rgb = video_to && !video_from;
+  if (w.widens_rgb) w.rgb_range = video_to_full();
+  if (w.narrows_rgb) w.rgb_range = full_to_video();
   const bool of_video = w.from.colour == model::ycbcr || w.from.colour == model::chroma;
   w.scales_range = of_video && !w.has_to_rgb && ranges_differ(w.from, w.to);
   if (!w.scales_range) return;

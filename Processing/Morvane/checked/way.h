@@ -42,6 +42,7 @@ struct way {
 
   bool narrow = false;  // the form of the matrices
   background behind = {};
+  kernel::scale_line rgb_range = {};
   kernel::scale_line luma_range = {};
   kernel::scale_line chroma_range = {};
   kernel::ycbcr_lines_to_rgb_narrow narrow_to = {};

@@ -29,10 +29,6 @@ MORVANE_INLINE constexpr int16_t around_middle(const uint16_t v) {
   return static_cast<int16_t>(v ^ 0x8000);
 }
 
-MORVANE_INLINE constexpr uint16_t clamped_word(const int v) {
-  return static_cast<uint16_t>(v < 0 ? 0 : v > 65535 ? 65535 : v);
-}
-
 // (a + b) >> 1, in 16 bits, and (a + b + 1) >> 1.
 MORVANE_INLINE constexpr uint16_t average_down(const uint16_t a, const uint16_t b) {
   return static_cast<uint16_t>((a & b) + static_cast<uint16_t>((a ^ b) >> 1));

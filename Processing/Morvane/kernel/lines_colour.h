@@ -7,6 +7,7 @@
 
 #include "lines.h"
 #include "list.h"
+#include "samples.h"
 
 namespace Processing::Morvane::format_conversion::kernel {
 
@@ -55,9 +56,9 @@ struct ycbcr_lines_to_rgb_wide
       const int grey = k.y * (luma[i] - k.black) + 4096;
       const int u = cb[i] - 32768;
       const int v = cr[i] - 32768;
-      r[i] = clamped_word((grey + k.r_cr * v) >> 13);
-      g[i] = clamped_word((grey - k.g_cb * u - k.g_cr * v) >> 13);
-      b[i] = clamped_word((grey + k.b_cb * u) >> 13);
+      r[i] = clamp_to_word((grey + k.r_cr * v) >> 13);
+      g[i] = clamp_to_word((grey - k.g_cb * u - k.g_cr * v) >> 13);
+      b[i] = clamp_to_word((grey + k.b_cb * u) >> 13);
     }
   }
 };
@@ -103,9 +104,9 @@ struct rgb_lines_to_ycbcr_wide
                            const int count) const {
     const auto k = of;
     for (int i = 0; i < count; ++i) {
-      luma[i] = clamped_word(k.black + ((k.y_r * r[i] + k.y_g * g[i] + k.y_b * b[i] + 16384) >> 15));
-      cb[i] = clamped_word(32768 + ((k.cb_b * b[i] - k.cb_g * g[i] - k.cb_r * r[i] + 16384) >> 15));
-      cr[i] = clamped_word(32768 + ((k.cr_r * r[i] - k.cr_g * g[i] - k.cr_b * b[i] + 16384) >> 15));
+      luma[i] = clamp_to_word(k.black + ((k.y_r * r[i] + k.y_g * g[i] + k.y_b * b[i] + 16384) >> 15));
+      cb[i] = clamp_to_word(32768 + ((k.cb_b * b[i] - k.cb_g * g[i] - k.cb_r * r[i] + 16384) >> 15));
+      cr[i] = clamp_to_word(32768 + ((k.cr_r * r[i] - k.cr_g * g[i] - k.cr_b * b[i] + 16384) >> 15));
     }
   }
 };
@@ -119,19 +120,21 @@ struct rgb_lines_to_luminance : each_sample<read_line, read_line, read_line, wri
                            const uint16_t* __restrict blue, uint16_t* __restrict luminance, const int count) const {
     const auto k = *this;
     for (int i = 0; i < count; ++i)
-      luminance[i] = clamped_word((k.r * red[i] + k.g * green[i] + k.b * blue[i] + 16384) >> 15);
+      luminance[i] = clamp_to_word((k.r * red[i] + k.g * green[i] + k.b * blue[i] + 16384) >> 15);
   }
 };
 
-// clamp(to + ((factor * (v - from) + rounding) >> bits)), in place: from one range to another.
+// clamp(to + ((factor * (v - from) + half) >> bits)), in place, half being that of 1 << bits: from one range to
+// another.
 struct scale_line : each_sample<written_line> {
-  int32_t from, to, factor, rounding, bits;
+  int32_t from, to, factor, bits;
 
   template <class V>
   MORVANE_INLINE void line(uint16_t* values, const int count) const {
     const auto k = *this;
+    const int32_t half = 1 << (k.bits - 1);
     for (int i = 0; i < count; ++i)
-      values[i] = clamped_word(k.to + ((k.factor * (values[i] - k.from) + k.rounding) >> k.bits));
+      values[i] = clamp_to_word(k.to + ((k.factor * (values[i] - k.from) + half) >> k.bits));
   }
 };
 

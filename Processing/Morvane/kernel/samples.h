@@ -21,8 +21,8 @@ MORVANE_INLINE constexpr uint8_t clamp_to_byte(const int value) {
   return static_cast<uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
 }
 
-MORVANE_INLINE constexpr int clamp_to_word(const int value) {
-  return value < 0 ? 0 : value > 65535 ? 65535 : value;
+MORVANE_INLINE constexpr uint16_t clamp_to_word(const int value) {
+  return static_cast<uint16_t>(value < 0 ? 0 : value > 65535 ? 65535 : value);
 }
 
 }  // namespace Processing::Morvane::format_conversion::kernel
