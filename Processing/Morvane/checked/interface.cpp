@@ -9,6 +9,7 @@
 #include "rows.h"
 
 namespace checked = Processing::Morvane::checked;
+using checked::answer;
 using checked::is_wrong;
 using checked::problem;
 
@@ -20,18 +21,11 @@ struct morvane_plan {
 
 namespace {
 
-int32_t answer(const problem& p, morvane_error* error) {
-  if (error != nullptr) *error = p;
-  return p.code;
-}
-
 problem choose(const morvane_options* options, checked::choices& result) {
   result = {};
   if (options == nullptr) return checked::none();
   const morvane_options& o = *options;
-  if (o.struct_size != sizeof o)
-    return checked::wrong(MORVANE_STRUCT_SIZE, "options.struct_size", o.struct_size, sizeof o,
-                          "is %u, where sizeof gives %zu", o.struct_size, sizeof o);
+  if (const problem p = checked::check_size("options.struct_size", o.struct_size, sizeof o); is_wrong(p)) return p;
   if (o.filter != MORVANE_LINEAR && o.filter != MORVANE_NEAREST)
     return checked::wrong(MORVANE_OPTION, "options.filter", o.filter, MORVANE_LINEAR,
                           "is %d, not 0 (linear) or 1 (nearest)", static_cast<int>(o.filter));
@@ -104,34 +98,13 @@ const char* text_at(const std::vector<std::string>& texts, const int32_t index) 
 
 }  // namespace
 
-morvane_format morvane_format_named(const char* name) {
-  const morvane::catalogue::format* f = name == nullptr ? nullptr : morvane::catalogue::find_format(name);
-  return f == nullptr ? 0 : f->id;
-}
-
-const char* morvane_format_name(const morvane_format format) {
-  const morvane::catalogue::format* f = checked::format_of_id(format);
-  return f == nullptr ? nullptr : f->name.data();
-}
-
-int32_t morvane_format_count() {
-  return static_cast<int32_t>(morvane::catalogue::formats.size());
-}
-
-morvane_format morvane_format_at(const int32_t index) {
-  if (index < 0 || index >= morvane_format_count()) return 0;
-  return morvane::catalogue::formats[static_cast<size_t>(index)].id;
-}
-
 int32_t morvane_lay_out(const morvane_description* description, const int64_t alignment, morvane_layout* layout,
                         morvane_error* error) {
   checked::shape s;
   if (const problem p = checked::describe(description, "description", s); is_wrong(p)) return answer(p, error);
   if (layout == nullptr) return answer(checked::wrong(MORVANE_NULL, "layout", 0, 0, "is null"), error);
-  if (layout->struct_size != sizeof *layout)
-    return answer(checked::wrong(MORVANE_STRUCT_SIZE, "layout.struct_size", layout->struct_size, sizeof *layout,
-                                 "is %u, where sizeof gives %zu", layout->struct_size, sizeof *layout),
-                  error);
+  if (const problem p = checked::check_size("layout.struct_size", layout->struct_size, sizeof *layout); is_wrong(p))
+    return answer(p, error);
   morvane_layout made;
   const problem p = checked::lay_out(s, alignment, made);
   if (!is_wrong(p)) *layout = made;
