@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <stdio.h>
 
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -44,6 +46,13 @@ TEST(shared_library, exports_exactly_what_the_public_headers_declare) {
   for (const std::string& name : declared_functions_of_c()) declared[name] = 1;
   for (const auto& [name, count] : declared) EXPECT_EQ(exported[name], count) << name;
   for (const auto& [name, count] : exported) EXPECT_TRUE(declared.contains(name)) << name << " is exported";
+}
+
+TEST(functions_of_c, are_all_in_the_example_that_is_run) {
+  std::ifstream file(MORVANE_C_EXAMPLES);
+  const std::string example((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  for (const std::string& name : declared_functions_of_c())
+    EXPECT_NE(example.find(name + "("), std::string::npos) << name;
 }
 
 // The functions that convert an image, without their common namespaces.

@@ -12,6 +12,8 @@
  * argument it was, what was got and what is needed. Sizes are in bytes unless they are said to be pixels or rows. All
  * functions may be called from any thread; a plan may be run by many threads at once.
  *
+ * examples/c/functions.c has every function at work.
+ *
  * Structs begin with their own size, which the caller sets, so that later versions may add fields at the end.
  */
 #ifndef MORVANE_H
