@@ -12,7 +12,7 @@ namespace morvane::tests {
 namespace {
 
 TEST(checked_memory, is_not_taken_by_a_run) {
-  constexpr std::array<options, 3> hows = {
+  const std::array<options, 3> hows = {
       options{}, {.filter = filter::nearest}, {.siting = siting::center, .background = color{9, 8, 7}}};
   int runs = 0;
   on_every_backend([&](Processing::Morvane::backend::kind) {
