@@ -219,7 +219,7 @@ MORVANE_C_API const char* morvane_plan_loss(const morvane_plan* plan, int32_t in
 
 /* The memory that a run needs beside the pictures, at any address. */
 MORVANE_C_API int64_t morvane_plan_scratch_bytes(const morvane_plan* plan);
-/* Bands begin at a multiple of so many rows: 2 where the destination is 4:2:0, else 1. */
+/* Bands begin at a multiple of so many rows: 2 where two rows share one of chroma that is written, else 1. */
 MORVANE_C_API int32_t morvane_plan_row_granularity(const morvane_plan* plan);
 
 /* Converts all rows. Allocates nothing; threads that run a plan at the same time need scratch memory of their own. */
