@@ -83,10 +83,13 @@ TEST(checked_extremes, plans_and_runs) {
   });
 }
 
-constexpr std::int64_t strides[] = {INT64_MAX,     INT64_MAX - 1,        INT64_MAX / 2,     INT64_MAX / 3,
-                                    INT64_MAX / 4, 4611686018427387904,  INT64_MAX / 3 - 3, 1LL << 40,
-                                    INT64_MIN,     INT64_MIN + 1,        INT64_MIN / 2,     INT64_MIN / 3,
-                                    INT64_MIN / 4, -4611686018427387904, INT_MIN,           -(1LL << 40)};
+// Three times as much is a little more than 64 bits count.
+constexpr std::int64_t once_around = 6148915424244269056;
+
+constexpr std::int64_t strides[] = {
+    INT64_MAX,         INT64_MAX - 1, INT64_MAX / 2,        INT64_MAX / 3, INT64_MAX / 4, 4611686018427387904,
+    INT64_MAX / 3 - 3, 1LL << 40,     once_around,          INT64_MIN,     INT64_MIN + 1, INT64_MIN / 2,
+    INT64_MIN / 3,     INT64_MIN / 4, -4611686018427387904, INT_MIN,       -(1LL << 40),  -once_around};
 
 // What a plane of so many rows, a stride apart, is refused with.
 refusal of_stride(const std::string& picture, int plane, std::int64_t stride, int rows, int row_bytes,

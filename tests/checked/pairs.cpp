@@ -22,7 +22,7 @@ struct size {
   int width;
   int height;
 };
-constexpr size sizes[] = {{1, 1}, {2, 2}, {3, 3}, {7, 4}, {18, 5}, {49, 6}, {100, 3}};
+constexpr size sizes[] = {{1, 1}, {2, 2}, {3, 3}, {7, 4}, {18, 11}, {49, 6}, {100, 3}};
 
 // Cuts a height into bands of so many rows or fewer, in an order of their own.
 std::vector<band> shuffled_bands(int height, int rows, unsigned seed) {
