@@ -189,7 +189,7 @@ mutant(entry_point_given_no_room_behind_a_row
        FILE checked/direct.cpp
        FROM [[if (!touches_more(w) && can_be_called(w, source, destination)) {]]
        TO [[if (can_be_called(w, source, destination)) {]]
-       ROWS named_entry_points.*
+       ROWS named_entry_points.touch_nothing*
        PROGRAM checked_test)
 
 mutant(irregular_entry_point_without_consent
@@ -216,13 +216,13 @@ mutant(part_of_a_picture_left_to_nobody
 mutant(job_left_before_its_guests_are_done
        FILE checked/crew.cpp
        FROM [[left != 0;) left = wait_for_change(guests_, left);]]
-       TO [[left > 9;) left = wait_for_change(guests_, left);]]
-       ROWS plans_with_threads.*
+       TO [[left > 1;) left = wait_for_change(guests_, left);]]
+       ROWS crew_of_threads.*
        PROGRAM checked_test)
 
 mutant(job_of_one_caller_given_to_another
        FILE checked/crew.cpp
        FROM [[if (busy_.test_and_set(std::memory_order_acquire)) return false;]]
        TO [[busy_.test_and_set(std::memory_order_acquire);]]
-       ROWS plans_with_threads.*
+       ROWS crew_of_threads.*
        PROGRAM checked_test)
