@@ -1,0 +1,119 @@
+#include "measure/measure_pairs.h"
+
+#include <algorithm>
+
+#include "backend/choice.h"
+#include "measure/measure.h"
+#include "measure/pair_jobs.h"
+#include "peers/swscale.h"
+
+namespace morvane::bench {
+
+namespace {
+
+// So many pictures of in_cache that the two threads seldom wait for each other.
+constexpr int pictures_of_threads = 16;
+
+constexpr const char* ours = "plan";
+constexpr const char* copy = "memcpy";
+constexpr const char* one_pixel = "one pixel";
+constexpr const char* nearest = "swscale nearest";
+constexpr const char* bilinear = "swscale bilinear";
+constexpr const char* one_thread = "one thread";
+constexpr const char* two_threads = "two threads";
+
+swscale_picture for_swscale(const catalogue::format& f, const morvane_picture& p) {
+  swscale_picture result{.format = &f};
+  for (std::size_t i = 0; i < result.planes.data.size(); ++i) {
+    result.planes.data[i] = static_cast<std::uint8_t*>(p.data[i]);
+    result.planes.stride[i] = static_cast<int>(p.stride[i]);
+  }
+  return result;
+}
+
+class pair_runs {
+ public:
+  pair_runs(const arena& memory, const format_pair& p, const size& picture)
+      : memory_(memory), pair_(p), picture_(picture), one_(memory, p, picture) {
+    one_.fill_sources();
+    add(ours, [this] { return convert_all(one_); });
+    add(copy, [this] { return job([this] { memory_.copy(bytes_moved(pair_, picture_)); }); });
+    add(one_pixel, [this] { return convert_one_pixel(pair_); });
+    if (!swscale_has(*p.source, *p.destination)) return;
+    add(nearest, [this] { return swscale(resampling::nearest); });
+    add(bilinear, [this] { return swscale(resampling::bilinear); });
+  }
+
+  std::map<std::string, double> medians(const std::vector<std::string>& options) const {
+    return medians_of(runs_, options);
+  }
+
+ private:
+  const arena& memory_;
+  format_pair pair_;
+  size picture_;
+  pictures one_;
+  std::vector<timed_run> runs_{};
+
+  void add(const char* name, std::function<job()> set_up) { runs_.push_back({name, std::move(set_up)}); }
+
+  job swscale(resampling chroma) const {
+    return swscale_job(for_swscale(*pair_.source, one_.source(0)), for_swscale(*pair_.destination, one_.destination(0)),
+                       picture_.xres, picture_.yres, chroma);
+  }
+};
+
+double gain_of_two_threads(const arena& memory, const format_pair& p, const std::vector<std::string>& options) {
+  const pictures many(memory, p, in_cache, pictures_of_threads);
+  many.fill_sources();
+  const auto medians = medians_of({{one_thread, [&many] { return convert_all(many); }},
+                                   {two_threads, [&many] { return convert_all_on_two_threads(many); }}},
+                                  options);
+  return medians.at(one_thread) / medians.at(two_threads);
+}
+
+std::optional<double> find(const std::map<std::string, double>& medians, const char* name) {
+  const auto found = medians.find(name);
+  return found == medians.end() ? std::nullopt : std::optional(found->second);
+}
+
+pair_measurement measure_pair(const arena& memory, const format_pair& p, const size& picture,
+                              const std::vector<std::string>& options) {
+  const std::map<std::string, double> medians = pair_runs(memory, p, picture).medians(options);
+  const pictures one(memory, p, picture);
+  return {.source = std::string(p.source->name),
+          .destination = std::string(p.destination->name),
+          .steps = plan(one.from(), one.to()).steps(),
+          .bytes = bytes_moved(p, picture),
+          .pixels = std::int64_t{picture.xres} * picture.yres,
+          .nanoseconds = medians.at(ours),
+          .copy_nanoseconds = medians.at(copy),
+          .one_pixel_nanoseconds = medians.at(one_pixel),
+          .nearest_nanoseconds = find(medians, nearest),
+          .bilinear_nanoseconds = find(medians, bilinear)};
+}
+
+}  // namespace
+
+std::optional<double> pair_measurement::times_swscale() const {
+  const std::optional<double> a = times_nearest();
+  const std::optional<double> b = times_bilinear();
+  return a && b ? std::min(a, b) : a ? a : b;
+}
+
+std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const std::vector<std::string>& options,
+                                            const std::function<void(const format_pair&)>& tell) {
+  // Measuring entry points chooses backends.
+  Processing::Morvane::backend::choose(Processing::Morvane::backend::available().back());
+  const arena memory(std::max(pictures::bytes_for(wanted.picture), pictures::bytes_for(in_cache, pictures_of_threads)));
+  std::vector<pair_measurement> result;
+  for (const format_pair& p : wanted.pairs) {
+    if (tell) tell(p);
+    result.push_back(measure_pair(memory, p, wanted.picture, options));
+    if (std::find(wanted.on_threads.begin(), wanted.on_threads.end(), p) != wanted.on_threads.end())
+      result.back().gain_of_two_threads = gain_of_two_threads(memory, p, options);
+  }
+  return result;
+}
+
+}  // namespace morvane::bench

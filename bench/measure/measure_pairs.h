@@ -1,0 +1,56 @@
+// Measures plans of the checked interface, each beside memcpy and swscale.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "measure/pairs.h"
+
+namespace morvane::bench {
+
+struct pair_measurement {
+  std::string source{};
+  std::string destination{};
+  std::vector<std::string> steps{};  // of the plan
+  std::int64_t bytes = 0;            // read plus written
+  std::int64_t pixels = 0;
+  double nanoseconds = 0;
+  double copy_nanoseconds = 0;       // of a memcpy that moves as many bytes
+  double one_pixel_nanoseconds = 0;  // of a picture of one pixel
+
+  // Where there is one to compare with.
+  std::optional<double> nearest_nanoseconds{};  // of swscale
+  std::optional<double> bilinear_nanoseconds{};
+  std::optional<double> gain_of_two_threads{};
+
+  std::string name() const { return source + ":" + destination; }
+  // Whether the plan takes rows through lines of samples; another one is a single step.
+  bool goes_by_lines() const { return steps.size() > 1; }
+  double share_of_memcpy() const { return copy_nanoseconds / nanoseconds; }
+  double gigabytes_per_second() const { return static_cast<double>(bytes) / nanoseconds; }
+  double times_one_pixel() const { return nanoseconds / one_pixel_nanoseconds; }
+  std::optional<double> times_nearest() const { return times(nearest_nanoseconds); }
+  std::optional<double> times_bilinear() const { return times(bilinear_nanoseconds); }
+  // How many times as fast as swscale in the setting that is faster.
+  std::optional<double> times_swscale() const;
+
+ private:
+  std::optional<double> times(std::optional<double> other) const {
+    return other ? std::optional(*other / nanoseconds) : std::nullopt;
+  }
+};
+
+struct pair_request {
+  std::vector<format_pair> pairs{};
+  std::vector<format_pair> on_threads{};  // those of them that are measured on two threads as well
+  size picture = full_hd;
+};
+
+// Each pair by itself, its runs alternating with those that it is compared with: what disturbs the machine for a while
+// then disturbs all of them. `tell` is called before each pair.
+std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const std::vector<std::string>& options,
+                                            const std::function<void(const format_pair&)>& tell = {});
+
+}  // namespace morvane::bench

@@ -1,0 +1,55 @@
+// What is measured of a pair of formats: plans of the checked interface over pictures in shared memory.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "measure/pairs.h"
+#include "morvane.hpp"
+
+namespace morvane::bench {
+
+// Pictures of one size, several behind each other, each as the source and the destination of a pair.
+class pictures {
+ public:
+  pictures(const arena& memory, const format_pair& p, const size& each, int count = 1);
+
+  // What `count` pictures of any pair take of each half of an arena.
+  static std::size_t bytes_for(const size& each, int count = 1);
+
+  // Gives the sources contents that their format can have: noise, converted from a format with all components.
+  void fill_sources() const;
+
+  int count() const { return count_; }
+  const description& from() const { return from_; }
+  const description& to() const { return to_; }
+  morvane_picture source(int i) const { return picture_in(source_ + i * bytes_of(source_layout_), source_layout_); }
+  morvane_picture destination(int i) const {
+    return picture_in(destination_ + i * bytes_of(destination_layout_), destination_layout_);
+  }
+
+ private:
+  format_pair pair_;
+  std::uint8_t* source_;
+  std::uint8_t* destination_;
+  description from_;
+  description to_;
+  morvane_layout source_layout_;
+  morvane_layout destination_layout_;
+  int count_;
+
+  static std::int64_t bytes_of(const morvane_layout& layout);
+};
+
+// One thread converts every picture in turn.
+job convert_all(const pictures& all);
+
+// Two threads run one plan, each over half of the pictures and with scratch memory of its own.
+job convert_all_on_two_threads(const pictures& all);
+
+// A picture of one pixel, which takes the time of a call apart from its rows.
+job convert_one_pixel(const format_pair& p);
+
+}  // namespace morvane::bench
