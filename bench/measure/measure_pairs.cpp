@@ -5,7 +5,6 @@
 #include "backend/choice.h"
 #include "measure/measure.h"
 #include "measure/pair_jobs.h"
-#include "peers/swscale.h"
 
 namespace morvane::bench {
 
@@ -14,34 +13,27 @@ namespace {
 // So many pictures of in_cache that the two threads seldom wait for each other.
 constexpr int pictures_of_threads = 16;
 
-constexpr const char* ours = "plan";
+constexpr const char* linear = "plan, linear";
+constexpr const char* nearest = "plan, nearest";
 constexpr const char* copy = "memcpy";
 constexpr const char* one_pixel = "one pixel";
-constexpr const char* nearest = "swscale nearest";
-constexpr const char* bilinear = "swscale bilinear";
+constexpr const char* swscale_nearest = "swscale, nearest";
+constexpr const char* swscale_bilinear = "swscale, bilinear";
 constexpr const char* one_thread = "one thread";
 constexpr const char* two_threads = "two threads";
-
-swscale_picture for_swscale(const catalogue::format& f, const morvane_picture& p) {
-  swscale_picture result{.format = &f};
-  for (std::size_t i = 0; i < result.planes.data.size(); ++i) {
-    result.planes.data[i] = static_cast<std::uint8_t*>(p.data[i]);
-    result.planes.stride[i] = static_cast<int>(p.stride[i]);
-  }
-  return result;
-}
 
 class pair_runs {
  public:
   pair_runs(const arena& memory, const format_pair& p, const size& picture)
       : memory_(memory), pair_(p), picture_(picture), one_(memory, p, picture) {
     one_.fill_sources();
-    add(ours, [this] { return convert_all(one_); });
+    add(linear, [this] { return convert_all(one_, filter::linear); });
+    add(nearest, [this] { return convert_all(one_, filter::nearest); });
     add(copy, [this] { return job([this] { memory_.copy(bytes_moved(pair_, picture_)); }); });
     add(one_pixel, [this] { return convert_one_pixel(pair_); });
     if (!swscale_has(*p.source, *p.destination)) return;
-    add(nearest, [this] { return swscale(resampling::nearest); });
-    add(bilinear, [this] { return swscale(resampling::bilinear); });
+    add(swscale_nearest, [this] { return convert_by_swscale(one_, resampling::nearest); });
+    add(swscale_bilinear, [this] { return convert_by_swscale(one_, resampling::bilinear); });
   }
 
   std::map<std::string, double> medians(const std::vector<std::string>& options) const {
@@ -56,11 +48,6 @@ class pair_runs {
   std::vector<timed_run> runs_{};
 
   void add(const char* name, std::function<job()> set_up) { runs_.push_back({name, std::move(set_up)}); }
-
-  job swscale(resampling chroma) const {
-    return swscale_job(for_swscale(*pair_.source, one_.source(0)), for_swscale(*pair_.destination, one_.destination(0)),
-                       picture_.xres, picture_.yres, chroma);
-  }
 };
 
 double gain_of_two_threads(const arena& memory, const format_pair& p, const std::vector<std::string>& options) {
@@ -86,11 +73,12 @@ pair_measurement measure_pair(const arena& memory, const format_pair& p, const s
           .steps = plan(one.from(), one.to()).steps(),
           .bytes = bytes_moved(p, picture),
           .pixels = std::int64_t{picture.xres} * picture.yres,
-          .nanoseconds = medians.at(ours),
+          .nanoseconds = medians.at(linear),
+          .nearest_nanoseconds = medians.at(nearest),
           .copy_nanoseconds = medians.at(copy),
           .one_pixel_nanoseconds = medians.at(one_pixel),
-          .nearest_nanoseconds = find(medians, nearest),
-          .bilinear_nanoseconds = find(medians, bilinear)};
+          .swscale_nearest_nanoseconds = find(medians, swscale_nearest),
+          .swscale_bilinear_nanoseconds = find(medians, swscale_bilinear)};
 }
 
 }  // namespace

@@ -16,13 +16,15 @@ struct pair_measurement {
   std::vector<std::string> steps{};  // of the plan
   std::int64_t bytes = 0;            // read plus written
   std::int64_t pixels = 0;
-  double nanoseconds = 0;
+  double nanoseconds = 0;            // with linear chroma
+  double nearest_nanoseconds = 0;    // with nearest chroma
   double copy_nanoseconds = 0;       // of a memcpy that moves as many bytes
   double one_pixel_nanoseconds = 0;  // of a picture of one pixel
 
-  // Where there is one to compare with.
-  std::optional<double> nearest_nanoseconds{};  // of swscale
-  std::optional<double> bilinear_nanoseconds{};
+  // Nothing where swscale has no such pair.
+  std::optional<double> swscale_nearest_nanoseconds{};
+  std::optional<double> swscale_bilinear_nanoseconds{};
+
   std::optional<double> gain_of_two_threads{};
 
   std::string name() const { return source + ":" + destination; }
@@ -31,14 +33,15 @@ struct pair_measurement {
   double share_of_memcpy() const { return copy_nanoseconds / nanoseconds; }
   double gigabytes_per_second() const { return static_cast<double>(bytes) / nanoseconds; }
   double times_one_pixel() const { return nanoseconds / one_pixel_nanoseconds; }
-  std::optional<double> times_nearest() const { return times(nearest_nanoseconds); }
-  std::optional<double> times_bilinear() const { return times(bilinear_nanoseconds); }
-  // How many times as fast as swscale in the setting that is faster.
+  // How many times as fast as swscale, both with nearest chroma, or linear beside bilinear.
+  std::optional<double> times_nearest() const { return times(swscale_nearest_nanoseconds, nearest_nanoseconds); }
+  std::optional<double> times_bilinear() const { return times(swscale_bilinear_nanoseconds, nanoseconds); }
+  // The lesser of both.
   std::optional<double> times_swscale() const;
 
  private:
-  std::optional<double> times(std::optional<double> other) const {
-    return other ? std::optional(*other / nanoseconds) : std::nullopt;
+  static std::optional<double> times(std::optional<double> theirs, double own) {
+    return theirs ? std::optional(*theirs / own) : std::nullopt;
   }
 };
 

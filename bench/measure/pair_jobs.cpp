@@ -40,6 +40,15 @@ void fill_with_noise(std::uint8_t* memory, std::int64_t bytes) {
   }
 }
 
+swscale_picture for_swscale(const catalogue::format& f, const morvane_picture& p) {
+  swscale_picture result{.format = &f};
+  for (std::size_t i = 0; i < result.planes.data.size(); ++i) {
+    result.planes.data[i] = static_cast<std::uint8_t*>(p.data[i]);
+    result.planes.stride[i] = static_cast<int>(p.stride[i]);
+  }
+  return result;
+}
+
 // Some of the pictures, and what a thread needs to convert them.
 class share_of_work {
  public:
@@ -91,8 +100,9 @@ void pictures::fill_sources() const {
   for (int i = 0; i < count_; ++i) convert(full, picture_in(destination_, layout), from_, source(i));
 }
 
-job convert_all(const pictures& all) {
-  return share_of_work(std::make_shared<plan>(all.from(), all.to()), all, 0, all.count());
+job convert_all(const pictures& all, filter chroma) {
+  const auto p = std::make_shared<plan>(all.from(), all.to(), options{.filter = chroma});
+  return share_of_work(p, all, 0, all.count());
 }
 
 job convert_all_on_two_threads(const pictures& all) {
@@ -104,6 +114,12 @@ job convert_all_on_two_threads(const pictures& all) {
     first();
     other->wait();
   };
+}
+
+job convert_by_swscale(const pictures& all, resampling chroma) {
+  return swscale_job(for_swscale(*all.formats().source, all.source(0)),
+                     for_swscale(*all.formats().destination, all.destination(0)), all.from().width, all.from().height,
+                     chroma);
 }
 
 job convert_one_pixel(const format_pair& p) {

@@ -8,6 +8,7 @@
 
 #include "measure/pairs.h"
 #include "morvane.hpp"
+#include "peers/swscale.h"
 
 namespace morvane::bench {
 
@@ -23,6 +24,7 @@ class pictures {
   void fill_sources() const;
 
   int count() const { return count_; }
+  const format_pair& formats() const { return pair_; }
   const description& from() const { return from_; }
   const description& to() const { return to_; }
   morvane_picture source(int i) const { return picture_in(source_ + i * bytes_of(source_layout_), source_layout_); }
@@ -44,10 +46,13 @@ class pictures {
 };
 
 // One thread converts every picture in turn.
-job convert_all(const pictures& all);
+job convert_all(const pictures& all, filter chroma = filter::linear);
 
 // Two threads run one plan, each over half of the pictures and with scratch memory of its own.
 job convert_all_on_two_threads(const pictures& all);
+
+// The first picture, by another library that has the pair.
+job convert_by_swscale(const pictures& all, resampling chroma);
 
 // A picture of one pixel, which takes the time of a call apart from its rows.
 job convert_one_pixel(const format_pair& p);
