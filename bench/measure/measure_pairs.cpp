@@ -89,14 +89,12 @@ std::optional<double> pair_measurement::times_swscale() const {
   return a && b ? std::min(a, b) : a ? a : b;
 }
 
-std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const std::vector<std::string>& options,
-                                            const std::function<void(const format_pair&)>& tell) {
+std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const std::vector<std::string>& options) {
   // Measuring entry points chooses backends.
   Processing::Morvane::backend::choose(Processing::Morvane::backend::available().back());
   const arena memory(std::max(pictures::bytes_for(wanted.picture), pictures::bytes_for(in_cache, pictures_of_threads)));
   std::vector<pair_measurement> result;
   for (const format_pair& p : wanted.pairs) {
-    if (tell) tell(p);
     result.push_back(measure_pair(memory, p, wanted.picture, options));
     if (std::find(wanted.on_threads.begin(), wanted.on_threads.end(), p) != wanted.on_threads.end())
       result.back().gain_of_two_threads = gain_of_two_threads(memory, p, options);

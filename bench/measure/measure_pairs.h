@@ -1,7 +1,6 @@
 // Measures plans of the checked interface, each beside memcpy and swscale.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -52,8 +51,7 @@ struct pair_request {
 };
 
 // Each pair by itself, its runs alternating with those that it is compared with: what disturbs the machine for a while
-// then disturbs all of them. `tell` is called before each pair.
-std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const std::vector<std::string>& options,
-                                            const std::function<void(const format_pair&)>& tell = {});
+// then disturbs all of them.
+std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const std::vector<std::string>& options);
 
 }  // namespace morvane::bench

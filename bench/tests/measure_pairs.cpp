@@ -41,11 +41,9 @@ TEST(pair_measurement, goes_by_lines_where_there_are_several_steps) {
 }
 
 TEST(measure_pairs, gives_every_figure) {
-  std::vector<std::string> told;
   const std::vector<pair_measurement> all = measure_pairs(
       {.pairs = pairs_named("uyvy:bgra,alpha:alpha"), .on_threads = pairs_named("uyvy:bgra"), .picture = small},
-      at_once, [&told](const format_pair& p) { told.push_back(p.name()); });
-  EXPECT_EQ(told, (std::vector<std::string>{"uyvy:bgra", "alpha:alpha"}));
+      at_once);
   ASSERT_EQ(all.size(), 2);
   EXPECT_EQ(all[0].name(), "uyvy:bgra");
   EXPECT_EQ(all[0].bytes, 64 * 16 * 6);
