@@ -10,13 +10,13 @@ namespace morvane::bench {
 
 namespace {
 
-// So many pictures of in_cache that the two threads seldom wait for each other.
+// So many pictures of in_cache that none is still in the nearest cache when its turn comes again.
 constexpr int pictures_of_threads = 16;
 
 constexpr const char* linear = "plan, linear";
 constexpr const char* nearest = "plan, nearest";
 constexpr const char* copy = "memcpy";
-constexpr const char* one_pixel = "one pixel";
+constexpr const char* tiny_picture = "tiny picture";
 constexpr const char* swscale_nearest = "swscale, nearest";
 constexpr const char* swscale_bilinear = "swscale, bilinear";
 constexpr const char* one_thread = "one thread";
@@ -27,10 +27,10 @@ class pair_runs {
   pair_runs(const arena& memory, const format_pair& p, const size& picture)
       : memory_(memory), pair_(p), picture_(picture), one_(memory, p, picture) {
     one_.fill_sources();
-    add(linear, [this] { return convert_all(one_, filter::linear); });
-    add(nearest, [this] { return convert_all(one_, filter::nearest); });
+    add(linear, [this] { return convert_all(one_, {.filter = filter::linear}); });
+    add(nearest, [this] { return convert_all(one_, {.filter = filter::nearest}); });
     add(copy, [this] { return job([this] { memory_.copy(bytes_moved(pair_, picture_)); }); });
-    add(one_pixel, [this] { return convert_one_pixel(pair_); });
+    add(tiny_picture, [this] { return convert_tiny_picture(pair_); });
     if (!swscale_has(*p.source, *p.destination)) return;
     add(swscale_nearest, [this] { return convert_by_swscale(one_, resampling::nearest); });
     add(swscale_bilinear, [this] { return convert_by_swscale(one_, resampling::bilinear); });
@@ -54,7 +54,7 @@ double gain_of_two_threads(const arena& memory, const format_pair& p, const std:
   const pictures many(memory, p, in_cache, pictures_of_threads);
   many.fill_sources();
   const auto medians = medians_of({{one_thread, [&many] { return convert_all(many); }},
-                                   {two_threads, [&many] { return convert_all_on_two_threads(many); }}},
+                                   {two_threads, [&many] { return convert_all(many, {.threads = 2}); }}},
                                   options);
   return medians.at(one_thread) / medians.at(two_threads);
 }
@@ -76,7 +76,7 @@ pair_measurement measure_pair(const arena& memory, const format_pair& p, const s
           .nanoseconds = medians.at(linear),
           .nearest_nanoseconds = medians.at(nearest),
           .copy_nanoseconds = medians.at(copy),
-          .one_pixel_nanoseconds = medians.at(one_pixel),
+          .tiny_nanoseconds = medians.at(tiny_picture),
           .swscale_nearest_nanoseconds = find(medians, swscale_nearest),
           .swscale_bilinear_nanoseconds = find(medians, swscale_bilinear)};
 }

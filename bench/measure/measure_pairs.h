@@ -15,15 +15,16 @@ struct pair_measurement {
   std::vector<std::string> steps{};  // of the plan
   std::int64_t bytes = 0;            // read plus written
   std::int64_t pixels = 0;
-  double nanoseconds = 0;            // with linear chroma
-  double nearest_nanoseconds = 0;    // with nearest chroma
-  double copy_nanoseconds = 0;       // of a memcpy that moves as many bytes
-  double one_pixel_nanoseconds = 0;  // of a picture of one pixel
+  double nanoseconds = 0;          // with linear chroma
+  double nearest_nanoseconds = 0;  // with nearest chroma
+  double copy_nanoseconds = 0;     // of a memcpy that moves as many bytes
+  double tiny_nanoseconds = 0;     // of a picture with next to no rows
 
   // Nothing where swscale has no such pair.
   std::optional<double> swscale_nearest_nanoseconds{};
   std::optional<double> swscale_bilinear_nanoseconds{};
 
+  // Of the plan, over different pictures of in_cache; nothing where that was not wanted.
   std::optional<double> gain_of_two_threads{};
 
   std::string name() const { return source + ":" + destination; }
@@ -31,7 +32,7 @@ struct pair_measurement {
   bool goes_by_lines() const { return steps.size() > 1; }
   double share_of_memcpy() const { return copy_nanoseconds / nanoseconds; }
   double gigabytes_per_second() const { return static_cast<double>(bytes) / nanoseconds; }
-  double times_one_pixel() const { return nanoseconds / one_pixel_nanoseconds; }
+  double times_tiny() const { return nanoseconds / tiny_nanoseconds; }
   // How many times as fast as swscale, both with nearest chroma, or linear beside bilinear.
   std::optional<double> times_nearest() const { return times(swscale_nearest_nanoseconds, nearest_nanoseconds); }
   std::optional<double> times_bilinear() const { return times(swscale_bilinear_nanoseconds, nanoseconds); }

@@ -4,8 +4,6 @@
 #include <cstring>
 #include <random>
 
-#include "measure/second_thread.h"
-
 namespace morvane::bench {
 
 namespace {
@@ -49,25 +47,6 @@ swscale_picture for_swscale(const catalogue::format& f, const morvane_picture& p
   return result;
 }
 
-// Some of the pictures, and what a thread needs to convert them.
-class share_of_work {
- public:
-  share_of_work(std::shared_ptr<const plan> p, const pictures& all, int first, int last)
-      : plan_(std::move(p)), all_(all), first_(first), last_(last), scratch_(plan_->scratch_bytes()) {}
-
-  void operator()() {
-    for (int i = first_; i < last_; ++i)
-      plan_->run(all_.source(i), all_.destination(i), scratch_.data(), scratch_.size());
-  }
-
- private:
-  std::shared_ptr<const plan> plan_;
-  pictures all_;
-  int first_;
-  int last_;
-  std::vector<std::uint8_t> scratch_;
-};
-
 }  // namespace
 
 pictures::pictures(const arena& memory, const format_pair& p, const size& each, int count)
@@ -100,19 +79,11 @@ void pictures::fill_sources() const {
   for (int i = 0; i < count_; ++i) convert(full, picture_in(destination_, layout), from_, source(i));
 }
 
-job convert_all(const pictures& all, filter chroma) {
-  const auto p = std::make_shared<plan>(all.from(), all.to(), options{.filter = chroma});
-  return share_of_work(p, all, 0, all.count());
-}
-
-job convert_all_on_two_threads(const pictures& all) {
-  const auto p = std::make_shared<plan>(all.from(), all.to());
-  const int half = all.count() / 2;
-  const auto other = std::make_shared<second_thread>(share_of_work(p, all, half, all.count()));
-  return [first = share_of_work(p, all, 0, half), other]() mutable {
-    other->start();
-    first();
-    other->wait();
+job convert_all(const pictures& all, const options& how) {
+  const auto p = std::make_shared<const plan>(all.from(), all.to(), how);
+  const auto scratch = std::make_shared<std::vector<std::uint8_t>>(p->scratch_bytes());
+  return [all, p, scratch] {
+    for (int i = 0; i < all.count(); ++i) p->run(all.source(i), all.destination(i), scratch->data(), scratch->size());
   };
 }
 
@@ -122,9 +93,9 @@ job convert_by_swscale(const pictures& all, resampling chroma) {
                      chroma);
 }
 
-job convert_one_pixel(const format_pair& p) {
-  const description from = describe(*p.source, {1, 1});
-  const description to = describe(*p.destination, {1, 1});
+job convert_tiny_picture(const format_pair& p) {
+  const description from = describe(*p.source, tiny);
+  const description to = describe(*p.destination, tiny);
   struct state {
     plan way;
     image source;

@@ -12,6 +12,9 @@
 
 namespace morvane::bench {
 
+// The smallest picture whose rows are made of whole groups of every format, so that its plan is that of larger ones.
+inline constexpr size tiny{48, 2};
+
 // Pictures of one size, several behind each other, each as the source and the destination of a pair.
 class pictures {
  public:
@@ -45,16 +48,13 @@ class pictures {
   static std::int64_t bytes_of(const morvane_layout& layout);
 };
 
-// One thread converts every picture in turn.
-job convert_all(const pictures& all, filter chroma = filter::linear);
-
-// Two threads run one plan, each over half of the pictures and with scratch memory of its own.
-job convert_all_on_two_threads(const pictures& all);
+// One plan converts every picture in turn.
+job convert_all(const pictures& all, const options& how = {});
 
 // The first picture, by another library that has the pair.
 job convert_by_swscale(const pictures& all, resampling chroma);
 
-// A picture of one pixel, which takes the time of a call apart from its rows.
-job convert_one_pixel(const format_pair& p);
+// A picture of next to no rows, which takes the time of a call apart from them.
+job convert_tiny_picture(const format_pair& p);
 
 }  // namespace morvane::bench

@@ -1,5 +1,6 @@
 #include "report/html_pairs.h"
 
+#include "measure/pair_jobs.h"
 #include "report/html_table.h"
 #include "report/text.h"
 
@@ -21,16 +22,16 @@ void write_summary(std::ostream& out, const measured_pairs& all, const targets& 
                aims.pairs.share_of_memcpy, aims.pairs.median_share_of_memcpy);
   write_figure(out, "times as fast as swscale, with nearest or linear chroma, whichever compares worse",
                times_swscale(all), aims.never_slower(), aims.pairs.median_of_swscale);
-  const auto one_pixel = spread_of(all, [](const pair_measurement& m) { return std::optional(m.times_one_pixel()); });
-  if (one_pixel)
-    out << "<li>a picture of one pixel, which takes the time of checks and little else: at most "
-        << fixed(100 / one_pixel->least) << " % of the time of a picture of " << name_of(full_hd) << ", with "
-        << escaped(one_pixel->slowest) << " (target " << fixed(100 / aims.pairs.times_one_pixel) << " %)</li>\n";
+  const auto tiny_picture = spread_of(all, [](const pair_measurement& m) { return std::optional(m.times_tiny()); });
+  if (tiny_picture)
+    out << "<li>a picture of " << name_of(tiny) << ", which takes the time of checks and little else: at most "
+        << fixed(100 / tiny_picture->least) << " % of the time of a picture of " << name_of(full_hd) << ", with "
+        << escaped(tiny_picture->slowest) << " (target " << fixed(100 / aims.pairs.times_tiny_picture) << " %)</li>\n";
   const auto threads = spread_of(all, [](const pair_measurement& m) { return m.gain_of_two_threads; });
   if (threads)
-    out << "<li>two threads that run one plan, each over pictures of " << name_of(in_cache)
-        << " of their own, beside one thread: median " << fixed(threads->middle) << ", least " << fixed(threads->least)
-        << " with " << escaped(threads->slowest) << " (target " << fixed(aims.pairs.two_threads) << ")</li>\n";
+    out << "<li>a plan of two threads over different pictures of " << name_of(in_cache)
+        << ", beside one thread: median " << fixed(threads->middle) << ", least " << fixed(threads->least) << " with "
+        << escaped(threads->slowest) << " (target " << fixed(aims.pairs.two_threads) << ")</li>\n";
   out << "</ul>\n";
 }
 
@@ -43,7 +44,7 @@ void write_every_pair(std::ostream& out, const measured_pairs& all, const target
              {"of memcpy"},
              {"nearest", "times swscale"},
              {"bilinear", "times swscale"},
-             {"times one pixel"},
+             {"times a tiny picture"},
              {"on two threads"}});
     const auto number = [&t](std::optional<double> value, double least) {
       value ? t.number(fixed(*value), *value < least) : t.blank();
@@ -58,7 +59,7 @@ void write_every_pair(std::ostream& out, const measured_pairs& all, const target
       number(m.share_of_memcpy(), m.goes_by_lines() ? aims.pairs.share_of_memcpy : 0);
       number(m.times_nearest(), aims.never_slower());
       number(m.times_bilinear(), aims.never_slower());
-      t.number(fixed(m.times_one_pixel(), 0), m.times_one_pixel() < aims.pairs.times_one_pixel);
+      t.number(fixed(m.times_tiny(), 0), m.times_tiny() < aims.pairs.times_tiny_picture);
       number(m.gain_of_two_threads, aims.pairs.two_threads);
       t.end();
     }

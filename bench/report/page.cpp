@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "measure/pair_jobs.h"
 #include "report/machine.h"
 #include "report/plot.h"
 #include "report/steps.h"
@@ -103,12 +104,12 @@ std::string line_of(const std::string& title, const std::optional<spread>& of, i
 }
 
 std::string pairs_table(const measured_pairs& all) {
-  const auto one_pixel = spread_of(all, [](const pair_measurement& m) { return std::optional(m.times_one_pixel()); });
+  const auto tiny_picture = spread_of(all, [](const pair_measurement& m) { return std::optional(m.times_tiny()); });
   const auto threads = spread_of(all, [](const pair_measurement& m) { return m.gain_of_two_threads; });
   return "| one picture of 1920x1080 | median | least | pairs |\n|---|---|---|---|\n" +
          line_of("share of memcpy, by lines of samples", shares_of_memcpy(all)) +
          line_of("times as fast as swscale", times_swscale(all), 1) +
-         line_of("times as long as a picture of one pixel", one_pixel, 0) +
+         line_of("times as long as a picture of " + name_of(tiny), tiny_picture, 0) +
          line_of("times as fast on two threads, 1920x16", threads);
 }
 

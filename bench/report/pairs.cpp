@@ -20,7 +20,7 @@ class judge {
     if (m.goes_by_lines()) hold(m, "of memcpy", m.share_of_memcpy(), aims_.pairs.share_of_memcpy);
     hold(m, "of swscale, nearest", m.times_nearest(), aims_.never_slower());
     hold(m, "of swscale, bilinear", m.times_bilinear(), aims_.never_slower());
-    hold(m, "times one pixel", m.times_one_pixel(), aims_.pairs.times_one_pixel);
+    hold(m, "times a tiny picture", m.times_tiny(), aims_.pairs.times_tiny_picture);
     hold(m, "on two threads", m.gain_of_two_threads, aims_.pairs.two_threads, in_cache);
   }
 

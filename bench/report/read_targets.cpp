@@ -160,12 +160,12 @@ format_pair read_pair(const node& n) {
 }
 
 pair_targets read_pair_targets(const node& n) {
-  n.allow({"share_of_memcpy", "median_share_of_memcpy", "median_of_swscale", "times_one_pixel", "two_threads",
+  n.allow({"share_of_memcpy", "median_share_of_memcpy", "median_of_swscale", "times_tiny_picture", "two_threads",
            "on_threads", "reasons"});
   pair_targets result{.share_of_memcpy = n["share_of_memcpy"].number(),
                       .median_share_of_memcpy = n["median_share_of_memcpy"].number(),
                       .median_of_swscale = n["median_of_swscale"].number(),
-                      .times_one_pixel = n["times_one_pixel"].number(),
+                      .times_tiny_picture = n["times_tiny_picture"].number(),
                       .two_threads = n["two_threads"].number()};
   for (const node& entry : n["on_threads"].items()) result.on_threads.push_back(read_pair(entry));
   for (const node& entry : n["reasons"].items()) {

@@ -58,8 +58,8 @@ struct pair_targets {
   double share_of_memcpy = 0;         // each pair that goes by lines
   double median_share_of_memcpy = 0;  // all of these together
   double median_of_swscale = 0;       // times as fast, beside the setting that is faster; each pair: never slower
-  double times_one_pixel = 0;  // how many times as long as a picture of one pixel, which is hardly more than checks
-  double two_threads = 0;      // times as fast as one, at in_cache
+  double times_tiny_picture = 0;      // how many times as long as a picture with next to no rows
+  double two_threads = 0;             // times as fast as one, at in_cache
   std::vector<format_pair> on_threads{};
   std::vector<reason> reasons{};  // which name sources and destinations alone
 

@@ -120,7 +120,7 @@ TEST(pair_jobs, convert_every_picture) {
         },
         all);
     EXPECT_TRUE(results_after(convert_all(all), all) == expected) << p.name();
-    EXPECT_TRUE(results_after(convert_all_on_two_threads(all), all) == expected) << p.name();
+    EXPECT_TRUE(results_after(convert_all(all, {.threads = 2}), all) == expected) << p.name();
   }
 }
 
@@ -128,7 +128,8 @@ TEST(pair_jobs, convert_with_the_filter_that_is_asked_for) {
   const arena memory = memory_for(1);
   const pictures all(memory, pair_named("uyvy:vuya"), small);
   all.fill_sources();
-  EXPECT_TRUE(results_after(convert_all(all, filter::nearest), all) != results_after(convert_all(all), all));
+  EXPECT_TRUE(results_after(convert_all(all, {.filter = filter::nearest}), all) !=
+              results_after(convert_all(all), all));
 }
 
 TEST(pair_jobs, sources_have_contents_that_their_format_can_have) {
@@ -140,13 +141,21 @@ TEST(pair_jobs, sources_have_contents_that_their_format_can_have) {
   EXPECT_GT(std::count_if(bytes.begin(), bytes.end(), [](std::uint8_t b) { return b > 100; }), 100);
 }
 
+TEST(pair_jobs, a_tiny_picture_has_whole_groups_of_every_format) {
+  for (const catalogue::format& f : catalogue::formats)
+    for (std::size_t i = 0; i < f.plane_count(); ++i) {
+      EXPECT_EQ(tiny.xres % f.planes[i].group_pixels, 0) << f.name;
+      EXPECT_EQ(tiny.yres % f.planes[i].image_rows, 0) << f.name;
+    }
+}
+
 TEST(pair_jobs, exist_for_every_pair) {
   const arena memory = memory_for(2);
   for (const format_pair& p : all_pairs()) {
     const pictures all(memory, p, small, 2);
     EXPECT_NO_THROW(all.fill_sources()) << p.name();
     EXPECT_NO_THROW(convert_all(all)()) << p.name();
-    EXPECT_NO_THROW(convert_one_pixel(p)()) << p.name();
+    EXPECT_NO_THROW(convert_tiny_picture(p)()) << p.name();
   }
 }
 

@@ -31,7 +31,7 @@ pair_measurement pair(const std::string& source, const std::string& destination,
                      .nanoseconds = 1000,
                      .nearest_nanoseconds = 1000,
                      .copy_nanoseconds = 1000 * share,
-                     .one_pixel_nanoseconds = 1};
+                     .tiny_nanoseconds = 1};
   if (!times_swscale) return m;
   m.swscale_nearest_nanoseconds = 1000 * *times_swscale;
   m.swscale_bilinear_nanoseconds = 2000 * *times_swscale;
@@ -48,7 +48,7 @@ targets aims_of_pairs() {
   result.pairs = {.share_of_memcpy = 0.3,
                   .median_share_of_memcpy = 0.45,
                   .median_of_swscale = 8,
-                  .times_one_pixel = 100,
+                  .times_tiny_picture = 100,
                   .two_threads = 1.8,
                   .reasons = {{.about = {.source = {"v210"}}, .because = "groups"}}};
   return result;
@@ -90,10 +90,10 @@ TEST(misses_of_pairs, swscale_may_not_be_faster_with_either_filter) {
 
 TEST(misses_of_pairs, checking_takes_no_more_than_its_part) {
   pair_measurement m = good_pair();
-  m.one_pixel_nanoseconds = 9.9;
+  m.tiny_nanoseconds = 9.9;
   expect_miss(m, "");
-  m.one_pixel_nanoseconds = 12.5;
-  expect_miss(m, "times one pixel", 80, 100);
+  m.tiny_nanoseconds = 12.5;
+  expect_miss(m, "times a tiny picture", 80, 100);
 }
 
 TEST(misses_of_pairs, two_threads_gain_where_they_were_measured) {
@@ -210,7 +210,7 @@ TEST(tables_of_pairs, have_a_line_for_each) {
   std::ostringstream text;
   write_table(text, {pair("uyvy", "y", 0.25, 3), pair("y", "L", 0.5)});
   EXPECT_EQ(text.str(),
-            "pair           us       GB/s  of memcpy    nearest   bilinear  one pixel  2 threads\n"
+            "pair           us       GB/s  of memcpy    nearest   bilinear       tiny  2 threads\n"
             "uyvy:y        1.0       6.00       0.25       3.00       6.00    0.100 %          -\n"
             "y:L           1.0       6.00       0.50          -          -    0.100 %          -\n");
   std::ostringstream csv;

@@ -73,7 +73,7 @@ TEST(targets, hold_pairs_of_formats) {
   EXPECT_EQ(aims.share_of_memcpy, 0.3);
   EXPECT_EQ(aims.median_share_of_memcpy, 0.45);
   EXPECT_EQ(aims.median_of_swscale, 8);
-  EXPECT_EQ(aims.times_one_pixel, 100);
+  EXPECT_EQ(aims.times_tiny_picture, 100);
   EXPECT_EQ(aims.two_threads, 1.8);
   EXPECT_EQ(aims.on_threads.front().name(), "uyvy:uyvy");
 }
