@@ -167,6 +167,10 @@ void require_whole_picture(const catalogue::format& format, extent size, bool pa
   require(size.height, format.height_multiple, "height", "row");
 }
 
+bool has_extension(const std::string& path, std::string_view extension) {
+  return path.size() >= extension.size() && lower(path.substr(path.size() - extension.size())) == extension;
+}
+
 std::string joined(const std::vector<std::string>& words, std::string_view separator) {
   std::string result;
   for (const std::string& word : words) {

@@ -29,6 +29,9 @@ std::vector<std::string> parse_list(const std::string& words);
 // ask for it.
 void require_whole_picture(const catalogue::format& format, extent size, bool padding = false);
 
+// Whether a path ends in the extension, which is in lower case, whatever its own case.
+bool has_extension(const std::string& path, std::string_view extension);
+
 std::string joined(const std::vector<std::string>& words, std::string_view separator = ", ");
 
 }  // namespace morvane::tool
