@@ -44,8 +44,8 @@ struct plane_sums {
 
 class comparison {
  public:
-  explicit comparison(const catalogue::format& f) : format_(f) {
-    for (std::size_t p = 0; p < f.plane_count(); ++p) layouts_.emplace_back(f.planes[p]);
+  explicit comparison(const format_info& f) : format_(f) {
+    for (std::size_t p = 0; p < planes_of(f).size(); ++p) layouts_.emplace_back(f, p);
     sums_.resize(layouts_.size());
   }
 
@@ -55,7 +55,7 @@ class comparison {
   }
 
   std::int64_t frames() const { return frames_; }
-  const catalogue::format& format() const { return format_; }
+  const format_info& format() const { return format_; }
   const std::optional<difference>& first() const { return first_; }
   const std::vector<plane_sums>& sums() const { return sums_; }
 
@@ -76,7 +76,7 @@ class comparison {
   }
 
   bool counts_every_byte(std::size_t p, int width, const std::vector<std::size_t>& counted) const {
-    return format_.planes[p].sample == catalogue::sample_type::u8 && counted.size() == layouts_[p].row_samples(width);
+    return format_.planes[p].bits == 8 && counted.size() == layouts_[p].row_samples(width);
   }
 
   void add_plane(std::size_t p, const image& a, const image& b) {
@@ -87,7 +87,8 @@ class comparison {
     sum.count += static_cast<std::int64_t>(counted.size()) * a.rows(p);
     if (every_byte) {
       const std::uint64_t absolute = Processing::Morvane::sum_absolute_differences::difference(
-          a.row(p, 0), a.stride(p), b.row(p, 0), b.stride(p), static_cast<int>(counted.size()), a.rows(p));
+          a.row(p, 0), static_cast<int>(a.stride(p)), b.row(p, 0), static_cast<int>(b.stride(p)),
+          static_cast<int>(counted.size()), a.rows(p));
       sum.absolute += absolute;
       if (absolute == 0) return;
     }
@@ -100,7 +101,7 @@ class comparison {
   // The result is the row's sum of absolute differences.
   std::uint64_t add_row(std::size_t p, int y, const image& a, const image& b, const std::vector<std::size_t>& counted) {
     const int width = a.size().width;
-    const auto bytes = static_cast<std::size_t>(a.plane(p).row_bytes(width));
+    const auto bytes = static_cast<std::size_t>(a.row_bytes(p));
     if (std::memcmp(a.row(p, y), b.row(p, y), bytes) == 0) return 0;
     layouts_[p].read(a.row(p, y), width, first_row_);
     layouts_[p].read(b.row(p, y), width, second_row_);
@@ -128,7 +129,7 @@ class comparison {
                         layouts_[p].number(second_row_[i])};
   }
 
-  const catalogue::format& format_;
+  const format_info& format_;
   std::vector<sample_layout> layouts_;
   std::vector<plane_sums> sums_;
   std::optional<difference> first_;
@@ -144,8 +145,8 @@ struct frame_counts {
 
 // Compares the frames that both have, and counts those of each.
 frame_counts compare_frames(frame_source& a, frame_source& b, comparison& result) {
-  image first(a.format(), a.size(), {});
-  image second(b.format(), b.size(), {});
+  image first(a.format(), a.size());
+  image second(b.format(), b.size());
   frame_counts counts;
   for (bool more_a = true, more_b = true; more_a || more_b;) {
     more_a = more_a && a.read(first);

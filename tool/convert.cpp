@@ -18,14 +18,14 @@ namespace morvane::tool {
 
 namespace {
 
-route choose_route(const catalogue::format& source, const convert_options& o) {
+route choose_route(const format_info& source, const convert_options& o) {
   const route_wish wish{o.matrix, o.via, o.allow_irregular, o.rescale};
   if (!o.to.empty()) return find_route(source, format_named(o.to), wish);
   const std::string name = joined(o.output, ",");
   if (!is_png(o.output)) wrong_arguments("the format of ", name, " is missing; give it with -t");
   const std::optional<route> way = find_route_to_rgb(source, o.matrix.value_or(709));
   if (!way) wrong_arguments("no conversion leads from ", source.name, " to RGB, which ", name, " needs");
-  return find_route(source, *way->formats().back(), wish);
+  return find_route(source, way->destination(), wish);
 }
 
 void remark_on(const route& way, bool verbose) {
@@ -37,7 +37,7 @@ void remark_on(const route& way, bool verbose) {
 extent working_size(extent size, const route& way, bool pad) {
   const extent padded = padded_size(size, way);
   if (!pad)
-    for (const catalogue::format* f : way.formats()) require_whole_picture(*f, size, true);
+    for (const catalogue::format* f : way.formats()) require_whole_picture(info_of(f->id), size, true);
   if (padded.width != size.width)
     say(text("width ", size.width, " padded to ", padded.width, " by repeating the last column"));
   if (padded.height != size.height)
@@ -45,7 +45,7 @@ extent working_size(extent size, const route& way, bool pad) {
   return padded;
 }
 
-extent written_size(extent size, const catalogue::format& f, const std::string& crop) {
+extent written_size(extent size, const format_info& f, const std::string& crop) {
   if (crop.empty()) return size;
   const extent part = parse_size(crop);
   if (part.width > size.width || part.height > size.height)
@@ -95,7 +95,7 @@ void convert_all(frame_source& source, pipeline& line, frame_sink& sink, const c
 void convert(const convert_options& o) {
   const auto source = open_source({o.input, o.from, o.size, o.source_strides, o.skip});
   const route way = choose_route(source->format(), o);
-  const catalogue::format& destination = *way.formats().back();
+  const format_info& destination = way.destination();
   const extent size = working_size(source->size(), way, o.pad);
   const extent written = written_size(size, destination, o.crop);
   remark_on(way, o.verbose);

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <deque>
 
-#include "catalogue/layout.h"
 #include "errors.h"
 #include "names.h"
 #include "output.h"
@@ -16,47 +15,35 @@ namespace morvane::tool {
 
 namespace {
 
-std::string planes_of(const catalogue::format& f) {
+std::string plane_names(const format_info& f) {
   std::vector<std::string> names;
-  for (std::size_t p = 0; p < f.plane_count(); ++p) names.emplace_back(f.planes[p].name);
+  for (const plane_info& p : planes_of(f)) names.emplace_back(p.name);
   return text(f.name, " has ", names.size(), names.size() == 1 ? " plane, " : " planes, ", joined(names));
 }
 
-std::string plane_name(const catalogue::format& f, std::size_t p) {
-  return f.plane_count() == 1 ? std::string(f.name) : text("plane ", f.planes[p].name, " of ", f.name);
+std::string plane_name(const format_info& f, int p) {
+  return f.plane_count == 1 ? std::string(f.name) : text("plane ", f.planes[p].name, " of ", f.name);
 }
 
-// How a frame lies in raw files: plane after plane, row after row.
-catalogue::layout layout_of(const catalogue::format& f, extent size, const stride_list& strides) {
-  if (strides.size() > f.plane_count()) wrong_arguments(planes_of(f), "; there are ", strides.size(), " strides");
-  return lay_out(f, size.width, size.height, [&](std::size_t p, std::int64_t row_bytes) {
-    const std::int64_t stride = p < strides.size() ? strides[p] : row_bytes;
-    if (stride < row_bytes)
-      wrong_arguments("stride ", stride, " is too small: a row of ", plane_name(f, p), ' ', size, " has ", row_bytes,
-                      " bytes");
-    return stride;
-  });
-}
-
-void require_file_for_every_plane(const catalogue::format& f, const file_list& files) {
+void require_file_for_every_plane(const format_info& f, const file_list& files) {
   if (files.size() == 1) return;
   for (const std::string& name : files) {
     if (name.empty()) wrong_arguments("a file in ", joined(files, ","), " has no name");
     if (names_png(name)) wrong_arguments(name, " is a PNG, which holds a picture and not one of its planes");
   }
-  if (files.size() != f.plane_count()) wrong_arguments(planes_of(f), "; there are ", files.size(), " files");
+  if (files.size() != planes_of(f).size()) wrong_arguments(plane_names(f), "; there are ", files.size(), " files");
 }
 
 class raw_source : public frame_source {
  public:
-  raw_source(const source_wish& wish, const catalogue::format& f, extent size)
+  raw_source(const source_wish& wish, const format_info& f, extent size)
       : format_(f), size_(size), layout_(layout_of(f, size, wish.strides)) {
     open(wish.files);
     for (raw_file& file : files_) file.skip(wish.skip);
     for (const raw_file& file : files_) require_as_many_frames(file);
   }
 
-  const catalogue::format& format() const override { return format_; }
+  const format_info& format() const override { return format_; }
   extent size() const override { return size_; }
   std::optional<std::int64_t> remaining() const override {
     for (const raw_file& file : files_)
@@ -66,7 +53,7 @@ class raw_source : public frame_source {
 
   bool read(image& into) override {
     if (!next()) return false;
-    for (std::size_t p = 0; p < format_.plane_count(); ++p) {
+    for (std::size_t p = 0; p < planes_of(format_).size(); ++p) {
       raw_file& file = files_.size() == 1 ? files_.front() : files_[p];
       for (int y = 0; y < plane_rows(format_.planes[p], size_.height); ++y) {
         file.take(into.row(p, y), layout_.planes[p].row_bytes);
@@ -83,7 +70,8 @@ class raw_source : public frame_source {
       files_.emplace_back(names.front(), layout_.bytes, frame);
     else
       for (std::size_t p = 0; p < names.size(); ++p)
-        files_.emplace_back(names[p], layout_.planes[p].bytes(), text("plane ", format_.planes[p].name, " of ", frame));
+        files_.emplace_back(names[p], layout_.planes[p].stride * layout_.planes[p].rows,
+                            text("plane ", format_.planes[p].name, " of ", frame));
   }
 
   void require_as_many_frames(const raw_file& file) const {
@@ -101,9 +89,9 @@ class raw_source : public frame_source {
     return more;
   }
 
-  const catalogue::format& format_;
+  const format_info& format_;
   extent size_;
-  catalogue::layout layout_;
+  morvane_layout layout_;
   std::vector<raw_file> files_;
 };
 
@@ -117,7 +105,7 @@ class png_source : public frame_source {
     if (wish.skip > 0) wrong_arguments(path, " has no frame ", wish.skip, ": it has 1, numbered from 0");
   }
 
-  const catalogue::format& format() const override { return format_; }
+  const format_info& format() const override { return format_; }
   extent size() const override { return picture_.size; }
   std::optional<std::int64_t> remaining() const override { return read_ ? 0 : 1; }
 
@@ -128,22 +116,22 @@ class png_source : public frame_source {
   }
 
  private:
-  const catalogue::format& format_of(const std::string& path, const std::string& wanted) const {
+  const format_info& format_of(const std::string& path, const std::string& wanted) const {
     const bool alpha = picture_.channels == 4;
-    const catalogue::format& f = format_named(!wanted.empty() ? wanted : alpha ? "bgra" : "bgrx");
+    const format_info& f = format_named(!wanted.empty() ? wanted : alpha ? "bgra" : "bgrx");
     if (!fits_png(f)) wrong_arguments(path, " is a PNG, which is read as RGB, not as ", f.name);
-    if (alpha && !f.alpha) say(text("the alpha of ", path, " is dropped: ", f.name, " has none"));
+    if (alpha && !f.has_alpha) say(text("the alpha of ", path, " is dropped: ", f.name, " has none"));
     return f;
   }
 
   picture picture_;
-  const catalogue::format& format_;
+  const format_info& format_;
   bool read_ = false;
 };
 
 class raw_sink : public frame_sink {
  public:
-  raw_sink(const sink_wish& wish, const catalogue::format& f)
+  raw_sink(const sink_wish& wish, const format_info& f)
       : size_(wish.size), layout_(layout_of(f, wish.size, wish.strides)) {
     for (const std::string& name : wish.files) files_.emplace_back(name);
   }
@@ -165,7 +153,7 @@ class raw_sink : public frame_sink {
 
  private:
   extent size_;
-  catalogue::layout layout_;
+  morvane_layout layout_;
   std::deque<output_file> files_;
   std::vector<std::uint8_t> padding_;
 };
@@ -189,6 +177,22 @@ class png_sink : public frame_sink {
 
 }  // namespace
 
+morvane_layout layout_of(const format_info& f, extent size, const stride_list& strides) {
+  if (strides.size() > planes_of(f).size()) wrong_arguments(plane_names(f), "; there are ", strides.size(), " strides");
+  morvane_layout layout = morvane::lay_out({.format = f.format, .width = size.width, .height = size.height});
+  layout.bytes = 0;
+  for (int i = 0; i < f.plane_count; ++i) {
+    morvane_plane_layout& p = layout.planes[i];
+    p.stride = static_cast<std::size_t>(i) < strides.size() ? strides[static_cast<std::size_t>(i)] : p.row_bytes;
+    if (p.stride < p.row_bytes)
+      wrong_arguments("stride ", p.stride, " is too small: a row of ", plane_name(f, i), ' ', size, " has ",
+                      p.row_bytes, " bytes");
+    p.offset = layout.bytes;
+    layout.bytes += p.stride * p.rows;
+  }
+  return layout;
+}
+
 bool is_png(const file_list& files) {
   return files.size() == 1 && names_png(files.front());
 }
@@ -197,7 +201,7 @@ std::unique_ptr<frame_source> open_source(const source_wish& wish) {
   if (is_png(wish.files)) return std::make_unique<png_source>(wish.files.front(), wish);
   const std::string name = joined(wish.files, ",");
   if (wish.format.empty()) wrong_arguments("the format of ", name, " is missing; give it with -f");
-  const catalogue::format& f = format_named(wish.format);
+  const format_info& f = format_named(wish.format);
   if (wish.size.empty()) wrong_arguments("the size of ", name, " is missing; give it with -s WIDTHxHEIGHT");
   const extent size = parse_size(wish.size);
   require_whole_picture(f, size);
@@ -207,7 +211,7 @@ std::unique_ptr<frame_source> open_source(const source_wish& wish) {
   return std::make_unique<raw_source>(wish, f, size);
 }
 
-std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const catalogue::format& format) {
+std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& format) {
   if (is_png(wish.files)) {
     const std::string& path = wish.files.front();
     if (!fits_png(format)) wrong_arguments(path, " is a PNG, which holds RGB, not ", format.name);

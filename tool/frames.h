@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/formats.h"
 #include "image.h"
 
 namespace morvane::tool {
@@ -21,10 +20,13 @@ bool is_png(const file_list& files);
 // Bytes from row to row in the planes of raw frames, from the first plane on. The rows of the rest are tight.
 using stride_list = std::vector<std::int64_t>;
 
+// How a frame lies in raw files: plane after plane, row after row.
+morvane_layout layout_of(const format_info& f, extent size, const stride_list& strides = {});
+
 class frame_source {
  public:
   virtual ~frame_source() = default;
-  virtual const catalogue::format& format() const = 0;
+  virtual const format_info& format() const = 0;
   virtual extent size() const = 0;
   // How many frames read() will still give, when that is known beforehand.
   virtual std::optional<std::int64_t> remaining() const = 0;
@@ -56,6 +58,6 @@ struct sink_wish {
   stride_list strides;
 };
 
-std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const catalogue::format& format);
+std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& format);
 
 }  // namespace morvane::tool

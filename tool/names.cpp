@@ -31,10 +31,10 @@ std::string_view without_blanks(std::string_view fourcc) {
 }
 
 // Every lower-case name a format answers to, its own first.
-std::vector<std::string> all_names(const catalogue::format& f) {
+std::vector<std::string> all_names(const format_info& f) {
   std::vector<std::string> names;
-  for (std::string_view name :
-       {f.name, without_blanks(f.fourcc), f.ffmpeg, f.v4l2, without_prefix(f.v4l2), f.gstreamer})
+  for (const std::string_view name : {std::string_view(f.name), without_blanks(f.fourcc), std::string_view(f.ffmpeg),
+                                      std::string_view(f.v4l2), without_prefix(f.v4l2), std::string_view(f.gstreamer)})
     if (!name.empty()) names.push_back(lower(name));
   return names;
 }
@@ -72,7 +72,7 @@ std::string nearest(const std::string& word, std::vector<suggestion> all) {
 
 std::string nearest_formats(const std::string& word) {
   std::vector<suggestion> all;
-  for (const catalogue::format& f : catalogue::formats) {
+  for (const format_info& f : all_formats()) {
     std::size_t best = word.size() + 1;
     for (const std::string& name : all_names(f)) best = std::min(best, edit_distance(word, name));
     all.push_back({best, std::string(f.name)});
@@ -100,18 +100,12 @@ int parse_length(std::string_view digits) {
 
 }  // namespace
 
-const catalogue::format& format_named(const std::string& name) {
-  const std::string word = lower(name);
-  if (const catalogue::format* f = catalogue::find_format(word)) return *f;
-  std::vector<const catalogue::format*> found;
-  for (const catalogue::format& f : catalogue::formats) {
-    const std::vector<std::string> names = all_names(f);
-    if (std::find(names.begin(), names.end(), word) != names.end()) found.push_back(&f);
-  }
-  if (found.size() == 1) return *found.front();
-  if (found.empty()) wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(word), "formats"));
+const format_info& format_named(const std::string& name) {
+  const std::vector<morvane::format> found = morvane::formats_called(name);
+  if (found.size() == 1) return info_of(found.front());
+  if (found.empty()) wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(lower(name)), "formats"));
   std::vector<std::string> candidates;
-  for (const catalogue::format* f : found) candidates.emplace_back(f->name);
+  for (const morvane::format f : found) candidates.emplace_back(info_of(f).name);
   wrong_arguments("format ", name, " may mean ", joined(candidates, " or "));
 }
 
@@ -124,9 +118,10 @@ std::vector<const catalogue::conversion*> conversions_named(const std::string& n
   return found;
 }
 
-std::vector<std::string> other_names(const catalogue::format& f) {
+std::vector<std::string> other_names(const format_info& f) {
   std::vector<std::string> result;
-  for (std::string_view name : {without_blanks(f.fourcc), f.ffmpeg, without_prefix(f.v4l2), f.gstreamer}) {
+  for (const std::string_view name :
+       {without_blanks(f.fourcc), std::string_view(f.ffmpeg), without_prefix(f.v4l2), std::string_view(f.gstreamer)}) {
     const auto same = [&](const std::string& other) { return lower(other) == lower(name); };
     if (!name.empty() && name != f.name && std::none_of(result.begin(), result.end(), same)) result.emplace_back(name);
   }
@@ -155,7 +150,7 @@ std::vector<std::string> parse_list(const std::string& words) {
   return result;
 }
 
-void require_whole_picture(const catalogue::format& format, extent size, bool padding) {
+void require_whole_picture(const format_info& format, extent size, bool padding) {
   const auto require = [&](int length, int multiple, const char* dimension, const char* line) {
     if (length % multiple == 0) return;
     const std::string need =

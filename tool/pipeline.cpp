@@ -24,7 +24,12 @@ catalogue::planes<const std::uint8_t> read_only(const catalogue::planes<std::uin
 }  // namespace
 
 pipeline::pipeline(const route& way, extent size, workers& hands)
-    : way_(way), size_(size), hands_(hands), times_(way.steps.size()) {
+    : way_(way),
+      size_(size),
+      hands_(hands),
+      input_(way.source(), size),
+      output_(way.destination(), size),
+      times_(way.steps.size()) {
   const std::vector<const catalogue::format*> formats = way_.formats();
   for (std::size_t i = 0; i < formats.size(); ++i) images_.emplace_back(*formats[i], size_, room_of(i));
 }
@@ -57,6 +62,7 @@ int pipeline::call_width(const catalogue::conversion& c) const {
 
 void pipeline::run(int times) {
   using clock = std::chrono::steady_clock;
+  images_.front().take(input_);
   for (std::size_t step = 0; step < way_.steps.size(); ++step)
     for (int i = 0; i < times; ++i) {
       const clock::time_point start = clock::now();
@@ -67,6 +73,7 @@ void pipeline::run(int times) {
       t.total_seconds += seconds;
       ++t.runs;
     }
+  images_.back().give(output_);
 }
 
 std::int64_t pipeline::bytes_moved(std::size_t step) const {

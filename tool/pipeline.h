@@ -6,6 +6,7 @@
 
 #include "image.h"
 #include "route.h"
+#include "step_image.h"
 #include "workers.h"
 
 namespace morvane::tool {
@@ -20,8 +21,8 @@ class pipeline {
  public:
   pipeline(const route& way, extent size, workers& hands);
 
-  image& input() { return images_.front(); }
-  const image& output() const { return images_.back(); }
+  image& input() { return input_; }
+  const image& output() const { return output_; }
 
   // Converts the picture in input() into output(), every step so many times over.
   void run(int times = 1);
@@ -39,7 +40,9 @@ class pipeline {
   route way_;
   extent size_;
   workers& hands_;
-  std::vector<image> images_;
+  image input_;
+  image output_;
+  std::vector<step_image> images_;
   std::vector<step_time> times_;
 };
 

@@ -35,6 +35,10 @@ bool usable(const conversion& c, rules r) {
   return has_matrix(c, r.matrix) && (r.irregular || c.irregular.empty());
 }
 
+const format& in_catalogue(const format_info& f) {
+  return *catalogue::find_format(f.name);
+}
+
 bool has_color(const format& f) {
   return f.model == catalogue::color_model::ycbcr || f.model == catalogue::color_model::rgb;
 }
@@ -186,13 +190,21 @@ route route_of(const format& source, const format& destination, const route_wish
 }  // namespace
 
 std::vector<const format*> route::formats() const {
-  std::vector<const format*> result = {source};
+  std::vector<const format*> result = {first};
   for (const conversion* c : steps) result.push_back(catalogue::find_format(c->destination));
   return result;
 }
 
-route find_route(const format& source, const format& destination, const route_wish& wish) {
-  route result = route_of(source, destination, wish);
+const format_info& route::source() const {
+  return info_of(first->id);
+}
+
+const format_info& route::destination() const {
+  return info_of(formats().back()->id);
+}
+
+route find_route(const format_info& source, const format_info& destination, const route_wish& wish) {
+  route result = route_of(in_catalogue(source), in_catalogue(destination), wish);
   const bool can_rescale = std::any_of(result.steps.begin(), result.steps.end(), rescales);
   if (wish.rescale && !can_rescale)
     wrong_arguments("no conversion from ", source.name, " to ", destination.name,
@@ -201,11 +213,12 @@ route find_route(const format& source, const format& destination, const route_wi
   return result;
 }
 
-std::optional<route> find_route_to_rgb(const format& source, int matrix) {
+std::optional<route> find_route_to_rgb(const format_info& from, int matrix) {
+  const format& source = in_catalogue(from);
   std::optional<route> best;
   for (const bool alpha : {source.alpha, !source.alpha})
     for (const format& f : catalogue::formats) {
-      if (!fits_png(f) || f.alpha != alpha) continue;
+      if (!fits_png(info_of(f.id)) || f.alpha != alpha) continue;
       std::optional<steps> way = shortest(source, f, {matrix, false});
       if (way && (!best || weight(*way) < weight(best->steps))) best = route{&source, *std::move(way), matrix};
     }
@@ -221,7 +234,7 @@ extent padded_size(extent size, const route& way) {
 }
 
 std::string described(const route& way) {
-  if (way.steps.empty()) return text(way.source->name, " as it is, without a conversion");
+  if (way.steps.empty()) return text(way.first->name, " as it is, without a conversion");
   std::vector<std::string> parts;
   for (const conversion* c : way.steps)
     parts.push_back(text(c->source, " -> ", c->destination, " by ", c->name,

@@ -12,13 +12,15 @@
 namespace morvane::tool {
 
 struct route {
-  const catalogue::format* source = nullptr;
+  const catalogue::format* first = nullptr;
   std::vector<const catalogue::conversion*> steps;
   int matrix = 709;
   bool rescale = false;  // luma, in the steps that can
 
   // The formats that a picture passes through, source and destination included.
   std::vector<const catalogue::format*> formats() const;
+  const format_info& source() const;
+  const format_info& destination() const;
 };
 
 struct route_wish {
@@ -32,11 +34,11 @@ struct route_wish {
 // earliest in the catalogue. A format leads to itself by its copy, or without a step where it has no regular one. A
 // route that has left colour behind leads to no format with colour: the picture of a key is not that of its fill. Fails
 // with the reason when there is no route.
-route find_route(const catalogue::format& source, const catalogue::format& destination, const route_wish& wish);
+route find_route(const format_info& source, const format_info& destination, const route_wish& wish);
 
 // The best route of regular conversions to an RGB format that a PNG can hold, if there is one; of equal ones, one that
 // ends with alpha when the source has it and without when it has none.
-std::optional<route> find_route_to_rgb(const catalogue::format& source, int matrix);
+std::optional<route> find_route_to_rgb(const format_info& source, int matrix);
 
 // The smallest size from this one on that is whole in all formats of the route.
 extent padded_size(extent size, const route& way);

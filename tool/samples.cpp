@@ -46,17 +46,12 @@ int level_of(double number, scale s) {
 
 }  // namespace
 
-std::vector<std::string> components_of(const catalogue::plane& plane) {
-  std::vector<std::string> result;
-  plane.each_component([&](std::string_view name) { result.emplace_back(name); });
-  return result;
-}
-
-sample_layout::sample_layout(const catalogue::plane& plane) : plane_(plane), components_(components_of(plane)) {
+sample_layout::sample_layout(const format_info& format, std::size_t plane)
+    : plane_(catalogue::find_format(format.name)->planes[plane]), components_(components_of(format.planes[plane])) {
   for (auto at = components_.begin(); at != components_.end(); ++at) {
     const auto before = std::count(components_.begin(), at, *at);
     const auto all = std::count(components_.begin(), components_.end(), *at);
-    pixels_.push_back(static_cast<int>(before * plane.group_pixels / all));
+    pixels_.push_back(static_cast<int>(before * plane_.group_pixels / all));
   }
 }
 

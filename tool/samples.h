@@ -6,16 +6,14 @@
 #include <vector>
 
 #include "catalogue/formats.h"
+#include "formats.h"
 
 namespace morvane::tool {
-
-// The components of a group in storage order.
-std::vector<std::string> components_of(const catalogue::plane& plane);
 
 // How the samples of one plane lie in its rows.
 class sample_layout {
  public:
-  explicit sample_layout(const catalogue::plane& plane);
+  sample_layout(const format_info& format, std::size_t plane);
 
   // Samples in a row of so many pixels; the last group counts as whole.
   std::size_t row_samples(int width) const;
@@ -42,10 +40,5 @@ class sample_layout {
   std::vector<std::string> components_;
   std::vector<int> pixels_;  // within the group
 };
-
-// Bytes that carry nothing.
-inline bool is_unused(const std::string& component) {
-  return component == "x";
-}
 
 }  // namespace morvane::tool

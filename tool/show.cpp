@@ -33,22 +33,22 @@ struct selection {
 };
 
 // By the name of a component, of a plane, or of both: "Cb", "key", "key.Y".
-std::optional<selection> find_selection(const catalogue::format& f, std::string_view name) {
-  for (std::size_t p = 0; p < f.plane_count(); ++p)
+std::optional<selection> find_selection(const format_info& f, std::string_view name) {
+  for (std::size_t p = 0; p < planes_of(f).size(); ++p)
     for (const std::string& component : components_of(f.planes[p]))
       if (same_letters(component, name) || same_letters(text(f.planes[p].name, '.', component), name))
         return selection{p, component};
-  for (std::size_t p = 0; p < f.plane_count(); ++p)
+  for (std::size_t p = 0; p < planes_of(f).size(); ++p)
     if (same_letters(f.planes[p].name, name)) return selection{p, {}};
   return std::nullopt;
 }
 
-[[noreturn]] void unknown_plane(const catalogue::format& f, const std::string& name) {
+[[noreturn]] void unknown_plane(const format_info& f, const std::string& name) {
   std::vector<std::string> names;
   const auto add = [&](const std::string& word) {
     if (std::find(names.begin(), names.end(), word) == names.end()) names.push_back(word);
   };
-  for (std::size_t p = 0; p < f.plane_count(); ++p) {
+  for (std::size_t p = 0; p < planes_of(f).size(); ++p) {
     for (const std::string& component : components_of(f.planes[p])) add(component);
     add(std::string(f.planes[p].name));
   }
@@ -65,7 +65,7 @@ std::vector<std::size_t> taken_samples(const sample_layout& layout, const select
 
 // The selected samples as grey, a pixel each, in eight bits.
 picture grey(const image& source, const selection& wanted) {
-  const sample_layout layout(source.plane(wanted.plane));
+  const sample_layout layout(source.format(), wanted.plane);
   const int width = source.size().width;
   const std::vector<std::size_t> taken = taken_samples(layout, wanted, width);
   picture result({static_cast<int>(taken.size()), source.rows(wanted.plane)}, 1);
@@ -81,8 +81,8 @@ picture grey(const image& source, const selection& wanted) {
 // Puts the selected samples, in eight bits, at every step-th byte of the rows from an offset on, each at the first
 // pixel it belongs to.
 void gather(const image& source, const selection& wanted, image& into, std::size_t offset, std::size_t step) {
-  const catalogue::plane& plane = source.plane(wanted.plane);
-  const sample_layout layout(plane);
+  const plane_info& plane = source.plane(wanted.plane);
+  const sample_layout layout(source.format(), wanted.plane);
   const int width = source.size().width;
   const std::vector<std::size_t> taken = taken_samples(layout, wanted, width);
   std::vector<std::uint32_t> samples;
@@ -103,9 +103,9 @@ void gather(const image& source, image& into) {
 
 // The format with a byte of every component for every pixel which the samples of another can be gathered into. Video's
 // leads to RGB by conversions that take the chroma of a pair's first pixel.
-const catalogue::format& gathered_format(const catalogue::format& f) {
-  const bool rgb = f.model == catalogue::color_model::rgb;
-  return format_named(rgb ? f.alpha ? "bgra" : "bgrx" : f.alpha ? "ycbcra" : "ycbcrx");
+const format_info& gathered_format(const format_info& f) {
+  const bool rgb = f.model == MORVANE_RGB;
+  return format_named(rgb ? f.has_alpha ? "bgra" : "bgrx" : f.has_alpha ? "ycbcra" : "ycbcrx");
 }
 
 int checker(int x, int y) {
@@ -131,7 +131,7 @@ void read_frame(frame_source& source, image& into) {
 }
 
 picture colored(frame_source& source, int matrix) {
-  const catalogue::format& f = source.format();
+  const format_info& f = source.format();
   const std::optional<route> direct = find_route_to_rgb(f, matrix);
   const route way = direct ? *direct : find_route_to_rgb(gathered_format(f), matrix).value();
   workers hands(1);
@@ -139,7 +139,7 @@ picture colored(frame_source& source, int matrix) {
   if (direct) {
     read_frame(source, line.input());
   } else {
-    image frame(f, source.size(), {});
+    image frame(f, source.size());
     read_frame(source, frame);
     gather(frame, line.input());
   }
@@ -150,26 +150,26 @@ picture colored(frame_source& source, int matrix) {
 }
 
 picture grey(frame_source& source, const selection& wanted) {
-  image frame(source.format(), source.size(), {});
+  image frame(source.format(), source.size());
   read_frame(source, frame);
   return grey(frame, wanted);
 }
 
 picture picture_of(frame_source& source, const show_options& o) {
-  const catalogue::format& f = source.format();
+  const format_info& f = source.format();
   if (!o.plane.empty()) {
     const std::optional<selection> wanted = find_selection(f, o.plane);
     if (!wanted) unknown_plane(f, o.plane);
     return grey(source, *wanted);
   }
   switch (f.model) {
-    case catalogue::color_model::luma:
-    case catalogue::color_model::alpha:
+    case MORVANE_LUMA:
+    case MORVANE_ALPHA:
       return grey(source, {});
-    case catalogue::color_model::chroma:
+    case MORVANE_CHROMA:
       wrong_arguments(f.name, " is chroma without luma and makes no picture; --plane shows a plane or component of it");
-    case catalogue::color_model::ycbcr:
-    case catalogue::color_model::rgb:
+    case MORVANE_YCBCR:
+    case MORVANE_RGB:
       break;
   }
   return colored(source, o.matrix);
