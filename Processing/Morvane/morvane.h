@@ -46,7 +46,8 @@ enum morvane_code {
   MORVANE_OVERLAP = 9,         /* planes that share bytes, of which one is written */
   MORVANE_ROWS = 10,           /* a band that is outside the picture or does not begin and end where it may */
   MORVANE_SCRATCH = 11,        /* less scratch memory than the plan needs */
-  MORVANE_NO_MEMORY = 12
+  MORVANE_NO_MEMORY = 12,
+  MORVANE_VIA = 13 /* an entry point that there is not between the formats, or that these pictures do not suit */
 };
 
 /* What was wrong. `got` and `needed` are the numbers in question; 0 where they are none. */
@@ -190,10 +191,14 @@ enum morvane_siting { MORVANE_LEFT = 0, MORVANE_CENTER = 1 };
 /* How a picture is converted. All zero but the size is the default. */
 typedef struct morvane_options {
   uint32_t struct_size;
-  int32_t filter;         /* of chroma, of morvane_filter */
-  int32_t siting;         /* of chroma, of morvane_siting */
-  int32_t has_background; /* whether a source with alpha is laid over a background where the destination has none */
-  uint8_t background[4];  /* red, green and blue, 0 to 255; the fourth is ignored */
+  int32_t filter;          /* of chroma, of morvane_filter */
+  int32_t siting;          /* of chroma, of morvane_siting */
+  int32_t has_background;  /* whether a source with alpha is laid over a background where the destination has none */
+  uint8_t background[4];   /* red, green and blue, 0 to 255; the fourth is ignored */
+  int32_t threads;         /* of the plan's own, which share every run of all rows: 2 to 256; 0 or 1 for none */
+  const char* via;         /* an entry point between the two formats that converts instead of the rules, or NULL */
+  int32_t allow_irregular; /* whether `via` may be irregular */
+  int32_t rescale;         /* whether `via` stretches luma */
 } morvane_options;
 
 typedef struct morvane_plan morvane_plan;

@@ -124,12 +124,21 @@ struct options {
   morvane::filter filter = filter::linear;
   morvane::siting siting = siting::left;
   std::optional<color> background{};
+  std::int32_t threads = 0;
+  std::string via{};
+  bool allow_irregular = false;
+  bool rescale = false;
 
+  // Points to `via`.
   operator morvane_options() const {
     morvane_options o{};
     o.struct_size = sizeof o;
     o.filter = static_cast<std::int32_t>(filter);
     o.siting = static_cast<std::int32_t>(siting);
+    o.threads = threads;
+    o.via = via.empty() ? nullptr : via.c_str();
+    o.allow_irregular = allow_irregular ? 1 : 0;
+    o.rescale = rescale ? 1 : 0;
     o.has_background = background ? 1 : 0;
     if (background) {
       o.background[0] = background->red;
