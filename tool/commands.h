@@ -63,6 +63,10 @@ struct compare_options {
   file_list second;
   std::string format;
   std::string size;
+  // One for both files, or one for each. A PNG has its own, unless there are two of them.
+  std::vector<stride_list> strides;
+  std::vector<std::int64_t> skips;
+  std::optional<std::int64_t> frames;
   bool json = false;
 };
 

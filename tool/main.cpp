@@ -180,9 +180,8 @@ void add_show(CLI::App& app) {
   static show_options o;
   static file_names names;
   CLI::App* command = add(app, "show", "Write one frame as a PNG, alpha over a checkerboard",
-                          "A format that conversions lead to RGB is shown as they make it, pa16 and\n"
-                          "yua_yva_matrox_10 therefore over black; any other from the upper eight bits of its\n"
-                          "samples. Luma alone and alpha alone are grey; chroma alone has only its planes to show.\n\n"
+                          "Luma alone and alpha alone are grey; chroma alone has only its planes to show; of two\n"
+                          "images in one, the first is shown.\n\n"
                           "--plane takes the name of a component, such as Y, Cb or A, or of a plane, which shows all\n"
                           "its samples side by side, or of both, such as key.Y. 'morvane info' lists them.\n\n"
                           "Example (a frame of zeros, which is dark green):\n"
@@ -210,17 +209,44 @@ void add_show(CLI::App& app) {
   });
 }
 
+stride_list parse_strides(const std::string& list) {
+  stride_list strides;
+  for (const std::string& word : parse_list(list))
+    if (!CLI::detail::lexical_cast(word, strides.emplace_back()))
+      wrong_arguments("--stride: ", word, " is not a number of bytes; see --help");
+  return strides;
+}
+
+// What is given for the two files of a comparison: once for both, or once for each.
+void add_compared_frames(CLI::App& command, compare_options& o) {
+  const std::string again = "; given again: of B";
+  const auto add_strides = [&o](const std::vector<std::string>& lists) {
+    for (const std::string& list : lists) o.strides.push_back(parse_strides(list));
+    return true;
+  };
+  one_at_a_time(command.add_option("--stride", add_strides, "Bytes from row to row in the planes of both" + again))
+      ->type_name("N,...");
+  one_at_a_time(command.add_option("--skip", o.skips, "Pass over the first N frames of both" + again))
+      ->check(at_least(0))
+      ->type_name("N");
+  command.add_option("--frames", o.frames, "Compare at most N frames")->check(at_least(1))->type_name("N");
+}
+
+void require_at_most_two(const char* option, std::size_t times) {
+  if (times > 2) wrong_arguments(option, " is given ", times, " times, for two files");
+}
+
 void add_compare(CLI::App& app, int& exit_code) {
   static compare_options o;
   static file_names names;
   static std::vector<std::string> lists;
   CLI::App* command = add(app, "compare", "Compare two files of frames",
-                          "Exits with 0 when they are identical and with 1 when they are not. Unused bytes, such as\n"
-                          "the fourth of bgrx, are not compared.\n\n"
+                          "Exits with 0 when they are identical, with 1 when they are not, and with 2 when they\n"
+                          "cannot be compared. Unused bits and bytes, such as the fourth of bgrx, are not compared.\n\n"
                           "Floats are identical when all their bits are. How far they differ is measured between the\n"
-                          "samples of 16 bits that they stand for: Y from 0 to 1 is 4096 to 60160, Cb and Cr from\n"
-                          "-0.5 to 0.5 are 4096 to 61440, and A from 0 to 1 is 0 to 65535. What 16 bits cannot hold\n"
-                          "counts as 0 or 65535, and NaN as 0.\n\n"
+                          "samples of 16 bits by which they are converted: Y from 0 to 1 is 4096 to 60160, Cb and Cr\n"
+                          "from -0.5 to 0.5 are 4096 to 61440, and A from 0 to 1 is 0 to 65535; what lies outside\n"
+                          "counts as the nearer end.\n\n"
                           "Example:\n"
                           "  head -c 65536 /dev/zero > a.raw && morvane compare a.raw a.raw -f uyvy -s 256x128\n\n"
                           "Example (the planes of one of them in files of their own):\n"
@@ -232,11 +258,14 @@ void add_compare(CLI::App& app, int& exit_code) {
       ->type_name("A,B,...");
   command->add_option("-f,--format", o.format, "Format of both")->type_name("FORMAT");
   command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
+  add_compared_frames(*command, o);
   command->add_flag("--json", o.json, "Print JSON");
   command->callback([&exit_code] {
     if (!lists.empty()) names.first_planes = lists.front();
     if (lists.size() > 1) names.second_planes = lists[1];
-    if (lists.size() > 2) wrong_arguments("--planes is given ", lists.size(), " times, for two files");
+    require_at_most_two("--planes", lists.size());
+    require_at_most_two("--stride", o.strides.size());
+    require_at_most_two("--skip", o.skips.size());
     take_files(names, "A", o.first, "B", o.second);
     exit_code = compare(o) ? 0 : 1;
   });
@@ -282,15 +311,17 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
+  // Of a comparison, 1 says that the files differ.
+  const bool compares = argc > 1 && std::string_view(argv[1]) == "compare";
   try {
     return run(argc, argv);
   } catch (const failure& f) {
     say(f.what());
-    return f.exit_code;
+    return compares ? exit_arguments : f.exit_code;
   } catch (const std::bad_alloc&) {
     say("there is not enough memory for frames of this size");
   } catch (const std::exception& e) {
     say(e.what());
   }
-  return exit_io;
+  return compares ? exit_arguments : exit_io;
 }

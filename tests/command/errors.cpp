@@ -217,8 +217,8 @@ constexpr mistake failed_files[] = {
      "cannot write nowhere/uv: No such file or directory"},
     {"morvane convert -f uyvy -t y_uv_420 -s 8x4 four.uyvy --dst-planes kept,/dev/full", 1,
      "cannot write /dev/full: No space left on device"},
-    {"morvane compare -f uyvy -s 8x4 four.uyvy nothing", 1, "cannot read nothing: No such file or directory"},
-    {"morvane compare -f uyvy -s 8x4 four.uyvy bytes", 1,
+    {"morvane compare -f uyvy -s 8x4 four.uyvy nothing", 2, "cannot read nothing: No such file or directory"},
+    {"morvane compare -f uyvy -s 8x4 four.uyvy bytes", 2,
      "bytes is not a whole number of frames: expected a multiple of 64 bytes, one frame of uyvy 8x4, got 100 bytes; "
      "with a stride of 25 it has 1 frame"},
 };
