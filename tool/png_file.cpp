@@ -3,12 +3,11 @@
 
 #include <png.h>
 
-#include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <memory>
 
 #include "errors.h"
+#include "names.h"
 
 namespace morvane::tool {
 
@@ -29,9 +28,7 @@ struct close_file {
 }  // namespace
 
 bool names_png(const std::string& path) {
-  std::string end = path.substr(path.size() - std::min<std::size_t>(4, path.size()));
-  for (char& c : end) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return end == ".png";
+  return has_extension(path, ".png");
 }
 
 picture read_png(const std::string& path) {
