@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <vector>
 
 #include "expect.h"
+#include "input.h"
 #include "morvane.h"
 
 namespace morvane::fuzz {
@@ -120,8 +122,9 @@ void plan(const morvane_description& from, const morvane_description& to, const 
 }  // namespace
 }  // namespace morvane::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, const std::size_t size) {
-  FuzzedDataProvider data(bytes, size);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* input, const std::size_t size) {
+  const std::vector<std::uint8_t> bytes = morvane::fuzz::prolonged(input, size);
+  FuzzedDataProvider data(bytes.data(), bytes.size());
   const morvane_description from = morvane::fuzz::description(data);
   morvane_description to = morvane::fuzz::description(data);
   if (data.ConsumeBool()) {

@@ -12,6 +12,7 @@
 #include "backend/choice.h"
 #include "expect.h"
 #include "fenced_plane.h"
+#include "input.h"
 #include "morvane.h"
 #include "rules/convert.h"
 #include "rules/layout.h"
@@ -202,6 +203,12 @@ void expect_right_bytes(run_of_plan& run, const fenced_picture& destination, int
   expect(destination.bytes() == expected, "bands in any order give the bytes of one run");
 }
 
+// A number up to a greatest one, which half of them are or nearly are.
+std::int64_t at_most(std::int64_t greatest, std::int64_t least, FuzzedDataProvider& data) {
+  const std::int64_t near = std::max(least, greatest - 2);
+  return data.ConsumeIntegralInRange(data.ConsumeBool() ? near : least, greatest);
+}
+
 // One thing is made wrong; the code says which.
 std::int32_t spoil(fenced_picture& source, fenced_picture& destination, FuzzedDataProvider& data) {
   fenced_picture& p = data.ConsumeBool() ? source : destination;
@@ -211,11 +218,11 @@ std::int32_t spoil(fenced_picture& source, fenced_picture& destination, FuzzedDa
       p.given.data[i] = nullptr;
       return MORVANE_NULL;
     case 1:
-      p.given.bytes[i] = data.ConsumeIntegralInRange<std::int64_t>(INT64_MIN, p.given.bytes[i] - 1);
+      p.given.bytes[i] = at_most(p.given.bytes[i] - 1, INT64_MIN, data);
       return MORVANE_PLANE_TOO_SHORT;
     case 2:
       if (p.rows(i) == 1) return MORVANE_OK;
-      p.given.stride[i] = data.ConsumeIntegralInRange<std::int64_t>(1 - p.row_bytes(i), p.row_bytes(i) - 1);
+      p.given.stride[i] = at_most(p.row_bytes(i) - 1, 0, data) * (data.ConsumeBool() ? 1 : -1);
       return MORVANE_STRIDE;
     default: {
       if (p.rows(i) == 1) return MORVANE_OK;
@@ -227,6 +234,31 @@ std::int32_t spoil(fenced_picture& source, fenced_picture& destination, FuzzedDa
   }
 }
 
+// Whether a row of the one plane shares a byte with a row of the other.
+bool share(const fenced_picture& a, std::size_t i, const fenced_picture& b, std::size_t j) {
+  const auto begin = [](const fenced_picture& p, std::size_t plane, std::ptrdiff_t row) {
+    return static_cast<const std::uint8_t*>(p.given.data[plane]) + p.given.stride[plane] * row;
+  };
+  for (std::ptrdiff_t x = 0; x < a.rows(i); ++x)
+    for (std::ptrdiff_t y = 0; y < b.rows(j); ++y)
+      if (begin(a, i, x) < begin(b, j, y) + b.row_bytes(j) && begin(b, j, y) < begin(a, i, x) + a.row_bytes(i))
+        return true;
+  return false;
+}
+
+// Moves a plane of the destination near another plane; whether they share bytes then.
+bool is_moved_onto_another(fenced_picture& destination, const fenced_picture& source, FuzzedDataProvider& data) {
+  const std::size_t i = data.ConsumeIntegralInRange<std::size_t>(0, destination.plane_count() - 1);
+  const bool onto_source = destination.plane_count() == 1 || data.ConsumeBool();
+  const fenced_picture& other = onto_source ? source : destination;
+  const std::size_t j = onto_source ? data.ConsumeIntegralInRange<std::size_t>(0, source.plane_count() - 1)
+                                    : (i + 1) % destination.plane_count();
+  const std::int64_t far = std::max(other.given.bytes[j], destination.given.bytes[i]);
+  destination.given.data[i] =
+      static_cast<std::uint8_t*>(other.given.data[j]) + data.ConsumeIntegralInRange<std::int64_t>(-far, far);
+  return share(destination, i, other, j);
+}
+
 void expect_refusals(run_of_plan& run, fenced_picture& source, fenced_picture& destination, int unit,
                      FuzzedDataProvider& data) {
   const int height = destination.of.height;
@@ -236,8 +268,12 @@ void expect_refusals(run_of_plan& run, fenced_picture& source, fenced_picture& d
   const bool begins = first >= 0 && first < height && first % unit == 0;
   const bool ends = rows > 0 && begins && rows <= height - first && (rows % unit == 0 || rows == height - first);
   if (!ends) expect(run.rows(first, rows, data) == MORVANE_ROWS, "a band that is none is refused");
-  const std::int64_t missing = data.ConsumeIntegralInRange<std::int64_t>(1, INT64_MAX);
+  const std::int64_t missing = -at_most(-1, -INT64_MAX, data);
   expect(run.rows(0, height, data, missing) == MORVANE_SCRATCH, "too little scratch memory is refused");
+  const morvane_picture given = destination.given;
+  if (is_moved_onto_another(destination, source, data))
+    expect(run.rows(0, height, data) == MORVANE_OVERLAP, "planes that share bytes are refused");
+  destination.given = given;
   const std::int32_t code = spoil(source, destination, data);
   if (code != MORVANE_OK) expect(run.rows(0, height, data) == code, "a picture that is none is refused");
   expect(destination.bytes() == before, "a call that is refused writes nothing");
@@ -276,8 +312,9 @@ void run(FuzzedDataProvider& data) {
 }  // namespace
 }  // namespace morvane::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, const std::size_t size) {
-  FuzzedDataProvider data(bytes, size);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* input, const std::size_t size) {
+  const std::vector<std::uint8_t> bytes = morvane::fuzz::prolonged(input, size);
+  FuzzedDataProvider data(bytes.data(), bytes.size());
   morvane::fuzz::run(data);
   return 0;
 }
