@@ -16,9 +16,12 @@ std::atomic<int> left = unlimited;
 bool is_refused() {
   ++requests;
   if (left == unlimited) return false;
-  if (left == 0) return true;
-  --left;
-  return false;
+  if (left > 0) {
+    --left;
+    return false;
+  }
+  errno = ENOMEM;  // which starting a thread relies on
+  return true;
 }
 
 void* counted(void* memory) {

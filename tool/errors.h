@@ -9,6 +9,7 @@ namespace morvane::tool {
 
 inline constexpr int exit_io = 1;
 inline constexpr int exit_arguments = 2;
+inline constexpr int exit_reader_gone = 141;  // as shells tell of a program that a closed pipe has ended
 
 struct failure : std::runtime_error {
   failure(int code, const std::string& line) : std::runtime_error(line), exit_code(code) {}
@@ -33,10 +34,11 @@ template <class... Part>
   throw failure(exit_io, text(part...));
 }
 
-// Fails with the system's own words for the error number: "cannot read a.raw: Permission denied".
+// Fails with the system's own words for the error number: "cannot read a.raw: Permission denied". A pipe that nobody
+// reads any longer is a reason to end, but not to say so.
 [[noreturn]] void system_failure(const std::string& what, int error_number);
 
-// One line on stderr, after the name of the command.
+// One line on stderr, after the name of the command; nothing for an empty one.
 void say(const std::string& line);
 
 }  // namespace morvane::tool

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <deque>
 
-#include "catalogue/layout.h"
 #include "errors.h"
 #include "names.h"
 #include "output.h"
@@ -16,48 +15,27 @@ namespace morvane::tool {
 
 namespace {
 
-std::string planes_of(const catalogue::format& f) {
-  std::vector<std::string> names;
-  for (std::size_t p = 0; p < f.plane_count(); ++p) names.emplace_back(f.planes[p].name);
-  return text(f.name, " has ", names.size(), names.size() == 1 ? " plane, " : " planes, ", joined(names));
-}
-
-std::string plane_name(const catalogue::format& f, std::size_t p) {
-  return f.plane_count() == 1 ? std::string(f.name) : text("plane ", f.planes[p].name, " of ", f.name);
-}
-
-// How a frame lies in raw files: plane after plane, row after row.
-catalogue::layout layout_of(const catalogue::format& f, extent size, const stride_list& strides) {
-  if (strides.size() > f.plane_count()) wrong_arguments(planes_of(f), "; there are ", strides.size(), " strides");
-  return lay_out(f, size.width, size.height, [&](std::size_t p, std::int64_t row_bytes) {
-    const std::int64_t stride = p < strides.size() ? strides[p] : row_bytes;
-    if (stride < row_bytes)
-      wrong_arguments("stride ", stride, " is too small: a row of ", plane_name(f, p), ' ', size, " has ", row_bytes,
-                      " bytes");
-    return stride;
-  });
-}
-
-void require_file_for_every_plane(const catalogue::format& f, const file_list& files) {
+void require_file_for_every_plane(const format_info& f, const file_list& files) {
   if (files.size() == 1) return;
   for (const std::string& name : files) {
     if (name.empty()) wrong_arguments("a file in ", joined(files, ","), " has no name");
     if (names_png(name)) wrong_arguments(name, " is a PNG, which holds a picture and not one of its planes");
   }
-  if (files.size() != f.plane_count()) wrong_arguments(planes_of(f), "; there are ", files.size(), " files");
+  if (files.size() != planes_of(f).size()) wrong_arguments(planes_in_words(f), "; there are ", files.size(), " files");
 }
 
 class raw_source : public frame_source {
  public:
-  raw_source(const source_wish& wish, const catalogue::format& f, extent size)
-      : format_(f), size_(size), layout_(layout_of(f, size, wish.strides)) {
+  raw_source(const source_wish& wish, const format_info& f, extent size)
+      : format_(f), size_(size), layout_(layout_of(f, size, wish.strides)), has_strides_(!wish.strides.empty()) {
     open(wish.files);
     for (raw_file& file : files_) file.skip(wish.skip);
     for (const raw_file& file : files_) require_as_many_frames(file);
   }
 
-  const catalogue::format& format() const override { return format_; }
+  const format_info& format() const override { return format_; }
   extent size() const override { return size_; }
+  image blank() const override { return image(format_, size_, layout_); }
   std::optional<std::int64_t> remaining() const override {
     for (const raw_file& file : files_)
       if (file.remaining()) return file.remaining();
@@ -66,12 +44,9 @@ class raw_source : public frame_source {
 
   bool read(image& into) override {
     if (!next()) return false;
-    for (std::size_t p = 0; p < format_.plane_count(); ++p) {
+    for (std::size_t p = 0; p < planes_of(format_).size(); ++p) {
       raw_file& file = files_.size() == 1 ? files_.front() : files_[p];
-      for (int y = 0; y < plane_rows(format_.planes[p], size_.height); ++y) {
-        file.take(into.row(p, y), layout_.planes[p].row_bytes);
-        file.pass(layout_.planes[p].stride - layout_.planes[p].row_bytes);
-      }
+      read_plane(file, layout_.planes[p], p, into);
     }
     return true;
   }
@@ -80,10 +55,17 @@ class raw_source : public frame_source {
   void open(const file_list& names) {
     const std::string frame = text("one frame of ", format_.name, ' ', size_);
     if (names.size() == 1)
-      files_.emplace_back(names.front(), layout_.bytes, frame);
+      files_.emplace_back(names.front(), layout_.bytes, frame, advisor(-1));
     else
       for (std::size_t p = 0; p < names.size(); ++p)
-        files_.emplace_back(names[p], layout_.planes[p].bytes(), text("plane ", format_.planes[p].name, " of ", frame));
+        files_.emplace_back(names[p], plane_bytes(layout_.planes[p]),
+                            text("plane ", format_.planes[p].name, " of ", frame), advisor(static_cast<int>(p)));
+  }
+
+  // Where the strides were given, others would be no help.
+  raw_file::advisor advisor(int plane) const {
+    if (has_strides_) return [](std::int64_t) { return std::string(); };
+    return [this, plane](std::int64_t bytes) { return stride_advice(format_, size_, bytes, plane); };
   }
 
   void require_as_many_frames(const raw_file& file) const {
@@ -91,6 +73,14 @@ class raw_source : public frame_source {
     if (file.remaining() && file.remaining() != frames)
       io_failure("planes with different numbers of frames: ", file.name(), " has ", *file.remaining(), ", another ",
                  *frames);
+  }
+
+  static void read_plane(raw_file& file, const morvane_plane_layout& plane, std::size_t p, image& into) {
+    if (into.stride(p) == plane.stride) return file.take(into.row(p, 0), plane_bytes(plane));
+    for (int y = 0; y < plane.rows; ++y) {
+      file.take(into.row(p, y), plane.row_bytes);
+      file.pass(plane.stride - plane.row_bytes);
+    }
   }
 
   bool next() {
@@ -101,9 +91,10 @@ class raw_source : public frame_source {
     return more;
   }
 
-  const catalogue::format& format_;
+  const format_info& format_;
   extent size_;
-  catalogue::layout layout_;
+  morvane_layout layout_;
+  bool has_strides_;
   std::vector<raw_file> files_;
 };
 
@@ -117,7 +108,7 @@ class png_source : public frame_source {
     if (wish.skip > 0) wrong_arguments(path, " has no frame ", wish.skip, ": it has 1, numbered from 0");
   }
 
-  const catalogue::format& format() const override { return format_; }
+  const format_info& format() const override { return format_; }
   extent size() const override { return picture_.size; }
   std::optional<std::int64_t> remaining() const override { return read_ ? 0 : 1; }
 
@@ -128,35 +119,33 @@ class png_source : public frame_source {
   }
 
  private:
-  const catalogue::format& format_of(const std::string& path, const std::string& wanted) const {
+  const format_info& format_of(const std::string& path, const std::string& wanted) const {
     const bool alpha = picture_.channels == 4;
-    const catalogue::format& f = format_named(!wanted.empty() ? wanted : alpha ? "bgra" : "bgrx");
+    const format_info& f = format_named(!wanted.empty() ? wanted : alpha ? "bgra" : "bgrx");
     if (!fits_png(f)) wrong_arguments(path, " is a PNG, which is read as RGB, not as ", f.name);
-    if (alpha && !f.alpha) say(text("the alpha of ", path, " is dropped: ", f.name, " has none"));
+    if (alpha && !f.has_alpha) say(text("the alpha of ", path, " is dropped: ", f.name, " has none"));
     return f;
   }
 
   picture picture_;
-  const catalogue::format& format_;
+  const format_info& format_;
   bool read_ = false;
 };
 
 class raw_sink : public frame_sink {
  public:
-  raw_sink(const sink_wish& wish, const catalogue::format& f)
+  raw_sink(const sink_wish& wish, const format_info& f)
       : size_(wish.size), layout_(layout_of(f, wish.size, wish.strides)) {
     for (const std::string& name : wish.files) files_.emplace_back(name);
   }
 
   void write(const image& frame) override {
-    for (std::size_t p = 0; p < frame.plane_count(); ++p) {
-      output_file& file = files_.size() == 1 ? files_.front() : files_[p];
-      padding_.resize(static_cast<std::size_t>(layout_.planes[p].stride - layout_.planes[p].row_bytes));
-      for (int y = 0; y < plane_rows(frame.plane(p), size_.height); ++y) {
-        file.write(frame.row(p, y), static_cast<std::size_t>(layout_.planes[p].row_bytes));
-        file.write(padding_.data(), padding_.size());
-      }
-    }
+    for (std::size_t p = 0; p < frame.plane_count(); ++p)
+      write_plane(files_.size() == 1 ? files_.front() : files_[p], layout_.planes[p], p, frame);
+    for (const output_file& file : files_) file.flush();
+  }
+  image blank(const format_info& format, extent size) const override {
+    return size == size_ ? image(format, size, layout_) : image(format, size);
   }
   void commit() override {
     for (output_file& file : files_) file.finish();
@@ -164,8 +153,18 @@ class raw_sink : public frame_sink {
   }
 
  private:
+  void write_plane(output_file& file, const morvane_plane_layout& plane, std::size_t p, const image& frame) {
+    const bool as_it_is = frame.stride(p) == plane.stride && frame.rows(p) == plane.rows;
+    if (as_it_is) return file.write(frame.row(p, 0), static_cast<std::size_t>(plane_bytes(plane)));
+    padding_.resize(static_cast<std::size_t>(plane.stride - plane.row_bytes));
+    for (int y = 0; y < plane.rows; ++y) {
+      file.write(frame.row(p, y), static_cast<std::size_t>(plane.row_bytes));
+      file.write(padding_.data(), padding_.size());
+    }
+  }
+
   extent size_;
-  catalogue::layout layout_;
+  morvane_layout layout_;
   std::deque<output_file> files_;
   std::vector<std::uint8_t> padding_;
 };
@@ -197,17 +196,16 @@ std::unique_ptr<frame_source> open_source(const source_wish& wish) {
   if (is_png(wish.files)) return std::make_unique<png_source>(wish.files.front(), wish);
   const std::string name = joined(wish.files, ",");
   if (wish.format.empty()) wrong_arguments("the format of ", name, " is missing; give it with -f");
-  const catalogue::format& f = format_named(wish.format);
+  const format_info& f = format_named(wish.format);
   if (wish.size.empty()) wrong_arguments("the size of ", name, " is missing; give it with -s WIDTHxHEIGHT");
   const extent size = parse_size(wish.size);
-  require_whole_picture(f, size);
   require_file_for_every_plane(f, wish.files);
   if (std::count(wish.files.begin(), wish.files.end(), "-") > 1)
     wrong_arguments("standard input can be one of the planes only");
   return std::make_unique<raw_source>(wish, f, size);
 }
 
-std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const catalogue::format& format) {
+std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& format) {
   if (is_png(wish.files)) {
     const std::string& path = wish.files.front();
     if (!fits_png(format)) wrong_arguments(path, " is a PNG, which holds RGB, not ", format.name);

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/formats.h"
+#include "file_layout.h"
 #include "image.h"
 
 namespace morvane::tool {
@@ -18,14 +18,13 @@ using file_list = std::vector<std::string>;
 
 bool is_png(const file_list& files);
 
-// Bytes from row to row in the planes of raw frames, from the first plane on. The rows of the rest are tight.
-using stride_list = std::vector<std::int64_t>;
-
 class frame_source {
  public:
   virtual ~frame_source() = default;
-  virtual const catalogue::format& format() const = 0;
+  virtual const format_info& format() const = 0;
   virtual extent size() const = 0;
+  // An image into which read() is fastest: laid out as frames are here.
+  virtual image blank() const { return image(format(), size()); }
   // How many frames read() will still give, when that is known beforehand.
   virtual std::optional<std::int64_t> remaining() const = 0;
   // Fills the top left of the image with the next frame; false after the last one.
@@ -46,6 +45,8 @@ class frame_sink {
  public:
   virtual ~frame_sink() = default;
   virtual void write(const image& frame) = 0;
+  // An image of this format and size from which write() is fastest.
+  virtual image blank(const format_info& format, extent size) const { return image(format, size); }
   // Everything was written: puts the files in their places. Without it nothing appears.
   virtual void commit() = 0;
 };
@@ -56,6 +57,6 @@ struct sink_wish {
   stride_list strides;
 };
 
-std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const catalogue::format& format);
+std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& format);
 
 }  // namespace morvane::tool

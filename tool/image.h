@@ -1,15 +1,13 @@
-// A picture in memory that conversions may read and write: rows aligned, never tight, with spare room behind each.
+// A picture in memory, its rows aligned.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <iosfwd>
 #include <memory>
 
-#include "catalogue/call.h"
-#include "catalogue/formats.h"
+#include "formats.h"
 
 namespace morvane::tool {
 
@@ -22,48 +20,45 @@ struct extent {
 
 std::ostream& operator<<(std::ostream& out, extent e);
 
-// The rows that a plane has in a picture of this height.
-inline int plane_rows(const catalogue::plane& plane, int height) {
-  return static_cast<int>(plane.rows(height));
-}
-
-// What conversions need of the rows' memory.
-struct spare_room {
-  int width = 0;                                            // pixels, counted from the start of the row
-  std::array<std::int64_t, catalogue::max_planes> bytes{};  // behind those pixels, in every plane
-  bool one_stride = false;                                  // for all planes
-};
+// Systems that promise more memory than they have would end the command without a word.
+void require_memory(std::int64_t bytes);
 
 class image {
  public:
-  image(const catalogue::format& format, extent size, spare_room room);
+  // All bytes are zero.
+  image(const format_info& format, extent size);
+  image(const format_info& format, extent size, const morvane_layout& layout);
 
-  const catalogue::format& format() const { return *format_; }
+  // What the first of these takes of memory.
+  static std::int64_t bytes_of(const format_info& format, extent size);
+
+  const format_info& format() const { return *format_; }
   extent size() const { return size_; }
-  std::size_t plane_count() const { return format_->plane_count(); }
-  const catalogue::plane& plane(std::size_t p) const { return format_->planes[p]; }
-  int stride(std::size_t p) const { return planes_.stride[p]; }
-  int rows(std::size_t p) const { return plane_rows(plane(p), size_.height); }
+  std::size_t plane_count() const { return static_cast<std::size_t>(format_->plane_count); }
+  const plane_info& plane(std::size_t p) const { return format_->planes[p]; }
+  std::int64_t stride(std::size_t p) const { return layout_.planes[p].stride; }
+  std::int64_t row_bytes(std::size_t p) const { return layout_.planes[p].row_bytes; }
+  int rows(std::size_t p) const { return static_cast<int>(layout_.planes[p].rows); }
 
-  std::uint8_t* row(std::size_t p, int y) { return planes_.data[p] + std::int64_t{y} * planes_.stride[p]; }
-  const std::uint8_t* row(std::size_t p, int y) const { return planes_.data[p] + std::int64_t{y} * planes_.stride[p]; }
+  std::uint8_t* row(std::size_t p, int y) { return memory_.get() + offset(p, y); }
+  const std::uint8_t* row(std::size_t p, int y) const { return memory_.get() + offset(p, y); }
 
-  // The planes from image row `first` on, as a call takes them; a row at which all planes have one of their own.
-  catalogue::planes<std::uint8_t> from_row(int first);
+  // For the calls of the checked interface, which write what they say only.
+  morvane_picture picture() const { return morvane::picture_in(memory_.get(), layout_); }
 
  private:
   struct release {
     void operator()(std::uint8_t* p) const { std::free(p); }
   };
 
-  const catalogue::format* format_;
+  std::int64_t offset(std::size_t p, int y) const {
+    return layout_.planes[p].offset + std::int64_t{y} * layout_.planes[p].stride;
+  }
+
+  const format_info* format_;
   extent size_;
-  catalogue::planes<std::uint8_t> planes_;
+  morvane_layout layout_;
   std::unique_ptr<std::uint8_t, release> memory_;
 };
-
-// Makes the image, of which only the top left is filled, repeat the last column and the last row of that part. Where
-// columns are missing, a group of the format is one pixel.
-void repeat_edges(image& picture, extent filled);
 
 }  // namespace morvane::tool

@@ -1,13 +1,13 @@
-// morvane formats, conversions and info: what the catalogue holds.
+// morvane formats, conversions and info: what the library knows.
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
-#include "catalogue/conversions.h"
-#include "catalogue/formats.h"
-#include "catalogue/layout.h"
 #include "commands.h"
 #include "errors.h"
+#include "file_layout.h"
 #include "names.h"
 #include "table.h"
 
@@ -22,10 +22,9 @@ ordered_json word(std::string_view w) {
   return w.empty() ? ordered_json(nullptr) : ordered_json(w);
 }
 
-double bytes_per_pixel(const catalogue::format& f) {
+double bytes_per_pixel(const format_info& f) {
   double bytes = 0;
-  for (std::size_t p = 0; p < f.plane_count(); ++p)
-    bytes += static_cast<double>(f.planes[p].group_bytes) / f.planes[p].group_pixels / f.planes[p].image_rows;
+  for (const plane_info& p : planes_of(f)) bytes += static_cast<double>(p.group_bytes) / p.group_pixels / p.image_rows;
   return bytes;
 }
 
@@ -35,25 +34,27 @@ std::string short_number(double value) {
   return digits;
 }
 
-std::vector<int> matrices_of(const catalogue::conversion& c) {
-  std::vector<int> result;
-  for (const catalogue::matrix m : catalogue::matrices)
-    if (offers(c, m)) result.push_back(number_of(m));
-  return result;
+std::vector<int> matrices_of(const morvane_entry_point& e) {
+  return {e.matrices, std::find(std::begin(e.matrices), std::end(e.matrices), 0)};
 }
 
-std::string matrix_names(const catalogue::conversion& c) {
+// The name of a format; that of none is empty.
+std::string name_of(morvane::format f) {
+  return std::string(morvane::name_of(f));
+}
+
+std::string matrix_names(const morvane_entry_point& e) {
   std::vector<std::string> names;
-  for (const int number : matrices_of(c)) names.push_back(std::to_string(number));
+  for (const int number : matrices_of(e)) names.push_back(std::to_string(number));
   return joined(names);
 }
 
-ordered_json names_of(const catalogue::format& f) {
+ordered_json names_of(const format_info& f) {
   return {
       {"fourcc", word(f.fourcc)}, {"ffmpeg", word(f.ffmpeg)}, {"v4l2", word(f.v4l2)}, {"gstreamer", word(f.gstreamer)}};
 }
 
-ordered_json plane_json(const catalogue::plane& p) {
+ordered_json plane_json(const plane_info& p) {
   return {{"name", p.name},
           {"components", p.components},
           {"group_bytes", p.group_bytes},
@@ -61,27 +62,27 @@ ordered_json plane_json(const catalogue::plane& p) {
           {"image_rows", p.image_rows}};
 }
 
-ordered_json format_json(const catalogue::format& f) {
+ordered_json format_json(const format_info& f) {
   ordered_json planes = ordered_json::array();
-  for (std::size_t p = 0; p < f.plane_count(); ++p) planes.push_back(plane_json(f.planes[p]));
+  for (const plane_info& p : planes_of(f)) planes.push_back(plane_json(p));
   return {{"name", f.name},
           {"description", f.description},
           {"bytes_per_pixel", bytes_per_pixel(f)},
-          {"alpha", f.alpha},
+          {"alpha", f.has_alpha != 0},
           {"width_multiple", f.width_multiple},
           {"height_multiple", f.height_multiple},
           {"other_names", names_of(f)},
           {"planes", planes}};
 }
 
-ordered_json conversion_json(const catalogue::conversion& c) {
-  return {{"name", c.name},
-          {"source", word(c.source)},
-          {"destination", c.destination},
-          {"matrices", matrices_of(c)},
-          {"rescale", c.extra == catalogue::argument::rescale},
-          {"opacity_report", c.extra == catalogue::argument::opacity},
-          {"irregular", word(c.irregular)}};
+ordered_json conversion_json(const morvane_entry_point& e) {
+  return {{"name", e.name},
+          {"source", word(name_of(e.source))},
+          {"destination", name_of(e.destination)},
+          {"matrices", matrices_of(e)},
+          {"rescale", e.rescales != 0},
+          {"opacity_report", e.reports_opacity != 0},
+          {"irregular", word(e.irregular)}};
 }
 
 template <class Rows, class ToJson>
@@ -91,22 +92,22 @@ void print_json(const Rows& rows, ToJson to_json) {
   std::cout << all.dump(2) << '\n';
 }
 
-ordered_json info_json(const catalogue::format& f, extent size) {
-  const catalogue::layout layout = lay_out(f, size.width, size.height);
+ordered_json info_json(const format_info& f, extent size) {
+  const morvane_layout layout = layout_of(f, size);
   ordered_json result = {{"format", f.name},
                          {"width", size.width},
                          {"height", size.height},
                          {"frame_bytes", layout.bytes},
                          {"planes", ordered_json::array()}};
-  for (std::size_t i = 0; i < f.plane_count(); ++i) {
-    const catalogue::plane_layout& p = layout.planes[i];
+  for (std::size_t i = 0; i < planes_of(f).size(); ++i) {
+    const morvane_plane_layout& p = layout.planes[i];
     result["planes"].push_back(
-        {{"name", f.planes[i].name}, {"rows", p.rows}, {"stride", p.stride}, {"bytes", p.bytes()}});
+        {{"name", f.planes[i].name}, {"rows", p.rows}, {"stride", p.stride}, {"bytes", plane_bytes(p)}});
   }
   return result;
 }
 
-std::string labelled_names(const catalogue::format& f) {
+std::string labelled_names(const format_info& f) {
   std::vector<std::string> names;
   const auto add = [&](std::string_view name, const char* whose) {
     if (!name.empty()) names.push_back(text(name, " (", whose, ")"));
@@ -118,16 +119,16 @@ std::string labelled_names(const catalogue::format& f) {
   return joined(names);
 }
 
-void print_info(const catalogue::format& f, extent size) {
+void print_info(const format_info& f, extent size) {
   std::cout << f.name << ' ' << size << ": " << f.description << '\n';
   const std::string names = labelled_names(f);
   if (!names.empty()) std::cout << "also called " << names << '\n';
-  std::vector<table_row> rows = {{"PLANE", "ROWS", "TIGHT STRIDE", "BYTES", "SAMPLES"}};
-  const catalogue::layout layout = lay_out(f, size.width, size.height);
-  for (std::size_t i = 0; i < f.plane_count(); ++i) {
-    const catalogue::plane_layout& p = layout.planes[i];
-    rows.push_back({std::string(f.planes[i].name), std::to_string(p.rows), std::to_string(p.stride),
-                    std::to_string(p.bytes()), std::string(f.planes[i].components)});
+  std::vector<table_row> rows = {{"PLANE", "ROWS", "STRIDE", "BYTES", "SAMPLES"}};
+  const morvane_layout layout = layout_of(f, size);
+  for (std::size_t i = 0; i < planes_of(f).size(); ++i) {
+    const morvane_plane_layout& p = layout.planes[i];
+    rows.push_back({f.planes[i].name, std::to_string(p.rows), std::to_string(p.stride), std::to_string(plane_bytes(p)),
+                    f.planes[i].components});
   }
   print_table(std::cout, rows, terminal_width());
   std::cout << "frame: " << layout.bytes << " bytes\n";
@@ -136,27 +137,26 @@ void print_info(const catalogue::format& f, extent size) {
 }  // namespace
 
 void list_formats(const listing_options& options) {
-  if (options.json) return print_json(catalogue::formats, format_json);
+  if (options.json) return print_json(all_formats(), format_json);
   std::vector<table_row> rows = {{"FORMAT", "PLANES", "BYTES/PIXEL", "OTHER NAMES", "DESCRIPTION"}};
-  for (const catalogue::format& f : catalogue::formats)
-    rows.push_back({std::string(f.name), std::to_string(f.plane_count()), short_number(bytes_per_pixel(f)),
-                    joined(other_names(f)), std::string(f.description)});
+  for (const format_info& f : all_formats())
+    rows.push_back({f.name, std::to_string(f.plane_count), short_number(bytes_per_pixel(f)), joined(other_names(f)),
+                    f.description});
   print_table(std::cout, rows, terminal_width());
 }
 
 void list_conversions(const listing_options& options) {
-  if (options.json) return print_json(catalogue::conversions, conversion_json);
+  if (options.json) return print_json(morvane::entry_points(), conversion_json);
   std::vector<table_row> rows = {{"CONVERSION", "FROM", "TO", "MATRIX", "IRREGULAR"}};
-  for (const catalogue::conversion& c : catalogue::conversions)
-    rows.push_back({std::string(c.name), c.source.empty() ? "(fill)" : std::string(c.source),
-                    std::string(c.destination), matrix_names(c), std::string(c.irregular)});
+  for (const morvane_entry_point& e : morvane::entry_points())
+    rows.push_back(
+        {e.name, e.source == 0 ? "(fill)" : name_of(e.source), name_of(e.destination), matrix_names(e), e.irregular});
   print_table(std::cout, rows, terminal_width());
 }
 
 void info(const info_options& options) {
-  const catalogue::format& f = format_named(options.format);
+  const format_info& f = format_named(options.format);
   const extent size = parse_size(options.size);
-  require_whole_picture(f, size);
   if (options.json)
     std::cout << info_json(f, size).dump(2) << '\n';
   else

@@ -48,7 +48,7 @@ void add_listings(CLI::App& app) {
 
 void add_info(CLI::App& app) {
   static info_options o;
-  CLI::App* command = add(app, "info", "Print the plane sizes, tight strides and frame bytes of a picture",
+  CLI::App* command = add(app, "info", "Print the plane sizes, strides and frame bytes of a picture",
                           "Example:\n  morvane info -f v210 -s 1920x1080");
   command->add_option("-f,--format", o.format, "The format")->required()->type_name("FORMAT");
   command->add_option("-s,--size", o.size, "Width and height in pixels")->required()->type_name("WxH");
@@ -96,7 +96,7 @@ CLI::Option* one_at_a_time(CLI::Option* option) {
 }
 
 void add_strides(CLI::App& command, const std::string& name, stride_list& strides, const std::string& whose) {
-  const std::string help = "Bytes from row to row in the planes " + whose + "; those left out are tight";
+  const std::string help = "Bytes from row to row in the planes " + whose + ", where they are not as usual";
   one_at_a_time(command.add_option(name, strides, help))->delimiter(',')->type_name("N,...");
 }
 
@@ -119,6 +119,31 @@ void add_convert_files(CLI::App& command, convert_options& o, file_names& names)
   command.add_option("--frames", o.frames, "Convert at most N frames")->check(at_least(1))->type_name("N");
 }
 
+// A choice between two words, of which the second is the one that is noted.
+void add_choice(CLI::App& command, const std::string& name, bool& is_second, const std::string& first,
+                const std::string& second, const std::string& help) {
+  const auto choose = [=, &is_second](const std::string& word) {
+    if (word != first && word != second)
+      throw CLI::ValidationError(name, text(word, " is neither ", first, " nor ", second));
+    is_second = word == second;
+  };
+  command.add_option_function<std::string>(name, choose, help)->type_name(first + "|" + second);
+}
+
+void add_colours(CLI::App& command, convert_options& o) {
+  command.add_option("--matrix", o.matrix, "Matrix of the YCbCr pictures: bt601, bt709 (the default) or bt2020")
+      ->type_name("NAME");
+  command.add_option("--range", o.range, "Range of the YCbCr pictures: video (the default) or full")->type_name("NAME");
+  command.add_option("--to-matrix", o.to_matrix, "Matrix of OUT, where it is another")->type_name("NAME");
+  command.add_option("--to-range", o.to_range, "Range of OUT, where it is another")->type_name("NAME");
+  command.add_option("--rgb-range", o.rgb_range, "Range of the RGB pictures: full (the default) or video")
+      ->type_name("NAME");
+  add_choice(command, "--chroma", o.nearest, "linear", "nearest", "How chroma is resampled");
+  add_choice(command, "--siting", o.center, "left", "center", "Where the chroma of a pair of pixels is");
+  command.add_option("--background", o.background, "Lay a picture with alpha over this where OUT has none")
+      ->type_name("R,G,B");
+}
+
 void add_convert(CLI::App& app) {
   static convert_options o;
   static file_names names;
@@ -134,20 +159,17 @@ void add_convert(CLI::App& app) {
                           "  morvane convert -f uyvy -t y_u_v_420 -s 640x360 --frames 1 /dev/zero --dst-planes "
                           "y.raw,cb.raw,cr.raw");
   add_convert_files(*command, o, names);
-  command->add_option("--matrix", o.matrix, "Matrix between YCbCr and RGB: 601, 709 (the default) or 2020")
-      ->check(quiet(CLI::IsMember({601, 709, 2020})))
-      ->type_name("N");
-  command->add_option("--via", o.via, "A conversion that must be part of the route")->type_name("NAME");
-  command->add_flag("--allow-irregular", o.allow_irregular, "Also use irregular conversions where no other leads on");
-  command->add_flag("--rescale", o.rescale,
-                    "Stretch luma where a conversion can: keys to full range, grey to video range");
-  command->add_flag("--pad", o.pad, "Repeat the last column or row where a format needs a larger picture");
+  add_colours(*command, o);
+  command->add_option("--via", o.via, "A conversion of 'morvane conversions' to use instead of the rules")
+      ->type_name("NAME");
+  command->add_flag("--allow-irregular", o.allow_irregular, "Let it be an irregular one");
+  command->add_flag("--rescale", o.rescale, "Have it stretch luma: keys to full range, grey to video range");
   command->add_option("--crop", o.crop, "Write only the top left of the result")->type_name("WxH");
   command->add_option("-j,--threads", o.threads, "Threads that share every frame")
       ->check(quiet(CLI::Range(1, 256)))
       ->type_name("N");
-  command->add_flag("-v,--verbose", o.verbose, "Say which conversions are used");
-  command->add_flag("--time", o.time, "Print the speed of every step, converting the first frame 20 times");
+  command->add_flag("-v,--verbose", o.verbose, "Say which steps are taken and what they lose");
+  command->add_flag("--time", o.time, "Print the speed, converting the first frame 20 times");
   command->callback([] {
     take_files(names, "IN", o.input, "OUT", o.output);
     convert(o);
@@ -158,9 +180,8 @@ void add_show(CLI::App& app) {
   static show_options o;
   static file_names names;
   CLI::App* command = add(app, "show", "Write one frame as a PNG, alpha over a checkerboard",
-                          "A format that conversions lead to RGB is shown as they make it, pa16 and\n"
-                          "yua_yva_matrox_10 therefore over black; any other from the upper eight bits of its\n"
-                          "samples. Luma alone and alpha alone are grey; chroma alone has only its planes to show.\n\n"
+                          "Luma alone and alpha alone are grey; chroma alone has only its planes to show; of two\n"
+                          "images in one, the first is shown.\n\n"
                           "--plane takes the name of a component, such as Y, Cb or A, or of a plane, which shows all\n"
                           "its samples side by side, or of both, such as key.Y. 'morvane info' lists them.\n\n"
                           "Example (a frame of zeros, which is dark green):\n"
@@ -188,17 +209,44 @@ void add_show(CLI::App& app) {
   });
 }
 
+stride_list parse_strides(const std::string& list) {
+  stride_list strides;
+  for (const std::string& word : parse_list(list))
+    if (!CLI::detail::lexical_cast(word, strides.emplace_back()))
+      wrong_arguments("--stride: ", word, " is not a number of bytes; see --help");
+  return strides;
+}
+
+// What is given for the two files of a comparison: once for both, or once for each.
+void add_compared_frames(CLI::App& command, compare_options& o) {
+  const std::string again = "; given again: of B";
+  const auto add_strides = [&o](const std::vector<std::string>& lists) {
+    for (const std::string& list : lists) o.strides.push_back(parse_strides(list));
+    return true;
+  };
+  one_at_a_time(command.add_option("--stride", add_strides, "Bytes from row to row in the planes of both" + again))
+      ->type_name("N,...");
+  one_at_a_time(command.add_option("--skip", o.skips, "Pass over the first N frames of both" + again))
+      ->check(at_least(0))
+      ->type_name("N");
+  command.add_option("--frames", o.frames, "Compare at most N frames")->check(at_least(1))->type_name("N");
+}
+
+void require_at_most_two(const char* option, std::size_t times) {
+  if (times > 2) wrong_arguments(option, " is given ", times, " times, for two files");
+}
+
 void add_compare(CLI::App& app, int& exit_code) {
   static compare_options o;
   static file_names names;
   static std::vector<std::string> lists;
   CLI::App* command = add(app, "compare", "Compare two files of frames",
-                          "Exits with 0 when they are identical and with 1 when they are not. Unused bytes, such as\n"
-                          "the fourth of bgrx, are not compared.\n\n"
+                          "Exits with 0 when they are identical, with 1 when they are not, and with 2 when they\n"
+                          "cannot be compared. Unused bits and bytes, such as the fourth of bgrx, are not compared.\n\n"
                           "Floats are identical when all their bits are. How far they differ is measured between the\n"
-                          "samples of 16 bits that they stand for: Y from 0 to 1 is 4096 to 60160, Cb and Cr from\n"
-                          "-0.5 to 0.5 are 4096 to 61440, and A from 0 to 1 is 0 to 65535. What 16 bits cannot hold\n"
-                          "counts as 0 or 65535, and NaN as 0.\n\n"
+                          "samples of 16 bits by which they are converted: Y from 0 to 1 is 4096 to 60160, Cb and Cr\n"
+                          "from -0.5 to 0.5 are 4096 to 61440, and A from 0 to 1 is 0 to 65535; what lies outside\n"
+                          "counts as the nearer end.\n\n"
                           "Example:\n"
                           "  head -c 65536 /dev/zero > a.raw && morvane compare a.raw a.raw -f uyvy -s 256x128\n\n"
                           "Example (the planes of one of them in files of their own):\n"
@@ -210,11 +258,14 @@ void add_compare(CLI::App& app, int& exit_code) {
       ->type_name("A,B,...");
   command->add_option("-f,--format", o.format, "Format of both")->type_name("FORMAT");
   command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
+  add_compared_frames(*command, o);
   command->add_flag("--json", o.json, "Print JSON");
   command->callback([&exit_code] {
     if (!lists.empty()) names.first_planes = lists.front();
     if (lists.size() > 1) names.second_planes = lists[1];
-    if (lists.size() > 2) wrong_arguments("--planes is given ", lists.size(), " times, for two files");
+    require_at_most_two("--planes", lists.size());
+    require_at_most_two("--stride", o.strides.size());
+    require_at_most_two("--skip", o.skips.size());
     take_files(names, "A", o.first, "B", o.second);
     exit_code = compare(o) ? 0 : 1;
   });
@@ -260,15 +311,17 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
+  // Of a comparison, 1 says that the files differ.
+  const bool compares = argc > 1 && std::string_view(argv[1]) == "compare";
   try {
     return run(argc, argv);
   } catch (const failure& f) {
     say(f.what());
-    return f.exit_code;
+    return compares ? exit_arguments : f.exit_code;
   } catch (const std::bad_alloc&) {
     say("there is not enough memory for frames of this size");
   } catch (const std::exception& e) {
     say(e.what());
   }
-  return exit_io;
+  return compares ? exit_arguments : exit_io;
 }

@@ -31,10 +31,10 @@ std::string_view without_blanks(std::string_view fourcc) {
 }
 
 // Every lower-case name a format answers to, its own first.
-std::vector<std::string> all_names(const catalogue::format& f) {
+std::vector<std::string> all_names(const format_info& f) {
   std::vector<std::string> names;
-  for (std::string_view name :
-       {f.name, without_blanks(f.fourcc), f.ffmpeg, f.v4l2, without_prefix(f.v4l2), f.gstreamer})
+  for (const std::string_view name : {std::string_view(f.name), without_blanks(f.fourcc), std::string_view(f.ffmpeg),
+                                      std::string_view(f.v4l2), without_prefix(f.v4l2), std::string_view(f.gstreamer)})
     if (!name.empty()) names.push_back(lower(name));
   return names;
 }
@@ -72,7 +72,7 @@ std::string nearest(const std::string& word, std::vector<suggestion> all) {
 
 std::string nearest_formats(const std::string& word) {
   std::vector<suggestion> all;
-  for (const catalogue::format& f : catalogue::formats) {
+  for (const format_info& f : all_formats()) {
     std::size_t best = word.size() + 1;
     for (const std::string& name : all_names(f)) best = std::min(best, edit_distance(word, name));
     all.push_back({best, std::string(f.name)});
@@ -82,8 +82,8 @@ std::string nearest_formats(const std::string& word) {
 
 std::string nearest_conversions(const std::string& word) {
   std::vector<suggestion> all;
-  for (const catalogue::conversion& c : catalogue::conversions)
-    all.push_back({edit_distance(word, lower(c.name)), std::string(c.name)});
+  for (const morvane_entry_point& e : morvane::entry_points())
+    all.push_back({edit_distance(word, lower(e.name)), e.name});
   return nearest(word, std::move(all));
 }
 
@@ -100,37 +100,64 @@ int parse_length(std::string_view digits) {
 
 }  // namespace
 
-const catalogue::format& format_named(const std::string& name) {
-  const std::string word = lower(name);
-  if (const catalogue::format* f = catalogue::find_format(word)) return *f;
-  std::vector<const catalogue::format*> found;
-  for (const catalogue::format& f : catalogue::formats) {
-    const std::vector<std::string> names = all_names(f);
-    if (std::find(names.begin(), names.end(), word) != names.end()) found.push_back(&f);
-  }
-  if (found.size() == 1) return *found.front();
-  if (found.empty()) wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(word), "formats"));
+const format_info& format_named(const std::string& name) {
+  const std::vector<morvane::format> found = morvane::formats_called(name);
+  if (found.size() == 1) return info_of(found.front());
+  if (found.empty()) wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(lower(name)), "formats"));
   std::vector<std::string> candidates;
-  for (const catalogue::format* f : found) candidates.emplace_back(f->name);
+  for (const morvane::format f : found) candidates.emplace_back(info_of(f).name);
   wrong_arguments("format ", name, " may mean ", joined(candidates, " or "));
 }
 
-std::vector<const catalogue::conversion*> conversions_named(const std::string& name) {
-  std::vector<const catalogue::conversion*> found;
-  for (const catalogue::conversion& c : catalogue::conversions)
-    if (c.name == name) found.push_back(&c);
+std::vector<morvane_entry_point> entry_points_named(const std::string& name) {
+  std::vector<morvane_entry_point> found;
+  for (const morvane_entry_point& e : morvane::entry_points())
+    if (e.name == name) found.push_back(e);
   if (found.empty())
     wrong_arguments("unknown conversion ", name, "; ", advice(nearest_conversions(lower(name)), "conversions"));
   return found;
 }
 
-std::vector<std::string> other_names(const catalogue::format& f) {
+std::vector<std::string> other_names(const format_info& f) {
   std::vector<std::string> result;
-  for (std::string_view name : {without_blanks(f.fourcc), f.ffmpeg, without_prefix(f.v4l2), f.gstreamer}) {
+  for (const std::string_view name :
+       {without_blanks(f.fourcc), std::string_view(f.ffmpeg), without_prefix(f.v4l2), std::string_view(f.gstreamer)}) {
     const auto same = [&](const std::string& other) { return lower(other) == lower(name); };
     if (!name.empty() && name != f.name && std::none_of(result.begin(), result.end(), same)) result.emplace_back(name);
   }
   return result;
+}
+
+morvane::matrix parse_matrix(const char* option, const std::string& word) {
+  std::string number = lower(word);
+  for (const std::string_view prefix : {"bt.", "bt"})
+    if (number.starts_with(prefix)) number.erase(0, prefix.size());
+  if (number.empty() && word.empty()) return morvane::matrix::unsaid;
+  if (number == "601") return morvane::matrix::bt601;
+  if (number == "709") return morvane::matrix::bt709;
+  if (number == "2020") return morvane::matrix::bt2020;
+  wrong_arguments(option, " ", word, " is none of bt601, bt709 and bt2020");
+}
+
+morvane::range parse_range(const char* option, const std::string& word) {
+  const std::string range = lower(word);
+  if (range.empty()) return morvane::range::unsaid;
+  if (range == "video" || range == "limited" || range == "tv") return morvane::range::video;
+  if (range == "full" || range == "pc") return morvane::range::full;
+  wrong_arguments(option, " ", word, " is neither video (also limited, tv) nor full (also pc)");
+}
+
+morvane::color parse_color(const char* option, const std::string& words) {
+  const std::vector<std::string> parts = parse_list(words);
+  std::vector<std::uint8_t> levels;
+  for (const std::string& part : parts) {
+    std::uint8_t level = 0;
+    const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), level);
+    if (error == std::errc() && end == part.data() + part.size()) levels.push_back(level);
+  }
+  if (parts.size() != 3 || levels.size() != 3)
+    wrong_arguments(option, " ", words, " is not RED,GREEN,BLUE, each from 0 to 255");
+  return {levels[0], levels[1], levels[2]};
 }
 
 extent parse_size(const std::string& words) {
@@ -155,16 +182,8 @@ std::vector<std::string> parse_list(const std::string& words) {
   return result;
 }
 
-void require_whole_picture(const catalogue::format& format, extent size, bool padding) {
-  const auto require = [&](int length, int multiple, const char* dimension, const char* line) {
-    if (length % multiple == 0) return;
-    const std::string need =
-        multiple == 2 ? text("an even ", dimension) : text("a ", dimension, " that is a multiple of ", multiple);
-    wrong_arguments("size ", size, ": ", format.name, " needs ", need,
-                    padding ? text("; --pad repeats the last ", line, " to reach one") : "");
-  };
-  require(size.width, format.width_multiple, "width", "column");
-  require(size.height, format.height_multiple, "height", "row");
+bool has_extension(const std::string& path, std::string_view extension) {
+  return path.size() >= extension.size() && lower(path.substr(path.size() - extension.size())) == extension;
 }
 
 std::string joined(const std::vector<std::string>& words, std::string_view separator) {

@@ -1,6 +1,8 @@
 // An output that appears whole or not at all: written beside its place and moved there at the end.
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdio>
 #include <string>
 
@@ -8,7 +10,8 @@ namespace morvane::tool {
 
 class output_file {
  public:
-  // "-" is standard output. Pipes and devices are written in place.
+  // "-" is standard output. Pipes and devices are written in place. Where a file may be written but nothing may be put
+  // beside it, it is written elsewhere and copied at the end.
   explicit output_file(const std::string& path);
   ~output_file();
   output_file(const output_file&) = delete;
@@ -19,19 +22,28 @@ class output_file {
 
   void write(const void* bytes, std::size_t count);
 
+  // Hands on what was written.
+  void flush() const;
+
   // Everything was written: sees that it has arrived.
   void finish();
   // Finishes and puts the file in its place. Of several files, finish all before the first of them is put there.
   void commit();
 
  private:
+  output_file() = default;
+
   void open_in_place(const std::string& path);
-  void open_beside();
+  void open_beside(mode_t mode);
+  void open_elsewhere();
+  void copy();
+  [[noreturn]] void fail() const;
 
   std::string name_;
   std::string place_;            // where the file will stand, links followed
   std::string temporary_;        // empty when written in place
   std::FILE* stream_ = nullptr;  // null when finished
+  bool copies_ = false;          // from elsewhere to its place
 };
 
 // Fails when what was printed did not reach standard output.

@@ -5,8 +5,6 @@
 #include <array>
 #include <string_view>
 
-#include "samples.h"
-
 namespace morvane::tool {
 
 namespace {
@@ -21,9 +19,9 @@ struct place {
   int channel;  // index into channel_names, or -1 for an unused byte
 };
 
-std::vector<place> places(const catalogue::format& f) {
+std::vector<place> places(const format_info& f) {
   std::vector<place> result;
-  for (std::size_t p = 0; p < f.plane_count(); ++p) {
+  for (std::size_t p = 0; p < planes_of(f).size(); ++p) {
     const std::vector<std::string> components = components_of(f.planes[p]);
     for (std::size_t i = 0; i < components.size(); ++i) {
       const auto name = std::find(channel_names.begin(), channel_names.end(), components[i]);
@@ -42,15 +40,14 @@ picture::picture(extent e, int n)
       samples(static_cast<std::size_t>(e.width) * static_cast<std::size_t>(e.height) * static_cast<std::size_t>(n)) {
 }
 
-bool fits_png(const catalogue::format& f) {
-  return f.model == catalogue::color_model::rgb &&
-         std::all_of(f.planes.begin(), f.planes.begin() + f.plane_count(), [](const catalogue::plane& p) {
-           return p.sample == catalogue::sample_type::u8 && p.group_pixels == 1;
-         });
+bool fits_png(const format_info& f) {
+  const std::span<const plane_info> planes = planes_of(f);
+  return f.model == MORVANE_RGB && std::all_of(planes.begin(), planes.end(),
+                                               [](const plane_info& p) { return p.bits == 8 && p.group_pixels == 1; });
 }
 
 picture to_picture(const image& source, extent size) {
-  picture result(size, source.format().alpha ? 4 : 3);
+  picture result(size, source.format().has_alpha ? 4 : 3);
   for (const place& from : places(source.format())) {
     if (from.channel < 0) continue;
     for (int y = 0; y < size.height; ++y) {

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "catalogue/formats.h"
 #include "image.h"
 
 namespace morvane::tool {
@@ -26,7 +25,7 @@ struct picture {
 };
 
 // True for the RGB formats of bytes: those that a PNG holds without loss.
-bool fits_png(const catalogue::format& format);
+bool fits_png(const format_info& format);
 
 // The top left of an image whose format fits a PNG; with alpha when the format has it.
 picture to_picture(const image& source, extent size);

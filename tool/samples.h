@@ -1,51 +1,42 @@
-// The samples of a row, whatever their storage.
+// The samples of a row, whatever their storage: each component of a plane as a line of numbers.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "catalogue/formats.h"
+#include "formats.h"
+#include "image.h"
 
 namespace morvane::tool {
 
-// The components of a group in storage order.
-std::vector<std::string> components_of(const catalogue::plane& plane);
-
-// How the samples of one plane lie in its rows.
-class sample_layout {
- public:
-  explicit sample_layout(const catalogue::plane& plane);
-
-  // Samples in a row of so many pixels; the last group counts as whole.
-  std::size_t row_samples(int width) const;
-  // All samples of the row in storage order: integers as they are, floats by their bits.
-  void read(const std::uint8_t* row, int width, std::vector<std::uint32_t>& samples) const;
-
-  // The component of the i-th sample of a row, and the first pixel it belongs to.
-  const std::string& component(std::size_t i) const { return components_[i % components_.size()]; }
-  int pixel(std::size_t i) const;
-
-  bool has_floats() const { return plane_.sample == catalogue::sample_type::f32; }
-  // What such a sample is: the integer or the float.
-  double number(std::uint32_t sample) const;
-
-  // The bits of a level, and the level of the i-th sample of a row. Words that have room for more than these bits may
-  // hold more. A float has the level of the 16-bit sample that it stands for.
-  int bits() const;
-  int level(std::size_t i, std::uint32_t sample) const;
-  // The upper eight bits of the level.
-  std::uint8_t shade(std::size_t i, std::uint32_t sample) const;
-
- private:
-  catalogue::plane plane_;
-  std::vector<std::string> components_;
-  std::vector<int> pixels_;  // within the group
+// A sample of a group in storage order.
+struct stored_sample {
+  std::string component;
+  int line = 0;           // of the component, as morvane_component numbers them
+  int position = 0;       // among the samples of the component in the group
+  int pixel = 0;          // the first that it belongs to, in the group
+  std::size_t order = 0;  // in the group
 };
 
-// Bytes that carry nothing.
-inline bool is_unused(const std::string& component) {
-  return component == "x";
-}
+std::vector<stored_sample> stored_samples(const plane_info& plane);
+
+// The samples of a component in a row of so many pixels, without those behind the last pixel.
+std::size_t samples_of(const plane_info& plane, int line, int width);
+
+// The lines of one row.
+class sample_lines {
+ public:
+  sample_lines(const plane_info& plane, int width);
+
+  void read(const image& source, std::size_t plane, int row);
+  // Samples with their bits at the top of the words; floats as the words that they are converted by.
+  const std::uint16_t* line(int index) const { return lines_[static_cast<std::size_t>(index)].data(); }
+
+ private:
+  std::array<std::vector<std::uint16_t>, MORVANE_COMPONENTS> lines_;
+  std::int64_t room_ = 0;
+};
 
 }  // namespace morvane::tool

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cctype>
 #include <iterator>
+#include <utility>
 
 #include "commands.h"
 #include "errors.h"
@@ -9,11 +10,8 @@
 #include "names.h"
 #include "output.h"
 #include "picture.h"
-#include "pipeline.h"
 #include "png_file.h"
-#include "route.h"
 #include "samples.h"
-#include "workers.h"
 
 namespace morvane::tool {
 
@@ -33,79 +31,64 @@ struct selection {
 };
 
 // By the name of a component, of a plane, or of both: "Cb", "key", "key.Y".
-std::optional<selection> find_selection(const catalogue::format& f, std::string_view name) {
-  for (std::size_t p = 0; p < f.plane_count(); ++p)
+std::optional<selection> find_selection(const format_info& f, std::string_view name) {
+  for (std::size_t p = 0; p < planes_of(f).size(); ++p)
     for (const std::string& component : components_of(f.planes[p]))
       if (same_letters(component, name) || same_letters(text(f.planes[p].name, '.', component), name))
         return selection{p, component};
-  for (std::size_t p = 0; p < f.plane_count(); ++p)
+  for (std::size_t p = 0; p < planes_of(f).size(); ++p)
     if (same_letters(f.planes[p].name, name)) return selection{p, {}};
   return std::nullopt;
 }
 
-[[noreturn]] void unknown_plane(const catalogue::format& f, const std::string& name) {
+[[noreturn]] void unknown_plane(const format_info& f, const std::string& name) {
   std::vector<std::string> names;
   const auto add = [&](const std::string& word) {
     if (std::find(names.begin(), names.end(), word) == names.end()) names.push_back(word);
   };
-  for (std::size_t p = 0; p < f.plane_count(); ++p) {
+  for (std::size_t p = 0; p < planes_of(f).size(); ++p) {
     for (const std::string& component : components_of(f.planes[p])) add(component);
     add(std::string(f.planes[p].name));
   }
   wrong_arguments(f.name, " has no plane or component ", name, "; it has ", joined(names));
 }
 
-// The selected samples of a row that stand inside the picture, by their numbers.
-std::vector<std::size_t> taken_samples(const sample_layout& layout, const selection& wanted, int width) {
-  std::vector<std::size_t> taken;
-  for (std::size_t i = 0; i < layout.row_samples(width); ++i)
-    if (layout.pixel(i) < width && wanted.takes(layout.component(i))) taken.push_back(i);
-  return taken;
+// The selected samples of a group, in storage order.
+std::vector<stored_sample> selected_samples(const plane_info& plane, const selection& wanted) {
+  std::vector<stored_sample> samples = stored_samples(plane);
+  std::erase_if(samples, [&](const stored_sample& s) { return !wanted.takes(s.component); });
+  return samples;
 }
 
-// The selected samples as grey, a pixel each, in eight bits.
-picture grey(const image& source, const selection& wanted) {
-  const sample_layout layout(source.plane(wanted.plane));
-  const int width = source.size().width;
-  const std::vector<std::size_t> taken = taken_samples(layout, wanted, width);
-  picture result({static_cast<int>(taken.size()), source.rows(wanted.plane)}, 1);
-  std::vector<std::uint32_t> samples;
-  for (int y = 0; y < result.size.height; ++y) {
-    layout.read(source.row(wanted.plane, y), width, samples);
-    for (std::size_t x = 0; x < taken.size(); ++x)
-      *result.pixel(static_cast<int>(x), y) = layout.shade(taken[x], samples[taken[x]]);
-  }
+// Those of a row that stand inside the picture, in eight bits.
+std::vector<std::uint8_t> shades(const sample_lines& lines, const plane_info& plane,
+                                 const std::vector<stored_sample>& selected, int width) {
+  std::vector<std::uint8_t> result;
+  for (int group = 0; group * plane.group_pixels < width; ++group)
+    for (const stored_sample& s : selected)
+      if (group * plane.group_pixels + s.pixel < width)
+        result.push_back(
+            static_cast<std::uint8_t>(lines.line(s.line)[group * plane.samples[s.line] + s.position] >> 8));
   return result;
 }
 
-// Puts the selected samples, in eight bits, at every step-th byte of the rows from an offset on, each at the first
-// pixel it belongs to.
-void gather(const image& source, const selection& wanted, image& into, std::size_t offset, std::size_t step) {
-  const catalogue::plane& plane = source.plane(wanted.plane);
-  const sample_layout layout(plane);
+// The selected samples as grey, a pixel each.
+picture grey(const image& source, const selection& wanted) {
+  const plane_info& plane = source.plane(wanted.plane);
   const int width = source.size().width;
-  const std::vector<std::size_t> taken = taken_samples(layout, wanted, width);
-  std::vector<std::uint32_t> samples;
-  for (int y = 0; y < source.size().height; ++y) {
-    layout.read(source.row(wanted.plane, y / plane.image_rows), width, samples);
-    std::uint8_t* row = into.row(0, y) + offset;
-    for (const std::size_t i : taken)
-      row[static_cast<std::size_t>(layout.pixel(i)) * step] = layout.shade(i, samples[i]);
+  const std::vector<stored_sample> selected = selected_samples(plane, wanted);
+  sample_lines lines(plane, width);
+  std::vector<std::uint8_t> samples;
+  int shown_width = 0;
+  for (int y = 0; y < source.rows(wanted.plane); ++y) {
+    lines.read(source, wanted.plane, y);
+    const std::vector<std::uint8_t> row = shades(lines, plane, selected, width);
+    samples.insert(samples.end(), row.begin(), row.end());
+    shown_width = static_cast<int>(row.size());
   }
-}
-
-void gather(const image& source, image& into) {
-  const std::vector<std::string> components = components_of(into.plane(0));
-  for (std::size_t i = 0; i < components.size(); ++i)
-    if (const std::optional<selection> wanted = find_selection(source.format(), components[i]))
-      gather(source, *wanted, into, i, components.size());
-}
-
-// The format with a byte of every component for every pixel which the samples of another can be gathered into. Video's
-// leads to RGB by conversions that take the chroma of a pair's first pixel.
-const catalogue::format& gathered_format(const catalogue::format& f) {
-  const bool rgb = f.model == catalogue::color_model::rgb;
-  return format_named(rgb ? f.alpha ? "bgra" : "bgrx" : f.alpha ? "ycbcra" : "ycbcrx");
+  picture result({shown_width, source.rows(wanted.plane)}, 1);
+  result.samples = std::move(samples);
+  return result;
 }
 
 int checker(int x, int y) {
@@ -114,11 +97,11 @@ int checker(int x, int y) {
   return (x / 8 + y / 8) % 2 == 0 ? light : dark;
 }
 
-picture over_checkerboard(const picture& colors) {
-  picture result(colors.size, 3);
-  for (int y = 0; y < colors.size.height; ++y)
-    for (int x = 0; x < colors.size.width; ++x) {
-      const std::uint8_t* pixel = colors.pixel(x, y);
+picture over_checkerboard(const image& rgba) {
+  picture result(rgba.size(), 3);
+  for (int y = 0; y < result.size.height; ++y)
+    for (int x = 0; x < result.size.width; ++x) {
+      const std::uint8_t* pixel = rgba.row(0, y) + std::ptrdiff_t{4} * x;
       const int a = pixel[3];
       for (int c = 0; c < 3; ++c)
         result.pixel(x, y)[c] = static_cast<std::uint8_t>((pixel[c] * a + checker(x, y) * (255 - a) + 127) / 255);
@@ -126,50 +109,63 @@ picture over_checkerboard(const picture& colors) {
   return result;
 }
 
+// The format that has nothing but the first plane of this one.
+const format_info& first_plane_alone(const format_info& f) {
+  const plane_info& plane = f.planes[0];
+  const auto same = [&](const format_info& other) {
+    const plane_info& p = other.planes[0];
+    return other.plane_count == 1 && std::string_view(p.components) == plane.components && p.bits == plane.bits &&
+           p.group_bytes == plane.group_bytes;
+  };
+  return *std::find_if(all_formats().begin(), all_formats().end(), same);
+}
+
+// Two images in one convert to nothing: the first is shown.
+const format_info& convertible(const format_info& f) {
+  const bool two_images =
+      planes_of(f).size() == 2 && std::string_view(f.planes[0].components) == f.planes[1].components;
+  return two_images ? first_plane_alone(f) : f;
+}
+
 void read_frame(frame_source& source, image& into) {
   if (!source.read(into)) io_failure("there is no frame to show");
 }
 
+description described(const format_info& f, extent size) {
+  return {.format = f.format, .width = size.width, .height = size.height};
+}
+
 picture colored(frame_source& source, int matrix) {
-  const catalogue::format& f = source.format();
-  const std::optional<route> direct = find_route_to_rgb(f, matrix);
-  const route way = direct ? *direct : find_route_to_rgb(gathered_format(f), matrix).value();
-  workers hands(1);
-  pipeline line(way, padded_size(source.size(), way), hands);
-  if (direct) {
-    read_frame(source, line.input());
-  } else {
-    image frame(f, source.size(), {});
-    read_frame(source, frame);
-    gather(frame, line.input());
-  }
-  repeat_edges(line.input(), source.size());
-  line.run();
-  const picture colors = to_picture(line.output(), source.size());
-  return colors.channels == 4 ? over_checkerboard(colors) : colors;
+  image frame(source.format(), source.size());
+  read_frame(source, frame);
+  image rgba(format_named("rgba"), source.size());
+  description from = described(convertible(source.format()), source.size());
+  from.matrix = static_cast<morvane::matrix>(matrix);
+  morvane::convert(from, frame.picture(), described(rgba.format(), rgba.size()), rgba.picture());
+  return over_checkerboard(rgba);
 }
 
 picture grey(frame_source& source, const selection& wanted) {
-  image frame(source.format(), source.size(), {});
+  image frame(source.format(), source.size());
   read_frame(source, frame);
   return grey(frame, wanted);
 }
 
 picture picture_of(frame_source& source, const show_options& o) {
-  const catalogue::format& f = source.format();
+  const format_info& f = source.format();
   if (!o.plane.empty()) {
     const std::optional<selection> wanted = find_selection(f, o.plane);
     if (!wanted) unknown_plane(f, o.plane);
     return grey(source, *wanted);
   }
   switch (f.model) {
-    case catalogue::color_model::luma:
-    case catalogue::color_model::alpha:
+    case MORVANE_LUMA:
+    case MORVANE_ALPHA:
       return grey(source, {});
-    case catalogue::color_model::chroma:
+    case MORVANE_CHROMA:
       wrong_arguments(f.name, " is chroma without luma and makes no picture; --plane shows a plane or component of it");
-    case catalogue::color_model::ycbcr:
-    case catalogue::color_model::rgb:
+    case MORVANE_YCBCR:
+    case MORVANE_RGB:
       break;
   }
   return colored(source, o.matrix);

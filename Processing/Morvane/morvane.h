@@ -12,6 +12,8 @@
  * argument it was, what was got and what is needed. Sizes are in bytes unless they are said to be pixels or rows. All
  * functions may be called from any thread; a plan may be run by many threads at once.
  *
+ * examples/c/functions.c has every function at work.
+ *
  * Structs begin with their own size, which the caller sets, so that later versions may add fields at the end.
  */
 #ifndef MORVANE_H
@@ -30,6 +32,7 @@ extern "C" {
 #endif
 
 #define MORVANE_MAX_PLANES 4
+#define MORVANE_MAX_MATRICES 3
 
 /* Why a call was refused. */
 enum morvane_code {
@@ -45,7 +48,8 @@ enum morvane_code {
   MORVANE_OVERLAP = 9,         /* planes that share bytes, of which one is written */
   MORVANE_ROWS = 10,           /* a band that is outside the picture or does not begin and end where it may */
   MORVANE_SCRATCH = 11,        /* less scratch memory than the plan needs */
-  MORVANE_NO_MEMORY = 12
+  MORVANE_NO_MEMORY = 12,
+  MORVANE_VIA = 13 /* an entry point that there is not between the formats, or that these pictures do not suit */
 };
 
 /* What was wrong. `got` and `needed` are the numbers in question; 0 where they are none. */
@@ -62,11 +66,58 @@ typedef int32_t morvane_format;
 
 /* The format of a name as `morvane formats` lists it, or 0. */
 MORVANE_C_API morvane_format morvane_format_named(const char* name);
+/* The formats that answer to a name of this library or of another system ("nv12", "YUY2", "V4L2_PIX_FMT_GREY"),
+ * whatever its case; those that answer to it as it is written hide the others. Stores up to `room` of them and returns
+ * how many there are. */
+MORVANE_C_API int32_t morvane_formats_called(const char* name, morvane_format* found, int32_t room);
 /* The name of a format, or NULL. */
 MORVANE_C_API const char* morvane_format_name(morvane_format format);
 /* How many formats there are, and the id of each, from 0 on; 0 beyond the last. */
 MORVANE_C_API int32_t morvane_format_count(void);
 MORVANE_C_API morvane_format morvane_format_at(int32_t index);
+
+/* What components mean, and which there are: luma, red or luminance; Cb or green; Cr or blue; alpha; what is unused. */
+enum morvane_model { MORVANE_YCBCR = 1, MORVANE_RGB = 2, MORVANE_LUMA = 3, MORVANE_CHROMA = 4, MORVANE_ALPHA = 5 };
+enum morvane_component {
+  MORVANE_Y_R = 0,
+  MORVANE_CB_G = 1,
+  MORVANE_CR_B = 2,
+  MORVANE_A = 3,
+  MORVANE_X = 4,
+  MORVANE_COMPONENTS = 5
+};
+
+/* How a plane is stored: its rows are groups of pixels, of which the last one is whole. */
+typedef struct morvane_plane_info {
+  const char* name;
+  const char* components;              /* of a group, as they are stored: "Cb Y Cr Y"; x is unused */
+  int32_t samples[MORVANE_COMPONENTS]; /* of each component in a group */
+  int32_t group_bytes;
+  int32_t group_pixels;
+  int32_t image_rows; /* rows of the picture to a row of the plane: 2 for the chroma of 4:2:0 */
+  int32_t bits;       /* of a sample; 16 where is_float, which is what they are converted by */
+  int32_t is_float;
+} morvane_plane_info;
+
+/* What is known of a format. Texts live as long as the program, and are "" where there is nothing to tell. */
+typedef struct morvane_format_info {
+  uint32_t struct_size;
+  morvane_format format;
+  const char* name;
+  const char* description;
+  const char* fourcc; /* four characters, blanks at the end included */
+  const char* ffmpeg; /* the names that other systems have for it */
+  const char* v4l2;
+  const char* gstreamer;
+  int32_t model; /* of morvane_model */
+  int32_t has_alpha;
+  int32_t width_multiple; /* what the entry points of Processing.Morvane.h need; the checked interface takes any size */
+  int32_t height_multiple;
+  int32_t plane_count;
+  morvane_plane_info planes[MORVANE_MAX_PLANES];
+} morvane_format_info;
+
+MORVANE_C_API int32_t morvane_describe_format(morvane_format format, morvane_format_info* info, morvane_error* error);
 
 enum morvane_matrix { MORVANE_MATRIX_DEFAULT = 0, MORVANE_BT601 = 601, MORVANE_BT709 = 709, MORVANE_BT2020 = 2020 };
 enum morvane_range { MORVANE_RANGE_DEFAULT = 0, MORVANE_VIDEO = 1, MORVANE_FULL = 2 };
@@ -112,16 +163,44 @@ typedef struct morvane_picture {
   int64_t bytes[MORVANE_MAX_PLANES];
 } morvane_picture;
 
+/* The samples of a row of a plane, each component into a line of its own, with their bits at the top of the words;
+ * floats as the words that they are converted by. The lines of the components that the plane has are not NULL and have
+ * room for all samples of whole groups, `room` at least; the others are ignored. */
+MORVANE_C_API int32_t morvane_read_row(const morvane_description* description, const morvane_picture* picture,
+                                       int32_t plane, int32_t row, uint16_t* const lines[MORVANE_COMPONENTS],
+                                       int64_t room, morvane_error* error);
+
+/* An entry point of Processing.Morvane.h. */
+typedef struct morvane_entry_point {
+  uint32_t struct_size;
+  morvane_format source; /* 0 where it fills a picture */
+  morvane_format destination;
+  int32_t matrices[MORVANE_MAX_MATRICES]; /* that it has; 0 behind the last */
+  int32_t rescales;                       /* whether it can stretch luma, by an argument */
+  int32_t reports_opacity;                /* whether it can tell if all alpha was opaque */
+  const char* name;                       /* "uyvy::yuy2" */
+  const char* irregular; /* what its output does differently from what the name says, in a sentence, or "" */
+} morvane_entry_point;
+
+MORVANE_C_API int32_t morvane_entry_point_count(void);
+/* From 0 on. Several may have one name and differ by their formats. */
+MORVANE_C_API int32_t morvane_describe_entry_point(int32_t index, morvane_entry_point* entry_point,
+                                                   morvane_error* error);
+
 enum morvane_filter { MORVANE_LINEAR = 0, MORVANE_NEAREST = 1 };
 enum morvane_siting { MORVANE_LEFT = 0, MORVANE_CENTER = 1 };
 
 /* How a picture is converted. All zero but the size is the default. */
 typedef struct morvane_options {
   uint32_t struct_size;
-  int32_t filter;         /* of chroma, of morvane_filter */
-  int32_t siting;         /* of chroma, of morvane_siting */
-  int32_t has_background; /* whether a source with alpha is laid over a background where the destination has none */
-  uint8_t background[4];  /* red, green and blue, 0 to 255; the fourth is ignored */
+  int32_t filter;          /* of chroma, of morvane_filter */
+  int32_t siting;          /* of chroma, of morvane_siting */
+  int32_t has_background;  /* whether a source with alpha is laid over a background where the destination has none */
+  uint8_t background[4];   /* red, green and blue, 0 to 255; the fourth is ignored */
+  int32_t threads;         /* of the plan's own, which share every run of all rows: 2 to 256; 0 or 1 for none */
+  const char* via;         /* an entry point between the two formats that converts instead of the rules, or NULL */
+  int32_t allow_irregular; /* whether `via` may be irregular */
+  int32_t rescale;         /* whether `via` stretches luma */
 } morvane_options;
 
 typedef struct morvane_plan morvane_plan;
@@ -140,7 +219,7 @@ MORVANE_C_API const char* morvane_plan_loss(const morvane_plan* plan, int32_t in
 
 /* The memory that a run needs beside the pictures, at any address. */
 MORVANE_C_API int64_t morvane_plan_scratch_bytes(const morvane_plan* plan);
-/* Bands begin at a multiple of so many rows: 2 where the destination is 4:2:0, else 1. */
+/* Bands begin at a multiple of so many rows: 2 where two rows share one of chroma that is written, else 1. */
 MORVANE_C_API int32_t morvane_plan_row_granularity(const morvane_plan* plan);
 
 /* Converts all rows. Allocates nothing; threads that run a plan at the same time need scratch memory of their own. */

@@ -10,6 +10,7 @@
 #ifndef MORVANE_HPP
 #define MORVANE_HPP
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -69,6 +70,34 @@ inline std::vector<format> formats() {
   return all;
 }
 
+// Those that answer to a name, of this library or of another system.
+inline std::vector<format> formats_called(const std::string& name) {
+  const std::int32_t count = morvane_formats_called(name.c_str(), nullptr, 0);
+  std::vector<format> found(static_cast<std::size_t>(count));
+  morvane_formats_called(name.c_str(), found.data(), count);
+  return found;
+}
+
+inline morvane_format_info describe(const format f) {
+  morvane_format_info info{};
+  info.struct_size = sizeof info;
+  morvane_error e;
+  detail::expect(morvane_describe_format(f, &info, &e), e);
+  return info;
+}
+
+// All of Processing.Morvane.h.
+inline std::vector<morvane_entry_point> entry_points() {
+  std::vector<morvane_entry_point> all;
+  for (std::int32_t i = 0; i < morvane_entry_point_count(); ++i) {
+    morvane_entry_point& e = all.emplace_back();
+    e.struct_size = sizeof e;
+    morvane_error wrong;
+    detail::expect(morvane_describe_entry_point(i, &e, &wrong), wrong);
+  }
+  return all;
+}
+
 enum class matrix : std::int32_t { unsaid = MORVANE_MATRIX_DEFAULT, bt601 = 601, bt709 = 709, bt2020 = 2020 };
 enum class range : std::int32_t { unsaid = MORVANE_RANGE_DEFAULT, video = MORVANE_VIDEO, full = MORVANE_FULL };
 enum class filter : std::int32_t { linear = MORVANE_LINEAR, nearest = MORVANE_NEAREST };
@@ -95,12 +124,21 @@ struct options {
   morvane::filter filter = filter::linear;
   morvane::siting siting = siting::left;
   std::optional<color> background{};
+  std::int32_t threads = 0;
+  std::string via{};
+  bool allow_irregular = false;
+  bool rescale = false;
 
+  // Points to `via`.
   operator morvane_options() const {
     morvane_options o{};
     o.struct_size = sizeof o;
     o.filter = static_cast<std::int32_t>(filter);
     o.siting = static_cast<std::int32_t>(siting);
+    o.threads = threads;
+    o.via = via.empty() ? nullptr : via.c_str();
+    o.allow_irregular = allow_irregular ? 1 : 0;
+    o.rescale = rescale ? 1 : 0;
     o.has_background = background ? 1 : 0;
     if (background) {
       o.background[0] = background->red;
@@ -131,6 +169,15 @@ inline morvane_picture picture_in(void* memory, const morvane_layout& layout) {
     p.bytes[i] = layout.planes[i].stride * layout.planes[i].rows;
   }
   return p;
+}
+
+// The samples of a row of a plane, one line for each component; lines of components that the plane lacks may be null.
+using component_lines = std::array<std::uint16_t*, MORVANE_COMPONENTS>;
+inline void read_row(const description& d, const morvane_picture& picture, const std::int32_t plane,
+                     const std::int32_t row, const component_lines& lines, const std::int64_t room) {
+  const morvane_description described = d;
+  morvane_error e;
+  detail::expect(morvane_read_row(&described, &picture, plane, row, lines.data(), room, &e), e);
 }
 
 // A picture with memory of its own, all bytes zero.

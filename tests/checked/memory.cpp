@@ -12,7 +12,7 @@ namespace morvane::tests {
 namespace {
 
 TEST(checked_memory, is_not_taken_by_a_run) {
-  constexpr std::array<options, 3> hows = {
+  const std::array<options, 3> hows = {
       options{}, {.filter = filter::nearest}, {.siting = siting::center, .background = color{9, 8, 7}}};
   int runs = 0;
   on_every_backend([&](Processing::Morvane::backend::kind) {
@@ -40,6 +40,52 @@ TEST(checked_memory, is_not_taken_by_a_run) {
         }
   });
   EXPECT_GT(runs, 3 * 1000);
+}
+
+// Short cuts, entry points by name, with rows of their own too, and threads.
+TEST(checked_memory, is_not_taken_by_a_run_without_lines) {
+  struct direct_way {
+    const char* from;
+    const char* to;
+    options how;
+  };
+  const direct_way ways[] = {{"bgra", "bgra", {}},
+                             {"uyvy", "yuy2", {}},
+                             {"v210", "uyvy", {.via = "v210::uyvy"}},
+                             {"y_uv_420", "bgra", {.threads = 3}},
+                             {"bgra", "bgra", {.threads = 3}}};
+  for (const direct_way& w : ways) {
+    const description from{.format = format_named(w.from), .width = 96, .height = 64};
+    const description to{.format = format_named(w.to), .width = 96, .height = 64};
+    const plan p(from, to, w.how);
+    image source(from), result(to);
+    const morvane_picture in = source.picture(), out = result.picture();
+    std::vector<std::uint8_t> scratch(p.scratch_bytes());
+    const int before = allocations();
+    for (int i = 0; i < 10; ++i) p.run(in, out, scratch.data(), scratch.size());
+    EXPECT_EQ(allocations() - before, 0) << w.from << " to " << w.to;
+  }
+}
+
+// Those that were started before are joined. The C library keeps something of the first threads for later ones.
+TEST(checked_memory, that_is_missing_for_a_thread_is_an_error) {
+  attempt a;
+  a.how.threads = 4;
+  morvane_plan_destroy(morvane_plan_create(&a.from, &a.to, &a.how, nullptr));
+  int refused = 0;
+  for (int requests = 0;; ++requests) {
+    const int held = held_allocations();
+    morvane_error e = smeared_error();
+    {
+      const scarce_memory memory(requests);
+      morvane_plan_destroy(morvane_plan_create(&a.from, &a.to, &a.how, &e));
+    }
+    EXPECT_EQ(held_allocations(), held) << requests;
+    if (e.code == MORVANE_OK) break;
+    EXPECT_EQ(e.code, MORVANE_NO_MEMORY);
+    if (std::string(e.argument) == "options.threads") ++refused;
+  }
+  EXPECT_GE(refused, 4);
 }
 
 TEST(checked_memory, is_not_taken_by_layouts_and_names) {

@@ -74,8 +74,8 @@ mutant(larger_structs_taken_for_known_ones
 
 mutant(got_and_needed_exchanged
        FILE checked/interface.cpp
-       FROM [["scratch_bytes", scratch_bytes, needed, "is %lld]]
-       TO [["scratch_bytes", needed, scratch_bytes, "is %lld]]
+       FROM [["scratch_bytes", scratch.bytes, needed, "is %lld]]
+       TO [["scratch_bytes", needed, scratch.bytes, "is %lld]]
        ROWS checked_errors.of_every_code_say_all
        PROGRAM checked_test)
 
@@ -89,8 +89,8 @@ mutant(bands_begin_at_any_row
 mutant(short_plane_noticed_behind_the_scratch_memory
        FILE checked/interface.cpp
        FROM [[  if (const problem p = check_pictures(plan, source_picture, destination_picture); is_wrong(p)) return answer(p, error);
-  const int64_t bytes = checked::scratch_bytes(plan.way);]]
-       TO [[  const int64_t bytes = checked::scratch_bytes(plan.way);
+  const int64_t bytes = scratch_bytes_of(plan);]]
+       TO [[  const int64_t bytes = scratch_bytes_of(plan);
   void* volatile early = std::malloc(static_cast<size_t>(bytes));
   std::free(early);
   if (const problem p = check_pictures(plan, source_picture, destination_picture); is_wrong(p)) return answer(p, error);]]
@@ -99,8 +99,8 @@ mutant(short_plane_noticed_behind_the_scratch_memory
 
 mutant(memory_for_every_run
        FILE checked/interface.cpp
-       FROM [[  const int64_t needed = checked::scratch_bytes(plan->way);]]
-       TO [[  const int64_t needed = checked::scratch_bytes(plan->way);
+       FROM [[  checked::run_all(plan.way, plan.hands.get(), *source, *destination, scratch.data);]]
+       TO [[  checked::run_all(plan.way, plan.hands.get(), *source, *destination, scratch.data);
   void* volatile memory = std::malloc(1);
   std::free(memory);]]
        ROWS checked_memory.is_not_taken_by_a_run
@@ -133,4 +133,96 @@ mutant(no_sample_behind_the_last_one
   }]]
        TO [[}]]
        ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(short_cut_of_the_other_filter
+       FILE checked/short_cuts.cpp
+       FROM [[if (s.nearest_alone && w.how.filter]]
+       TO [[if (false && w.how.filter]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(short_cut_past_a_matrix
+       FILE checked/short_cuts.cpp
+       FROM [[if (computes(w) || !has_whole_groups(w.from)]]
+       TO [[if (!has_whole_groups(w.from)]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(short_cut_of_half_a_group
+       FILE checked/short_cuts.cpp
+       FROM [[if (computes(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
+       TO [[if (computes(w)) return;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(short_cut_lost
+       FILE checked/short_cuts.cpp
+       FROM [[    {"uyvy::yuy2"},
+]]
+       TO [[]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(unused_bytes_copied
+       FILE checked/short_cuts.cpp
+       FROM [[return !p.has(unused) && p.layout]]
+       TO [[return p.layout]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(padding_copied_by_a_short_cut
+       FILE checked/direct.cpp
+       FROM [[if (!w.by->copies_padding.empty() && !is_tight(source, w.from)) return false;]]
+       TO [[]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(short_cut_between_two_rows_of_chroma
+       FILE checked/direct.cpp
+       FROM [[return first % unit_rows(w) == 0 && rows % unit_rows(w) == 0 &&]]
+       TO [[return]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(entry_point_given_no_room_behind_a_row
+       FILE checked/direct.cpp
+       FROM [[if (!touches_more(w) && can_be_called(w, source, destination)) {]]
+       TO [[if (can_be_called(w, source, destination)) {]]
+       ROWS named_entry_points.touch_nothing*
+       PROGRAM checked_test)
+
+mutant(irregular_entry_point_without_consent
+       FILE checked/direct.cpp
+       FROM [[if (!c->irregular.empty() && !wish.allow_irregular)]]
+       TO [[if (false)]]
+       ROWS named_entry_points.*
+       PROGRAM checked_test)
+
+mutant(scratch_memory_of_another_hand
+       FILE checked/run.cpp
+       FROM [[static_cast<uint8_t*>(scratch) + bytes * hand);]]
+       TO [[static_cast<uint8_t*>(scratch) + 0 * bytes * hand);]]
+       ROWS plans_with_threads.*
+       PROGRAM checked_test)
+
+mutant(part_of_a_picture_left_to_nobody
+       FILE checked/run.cpp
+       FROM [[hands->run((height - 1) / rows + 1, part)]]
+       TO [[hands->run(height / rows, part)]]
+       ROWS plans_with_threads.*
+       PROGRAM checked_test)
+
+mutant(job_left_before_its_guests_are_done
+       FILE checked/crew.cpp
+       FROM [[left != 0;) left = wait_for_change(guests_, left);]]
+       TO [[left > 1;) left = wait_for_change(guests_, left);]]
+       ROWS crew_of_threads.*
+       PROGRAM checked_test)
+
+mutant(job_of_one_caller_given_to_another
+       FILE checked/crew.cpp
+       FROM [[if (busy_.test_and_set(std::memory_order_acquire)) return false;]]
+       TO [[busy_.test_and_set(std::memory_order_acquire);]]
+       ROWS crew_of_threads.*
        PROGRAM checked_test)

@@ -3,12 +3,15 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <system_error>
 #include <vector>
 
+#include "direct.h"
 #include "layout.h"
-#include "rows.h"
+#include "run.h"
 
 namespace checked = Processing::Morvane::checked;
+using checked::answer;
 using checked::is_wrong;
 using checked::problem;
 
@@ -16,22 +19,16 @@ struct morvane_plan {
   checked::way way;
   std::vector<std::string> steps;
   std::vector<std::string> losses;
+  std::unique_ptr<checked::crew> hands;
 };
 
 namespace {
-
-int32_t answer(const problem& p, morvane_error* error) {
-  if (error != nullptr) *error = p;
-  return p.code;
-}
 
 problem choose(const morvane_options* options, checked::choices& result) {
   result = {};
   if (options == nullptr) return checked::none();
   const morvane_options& o = *options;
-  if (o.struct_size != sizeof o)
-    return checked::wrong(MORVANE_STRUCT_SIZE, "options.struct_size", o.struct_size, sizeof o,
-                          "is %u, where sizeof gives %zu", o.struct_size, sizeof o);
+  if (const problem p = checked::check_size("options.struct_size", o.struct_size, sizeof o); is_wrong(p)) return p;
   if (o.filter != MORVANE_LINEAR && o.filter != MORVANE_NEAREST)
     return checked::wrong(MORVANE_OPTION, "options.filter", o.filter, MORVANE_LINEAR,
                           "is %d, not 0 (linear) or 1 (nearest)", static_cast<int>(o.filter));
@@ -40,8 +37,26 @@ problem choose(const morvane_options* options, checked::choices& result) {
                           static_cast<int>(o.siting));
   result.filter = checked::chroma_filter{o.filter == MORVANE_NEAREST};
   result.siting = checked::kernel::siting{o.siting == MORVANE_CENTER};
+  constexpr int32_t most_threads = 256;
+  if (o.threads < 0 || o.threads > most_threads)
+    return checked::wrong(MORVANE_OPTION, "options.threads", o.threads, most_threads, "is %d, not from 0 to %d",
+                          static_cast<int>(o.threads), static_cast<int>(most_threads));
+  result.has_via = o.via != nullptr;
   result.has_background = o.has_background != 0;
   for (int i = 0; i < 3; ++i) result.background[i] = o.background[i];
+  return checked::none();
+}
+
+problem hire(const int32_t threads, morvane_plan& plan) {
+  const problem too_many = checked::wrong(MORVANE_NO_MEMORY, "options.threads", threads, 0,
+                                          "is %d, and so many cannot be started", static_cast<int>(threads));
+  try {
+    if (threads > 1) plan.hands = std::make_unique<checked::crew>(threads);
+  } catch (const std::system_error&) {
+    return too_many;
+  } catch (const std::bad_alloc&) {
+    return too_many;
+  }
   return checked::none();
 }
 
@@ -55,16 +70,27 @@ problem make_plan(const morvane_description* source, const morvane_description* 
   if (const problem p = checked::lay_out(from, 0, layout); is_wrong(p)) return p;
   if (const problem p = checked::lay_out(to, 0, layout); is_wrong(p)) return p;
   if (const problem p = choose(options, how); is_wrong(p)) return p;
-  return checked::find_way(from, to, how, plan.way);
+  if (const problem p = checked::find_way(from, to, how, plan.way); is_wrong(p)) return p;
+  if (options == nullptr || options->via == nullptr) {
+    checked::find_short_cut(plan.way);
+  } else {
+    const checked::named_entry_point wish = {options->via, options->allow_irregular != 0, options->rescale != 0};
+    if (const problem p = checked::find_via(wish, plan.way); is_wrong(p)) return p;
+  }
+  return options == nullptr ? checked::none() : hire(options->threads, plan);
 }
 
-int32_t granularity_of(const morvane_plan& plan) {
-  return plan.way.to.half_height ? 2 : 1;
+int32_t hands_of(const morvane_plan& plan) {
+  return plan.hands == nullptr ? 1 : plan.hands->hands();
+}
+
+int64_t scratch_bytes_of(const morvane_plan& plan) {
+  return hands_of(plan) * checked::scratch_bytes_of(plan.way);
 }
 
 problem check_band(const morvane_plan& plan, const int32_t first, const int32_t rows) {
   const int32_t height = plan.way.from.height;
-  const int32_t unit = granularity_of(plan);
+  const int32_t unit = checked::row_granularity(plan.way);
   if (first < 0 || first >= height || first % unit != 0)
     return checked::wrong(MORVANE_ROWS, "first", first, unit, "is %d, not a multiple of %d from 0 to %d",
                           static_cast<int>(first), static_cast<int>(unit), static_cast<int>(height - 1));
@@ -80,16 +106,33 @@ problem check_pictures(const morvane_plan& plan, const morvane_picture* source, 
   return checked::are_apart(plan.way.from, *source, plan.way.to, *destination);
 }
 
-problem run(const morvane_plan* plan, const morvane_picture* source, const morvane_picture* destination,
-            const int32_t first, const int32_t rows, void* scratch, const int64_t scratch_bytes) {
-  if (const problem p = check_pictures(*plan, source, destination); is_wrong(p)) return p;
-  if (const problem p = check_band(*plan, first, rows); is_wrong(p)) return p;
-  const int64_t needed = checked::scratch_bytes(plan->way);
-  if (scratch == nullptr) return checked::wrong(MORVANE_NULL, "scratch", 0, needed, "is null");
-  if (scratch_bytes < needed)
-    return checked::wrong(MORVANE_SCRATCH, "scratch_bytes", scratch_bytes, needed, "is %lld, and %lld are needed",
-                          static_cast<long long>(scratch_bytes), static_cast<long long>(needed));
-  checked::convert_rows(plan->way, *source, *destination, first, rows, scratch);
+struct scratch_memory {
+  void* data;
+  int64_t bytes;
+};
+
+problem check_scratch(const scratch_memory& scratch, const int64_t needed) {
+  if (scratch.data == nullptr) return checked::wrong(MORVANE_NULL, "scratch", 0, needed, "is null");
+  if (scratch.bytes < needed)
+    return checked::wrong(MORVANE_SCRATCH, "scratch_bytes", scratch.bytes, needed, "is %lld, and %lld are needed",
+                          static_cast<long long>(scratch.bytes), static_cast<long long>(needed));
+  return checked::none();
+}
+
+problem run(const morvane_plan& plan, const morvane_picture* source, const morvane_picture* destination,
+            const scratch_memory& scratch) {
+  if (const problem p = check_pictures(plan, source, destination); is_wrong(p)) return p;
+  if (const problem p = check_scratch(scratch, scratch_bytes_of(plan)); is_wrong(p)) return p;
+  checked::run_all(plan.way, plan.hands.get(), *source, *destination, scratch.data);
+  return checked::none();
+}
+
+problem run_rows(const morvane_plan& plan, const morvane_picture* source, const morvane_picture* destination,
+                 const int32_t first, const int32_t rows, const scratch_memory& scratch) {
+  if (const problem p = check_pictures(plan, source, destination); is_wrong(p)) return p;
+  if (const problem p = check_band(plan, first, rows); is_wrong(p)) return p;
+  if (const problem p = check_scratch(scratch, checked::scratch_bytes_of(plan.way)); is_wrong(p)) return p;
+  checked::run_band(plan.way, *source, *destination, first, rows, scratch.data);
   return checked::none();
 }
 
@@ -104,34 +147,13 @@ const char* text_at(const std::vector<std::string>& texts, const int32_t index) 
 
 }  // namespace
 
-morvane_format morvane_format_named(const char* name) {
-  const morvane::catalogue::format* f = name == nullptr ? nullptr : morvane::catalogue::find_format(name);
-  return f == nullptr ? 0 : f->id;
-}
-
-const char* morvane_format_name(const morvane_format format) {
-  const morvane::catalogue::format* f = checked::format_of_id(format);
-  return f == nullptr ? nullptr : f->name.data();
-}
-
-int32_t morvane_format_count() {
-  return static_cast<int32_t>(morvane::catalogue::formats.size());
-}
-
-morvane_format morvane_format_at(const int32_t index) {
-  if (index < 0 || index >= morvane_format_count()) return 0;
-  return morvane::catalogue::formats[static_cast<size_t>(index)].id;
-}
-
 int32_t morvane_lay_out(const morvane_description* description, const int64_t alignment, morvane_layout* layout,
                         morvane_error* error) {
   checked::shape s;
   if (const problem p = checked::describe(description, "description", s); is_wrong(p)) return answer(p, error);
   if (layout == nullptr) return answer(checked::wrong(MORVANE_NULL, "layout", 0, 0, "is null"), error);
-  if (layout->struct_size != sizeof *layout)
-    return answer(checked::wrong(MORVANE_STRUCT_SIZE, "layout.struct_size", layout->struct_size, sizeof *layout,
-                                 "is %u, where sizeof gives %zu", layout->struct_size, sizeof *layout),
-                  error);
+  if (const problem p = checked::check_size("layout.struct_size", layout->struct_size, sizeof *layout); is_wrong(p))
+    return answer(p, error);
   morvane_layout made;
   const problem p = checked::lay_out(s, alignment, made);
   if (!is_wrong(p)) *layout = made;
@@ -165,24 +187,24 @@ const char* morvane_plan_loss(const morvane_plan* plan, const int32_t index) {
 }
 
 int64_t morvane_plan_scratch_bytes(const morvane_plan* plan) {
-  return plan == nullptr ? 0 : checked::scratch_bytes(plan->way);
+  return plan == nullptr ? 0 : scratch_bytes_of(*plan);
 }
 
 int32_t morvane_plan_row_granularity(const morvane_plan* plan) {
-  return plan == nullptr ? 0 : granularity_of(*plan);
+  return plan == nullptr ? 0 : checked::row_granularity(plan->way);
 }
 
 int32_t morvane_plan_run(const morvane_plan* plan, const morvane_picture* source, const morvane_picture* destination,
                          void* scratch, const int64_t scratch_bytes, morvane_error* error) {
   if (plan == nullptr) return answer(checked::wrong(MORVANE_NULL, "plan", 0, 0, "is null"), error);
-  return answer(run(plan, source, destination, 0, plan->way.from.height, scratch, scratch_bytes), error);
+  return answer(run(*plan, source, destination, {scratch, scratch_bytes}), error);
 }
 
 int32_t morvane_plan_run_rows(const morvane_plan* plan, const morvane_picture* source,
                               const morvane_picture* destination, const int32_t first, const int32_t rows,
                               void* scratch, const int64_t scratch_bytes, morvane_error* error) {
   if (plan == nullptr) return answer(checked::wrong(MORVANE_NULL, "plan", 0, 0, "is null"), error);
-  return answer(run(plan, source, destination, first, rows, scratch, scratch_bytes), error);
+  return answer(run_rows(*plan, source, destination, first, rows, {scratch, scratch_bytes}), error);
 }
 
 int32_t morvane_convert(const morvane_description* source, const morvane_picture* source_picture,
@@ -191,9 +213,9 @@ int32_t morvane_convert(const morvane_description* source, const morvane_picture
   morvane_plan plan;
   if (const problem p = make_plan(source, destination, options, plan); is_wrong(p)) return answer(p, error);
   if (const problem p = check_pictures(plan, source_picture, destination_picture); is_wrong(p)) return answer(p, error);
-  const int64_t bytes = checked::scratch_bytes(plan.way);
+  const int64_t bytes = scratch_bytes_of(plan);
   const std::unique_ptr<void, decltype(&std::free)> scratch(std::malloc(static_cast<size_t>(bytes)), &std::free);
   if (scratch == nullptr) return answer(no_memory(bytes), error);
-  checked::convert_rows(plan.way, *source_picture, *destination_picture, 0, plan.way.from.height, scratch.get());
+  checked::run_all(plan.way, plan.hands.get(), *source_picture, *destination_picture, scratch.get());
   return answer(checked::none(), error);
 }

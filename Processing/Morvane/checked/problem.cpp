@@ -11,10 +11,27 @@ part_name part(const char* argument, const char* field) {
   return name;
 }
 
+part_name part(const char* argument, const size_t index) {
+  part_name name{};
+  std::snprintf(name.text, sizeof name.text, "%s[%zu]", argument, index);
+  return name;
+}
+
 part_name part(const char* argument, const char* field, const size_t index) {
   part_name name{};
   std::snprintf(name.text, sizeof name.text, "%s.%s[%zu]", argument, field, index);
   return name;
+}
+
+int32_t answer(const problem& p, morvane_error* error) {
+  if (error != nullptr) *error = p;
+  return p.code;
+}
+
+problem check_size(const char* argument, const uint32_t got, const size_t needed) {
+  if (got == needed) return none();
+  return wrong(MORVANE_STRUCT_SIZE, argument, got, static_cast<int64_t>(needed), "is %u, where sizeof gives %zu", got,
+               needed);
 }
 
 problem wrong(const morvane_code code, const char* argument, const int64_t got, const int64_t needed,

@@ -23,7 +23,14 @@ struct part_name {
   char text[sizeof problem::argument];
 };
 part_name part(const char* argument, const char* field);
+part_name part(const char* argument, size_t index);
 part_name part(const char* argument, const char* field, size_t index);
+
+// Stores the problem for a caller who wants to know more than its code.
+int32_t answer(const problem& p, morvane_error* error);
+
+// Of a struct whose caller set another size than that of this version.
+problem check_size(const char* argument, uint32_t got, size_t needed);
 
 // The message is formatted as printf does, behind the name of the argument.
 [[gnu::format(printf, 5, 6)]] problem wrong(morvane_code code, const char* argument, int64_t got, int64_t needed,

@@ -64,17 +64,17 @@ const catalogue::format* format_of_id(const int32_t id) {
   return nullptr;
 }
 
+problem unknown_format(const char* argument, const int32_t id) {
+  return wrong(MORVANE_UNKNOWN_FORMAT, argument, id, 0, "is %d, which no format has as its id", static_cast<int>(id));
+}
+
 problem describe(const morvane_description* description, const char* name, shape& result) {
   if (description == nullptr) return wrong(MORVANE_NULL, name, 0, 0, "is null");
   const morvane_description& d = *description;
-  if (d.struct_size != sizeof d)
-    return wrong(MORVANE_STRUCT_SIZE, part(name, "struct_size").text, d.struct_size, sizeof d,
-                 "is %u, where sizeof gives %zu", d.struct_size, sizeof d);
+  if (const problem p = check_size(part(name, "struct_size").text, d.struct_size, sizeof d); is_wrong(p)) return p;
   result = {};
   result.format = format_of_id(d.format);
-  if (result.format == nullptr)
-    return wrong(MORVANE_UNKNOWN_FORMAT, part(name, "format").text, d.format, 0, "is %d, which no format has as its id",
-                 static_cast<int>(d.format));
+  if (result.format == nullptr) return unknown_format(part(name, "format").text, d.format);
   if (d.width < 1)
     return wrong(MORVANE_SIZE, part(name, "width").text, d.width, 1, "is %d, and must be at least 1",
                  static_cast<int>(d.width));

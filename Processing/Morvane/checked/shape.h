@@ -34,6 +34,8 @@ struct shape {
 
 const catalogue::format* format_of_id(int32_t id);
 
+problem unknown_format(const char* argument, int32_t id);
+
 // `name` is that of the description in messages.
 problem describe(const morvane_description* description, const char* name, shape& result);
 

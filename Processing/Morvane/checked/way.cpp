@@ -12,11 +12,12 @@ bool is_colour(const shape& s) {
   return s.colour == model::ycbcr || s.colour == model::rgb || s.colour == model::luminance;
 }
 
-problem check_pair(const shape& from, const shape& to) {
+problem check_pair(const shape& from, const shape& to, const bool has_via) {
   if (from.width != to.width || from.height != to.height)
     return wrong(MORVANE_NO_WAY, "destination", to.width, from.width,
                  "is of %dx%d pixels and the source of %dx%d; sizes are not changed", to.width, to.height, from.width,
                  from.height);
+  if (has_via) return none();
   const bool can = (from.colour == to.colour || (is_colour(from) && is_colour(to))) && !is_pair_of_images(from) &&
                    !is_pair_of_images(to);
   if (!can)
@@ -87,7 +88,7 @@ std::string matrix_of(const shape& s) {
 }  // namespace
 
 problem find_way(const shape& from, const shape& to, const choices& how, way& result) {
-  if (const problem p = check_pair(from, to); is_wrong(p)) return p;
+  if (const problem p = check_pair(from, to, how.has_via); is_wrong(p)) return p;
   way w{};
   w.from = from;
   w.to = to;
@@ -103,6 +104,10 @@ problem find_way(const shape& from, const shape& to, const choices& how, way& re
 }
 
 std::vector<std::string> steps_of(const way& w) {
+  if (w.by != nullptr)
+    return {std::string(w.from.format->name) + " to " + std::string(w.to.format->name) + " by " +
+            std::string(w.by->name)};
+  if (w.copies) return {"copy rows of " + std::string(w.to.format->name)};
   std::vector<std::string> steps = {"read " + std::string(w.from.format->name)};
   const auto add = [&](const bool is_done, const std::string& step) {
     if (is_done) steps.push_back(step);
@@ -124,6 +129,7 @@ std::vector<std::string> steps_of(const way& w) {
 
 std::vector<std::string> losses_of(const way& w) {
   std::vector<std::string> losses;
+  if (w.is_via && !w.by->irregular.empty()) losses.emplace_back(w.by->irregular);
   const auto add = [&](const bool is_lost, const std::string& loss) {
     if (is_lost) losses.push_back(loss);
   };

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "../catalogue/conversions.h"
 #include "colour.h"
 #include "shape.h"
 
@@ -16,6 +17,7 @@ struct choices {
   kernel::siting siting = kernel::siting::left;
   bool has_background = false;
   uint8_t background[3] = {};
+  bool has_via = false;  // an entry point converts, also where the rules have no conversion
 };
 
 struct way {
@@ -39,6 +41,13 @@ struct way {
   bool halves_columns = false;
   bool halves_rows = false;
   bool keeps_half_rows = false;  // rows of chroma are those of the source, of which there are half as many
+
+  // Without lines: rows are copied, or an entry point converts them, because the caller named it or because its bytes
+  // are the same.
+  bool copies = false;
+  const catalogue::conversion* by = nullptr;
+  bool is_via = false;
+  int argument = 0;
 
   bool narrow = false;  // the form of the matrices
   background behind = {};

@@ -1,0 +1,57 @@
+#include "run.h"
+
+#include <algorithm>
+
+#include "direct.h"
+#include "rows.h"
+
+namespace Processing::Morvane::checked {
+
+namespace {
+
+// More parts than hands, so that one which is late delays the others less. Lines of several rows are kept from one row
+// to the next, so parts have some rows.
+int rows_of_part(const way& w, const int hands) {
+  constexpr int parts_of_hand = 4;
+  constexpr int fewest = 4;
+  const int height = w.from.height;
+  const int rows = std::max(fewest, (height + hands * parts_of_hand - 1) / (hands * parts_of_hand));
+  const int unit = std::max(2, row_granularity(w));
+  return (rows + unit - 1) / unit * unit;
+}
+
+}  // namespace
+
+int row_granularity(const way& w) {
+  const bool pairs_of_source = w.is_via && w.from.half_height;
+  return w.to.half_height || pairs_of_source ? 2 : 1;
+}
+
+int64_t scratch_bytes_of(const way& w) {
+  return std::max(scratch_bytes(w), direct_scratch_bytes(w));
+}
+
+void run_band(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
+              const int rows, void* scratch) {
+  if (is_direct(w) && suits(w, source, destination, first, rows))
+    convert_directly(w, source, destination, first, rows, scratch);
+  else
+    convert_rows(w, source, destination, first, rows, scratch);
+}
+
+void run_all(const way& w, crew* hands, const morvane_picture& source, const morvane_picture& destination,
+             void* scratch) {
+  const int height = w.from.height;
+  const auto run_alone = [&] { run_band(w, source, destination, 0, height, scratch); };
+  if (hands == nullptr) return run_alone();
+  const int rows = rows_of_part(w, hands->hands());
+  const int64_t bytes = scratch_bytes_of(w);
+  const auto part = [&](const int hand, const int i) {
+    const int first = i * rows;
+    run_band(w, source, destination, first, std::min(rows, height - first),
+             static_cast<uint8_t*>(scratch) + bytes * hand);
+  };
+  if (!hands->run((height - 1) / rows + 1, part)) run_alone();
+}
+
+}  // namespace Processing::Morvane::checked

@@ -1,0 +1,312 @@
+// Ways without lines: what they make is what the rules say, and they are taken. Entry points by name do what they do.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "backend/choice.h"
+#include "catalogue/conversions.h"
+#include "catalogue/layout.h"
+#include "morvane.hpp"
+#include "rules/convert.h"
+#include "rules/promises/pictures.h"
+
+namespace morvane::tests {
+namespace {
+
+namespace backend = Processing::Morvane::backend;
+
+description of(const std::string_view name, const int width, const int height) {
+  return {.format = format_named(std::string(name)), .width = width, .height = height};
+}
+
+std::string step_of(const description& from, const description& to, const options& how) {
+  return plan(from, to, how).steps().front();
+}
+
+bool is_short_cut(const std::string& step) {
+  return step.starts_with("copy rows") || step.find(" by ") != std::string::npos;
+}
+
+morvane_picture planes_of(rules::stored_picture& stored) {
+  morvane_picture result{};
+  result.struct_size = sizeof result;
+  for (std::size_t i = 0; i < 4; ++i) {
+    result.data[i] = stored.of().data[i];
+    result.stride[i] = stored.of().stride[i];
+    result.bytes[i] = static_cast<std::int64_t>(stored.plane(i).size());
+  }
+  return result;
+}
+
+// Samples at random, or of few values, so that all of a picture's extremes meet.
+void fill(rules::stored_picture& picture, const std::uint32_t seed) {
+  picture.fill_at_random(seed);
+  if (seed % 2 == 0) return;
+  for (std::size_t i = 0; i < 4; ++i)
+    for (std::uint8_t& byte : picture.plane(i)) byte = byte < 128 ? 0 : 255;
+}
+
+void expect_bytes_of_the_rules(const description& from, const description& to, const options& how) {
+  const std::string source_name(name_of(from.format)), destination_name(name_of(to.format));
+  const rules::options asked = {how.filter == filter::nearest ? rules::filter::nearest : rules::filter::linear,
+                                how.siting == siting::center ? rules::siting::center : rules::siting::left,
+                                {}};
+  const plan p(from, to, how);
+  for (std::uint32_t seed = 0; seed < 4; ++seed) {
+    const int padding = seed < 2 ? 0 : 8;
+    rules::stored_picture source(source_name, from.width, from.height, 0, padding);
+    rules::stored_picture expected(destination_name, to.width, to.height, 0xa5, padding);
+    rules::stored_picture made(destination_name, to.width, to.height, 0xa5, padding);
+    fill(source, seed);
+    rules::convert(source.of(), expected.of(), asked);
+    p.run(planes_of(source), planes_of(made));
+    for (std::size_t i = 0; i < 4; ++i)
+      ASSERT_TRUE(made.plane(i) == expected.plane(i)) << p.steps().front() << ", plane " << i << ", seed " << seed;
+  }
+}
+
+template <class Take>
+void each_pair(const int width, const int height, const Take& take) {
+  for (const catalogue::format& from : catalogue::formats)
+    for (const catalogue::format& to : catalogue::formats)
+      if (rules::convertible(from.name, to.name)) take(of(from.name, width, height), of(to.name, width, height));
+}
+
+TEST(short_cuts, have_the_bytes_of_the_rules) {
+  for (const backend::kind k : backend::available()) {
+    backend::choose(k);
+    for (const auto& [width, height] : {std::pair{48, 4}, {240, 6}})
+      for (const options& how : {options{}, options{.filter = filter::nearest, .siting = siting::center}})
+        each_pair(width, height, [&](const description& from, const description& to) {
+          if (is_short_cut(step_of(from, to, how))) expect_bytes_of_the_rules(from, to, how);
+        });
+  }
+  backend::choose(backend::available().back());
+}
+
+// So that none is lost: entry points, and formats whose rows are copied.
+TEST(short_cuts, are_taken) {
+  std::set<std::string> linear, nearest;
+  int copies = 0;
+  each_pair(48, 4, [&](const description& from, const description& to) {
+    for (std::set<std::string>* found : {&linear, &nearest}) {
+      const options how = {.filter = found == &nearest ? filter::nearest : filter::linear};
+      const std::string step = step_of(from, to, how);
+      if (step.starts_with("copy rows")) ++copies;
+      const std::size_t by = step.find(" by ");
+      if (by != std::string::npos) found->insert(step.substr(by + 4));
+    }
+  });
+  EXPECT_EQ(linear.size(), 14U);
+  EXPECT_EQ(nearest.size(), 31U);
+  EXPECT_EQ(copies, 2 * 32);
+  EXPECT_TRUE(linear.contains("uyvy::yuy2"));
+}
+
+TEST(short_cuts, are_not_taken_where_something_is_computed) {
+  EXPECT_TRUE(is_short_cut(step_of(of("uyvy", 4, 4), of("yuy2", 4, 4), {})));
+  description full = of("yuy2", 4, 4);
+  full.range = range::full;
+  EXPECT_FALSE(is_short_cut(step_of(of("uyvy", 4, 4), full, {})));
+  description other_matrix = of("yuy2", 4, 4);
+  other_matrix.matrix = matrix::bt601;
+  EXPECT_FALSE(is_short_cut(step_of(of("uyvy", 4, 4), other_matrix, {})));
+  EXPECT_FALSE(is_short_cut(step_of(of("uyvy", 3, 4), of("yuy2", 3, 4), {})));
+  EXPECT_FALSE(is_short_cut(step_of(of("y_uv_420", 4, 3), of("y_uv_420", 4, 3), {})));
+  EXPECT_FALSE(is_short_cut(step_of(of("vuya_f32", 4, 4), of("vuya_f32", 4, 4), {})));
+  EXPECT_FALSE(is_short_cut(step_of(of("bgrx", 4, 4), of("bgrx", 4, 4), {})));
+}
+
+// Of a picture whose first byte is at an odd address, and of bands that begin between two rows of chroma.
+TEST(short_cuts, have_the_same_bytes_at_every_address_and_band) {
+  const description from = of("y_uv_420", 16, 8), to = of("y_uv_422", 16, 8);
+  const plan p(from, to, {.filter = filter::nearest});
+  ASSERT_TRUE(is_short_cut(p.steps().front()));
+  image source(from), whole(to), banded(to);
+  for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * 37 + i / 16);
+  p.run(source.picture(), whole.picture());
+  std::vector<std::uint8_t> scratch(p.scratch_bytes());
+  for (const auto& [first, rows] : {std::pair{5, 3}, {0, 1}, {1, 4}})
+    p.run_rows(source.picture(), banded.picture(), first, rows, scratch.data(), scratch.size());
+  EXPECT_TRUE(std::equal(whole.data(), whole.data() + whole.bytes(), banded.data()));
+
+  std::vector<std::uint8_t> odd(source.bytes() + 1);
+  std::copy(source.data(), source.data() + source.bytes(), odd.begin() + 1);
+  image again(to);
+  p.run(picture_in(odd.data() + 1, source.layout()), again.picture());
+  EXPECT_TRUE(std::equal(whole.data(), whole.data() + whole.bytes(), again.data()));
+}
+
+// By name.
+
+std::string refusal_of(const description& from, const description& to, const options& how) {
+  try {
+    plan(from, to, how);
+  } catch (const error& e) {
+    EXPECT_EQ(e.code(), MORVANE_VIA);
+    return e.what();
+  }
+  return "nothing";
+}
+
+TEST(named_entry_points, are_refused_where_they_do_not_suit) {
+  const description uyvy = of("uyvy", 4, 4), bgra = of("bgra", 4, 4), y = of("y", 4, 4);
+  EXPECT_EQ(refusal_of(uyvy, y, {.via = "uyvy::z"}),
+            "options.via is \"uyvy::z\", which no entry point has as its name");
+  EXPECT_EQ(refusal_of(uyvy, y, {.via = "uyvy::yuy2"}),
+            "options.via is \"uyvy::yuy2\", which does not convert between these formats");
+  EXPECT_EQ(refusal_of(of("bgr", 4, 4), of("bgr", 4, 4), {.via = "bgr::bgr"}),
+            "options.via is \"bgr::bgr\", which copies four bytes for every three-byte pixel, so each row writes past "
+            "its end");
+  EXPECT_EQ(refusal_of(uyvy, bgra, {.via = "uyvy::bgra_601"}),
+            "options.via is \"uyvy::bgra_601\", which does not have the matrix BT.709");
+  EXPECT_EQ(refusal_of(uyvy, of("yuy2", 4, 4), {.via = "uyvy::yuy2", .rescale = true}),
+            "options.rescale is set, and uyvy::yuy2 does not stretch luma");
+  EXPECT_EQ(refusal_of(of("uyvy", 3, 4), of("y", 3, 4), {.via = "uyvy::y"}),
+            "options.via is \"uyvy::y\", which needs a width that is a multiple of 2, not 3");
+}
+
+// What an entry point makes of rows that have room, each for itself, or two where they share chroma.
+std::vector<std::uint8_t> called(const catalogue::conversion& c, const image& source, const description& from,
+                                 const description& to, const int matrix) {
+  constexpr std::int64_t stride = 2048;
+  const catalogue::format& source_format = *catalogue::find_format(c.source);
+  const catalogue::format& destination_format = *catalogue::find_format(c.destination);
+  const auto wide = [](std::size_t, std::int64_t) { return stride; };
+  const catalogue::layout in = lay_out(source_format, from.width, from.height, wide);
+  const catalogue::layout out = lay_out(destination_format, to.width, to.height, wide);
+  std::vector<std::uint8_t> in_bytes(static_cast<std::size_t>(in.bytes) + stride);
+  std::vector<std::uint8_t> out_bytes(static_cast<std::size_t>(out.bytes) + stride);
+  for (std::int32_t i = 0; i < source.layout().plane_count; ++i)
+    for (std::int64_t row = 0; row < source.layout().planes[i].rows; ++row)
+      std::copy_n(source.data() + source.layout().planes[i].offset + source.layout().planes[i].stride * row,
+                  source.layout().planes[i].row_bytes,
+                  in_bytes.data() + in.planes[static_cast<std::size_t>(i)].offset + stride * row);
+  const int group = c.margin_pixels > 0 ? source_format.planes[0].group_pixels : 1;
+  const int width = (from.width + group - 1) / group * group + c.margin_pixels;
+  catalogue::call call;
+  call.source = in.at(static_cast<const std::uint8_t*>(in_bytes.data()));
+  call.destination = out.at(out_bytes.data());
+  call.xres = width / c.pixels_per_xres;
+  call.yres = from.height / c.rows_per_yres;
+  call.argument = c.extra == catalogue::argument::color_space ? matrix : 0;
+  c.convert(call);
+  std::vector<std::uint8_t> result;
+  const morvane_layout tight = lay_out(to);
+  for (std::int32_t i = 0; i < tight.plane_count; ++i)
+    for (std::int64_t row = 0; row < tight.planes[i].rows; ++row) {
+      const auto begin = out_bytes.begin() + out.planes[static_cast<std::size_t>(i)].offset + stride * row;
+      result.insert(result.end(), begin, begin + tight.planes[i].row_bytes);
+      result.resize(result.size() + static_cast<std::size_t>(tight.planes[i].stride - tight.planes[i].row_bytes));
+    }
+  return result;
+}
+
+TEST(named_entry_points, convert_as_they_do_when_they_are_called) {
+  int compared = 0;
+  for (const catalogue::conversion& c : catalogue::conversions) {
+    if (c.source.empty()) continue;
+    SCOPED_TRACE(c.name);
+    const int matrix_number = offers(c, catalogue::matrix::bt601)    ? 601
+                              : offers(c, catalogue::matrix::bt2020) ? 2020
+                                                                     : 709;
+    description from = of(c.source, 44, 6), to = of(c.destination, 44, 6);
+    from.matrix = to.matrix = matrix{matrix_number};
+    image source(from), made(to);
+    for (std::size_t i = 0; i < source.bytes(); ++i)
+      source.data()[i] = static_cast<std::uint8_t>((i * 2654435761U >> 13) % 63);
+    const plan p(from, to, {.via = std::string(c.name), .allow_irregular = true});
+    EXPECT_EQ(p.steps(),
+              std::vector{std::string(c.source) + " to " + std::string(c.destination) + " by " + std::string(c.name)});
+    p.run(source.picture(), made.picture());
+    EXPECT_EQ(std::vector<std::uint8_t>(made.data(), made.data() + made.bytes()),
+              called(c, source, from, to, matrix_number));
+    ++compared;
+  }
+  EXPECT_GT(compared, 130);
+}
+
+TEST(named_entry_points, touch_nothing_behind_rows) {
+  const description d = of("bgr", 5, 4);
+  const morvane_layout padded = lay_out(d, 16);
+  const plan p(d, d, {.via = "bgr::bgr", .allow_irregular = true});
+  EXPECT_EQ(p.losses().size(), 1U);
+  image source(d, 16);
+  for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i);
+  std::vector<std::uint8_t> made(static_cast<std::size_t>(padded.bytes), 0xa5);
+  p.run(source.picture(), picture_in(made.data(), padded));
+  for (std::size_t i = 0; i < made.size(); ++i)
+    EXPECT_EQ(made[i], i % 16 < 15 ? static_cast<std::uint8_t>(i) : 0xa5) << i;
+}
+
+// Threads of a plan.
+
+TEST(plans_with_threads, have_the_same_bytes) {
+  for (const auto& [from_name, to_name] :
+       {std::pair{"y_uv_420", "bgra"}, {"bgra", "y_uv_420"}, {"uyvy", "yuy2"}, {"bgra", "bgra"}, {"p010", "v210"}})
+    for (const int height : {1, 2, 3, 17, 64}) {
+      const description from = of(from_name, 90, height), to = of(to_name, 90, height);
+      image source(from), alone(to);
+      for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * i / 7);
+      plan(from, to).run(source.picture(), alone.picture());
+      for (const int threads : {2, 5}) {
+        const plan shared(from, to, {.threads = threads});
+        std::vector<std::uint8_t> scratch(shared.scratch_bytes());
+        for (int repetition = 0; repetition < 3; ++repetition) {
+          image made(to);
+          shared.run(source.picture(), made.picture(), scratch.data(), scratch.size());
+          EXPECT_TRUE(std::equal(alone.data(), alone.data() + alone.bytes(), made.data())) << from_name << height;
+        }
+      }
+    }
+}
+
+// Large enough for all threads to come to it.
+TEST(plans_with_threads, have_scratch_memory_each) {
+  const description from = of("y_uv_420", 1000, 600), to = of("bgra", 1000, 600);
+  image source(from), alone(to), made(to);
+  for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * i / 7);
+  plan(from, to).run(source.picture(), alone.picture());
+  const plan shared(from, to, {.threads = 4});
+  for (int repetition = 0; repetition < 8; ++repetition) shared.run(source.picture(), made.picture());
+  EXPECT_TRUE(std::equal(alone.data(), alone.data() + alone.bytes(), made.data()));
+}
+
+TEST(plans_with_threads, are_run_by_other_threads_at_once) {
+  const description from = of("uyvy", 64, 32), to = of("bgra", 64, 32);
+  image source(from), alone(to);
+  for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i);
+  plan(from, to).run(source.picture(), alone.picture());
+  const plan shared(from, to, {.threads = 3});
+  const morvane_picture in = source.picture();
+  std::vector<std::thread> callers;
+  for (int caller = 0; caller < 4; ++caller)
+    callers.emplace_back([&] {
+      for (int repetition = 0; repetition < 20; ++repetition) {
+        image made(to);
+        shared.run(in, made.picture());
+        EXPECT_TRUE(std::equal(alone.data(), alone.data() + alone.bytes(), made.data()));
+      }
+    });
+  for (std::thread& t : callers) t.join();
+}
+
+TEST(plans_with_threads, are_refused_with_too_many) {
+  for (const int threads : {-1, 257}) {
+    try {
+      plan(of("uyvy", 4, 4), of("bgra", 4, 4), {.threads = threads});
+      ADD_FAILURE() << threads;
+    } catch (const error& e) {
+      EXPECT_EQ(e.code(), MORVANE_OPTION);
+      EXPECT_EQ(e.argument(), "options.threads");
+      EXPECT_EQ(e.got(), threads);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace morvane::tests

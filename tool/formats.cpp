@@ -1,0 +1,34 @@
+// What the checked interface tells of formats, asked for once.
+#include "formats.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "errors.h"
+
+namespace morvane::tool {
+
+std::span<const format_info> all_formats() {
+  static const std::vector<format_info> all = [] {
+    std::vector<format_info> infos;
+    for (const morvane::format f : morvane::formats()) infos.push_back(morvane::describe(f));
+    return infos;
+  }();
+  return all;
+}
+
+const format_info& info_of(morvane::format id) {
+  const std::span<const format_info> all = all_formats();
+  const auto found = std::find_if(all.begin(), all.end(), [id](const format_info& f) { return f.format == id; });
+  if (found == all.end()) throw std::logic_error(text("there is no format ", id));
+  return *found;
+}
+
+std::vector<std::string> components_of(const plane_info& plane) {
+  std::istringstream words(plane.components);
+  std::vector<std::string> result;
+  for (std::string word; words >> word;) result.push_back(word);
+  return result;
+}
+
+}  // namespace morvane::tool
