@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -47,15 +48,44 @@ morvane_options options(FuzzedDataProvider& data) {
   o.siting = number<std::int32_t>(data, 0, 1);
   o.has_background = data.ConsumeIntegral<std::int32_t>();
   data.ConsumeData(o.background, sizeof o.background);
+  // No more threads than an input is worth.
+  o.threads = data.ConsumeIntegralInRange(0, 15) == 0 ? data.ConsumeIntegral<std::int32_t>() : 0;
+  if (o.threads > 2 && o.threads <= 256) o.threads = 2;
+  o.allow_irregular = data.ConsumeBool() ? 1 : 0;
+  o.rescale = data.ConsumeIntegralInRange(0, 7) == 0 ? 1 : 0;
   return o;
 }
 
 void expect_error(const morvane_error& e, const std::int32_t code) {
-  expect(e.code == code && code > MORVANE_OK && code <= MORVANE_NO_MEMORY, "an error has the code that is answered");
+  expect(e.code == code && code > MORVANE_OK && code <= MORVANE_VIA, "an error has the code that is answered");
   expect(std::memchr(e.argument, 0, sizeof e.argument) != nullptr, "the name of an argument has an end");
   expect(std::memchr(e.message, 0, sizeof e.message) != nullptr, "a message has an end");
   const std::string_view argument(e.argument), message(e.message);
   expect(!argument.empty() && message.starts_with(argument), "a message begins with the argument");
+}
+
+// The name of an entry point, or any text.
+std::string name_of_entry_point(FuzzedDataProvider& data) {
+  morvane_entry_point by{};
+  by.struct_size = sizeof by;
+  const std::int32_t code =
+      morvane_describe_entry_point(number<std::int32_t>(data, 0, morvane_entry_point_count()), &by, nullptr);
+  return code == MORVANE_OK ? by.name : data.ConsumeRandomLengthString(300);
+}
+
+void facts(FuzzedDataProvider& data) {
+  const auto format = number<std::int32_t>(data, 0, morvane_format_count());
+  morvane_format_info info{};
+  info.struct_size = struct_size(data, sizeof info);
+  morvane_error e;
+  std::memset(&e, 0x5a, sizeof e);
+  const std::int32_t code = morvane_describe_format(format, &info, &e);
+  expect(code != MORVANE_OK || std::string_view(info.name) == morvane_format_name(format), "a format has its name");
+  if (code != MORVANE_OK) expect_error(e, code);
+  morvane_format found[4] = {-1, -1, -1, -1};
+  const std::string name = code == MORVANE_OK && data.ConsumeBool() ? info.ffmpeg : data.ConsumeRandomLengthString(40);
+  const std::int32_t count = morvane_formats_called(name.c_str(), found, 3);
+  expect(count >= 0 && found[3] == -1, "no more formats are stored than there is room for");
 }
 
 void expect_layout(const morvane_layout& layout, const morvane_description& d, const std::int64_t alignment) {
@@ -93,7 +123,7 @@ void expect_texts(const morvane_plan* plan) {
     expect(*step != '\0', "a step is said");
     ++steps;
   }
-  expect(steps >= 2, "a plan reads and writes");
+  expect(steps >= 1, "a plan does something");
   for (std::int32_t i = 0; const char* loss = morvane_plan_loss(plan, i); ++i) expect(*loss != '\0', "a loss is said");
 }
 
@@ -132,6 +162,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* input, const std::size
     to.height = from.height;
   }
   morvane::fuzz::lay_out(from, data);
-  morvane::fuzz::plan(from, to, morvane::fuzz::options(data));
+  morvane_options how = morvane::fuzz::options(data);
+  const std::string via = morvane::fuzz::name_of_entry_point(data);
+  if (data.ConsumeIntegralInRange(0, 3) == 0) how.via = via.c_str();
+  morvane::fuzz::plan(from, to, how);
+  morvane::fuzz::facts(data);
   return 0;
 }

@@ -165,8 +165,10 @@ class run_of_plan {
     std::uint8_t* at = scratch_.place(needed, data.ConsumeBool(), data.ConsumeIntegralInRange(0, 63));
     scratch_.close_around(at, 0, 1, needed);
     morvane_error e{};
+    const bool whole = first == 0 && count == destination_.of.height;
     const std::int32_t code =
-        morvane_plan_run_rows(plan_, &source_.given, &destination_.given, first, count, at, needed - missing, &e);
+        whole ? morvane_plan_run(plan_, &source_.given, &destination_.given, at, needed - missing, &e)
+              : morvane_plan_run_rows(plan_, &source_.given, &destination_.given, first, count, at, needed, &e);
     expect(code == e.code, "an error has the code that is answered");
     return code;
   }
@@ -191,16 +193,18 @@ std::vector<std::pair<int, int>> bands(int height, int unit, FuzzedDataProvider&
   return all;
 }
 
-void expect_right_bytes(run_of_plan& run, const fenced_picture& destination, int unit,
-                        const std::vector<std::uint8_t>& expected, FuzzedDataProvider& data) {
+// What a run gives, which is what bands in any order give.
+std::vector<std::uint8_t> bytes_of_runs(run_of_plan& run, const fenced_picture& destination, int unit,
+                                        FuzzedDataProvider& data) {
   const int height = destination.of.height;
   destination.fill(untouched);
   expect(run.rows(0, height, data) == MORVANE_OK, "a right call is done");
-  expect(destination.bytes() == expected, "a run gives the bytes of the rules");
+  std::vector<std::uint8_t> made = destination.bytes();
   destination.fill(untouched);
   for (const auto& [first, rows] : bands(height, unit, data))
     expect(run.rows(first, rows, data) == MORVANE_OK, "a right band is done");
-  expect(destination.bytes() == expected, "bands in any order give the bytes of one run");
+  expect(destination.bytes() == made, "bands in any order give the bytes of one run");
+  return made;
 }
 
 // A number up to a greatest one, which half of them are or nearly are.
@@ -279,34 +283,82 @@ void expect_refusals(run_of_plan& run, fenced_picture& source, fenced_picture& d
   expect(destination.bytes() == before, "a call that is refused writes nothing");
 }
 
-void run(FuzzedDataProvider& data) {
-  static planes source_memory, destination_memory;
-  static fenced_plane scratch_memory;
+// The memory of all runs, one after the other.
+struct rooms {
+  planes source, destination;
+  fenced_plane scratch;
+};
+
+// A plan and its pictures. `rules` says what it makes of them; an entry point has its own formula.
+void run(rooms& in, fenced_picture& source, fenced_picture& destination, const morvane_options& given,
+         const tests::rules::options* rules, FuzzedDataProvider& data) {
+  const morvane_description source_is = description_of(source.of), destination_is = description_of(destination.of);
+  morvane_plan* plan = morvane_plan_create(&source_is, &destination_is, &given, nullptr);
+  expect(rules == nullptr || (plan != nullptr) == tests::rules::convertible(source.of.format, destination.of.format),
+         "there is a plan where the rules have a conversion");
+  if (plan == nullptr) return;
+  run_of_plan of(plan, in.scratch, source, destination);
+  const int unit = morvane_plan_row_granularity(plan);
+  fill_at_random(source, data);
+  const std::vector<std::uint8_t> read = source.bytes();
+  const std::vector<std::uint8_t> made = bytes_of_runs(of, destination, unit, data);
+  if (rules != nullptr)
+    expect(made == expected_bytes(source.of, destination.of, *rules), "a run gives the bytes of the rules");
+  expect(source.bytes() == read, "a source is not written");
+  expect_refusals(of, source, destination, unit, data);
+  morvane_plan_destroy(plan);
+}
+
+void run_by_rules(rooms& in, int width, int height, FuzzedDataProvider& data) {
   static const std::vector<std::string_view> names = tests::rules::format_names();
   const auto any_name = [&] { return names[data.ConsumeIntegralInRange<std::size_t>(0, names.size() - 1)]; };
   const std::string_view from = any_name(), to = any_name();
+  fenced_picture source(in.source, from, width, height, data);
+  fenced_picture destination(in.destination, to, width, height, data);
+  describe_colour(source.of, data);
+  describe_colour(destination.of, data);
+  const tests::rules::options how = options(data);
+  morvane_options given = given_options(how);
+  if (data.ConsumeIntegralInRange(0, 15) == 0) given.threads = data.ConsumeIntegralInRange(2, 3);
+  run(in, source, destination, given, &how, data);
+}
+
+// By an entry point, whatever it needs and however irregular it is.
+void run_via(rooms& in, int width, int height, FuzzedDataProvider& data) {
+  morvane_entry_point by{};
+  by.struct_size = sizeof by;
+  const std::int32_t index = data.ConsumeIntegralInRange(0, morvane_entry_point_count() - 1);
+  expect(morvane_describe_entry_point(index, &by, nullptr) == MORVANE_OK, "an entry point is known");
+  if (by.source == 0) return;
+  for (const morvane_format f : {by.source, by.destination}) {
+    morvane_format_info info{};
+    info.struct_size = sizeof info;
+    expect(morvane_describe_format(f, &info, nullptr) == MORVANE_OK, "a format is known");
+    width = (width + info.width_multiple - 1) / info.width_multiple * info.width_multiple;
+    height = (height + info.height_multiple - 1) / info.height_multiple * info.height_multiple;
+  }
+  fenced_picture source(in.source, morvane_format_name(by.source), width, height, data);
+  fenced_picture destination(in.destination, morvane_format_name(by.destination), width, height, data);
+  describe_colour(source.of, data);
+  destination.of.of = source.of.of;
+  morvane_options given{};
+  given.struct_size = sizeof given;
+  given.via = by.name;
+  given.allow_irregular = 1;
+  given.rescale = by.rescales != 0 && data.ConsumeBool() ? 1 : 0;
+  run(in, source, destination, given, nullptr, data);
+}
+
+void run(FuzzedDataProvider& data) {
+  static rooms in;
   const int width = data.ConsumeIntegralInRange(1, greatest_extent);
   const int height = data.ConsumeIntegralInRange(1, greatest_extent);
   const auto backends = backend::available();
   backend::choose(backends[data.ConsumeIntegralInRange<std::size_t>(0, backends.size() - 1)]);
-  fenced_picture source(source_memory, from, width, height, data);
-  fenced_picture destination(destination_memory, to, width, height, data);
-  describe_colour(source.of, data);
-  describe_colour(destination.of, data);
-  const tests::rules::options how = options(data);
-  const morvane_description source_is = description_of(source.of), destination_is = description_of(destination.of);
-  const morvane_options given = given_options(how);
-  morvane_plan* plan = morvane_plan_create(&source_is, &destination_is, &given, nullptr);
-  expect((plan != nullptr) == tests::rules::convertible(from, to), "there is a plan where the rules have a conversion");
-  if (plan == nullptr) return;
-  run_of_plan of(plan, scratch_memory, source, destination);
-  const int unit = morvane_plan_row_granularity(plan);
-  fill_at_random(source, data);
-  const std::vector<std::uint8_t> read = source.bytes();
-  expect_right_bytes(of, destination, unit, expected_bytes(source.of, destination.of, how), data);
-  expect(source.bytes() == read, "a source is not written");
-  expect_refusals(of, source, destination, unit, data);
-  morvane_plan_destroy(plan);
+  if (data.ConsumeIntegralInRange(0, 7) == 0)
+    run_via(in, width, height, data);
+  else
+    run_by_rules(in, width, height, data);
 }
 
 }  // namespace

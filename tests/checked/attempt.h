@@ -91,6 +91,10 @@ struct attempt {
       return description{d.format, d.width, d.height, static_cast<matrix>(d.matrix), static_cast<range>(d.range)};
     };
     options o{.filter = static_cast<filter>(how.filter), .siting = static_cast<siting>(how.siting), .background = {}};
+    o.threads = how.threads;
+    o.via = how.via == nullptr ? "" : how.via;
+    o.allow_irregular = how.allow_irregular != 0;
+    o.rescale = how.rescale != 0;
     if (how.has_background != 0) o.background = color{how.background[0], how.background[1], how.background[2]};
     try {
       convert(in_cpp(from), source, in_cpp(to), destination, o);

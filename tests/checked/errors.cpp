@@ -70,6 +70,9 @@ std::vector<coded> one_of_each_code() {
        [](attempt& a) { a.destination.data[1] = a.written + 23; }},
       {{MORVANE_ROWS, "first", 1, 2}, "first is 1, not a multiple of 2 from 0 to 3", [](attempt&) {}, 1},
       {{MORVANE_SCRATCH, "scratch_bytes", scratch - 1, scratch}, of_scratch, [](attempt&) {}, 0, 1},
+      {{MORVANE_VIA, "options.via", 0, 0},
+       "options.via is \"uyvy::yuy2\", which does not convert between these formats",
+       [](attempt& a) { a.how.via = "uyvy::yuy2"; }},
   };
 }
 
@@ -102,7 +105,8 @@ TEST(checked_errors, of_every_code_say_all) {
     codes.insert(e.code);
   }
   std::set<int> all;
-  for (int code = MORVANE_NULL; code < MORVANE_NO_MEMORY; ++code) all.insert(code);
+  for (int code = MORVANE_NULL; code <= MORVANE_VIA; ++code) all.insert(code);
+  all.erase(MORVANE_NO_MEMORY);
   EXPECT_EQ(codes, all);
 }
 

@@ -151,6 +151,8 @@ TEST(checked_extremes, numbers_of_enumerations) {
               (refusal{MORVANE_OPTION, "options.filter", number, 0}));
     EXPECT_EQ(after([&](attempt& a) { a.how.siting = number; }),
               (refusal{MORVANE_OPTION, "options.siting", number, 0}));
+    EXPECT_EQ(after([&](attempt& a) { a.how.threads = number; }),
+              (refusal{MORVANE_OPTION, "options.threads", number, 256}));
     EXPECT_EQ(after([&](attempt& a) { a.how.has_background = number; }), refusal());
   }
   EXPECT_EQ(after([](attempt& a) { a.from.width = INT_MIN; }), (refusal{MORVANE_SIZE, "source.width", INT_MIN, 1}));
