@@ -425,8 +425,8 @@ mutant(alpha_of_the_pixels_before
 
 mutant(second_group_read_at_the_first
        FILE vector/avx512_blocks.h
-       FROM [[reinterpret_cast<const __m256i*>(p + group_bytes)]]
-       TO [[reinterpret_cast<const __m256i*>(p)]]
+       FROM [[load_256(p + group_bytes)]]
+       TO [[load_256(p)]]
        ROWS *yuyv_matrox_10_p216*
        BACKEND avx512)
 
