@@ -9,6 +9,8 @@ namespace morvane::tool {
 
 inline constexpr int exit_io = 1;
 inline constexpr int exit_arguments = 2;
+// As shells report a program that a signal has ended.
+inline constexpr int exit_signal = 128;
 
 struct failure : std::runtime_error {
   failure(int code, const std::string& line) : std::runtime_error(line), exit_code(code) {}
@@ -33,7 +35,8 @@ template <class... Part>
   throw failure(exit_io, text(part...));
 }
 
-// Fails with the system's own words for the error number: "cannot read a.raw: Permission denied".
+// Fails with the system's own words for the error number: "cannot read a.raw: Permission denied". Where a pipe has lost
+// its reader there is no line: whoever has seen enough wants no complaint.
 [[noreturn]] void system_failure(const std::string& what, int error_number);
 
 // One line on stderr, after the name of the command.

@@ -54,6 +54,10 @@ std::string followed(const std::string& path) {
   return none ? path : real.string();
 }
 
+bool takes_no_files(int error) {
+  return error == EACCES || error == EPERM || error == EROFS;
+}
+
 mode_t usual_mode() {
   const mode_t mask = ::umask(0);
   ::umask(mask);
@@ -68,13 +72,15 @@ output_file::output_file(const std::string& path) : name_(path == "-" ? "standar
     stream_ = stdout;
   } else if (::stat(path.c_str(), &found) != 0) {
     place_ = path;
-    open_beside();
+    if (!open_beside()) system_failure("cannot write " + name_, errno);
     ::fchmod(::fileno(stream_), usual_mode());
   } else if (S_ISREG(found.st_mode)) {
     if (::access(path.c_str(), W_OK) != 0) system_failure("cannot write " + name_, errno);
     place_ = followed(path);
-    open_beside();
-    ::fchmod(::fileno(stream_), found.st_mode & 07777);
+    if (open_beside())
+      ::fchmod(::fileno(stream_), found.st_mode & 07777);
+    else
+      open_in_place(path);
   } else {
     open_in_place(path);
   }
@@ -93,15 +99,17 @@ void output_file::open_in_place(const std::string& path) {
   if (!stream_) system_failure("cannot write " + name_, errno);
 }
 
-void output_file::open_beside() {
+bool output_file::open_beside() {
   std::string pattern = place_ + ".XXXXXX";
   const int descriptor = ::mkstemp(pattern.data());
+  if (descriptor < 0 && takes_no_files(errno)) return false;
   if (descriptor < 0) system_failure("cannot write " + name_, errno);
   temporary_ = pattern;
   note_unfinished(temporary_.c_str());
   tidy_up_when_interrupted();
   stream_ = ::fdopen(descriptor, "wb");
   if (!stream_) system_failure("cannot write " + name_, errno);
+  return true;
 }
 
 void output_file::write(const void* bytes, std::size_t count) {
@@ -123,6 +131,23 @@ void output_file::finish() {
 
 void output_file::commit() {
   finish();
+  put_in_place();
+}
+
+void output_file::keep(std::int64_t bytes) {
+  if (is_in_place()) return;
+  const int descriptor = ::dup(::fileno(stream_));
+  // It may hold what could not be written, and tries once more.
+  std::fclose(stream_);
+  stream_ = nullptr;
+  const bool cut = ::ftruncate(descriptor, bytes) == 0;
+  const int error = errno;
+  ::close(descriptor);
+  if (!cut) system_failure("cannot write " + name_, error);
+  put_in_place();
+}
+
+void output_file::put_in_place() {
   if (temporary_.empty()) return;
   if (std::rename(temporary_.c_str(), place_.c_str()) != 0) system_failure("cannot write " + name_, errno);
   forget_unfinished(temporary_.c_str());

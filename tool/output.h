@@ -1,6 +1,8 @@
-// An output that appears whole or not at all: written beside its place and moved there at the end.
+// An output that appears whole or not at all: written beside its place and moved there at the end. Where nothing can be
+// written beside it, because the directory takes no new files, it is written in place.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 
@@ -8,7 +10,7 @@ namespace morvane::tool {
 
 class output_file {
  public:
-  // "-" is standard output. Pipes and devices are written in place.
+  // "-" is standard output. Pipes and devices are written in place too.
   explicit output_file(const std::string& path);
   ~output_file();
   output_file(const output_file&) = delete;
@@ -26,10 +28,17 @@ class output_file {
   void finish();
   // Finishes and puts the file in its place. Of several files, finish all before the first of them is put there.
   void commit();
+  // Cuts it off behind so many bytes and puts it in its place.
+  void keep(std::int64_t bytes);
+
+  // Whether what was handed on stays where it is.
+  bool is_in_place() const { return temporary_.empty(); }
 
  private:
   void open_in_place(const std::string& path);
-  void open_beside();
+  // False where the directory takes no new files.
+  bool open_beside();
+  void put_in_place();
 
   std::string name_;
   std::string place_;            // where the file will stand, links followed
