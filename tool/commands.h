@@ -26,7 +26,15 @@ struct convert_options {
   std::string to;
   std::string size;
   std::string crop;
-  std::optional<int> matrix;
+  // As they were given; empty where they were not.
+  std::string matrix;
+  std::string range;
+  std::string to_matrix;
+  std::string to_range;
+  std::string rgb_range;
+  std::string background;
+  bool nearest = false;
+  bool center = false;
   std::string via;
   bool allow_irregular = false;
   bool rescale = false;
@@ -35,7 +43,6 @@ struct convert_options {
   std::int64_t skip = 0;
   std::optional<std::int64_t> frames;
   int threads = 1;
-  bool pad = false;
   bool verbose = false;
   bool time = false;
 };
@@ -47,7 +54,8 @@ struct show_options {
   std::string size;
   std::string plane;
   stride_list strides;
-  int matrix = 709;
+  std::string matrix;
+  std::string range;
   std::int64_t frame = 0;
 };
 

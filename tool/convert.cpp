@@ -4,53 +4,70 @@
 #include <iostream>
 #include <limits>
 
+#include "chain.h"
 #include "commands.h"
 #include "errors.h"
 #include "frames.h"
 #include "names.h"
-#include "pipeline.h"
 #include "progress.h"
-#include "route.h"
 #include "table.h"
-#include "workers.h"
 
 namespace morvane::tool {
 
 namespace {
 
-route choose_route(const format_info& source, const convert_options& o) {
-  const route_wish wish{o.matrix, o.via, o.allow_irregular, o.rescale};
-  if (!o.to.empty()) return find_route(source, format_named(o.to), wish);
-  const std::string name = joined(o.output, ",");
-  if (!is_png(o.output)) wrong_arguments("the format of ", name, " is missing; give it with -t");
-  const std::optional<route> way = find_route_to_rgb(source, o.matrix.value_or(709));
-  if (!way) wrong_arguments("no conversion leads from ", source.name, " to RGB, which ", name, " needs");
-  return find_route(source, way->destination(), wish);
+morvane::options choices_of(const convert_options& o) {
+  morvane::options how;
+  how.filter = o.nearest ? morvane::filter::nearest : morvane::filter::linear;
+  how.siting = o.center ? morvane::siting::center : morvane::siting::left;
+  if (!o.background.empty()) how.background = parse_color("--background", o.background);
+  how.threads = o.threads;
+  how.via = o.via;
+  how.allow_irregular = o.allow_irregular;
+  how.rescale = o.rescale;
+  if (o.via.empty() && o.allow_irregular) wrong_arguments("--allow-irregular is for a conversion that --via names");
+  if (o.via.empty() && o.rescale) wrong_arguments("--rescale is for a conversion that --via names");
+  return how;
 }
 
-void remark_on(const route& way, bool verbose) {
-  if (verbose) say(described(way));
-  for (const catalogue::conversion* c : way.steps)
-    if (!c->irregular.empty()) say(text(c->name, " is irregular: it ", c->irregular));
+morvane::description description_of(const format_info& f, extent size, const convert_options& o) {
+  const morvane::range range =
+      f.model == MORVANE_RGB ? parse_range("--rgb-range", o.rgb_range) : parse_range("--range", o.range);
+  return {.format = f.format,
+          .width = size.width,
+          .height = size.height,
+          .matrix = parse_matrix("--matrix", o.matrix),
+          .range = range};
 }
 
-extent working_size(extent size, const route& way, bool pad) {
-  const extent padded = padded_size(size, way);
-  if (!pad)
-    for (const catalogue::format* f : way.formats()) require_whole_picture(info_of(f->id), size, true);
-  if (padded.width != size.width)
-    say(text("width ", size.width, " padded to ", padded.width, " by repeating the last column"));
-  if (padded.height != size.height)
-    say(text("height ", size.height, " padded to ", padded.height, " by repeating the last row"));
-  return padded;
+// What is said of the destination alone goes before what is said of both.
+morvane::description destination_of(const format_info& f, extent size, const convert_options& o) {
+  morvane::description d = description_of(f, size, o);
+  if (!o.to_matrix.empty()) d.matrix = parse_matrix("--to-matrix", o.to_matrix);
+  if (!o.to_range.empty()) d.range = parse_range("--to-range", o.to_range);
+  return d;
 }
 
-extent written_size(extent size, const format_info& f, const std::string& crop) {
+const format_info& destination_format(const format_info& source, const convert_options& o) {
+  if (!o.to.empty()) return format_named(o.to);
+  if (!is_png(o.output)) wrong_arguments("the format of ", joined(o.output, ","), " is missing; give it with -t");
+  return format_named(source.has_alpha && o.background.empty() ? "bgra" : "bgrx");
+}
+
+void remark_on(const chain& way, bool verbose) {
+  if (verbose) {
+    say("steps: " + joined(way.steps()));
+    const std::vector<std::string> losses = way.losses();
+    say("losses: " + (losses.empty() ? "none" : joined(losses)));
+  }
+  if (!way.remark().empty()) say(way.remark());
+}
+
+extent written_size(extent size, const std::string& crop) {
   if (crop.empty()) return size;
   const extent part = parse_size(crop);
   if (part.width > size.width || part.height > size.height)
     wrong_arguments("cannot crop to ", part, ": the picture is ", size);
-  require_whole_picture(f, part);
   return part;
 }
 
@@ -60,13 +77,13 @@ std::string number(double value, int decimals) {
   return digits;
 }
 
-void print_times(const route& way, const pipeline& line) {
-  std::vector<table_row> rows = {{"STEP", "RUNS", "BEST", "MEAN", "BEST SPEED"}};
-  for (std::size_t i = 0; i < way.steps.size(); ++i) {
-    const step_time& t = line.times()[i];
+void print_times(const chain& way) {
+  std::vector<table_row> rows = {{"CONVERSION", "RUNS", "BEST", "MEAN", "BEST SPEED"}};
+  for (std::size_t i = 0; i < way.plan_count(); ++i) {
+    const step_time& t = way.time(i);
     const double mean = t.total_seconds / static_cast<double>(t.runs);
-    const double speed = static_cast<double>(line.bytes_moved(i)) / t.best_seconds;
-    rows.push_back({std::string(way.steps[i]->name), std::to_string(t.runs), number(t.best_seconds * 1e3, 3) + " ms",
+    const double speed = static_cast<double>(way.bytes_moved(i)) / t.best_seconds;
+    rows.push_back({way.name(i), std::to_string(t.runs), number(t.best_seconds * 1e3, 3) + " ms",
                     number(mean * 1e3, 3) + " ms", number(speed * 1e-9, 2) + " GB/s"});
   }
   print_table(std::cerr, rows);
@@ -77,15 +94,15 @@ std::optional<std::int64_t> frames_to_do(const frame_source& source, std::option
   return there && limit ? std::min(*there, *limit) : there ? there : limit;
 }
 
-void convert_all(frame_source& source, pipeline& line, frame_sink& sink, const convert_options& o) {
+void convert_all(frame_source& source, chain& way, frame_sink& sink, image& result, const convert_options& o) {
   // Once over is too short to measure a small picture by.
   constexpr int runs_measured = 20;
   progress shown(frames_to_do(source, o.frames));
   const std::int64_t limit = o.frames.value_or(std::numeric_limits<std::int64_t>::max());
-  for (std::int64_t frame = 0; frame < limit && source.read(line.input()); ++frame) {
-    repeat_edges(line.input(), source.size());
-    line.run(o.time && frame == 0 ? runs_measured : 1);
-    sink.write(line.output());
+  image picture = source.blank();
+  for (std::int64_t frame = 0; frame < limit && source.read(picture); ++frame) {
+    way.run(picture, result, o.time && frame == 0 ? runs_measured : 1);
+    sink.write(result);
     shown.frame_done();
   }
 }
@@ -94,17 +111,16 @@ void convert_all(frame_source& source, pipeline& line, frame_sink& sink, const c
 
 void convert(const convert_options& o) {
   const auto source = open_source({o.input, o.from, o.size, o.source_strides, o.skip});
-  const route way = choose_route(source->format(), o);
-  const format_info& destination = way.destination();
-  const extent size = working_size(source->size(), way, o.pad);
-  const extent written = written_size(size, destination, o.crop);
+  const extent size = source->size();
+  const format_info& format = destination_format(source->format(), o);
+  chain way(description_of(source->format(), size, o), destination_of(format, size, o), choices_of(o));
+  const extent written = written_size(size, o.crop);
   remark_on(way, o.verbose);
-  workers hands(o.threads);
-  pipeline line(way, size, hands);
-  const auto sink = open_sink({o.output, written, o.destination_strides}, destination);
-  convert_all(*source, line, *sink, o);
+  const auto sink = open_sink({o.output, written, o.destination_strides}, format);
+  image result = sink->blank(format, size);
+  convert_all(*source, way, *sink, result, o);
   sink->commit();
-  if (o.time) print_times(way, line);
+  if (o.time) print_times(way);
 }
 
 }  // namespace morvane::tool

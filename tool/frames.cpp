@@ -15,29 +15,19 @@ namespace morvane::tool {
 
 namespace {
 
-std::string plane_names(const format_info& f) {
-  std::vector<std::string> names;
-  for (const plane_info& p : planes_of(f)) names.emplace_back(p.name);
-  return text(f.name, " has ", names.size(), names.size() == 1 ? " plane, " : " planes, ", joined(names));
-}
-
-std::string plane_name(const format_info& f, int p) {
-  return f.plane_count == 1 ? std::string(f.name) : text("plane ", f.planes[p].name, " of ", f.name);
-}
-
 void require_file_for_every_plane(const format_info& f, const file_list& files) {
   if (files.size() == 1) return;
   for (const std::string& name : files) {
     if (name.empty()) wrong_arguments("a file in ", joined(files, ","), " has no name");
     if (names_png(name)) wrong_arguments(name, " is a PNG, which holds a picture and not one of its planes");
   }
-  if (files.size() != planes_of(f).size()) wrong_arguments(plane_names(f), "; there are ", files.size(), " files");
+  if (files.size() != planes_of(f).size()) wrong_arguments(planes_in_words(f), "; there are ", files.size(), " files");
 }
 
 class raw_source : public frame_source {
  public:
   raw_source(const source_wish& wish, const format_info& f, extent size)
-      : format_(f), size_(size), layout_(layout_of(f, size, wish.strides)) {
+      : format_(f), size_(size), layout_(layout_of(f, size, wish.strides)), has_strides_(!wish.strides.empty()) {
     open(wish.files);
     for (raw_file& file : files_) file.skip(wish.skip);
     for (const raw_file& file : files_) require_as_many_frames(file);
@@ -45,6 +35,7 @@ class raw_source : public frame_source {
 
   const format_info& format() const override { return format_; }
   extent size() const override { return size_; }
+  image blank() const override { return image(format_, size_, layout_); }
   std::optional<std::int64_t> remaining() const override {
     for (const raw_file& file : files_)
       if (file.remaining()) return file.remaining();
@@ -55,10 +46,7 @@ class raw_source : public frame_source {
     if (!next()) return false;
     for (std::size_t p = 0; p < planes_of(format_).size(); ++p) {
       raw_file& file = files_.size() == 1 ? files_.front() : files_[p];
-      for (int y = 0; y < plane_rows(format_.planes[p], size_.height); ++y) {
-        file.take(into.row(p, y), layout_.planes[p].row_bytes);
-        file.pass(layout_.planes[p].stride - layout_.planes[p].row_bytes);
-      }
+      read_plane(file, layout_.planes[p], p, into);
     }
     return true;
   }
@@ -67,11 +55,17 @@ class raw_source : public frame_source {
   void open(const file_list& names) {
     const std::string frame = text("one frame of ", format_.name, ' ', size_);
     if (names.size() == 1)
-      files_.emplace_back(names.front(), layout_.bytes, frame);
+      files_.emplace_back(names.front(), layout_.bytes, frame, advisor(-1));
     else
       for (std::size_t p = 0; p < names.size(); ++p)
-        files_.emplace_back(names[p], layout_.planes[p].stride * layout_.planes[p].rows,
-                            text("plane ", format_.planes[p].name, " of ", frame));
+        files_.emplace_back(names[p], plane_bytes(layout_.planes[p]),
+                            text("plane ", format_.planes[p].name, " of ", frame), advisor(static_cast<int>(p)));
+  }
+
+  // Where the strides were given, others would be no help.
+  raw_file::advisor advisor(int plane) const {
+    if (has_strides_) return [](std::int64_t) { return std::string(); };
+    return [this, plane](std::int64_t bytes) { return stride_advice(format_, size_, bytes, plane); };
   }
 
   void require_as_many_frames(const raw_file& file) const {
@@ -79,6 +73,14 @@ class raw_source : public frame_source {
     if (file.remaining() && file.remaining() != frames)
       io_failure("planes with different numbers of frames: ", file.name(), " has ", *file.remaining(), ", another ",
                  *frames);
+  }
+
+  static void read_plane(raw_file& file, const morvane_plane_layout& plane, std::size_t p, image& into) {
+    if (into.stride(p) == plane.stride) return file.take(into.row(p, 0), plane_bytes(plane));
+    for (int y = 0; y < plane.rows; ++y) {
+      file.take(into.row(p, y), plane.row_bytes);
+      file.pass(plane.stride - plane.row_bytes);
+    }
   }
 
   bool next() {
@@ -92,6 +94,7 @@ class raw_source : public frame_source {
   const format_info& format_;
   extent size_;
   morvane_layout layout_;
+  bool has_strides_;
   std::vector<raw_file> files_;
 };
 
@@ -137,14 +140,12 @@ class raw_sink : public frame_sink {
   }
 
   void write(const image& frame) override {
-    for (std::size_t p = 0; p < frame.plane_count(); ++p) {
-      output_file& file = files_.size() == 1 ? files_.front() : files_[p];
-      padding_.resize(static_cast<std::size_t>(layout_.planes[p].stride - layout_.planes[p].row_bytes));
-      for (int y = 0; y < plane_rows(frame.plane(p), size_.height); ++y) {
-        file.write(frame.row(p, y), static_cast<std::size_t>(layout_.planes[p].row_bytes));
-        file.write(padding_.data(), padding_.size());
-      }
-    }
+    for (std::size_t p = 0; p < frame.plane_count(); ++p)
+      write_plane(files_.size() == 1 ? files_.front() : files_[p], layout_.planes[p], p, frame);
+    for (const output_file& file : files_) file.flush();
+  }
+  image blank(const format_info& format, extent size) const override {
+    return size == size_ ? image(format, size, layout_) : image(format, size);
   }
   void commit() override {
     for (output_file& file : files_) file.finish();
@@ -152,6 +153,16 @@ class raw_sink : public frame_sink {
   }
 
  private:
+  void write_plane(output_file& file, const morvane_plane_layout& plane, std::size_t p, const image& frame) {
+    const bool as_it_is = frame.stride(p) == plane.stride && frame.rows(p) == plane.rows;
+    if (as_it_is) return file.write(frame.row(p, 0), static_cast<std::size_t>(plane_bytes(plane)));
+    padding_.resize(static_cast<std::size_t>(plane.stride - plane.row_bytes));
+    for (int y = 0; y < plane.rows; ++y) {
+      file.write(frame.row(p, y), static_cast<std::size_t>(plane.row_bytes));
+      file.write(padding_.data(), padding_.size());
+    }
+  }
+
   extent size_;
   morvane_layout layout_;
   std::deque<output_file> files_;
@@ -177,22 +188,6 @@ class png_sink : public frame_sink {
 
 }  // namespace
 
-morvane_layout layout_of(const format_info& f, extent size, const stride_list& strides) {
-  if (strides.size() > planes_of(f).size()) wrong_arguments(plane_names(f), "; there are ", strides.size(), " strides");
-  morvane_layout layout = morvane::lay_out({.format = f.format, .width = size.width, .height = size.height});
-  layout.bytes = 0;
-  for (int i = 0; i < f.plane_count; ++i) {
-    morvane_plane_layout& p = layout.planes[i];
-    p.stride = static_cast<std::size_t>(i) < strides.size() ? strides[static_cast<std::size_t>(i)] : p.row_bytes;
-    if (p.stride < p.row_bytes)
-      wrong_arguments("stride ", p.stride, " is too small: a row of ", plane_name(f, i), ' ', size, " has ",
-                      p.row_bytes, " bytes");
-    p.offset = layout.bytes;
-    layout.bytes += p.stride * p.rows;
-  }
-  return layout;
-}
-
 bool is_png(const file_list& files) {
   return files.size() == 1 && names_png(files.front());
 }
@@ -204,7 +199,6 @@ std::unique_ptr<frame_source> open_source(const source_wish& wish) {
   const format_info& f = format_named(wish.format);
   if (wish.size.empty()) wrong_arguments("the size of ", name, " is missing; give it with -s WIDTHxHEIGHT");
   const extent size = parse_size(wish.size);
-  require_whole_picture(f, size);
   require_file_for_every_plane(f, wish.files);
   if (std::count(wish.files.begin(), wish.files.end(), "-") > 1)
     wrong_arguments("standard input can be one of the planes only");

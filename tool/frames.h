@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "file_layout.h"
 #include "image.h"
 
 namespace morvane::tool {
@@ -17,17 +18,13 @@ using file_list = std::vector<std::string>;
 
 bool is_png(const file_list& files);
 
-// Bytes from row to row in the planes of raw frames, from the first plane on. The rows of the rest are tight.
-using stride_list = std::vector<std::int64_t>;
-
-// How a frame lies in raw files: plane after plane, row after row.
-morvane_layout layout_of(const format_info& f, extent size, const stride_list& strides = {});
-
 class frame_source {
  public:
   virtual ~frame_source() = default;
   virtual const format_info& format() const = 0;
   virtual extent size() const = 0;
+  // An image into which read() is fastest: laid out as frames are here.
+  virtual image blank() const { return image(format(), size()); }
   // How many frames read() will still give, when that is known beforehand.
   virtual std::optional<std::int64_t> remaining() const = 0;
   // Fills the top left of the image with the next frame; false after the last one.
@@ -48,6 +45,8 @@ class frame_sink {
  public:
   virtual ~frame_sink() = default;
   virtual void write(const image& frame) = 0;
+  // An image of this format and size from which write() is fastest.
+  virtual image blank(const format_info& format, extent size) const { return image(format, size); }
   // Everything was written: puts the files in their places. Without it nothing appears.
   virtual void commit() = 0;
 };

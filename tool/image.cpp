@@ -13,6 +13,10 @@ namespace {
 
 constexpr std::int64_t alignment = 64;
 
+morvane_layout aligned_layout(const format_info& format, extent size) {
+  return morvane::lay_out({.format = format.format, .width = size.width, .height = size.height}, alignment);
+}
+
 }  // namespace
 
 std::ostream& operator<<(std::ostream& out, extent e) {
@@ -23,10 +27,15 @@ void require_memory(std::int64_t bytes) {
   if (bytes / ::sysconf(_SC_PAGESIZE) >= ::sysconf(_SC_PHYS_PAGES)) throw std::bad_alloc();
 }
 
-image::image(const format_info& format, extent size)
-    : format_(&format),
-      size_(size),
-      layout_(morvane::lay_out({.format = format.format, .width = size.width, .height = size.height}, alignment)) {
+image::image(const format_info& format, extent size) : image(format, size, aligned_layout(format, size)) {
+}
+
+std::int64_t image::bytes_of(const format_info& format, extent size) {
+  return aligned_layout(format, size).bytes;
+}
+
+image::image(const format_info& format, extent size, const morvane_layout& layout)
+    : format_(&format), size_(size), layout_(layout) {
   require_memory(layout_.bytes);
   const auto bytes = static_cast<std::size_t>((layout_.bytes + alignment - 1) / alignment * alignment);
   memory_.reset(static_cast<std::uint8_t*>(std::aligned_alloc(alignment, bytes)));

@@ -27,6 +27,10 @@ class image {
  public:
   // All bytes are zero.
   image(const format_info& format, extent size);
+  image(const format_info& format, extent size, const morvane_layout& layout);
+
+  // What the first of these takes of memory.
+  static std::int64_t bytes_of(const format_info& format, extent size);
 
   const format_info& format() const { return *format_; }
   extent size() const { return size_; }

@@ -7,7 +7,7 @@
 
 #include "commands.h"
 #include "errors.h"
-#include "formats.h"
+#include "file_layout.h"
 #include "names.h"
 #include "table.h"
 
@@ -102,7 +102,7 @@ ordered_json info_json(const format_info& f, extent size) {
   for (std::size_t i = 0; i < planes_of(f).size(); ++i) {
     const morvane_plane_layout& p = layout.planes[i];
     result["planes"].push_back(
-        {{"name", f.planes[i].name}, {"rows", p.rows}, {"stride", p.stride}, {"bytes", p.stride * p.rows}});
+        {{"name", f.planes[i].name}, {"rows", p.rows}, {"stride", p.stride}, {"bytes", plane_bytes(p)}});
   }
   return result;
 }
@@ -123,12 +123,12 @@ void print_info(const format_info& f, extent size) {
   std::cout << f.name << ' ' << size << ": " << f.description << '\n';
   const std::string names = labelled_names(f);
   if (!names.empty()) std::cout << "also called " << names << '\n';
-  std::vector<table_row> rows = {{"PLANE", "ROWS", "TIGHT STRIDE", "BYTES", "SAMPLES"}};
+  std::vector<table_row> rows = {{"PLANE", "ROWS", "STRIDE", "BYTES", "SAMPLES"}};
   const morvane_layout layout = layout_of(f, size);
   for (std::size_t i = 0; i < planes_of(f).size(); ++i) {
     const morvane_plane_layout& p = layout.planes[i];
-    rows.push_back({f.planes[i].name, std::to_string(p.rows), std::to_string(p.stride),
-                    std::to_string(p.stride * p.rows), f.planes[i].components});
+    rows.push_back({f.planes[i].name, std::to_string(p.rows), std::to_string(p.stride), std::to_string(plane_bytes(p)),
+                    f.planes[i].components});
   }
   print_table(std::cout, rows, terminal_width());
   std::cout << "frame: " << layout.bytes << " bytes\n";
@@ -157,7 +157,6 @@ void list_conversions(const listing_options& options) {
 void info(const info_options& options) {
   const format_info& f = format_named(options.format);
   const extent size = parse_size(options.size);
-  require_whole_picture(f, size);
   if (options.json)
     std::cout << info_json(f, size).dump(2) << '\n';
   else

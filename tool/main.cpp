@@ -48,7 +48,7 @@ void add_listings(CLI::App& app) {
 
 void add_info(CLI::App& app) {
   static info_options o;
-  CLI::App* command = add(app, "info", "Print the plane sizes, tight strides and frame bytes of a picture",
+  CLI::App* command = add(app, "info", "Print the plane sizes, strides and frame bytes of a picture",
                           "Example:\n  morvane info -f v210 -s 1920x1080");
   command->add_option("-f,--format", o.format, "The format")->required()->type_name("FORMAT");
   command->add_option("-s,--size", o.size, "Width and height in pixels")->required()->type_name("WxH");
@@ -96,7 +96,7 @@ CLI::Option* one_at_a_time(CLI::Option* option) {
 }
 
 void add_strides(CLI::App& command, const std::string& name, stride_list& strides, const std::string& whose) {
-  const std::string help = "Bytes from row to row in the planes " + whose + "; those left out are tight";
+  const std::string help = "Bytes from row to row in the planes " + whose + ", where they are not as usual";
   one_at_a_time(command.add_option(name, strides, help))->delimiter(',')->type_name("N,...");
 }
 
@@ -119,6 +119,31 @@ void add_convert_files(CLI::App& command, convert_options& o, file_names& names)
   command.add_option("--frames", o.frames, "Convert at most N frames")->check(at_least(1))->type_name("N");
 }
 
+// A choice between two words, of which the second is the one that is noted.
+void add_choice(CLI::App& command, const std::string& name, bool& is_second, const std::string& first,
+                const std::string& second, const std::string& help) {
+  const auto choose = [=, &is_second](const std::string& word) {
+    if (word != first && word != second)
+      throw CLI::ValidationError(name, text(word, " is neither ", first, " nor ", second));
+    is_second = word == second;
+  };
+  command.add_option_function<std::string>(name, choose, help)->type_name(first + "|" + second);
+}
+
+void add_colours(CLI::App& command, convert_options& o) {
+  command.add_option("--matrix", o.matrix, "Matrix of the YCbCr pictures: bt601, bt709 (the default) or bt2020")
+      ->type_name("NAME");
+  command.add_option("--range", o.range, "Range of the YCbCr pictures: video (the default) or full")->type_name("NAME");
+  command.add_option("--to-matrix", o.to_matrix, "Matrix of OUT, where it is another")->type_name("NAME");
+  command.add_option("--to-range", o.to_range, "Range of OUT, where it is another")->type_name("NAME");
+  command.add_option("--rgb-range", o.rgb_range, "Range of the RGB pictures: full (the default) or video")
+      ->type_name("NAME");
+  add_choice(command, "--chroma", o.nearest, "linear", "nearest", "How chroma is resampled");
+  add_choice(command, "--siting", o.center, "left", "center", "Where the chroma of a pair of pixels is");
+  command.add_option("--background", o.background, "Lay a picture with alpha over this where OUT has none")
+      ->type_name("R,G,B");
+}
+
 void add_convert(CLI::App& app) {
   static convert_options o;
   static file_names names;
@@ -134,20 +159,17 @@ void add_convert(CLI::App& app) {
                           "  morvane convert -f uyvy -t y_u_v_420 -s 640x360 --frames 1 /dev/zero --dst-planes "
                           "y.raw,cb.raw,cr.raw");
   add_convert_files(*command, o, names);
-  command->add_option("--matrix", o.matrix, "Matrix between YCbCr and RGB: 601, 709 (the default) or 2020")
-      ->check(quiet(CLI::IsMember({601, 709, 2020})))
-      ->type_name("N");
-  command->add_option("--via", o.via, "A conversion that must be part of the route")->type_name("NAME");
-  command->add_flag("--allow-irregular", o.allow_irregular, "Also use irregular conversions where no other leads on");
-  command->add_flag("--rescale", o.rescale,
-                    "Stretch luma where a conversion can: keys to full range, grey to video range");
-  command->add_flag("--pad", o.pad, "Repeat the last column or row where a format needs a larger picture");
+  add_colours(*command, o);
+  command->add_option("--via", o.via, "A conversion of 'morvane conversions' to use instead of the rules")
+      ->type_name("NAME");
+  command->add_flag("--allow-irregular", o.allow_irregular, "Let it be an irregular one");
+  command->add_flag("--rescale", o.rescale, "Have it stretch luma: keys to full range, grey to video range");
   command->add_option("--crop", o.crop, "Write only the top left of the result")->type_name("WxH");
   command->add_option("-j,--threads", o.threads, "Threads that share every frame")
       ->check(quiet(CLI::Range(1, 256)))
       ->type_name("N");
-  command->add_flag("-v,--verbose", o.verbose, "Say which conversions are used");
-  command->add_flag("--time", o.time, "Print the speed of every step, converting the first frame 20 times");
+  command->add_flag("-v,--verbose", o.verbose, "Say which steps are taken and what they lose");
+  command->add_flag("--time", o.time, "Print the speed, converting the first frame 20 times");
   command->callback([] {
     take_files(names, "IN", o.input, "OUT", o.output);
     convert(o);
@@ -175,9 +197,9 @@ void add_show(CLI::App& app) {
   command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
   add_strides(*command, "--stride", o.strides, "of IN");
   command->add_option("--frame", o.frame, "Number of the frame, from 0")->check(at_least(0))->type_name("N");
-  command->add_option("--matrix", o.matrix, "Matrix from YCbCr to RGB: 601, 709 (the default) or 2020")
-      ->check(quiet(CLI::IsMember({601, 709, 2020})))
-      ->type_name("N");
+  command->add_option("--matrix", o.matrix, "Matrix of a YCbCr picture: bt601, bt709 (the default) or bt2020")
+      ->type_name("NAME");
+  command->add_option("--range", o.range, "Range of a YCbCr picture: video (the default) or full")->type_name("NAME");
   command->add_option("--plane", o.plane, "Show one component or plane in grey")->type_name("NAME");
   command->callback([] {
     file_list picture;

@@ -118,6 +118,15 @@ std::vector<const catalogue::conversion*> conversions_named(const std::string& n
   return found;
 }
 
+std::vector<morvane_entry_point> entry_points_named(const std::string& name) {
+  std::vector<morvane_entry_point> found;
+  for (const morvane_entry_point& e : morvane::entry_points())
+    if (e.name == name) found.push_back(e);
+  if (found.empty())
+    wrong_arguments("unknown conversion ", name, "; ", advice(nearest_conversions(lower(name)), "conversions"));
+  return found;
+}
+
 std::vector<std::string> other_names(const format_info& f) {
   std::vector<std::string> result;
   for (const std::string_view name :
@@ -126,6 +135,38 @@ std::vector<std::string> other_names(const format_info& f) {
     if (!name.empty() && name != f.name && std::none_of(result.begin(), result.end(), same)) result.emplace_back(name);
   }
   return result;
+}
+
+morvane::matrix parse_matrix(const char* option, const std::string& word) {
+  std::string number = lower(word);
+  for (const std::string_view prefix : {"bt.", "bt"})
+    if (number.starts_with(prefix)) number.erase(0, prefix.size());
+  if (number.empty() && word.empty()) return morvane::matrix::unsaid;
+  if (number == "601") return morvane::matrix::bt601;
+  if (number == "709") return morvane::matrix::bt709;
+  if (number == "2020") return morvane::matrix::bt2020;
+  wrong_arguments(option, " ", word, " is none of bt601, bt709 and bt2020");
+}
+
+morvane::range parse_range(const char* option, const std::string& word) {
+  const std::string range = lower(word);
+  if (range.empty()) return morvane::range::unsaid;
+  if (range == "video" || range == "limited" || range == "tv") return morvane::range::video;
+  if (range == "full" || range == "pc") return morvane::range::full;
+  wrong_arguments(option, " ", word, " is neither video (also limited, tv) nor full (also pc)");
+}
+
+morvane::color parse_color(const char* option, const std::string& words) {
+  const std::vector<std::string> parts = parse_list(words);
+  std::vector<std::uint8_t> levels;
+  for (const std::string& part : parts) {
+    std::uint8_t level = 0;
+    const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), level);
+    if (error == std::errc() && end == part.data() + part.size()) levels.push_back(level);
+  }
+  if (parts.size() != 3 || levels.size() != 3)
+    wrong_arguments(option, " ", words, " is not RED,GREEN,BLUE, each from 0 to 255");
+  return {levels[0], levels[1], levels[2]};
 }
 
 extent parse_size(const std::string& words) {
@@ -148,18 +189,6 @@ std::vector<std::string> parse_list(const std::string& words) {
   }
   result.push_back(words.substr(start));
   return result;
-}
-
-void require_whole_picture(const format_info& format, extent size, bool padding) {
-  const auto require = [&](int length, int multiple, const char* dimension, const char* line) {
-    if (length % multiple == 0) return;
-    const std::string need =
-        multiple == 2 ? text("an even ", dimension) : text("a ", dimension, " that is a multiple of ", multiple);
-    wrong_arguments("size ", size, ": ", format.name, " needs ", need,
-                    padding ? text("; --pad repeats the last ", line, " to reach one") : "");
-  };
-  require(size.width, format.width_multiple, "width", "column");
-  require(size.height, format.height_multiple, "height", "row");
 }
 
 bool has_extension(const std::string& path, std::string_view extension) {

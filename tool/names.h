@@ -17,17 +17,21 @@ const format_info& format_named(const std::string& name);
 // The rows of the catalogue with this name; entry points with overloads have several.
 std::vector<const catalogue::conversion*> conversions_named(const std::string& name);
 
+// The entry points with this name; overloads have several.
+std::vector<morvane_entry_point> entry_points_named(const std::string& name);
+
 // The names others use for a format, each once, without those that repeat its own.
 std::vector<std::string> other_names(const format_info& format);
+
+// `option` is what an error names: "--matrix". An empty word says nothing.
+morvane::matrix parse_matrix(const char* option, const std::string& word);  // "601", "bt709", "bt.2020"
+morvane::range parse_range(const char* option, const std::string& word);    // "video", "limited", "tv", "full", "pc"
+morvane::color parse_color(const char* option, const std::string& words);   // "255,128,0"
 
 extent parse_size(const std::string& words);
 
 // Words separated by commas.
 std::vector<std::string> parse_list(const std::string& words);
-
-// Fails unless rows of this width and planes of this height are whole in the format. `padding` is whether the user may
-// ask for it.
-void require_whole_picture(const format_info& format, extent size, bool padding = false);
 
 // Whether a path ends in the extension, which is in lower case, whatever its own case.
 bool has_extension(const std::string& path, std::string_view extension);

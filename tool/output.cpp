@@ -153,6 +153,10 @@ void output_file::write(const void* bytes, std::size_t count) {
   if (count != 0 && std::fwrite(bytes, 1, count, stream_) != count) fail();
 }
 
+void output_file::flush() const {
+  if (std::fflush(stream_) != 0) system_failure("cannot write " + name_, errno);
+}
+
 void output_file::finish() {
   if (!stream_) return;
   if (std::fflush(stream_) != 0) fail();

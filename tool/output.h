@@ -22,6 +22,9 @@ class output_file {
 
   void write(const void* bytes, std::size_t count);
 
+  // Hands on what was written.
+  void flush() const;
+
   // Everything was written: sees that it has arrived.
   void finish();
   // Finishes and puts the file in its place. Of several files, finish all before the first of them is put there.

@@ -11,25 +11,25 @@
 
 namespace morvane::tool {
 
-raw_file::raw_file(const std::string& path, std::int64_t frame_bytes, std::string contents)
+raw_file::raw_file(const std::string& path, std::int64_t frame_bytes, std::string contents, const advisor& advice)
     : name_(path == "-" ? "standard input" : path), frame_bytes_(frame_bytes), contents_(std::move(contents)) {
-  open(path);
+  open(path, advice);
 }
 
-void raw_file::open(const std::string& path) {
+void raw_file::open(const std::string& path, const advisor& advice) {
   file_.reset(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
   if (!file_) system_failure("cannot read " + name_, errno);
   struct stat found {};
   if (::fstat(::fileno(file_.get()), &found) != 0) system_failure("cannot read " + name_, errno);
   if (S_ISDIR(found.st_mode)) system_failure("cannot read " + name_, EISDIR);
-  if (S_ISREG(found.st_mode)) count_frames(found.st_size - std::max<std::int64_t>(::ftello(file_.get()), 0));
+  if (S_ISREG(found.st_mode)) count_frames(found.st_size - std::max<std::int64_t>(::ftello(file_.get()), 0), advice);
 }
 
-void raw_file::count_frames(std::int64_t bytes) {
+void raw_file::count_frames(std::int64_t bytes, const advisor& advice) {
   if (bytes == 0) io_failure(name_, " is empty: expected ", expected());
   if (bytes % frame_bytes_ != 0)
     io_failure(name_, " is not a whole number of frames: expected a multiple of ", expected(), ", got ", bytes,
-               " bytes");
+               " bytes", advice(bytes));
   remaining_ = bytes / frame_bytes_;
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,8 +13,11 @@ namespace morvane::tool {
 
 class raw_file {
  public:
+  // What to add to the error that so many bytes are no whole number of frames.
+  using advisor = std::function<std::string(std::int64_t bytes)>;
+
   // "-" is standard input. `contents` names what stands in `frame_bytes`, as in "one frame of uyvy 8x4".
-  raw_file(const std::string& path, std::int64_t frame_bytes, std::string contents);
+  raw_file(const std::string& path, std::int64_t frame_bytes, std::string contents, const advisor& advice);
 
   const std::string& name() const { return name_; }
   // How many frames next() will still give, when that is known beforehand.
@@ -33,8 +37,8 @@ class raw_file {
     }
   };
 
-  void open(const std::string& path);
-  void count_frames(std::int64_t bytes);
+  void open(const std::string& path, const advisor& advice);
+  void count_frames(std::int64_t bytes, const advisor& advice);
   std::string expected() const;
   bool at_end();
 

@@ -55,7 +55,7 @@ TEST_F(compare, the_first_difference_and_the_sums) {
 }
 
 TEST_F(compare, ten_bit_samples) {
-  const bytes a(32, 0);
+  const bytes a(128, 0);
   bytes b = a;
   b[5] = 4;     // word 1, bit 10: Cb of the second pair is 1
   b[19] = 192;  // bits 30 and 31 carry nothing
@@ -151,7 +151,7 @@ TEST_F(compare, floats_that_differ_in_any_bit) {
 TEST_F(compare, unused_bytes_and_samples_beyond_the_width_do_not_count) {
   EXPECT_EQ(both({1, 2, 3, 4}, {1, 2, 3, 5}, "-f bgrx -s 1x1").exit_code, 0);
   EXPECT_EQ(both({1, 2, 3, 4}, {1, 2, 3, 5}, "-f bgra -s 1x1").exit_code, 1);
-  bytes a(16, 0);
+  bytes a(128, 0);
   bytes b = a;
   b[15] = 63;  // Y of the sixth pixel
   EXPECT_EQ(both(a, b, "-f v210 -s 4x1").exit_code, 0);

@@ -4,123 +4,103 @@
 #include <algorithm>
 #include <set>
 #include <string>
-#include <string_view>
 
-#include "Processing.Morvane.h"
-#include "catalogue/conversions.h"
-#include "shell.h"
+#include "library.h"
 
 namespace morvane::tests {
 
 namespace {
 
-namespace fc = Processing::Morvane::format_conversion;
-
 class convert : public command {};
-
-// A frame in memory, with the same room behind every row of every plane.
-class roomy_frame {
- public:
-  roomy_frame(std::string_view format, int width, int height)
-      : format_(*catalogue::find_format(format)), width_(width), height_(height) {
-    for (std::size_t p = 0; p < format_.plane_count(); ++p)
-      memory_.emplace_back(static_cast<std::size_t>(stride * format_.planes[p].rows(height)));
-  }
-
-  const catalogue::format& format() const { return format_; }
-
-  void fill(const bytes& tight) {
-    auto from = tight.begin();
-    for_rows([&](std::uint8_t* row, std::ptrdiff_t count) {
-      std::copy_n(from, count, row);
-      from += count;
-    });
-  }
-  bytes tight() {
-    bytes result;
-    for_rows([&](const std::uint8_t* row, std::ptrdiff_t count) { result.insert(result.end(), row, row + count); });
-    return result;
-  }
-
-  catalogue::planes<std::uint8_t> planes() {
-    catalogue::planes<std::uint8_t> result;
-    for (std::size_t p = 0; p < memory_.size(); ++p) {
-      result.data[p] = memory_[p].data();
-      result.stride[p] = stride;
-    }
-    return result;
-  }
-  catalogue::planes<const std::uint8_t> read_only() {
-    const catalogue::planes<std::uint8_t> all = planes();
-    catalogue::planes<const std::uint8_t> result;
-    std::copy(all.data.begin(), all.data.end(), result.data.begin());
-    result.stride = all.stride;
-    return result;
-  }
-
- private:
-  static constexpr int stride = 512;
-
-  template <class Use>
-  void for_rows(const Use& use) {
-    for (std::size_t p = 0; p < memory_.size(); ++p)
-      for (std::int64_t y = 0; y < format_.planes[p].rows(height_); ++y)
-        use(memory_[p].data() + y * stride, static_cast<std::ptrdiff_t>(format_.planes[p].row_bytes(width_)));
-  }
-
-  const catalogue::format& format_;
-  int width_;
-  int height_;
-  std::vector<bytes> memory_;
-};
-
-// The expectation: the same conversion, one row a call.
-template <class Call>
-bytes by_rows(const bytes& source, int source_row, int destination_row, const Call& call) {
-  const auto rows = static_cast<int>(source.size()) / source_row;
-  bytes result(static_cast<std::size_t>(rows * destination_row));
-  for (int y = 0; y < rows; ++y) call(source.data() + y * source_row, result.data() + y * destination_row);
-  return result;
-}
-
-bytes to_bgra(const bytes& uyvy, int width, Processing::Morvane::e_ycbcr_color_space matrix) {
-  return by_rows(uyvy, 2 * width, 4 * width, [&](const std::uint8_t* from, std::uint8_t* to) {
-    fc::uyvy::bgra(from, 2 * width, to, 4 * width, width, 1, matrix);
-  });
-}
-
-bytes part(const bytes& all, std::size_t from, std::size_t count) {
-  const auto start = all.begin() + static_cast<std::ptrdiff_t>(from);
-  return {start, start + static_cast<std::ptrdiff_t>(count)};
-}
-
-// The upper eight bits of every sample of a v210 picture, whose rows are whole groups, cut to the width.
-bytes unpacked(const bytes& v210, int width) {
-  const int groups = (width + 5) / 6;
-  bytes result;
-  for (std::size_t row = 0; row < v210.size(); row += static_cast<std::size_t>(16 * groups))
-    for (int i = 0; i < 2 * width; ++i) {
-      const std::size_t word = row + static_cast<std::size_t>(i / 3 * 4);
-      const auto value = static_cast<std::uint32_t>(v210[word] | v210[word + 1] << 8 | v210[word + 2] << 16 |
-                                                    (v210[word + 3] & 63) << 24);
-      result.push_back(static_cast<std::uint8_t>(value >> (i % 3 * 10) >> 2));
-    }
-  return result;
-}
 
 TEST_F(convert, a_frame_becomes_what_the_library_makes_of_it) {
   const bytes frame = noise(64 * 7 * 2);
   write("in.raw", frame);
   quietly("morvane convert -f uyvy -t bgra -s 64x7 in.raw out.raw");
-  EXPECT_EQ(read("out.raw"), to_bgra(frame, 64, Processing::Morvane::ccir_709));
-  quietly("morvane convert -f uyvy -t bgra -s 64x7 --matrix 601 in.raw out.raw");
-  EXPECT_EQ(read("out.raw"), to_bgra(frame, 64, Processing::Morvane::ccir_601));
+  EXPECT_EQ(read("out.raw"), converted(frame, "uyvy", "bgra", 64, 7));
+}
+
+struct choice {
+  const char* words;
+  description from;
+  description to;
+  options how;
+};
+
+// All of them change something, but for what is the default and what both sides have alike.
+TEST_F(convert, colours_and_chroma_as_they_are_chosen) {
+  const auto video = [](matrix m, range r) {
+    description d = described("uyvy", 9, 5);
+    d.matrix = m;
+    d.range = r;
+    return d;
+  };
+  const auto rgb = [](range r) {
+    description d = described("bgra", 9, 5);
+    d.range = r;
+    return d;
+  };
+  const auto small = [](matrix m, range r) {
+    description d = described("y_uv_420", 9, 5);
+    d.matrix = m;
+    d.range = r;
+    return d;
+  };
+  const description plain = video(matrix::unsaid, range::unsaid);
+  const description full_rgb = rgb(range::unsaid);
+  const choice choices[] = {
+      {"-f uyvy -t bgra --matrix 601", video(matrix::bt601, range::unsaid), full_rgb, {}},
+      {"-f uyvy -t bgra --matrix BT.2020", video(matrix::bt2020, range::unsaid), full_rgb, {}},
+      {"-f uyvy -t bgra --range full", video(matrix::unsaid, range::full), full_rgb, {}},
+      {"-f uyvy -t bgra --range pc --rgb-range tv", video(matrix::unsaid, range::full), rgb(range::video), {}},
+      {"-f bgra -t uyvy --matrix bt601 --range full", full_rgb, video(matrix::bt601, range::full), {}},
+      {"-f bgra -t uyvy --rgb-range limited", rgb(range::video), plain, {}},
+      {"-f uyvy -t NV12 --matrix 601 --range full",
+       video(matrix::bt601, range::full),
+       small(matrix::bt601, range::full),
+       {}},
+      {"-f uyvy -t NV12 --matrix 601 --to-matrix bt709",
+       video(matrix::bt601, range::unsaid),
+       small(matrix::bt709, range::unsaid),
+       {}},
+      {"-f uyvy -t NV12 --to-range full", plain, small(matrix::unsaid, range::full), {}},
+      {"-f uyvy -t bgra --chroma nearest", plain, full_rgb, {.filter = filter::nearest}},
+      {"-f uyvy -t bgra --siting center", plain, full_rgb, {.siting = siting::center}},
+      {"-f uyvy -t bgra --chroma linear --siting left", plain, full_rgb, {}},
+      {"-f bgra -t uyvy --background 255,128,0", full_rgb, plain, {.background = color{255, 128, 0}}},
+  };
+  for (const choice& c : choices) {
+    const bytes frame = noise_of(c.from);
+    write("in.raw", frame);
+    quietly(std::string("morvane convert -s 9x5 in.raw out.raw ") + c.words);
+    EXPECT_EQ(read("out.raw"), converted(frame, c.from, c.to, c.how)) << c.words;
+    const std::string words = c.words;
+    const bool changes =
+        words.find("--siting left") == words.npos && words.find("NV12 --matrix 601 --range") == words.npos;
+    const description usual_to = described(std::string(name_of(c.to.format)), 9, 5);
+    const description usual_from = described(std::string(name_of(c.from.format)), 9, 5);
+    EXPECT_EQ(read("out.raw") != converted(frame, usual_from, usual_to), changes) << c.words;
+  }
+}
+
+TEST_F(convert, any_size) {
+  for (const auto& [width, height] : {std::pair(1, 1), std::pair(1, 2), std::pair(3, 1), std::pair(7, 5)})
+    for (const char* from : {"uyvy", "I420", "v210", "bgr"})
+      for (const char* to : {"NV12", "p216", "rgba", "v210"}) {
+        const std::string own(name_of(formats_called(from).front()));
+        const std::string other(name_of(formats_called(to).front()));
+        const bytes frame = noise_of(described(own, width, height));
+        write("in.raw", frame);
+        quietly(std::string("morvane convert in.raw out.raw -f ") + from + " -t " + to + " -s " +
+                std::to_string(width) + "x" + std::to_string(height));
+        EXPECT_EQ(read("out.raw"), converted(frame, own, other, width, height)) << from << ' ' << to;
+      }
 }
 
 TEST_F(convert, frames_are_chosen_by_skip_and_frames) {
   const std::size_t frame = 16 * 4 * 2;
   const bytes all = noise(5 * frame);
-  const bytes expected = to_bgra(all, 16, Processing::Morvane::ccir_709);
+  const bytes expected = converted(all, "uyvy", "bgra", 16, 4);
   write("in.raw", all);
   quietly("morvane convert -f uyvy -t bgra -s 16x4 in.raw all.raw");
   EXPECT_EQ(read("all.raw"), expected);
@@ -152,32 +132,37 @@ TEST_F(convert, threads_make_no_difference) {
   }
 }
 
-TEST_F(convert, v210_pictures_are_whole) {
-  for (const int width : {2, 4, 6, 8, 12, 14, 48, 50}) {
-    const int rows = 5;
-    const bytes frame = noise(static_cast<std::size_t>((width + 5) / 6 * 16 * rows));
-    write("in.raw", frame);
-    quietly("morvane convert -f v210 -t uyvy -s " + std::to_string(width) + "x5 in.raw out.raw");
-    EXPECT_EQ(read("out.raw"), unpacked(frame, width)) << width;
-  }
+// Rows of 3456 bytes, which are more than the 3424 of its groups.
+TEST_F(convert, v210_of_720_lines_as_cards_and_ffmpeg_write_it) {
+  const bytes frame = noise(std::size_t{3456} * 720);
+  write("in.raw", frame);
+  quietly("morvane convert -f v210 -t uyvy -s 1280x720 in.raw out.raw");
+  EXPECT_EQ(read("out.raw"), converted(frame, "v210", "uyvy", 1280, 720));
+  quietly("morvane convert -f uyvy -t v210 -s 1280x720 out.raw back.raw");
+  EXPECT_EQ(read("back.raw").size(), frame.size());
+  EXPECT_EQ(part(read("back.raw"), 3424, 32), bytes(32));
+}
+
+TEST_F(convert, rows_without_gaps_where_their_stride_says_so) {
+  const bytes padded = noise(std::size_t{128} * 3);
+  write("padded.raw", padded);
+  write("tight.raw", part(padded, 0, 32) + part(padded, 128, 32) + part(padded, 256, 32));
+  quietly("morvane convert -f v210 -t p216 -s 8x3 padded.raw expected.raw");
+  quietly("morvane convert -f v210 -t p216 -s 8x3 --src-stride 32 tight.raw out.raw");
+  EXPECT_EQ(read("out.raw"), read("expected.raw"));
 }
 
 TEST_F(convert, yuyv_matrox_10_pictures_are_whole) {
-  for (const int width : {2, 4, 14, 16, 18, 30, 32, 34, 48}) {
-    const int rows = 5;
-    const int row = (width + 15) / 16 * 40;
-    const bytes frame = noise(static_cast<std::size_t>(row * rows));
+  for (const int width : {1, 2, 4, 14, 16, 18, 30, 32, 34, 48}) {
+    const std::string size = std::to_string(width) + "x5";
+    const bytes frame = noise_of(described("yuyv_matrox_10", width, 5));
     write("in.raw", frame);
-    quietly("morvane convert -f yuyv_matrox_10 -t yuy2 -s " + std::to_string(width) + "x5 in.raw out.raw");
-    bytes expected;
-    for (int y = 0; y < rows; ++y)
-      for (int i = 0; i < 2 * width; ++i)
-        expected.push_back(frame[static_cast<std::size_t>(y * row + i / 32 * 40 + i % 32)]);
-    EXPECT_EQ(read("out.raw"), expected) << width;
-    quietly("morvane convert -f yuy2 -t yuyv_matrox_10 -s " + std::to_string(width) + "x5 out.raw back.raw");
+    quietly("morvane convert -f yuyv_matrox_10 -t yuy2 -s " + size + " in.raw out.raw");
+    EXPECT_EQ(read("out.raw"), converted(frame, "yuyv_matrox_10", "yuy2", width, 5)) << width;
+    quietly("morvane convert -f yuy2 -t yuyv_matrox_10 -s " + size + " out.raw back.raw");
     EXPECT_EQ(read("back.raw").size(), frame.size());
-    quietly("morvane convert -f yuyv_matrox_10 -t yuy2 -s " + std::to_string(width) + "x5 back.raw again.raw");
-    EXPECT_EQ(read("again.raw"), expected) << width;
+    quietly("morvane convert -f yuyv_matrox_10 -t yuy2 -s " + size + " back.raw again.raw");
+    EXPECT_EQ(read("again.raw"), read("out.raw")) << width;
   }
 }
 
@@ -202,148 +187,124 @@ TEST_F(convert, bgr_rows_stay_rows_at_a_stride_of_four_bytes_a_pixel) {
   EXPECT_EQ(read("back.raw"), read("tight.raw"));
 }
 
-TEST_F(convert, a_chain_is_named_on_request) {
-  const bytes frame = noise(2 * 16 * 4);
-  write("in.raw", frame);
-  const outcome o = run("morvane convert -v -f v210 -t yuy2 -s 12x4 in.raw out.raw");
-  EXPECT_EQ(o.exit_code, 0);
-  EXPECT_EQ(o.err, "morvane: v210 -> uyvy by v210::uyvy, uyvy -> yuy2 by uyvy::yuy2\n");
-  bytes expected = unpacked(frame, 12);
-  for (std::size_t i = 0; i < expected.size(); i += 2) std::swap(expected[i], expected[i + 1]);
-  EXPECT_EQ(read("out.raw"), expected);
+TEST_F(convert, steps_and_losses_are_named_on_request) {
+  write("in.raw", noise(8 * 2 * 6));
+  EXPECT_EQ(run("morvane convert -v -f pa16 -t I420 -s 8x2 in.raw out.raw").err,
+            "morvane: steps: read pa16, chroma 4:2:2 to 4:2:0, write y_u_v_420\n"
+            "morvane: losses: 16 to 8 bits, chroma 4:2:2 to 4:2:0, alpha dropped\n");
+  EXPECT_EQ(run("morvane convert -v -f rgba -t bgra -s 8x2 --frames 1 in.raw out.raw --src-stride 48").err,
+            "morvane: steps: read rgba, write bgra\nmorvane: losses: none\n");
 }
 
-TEST_F(convert, a_format_to_itself_is_a_copy) {
+TEST_F(convert, what_formats_force_is_no_fault) {
+  write("in.raw", noise(8 * 2 * 6));
+  quietly("morvane convert -f pa16 -t I420 -s 8x2 in.raw out.raw");
+  quietly("morvane convert -f pa16 -t y -s 8x2 in.raw out.raw");
+}
+
+TEST_F(convert, rearrangements_lose_nothing) {
   const bytes frame = noise(7 * 3 * 4);
   write("in.raw", frame);
-  EXPECT_EQ(run("morvane convert -v -f rgba -t rgba -s 7x3 in.raw out.raw").err,
-            "morvane: rgba -> rgba by rgba::rgba\n");
-  EXPECT_EQ(read("out.raw"), frame);
-  EXPECT_EQ(run("morvane convert -v -f bgr -t bgr -s 7x4 in.raw out.raw").err,
-            "morvane: bgr as it is, without a conversion\n");
+  quietly(
+      "morvane convert -f bgra -t rgba -s 7x3 in.raw there.raw && "
+      "morvane convert -f rgba -t bgra -s 7x3 there.raw back.raw");
+  EXPECT_EQ(read("back.raw"), frame);
+  EXPECT_NE(read("there.raw"), frame);
+  quietly("morvane convert -f rgba -t rgba -s 7x3 in.raw out.raw");
   EXPECT_EQ(read("out.raw"), frame);
 }
 
-TEST_F(convert, an_irregular_conversion_says_what_it_does) {
+TEST_F(convert, ten_bits_stay_ten_bits) {
+  const bytes frame = noise(std::size_t{128} * 4);
+  write("in.raw", frame);
+  quietly("morvane convert -f v210 -t p010 -s 48x4 in.raw out.raw");
+  EXPECT_EQ(read("out.raw"), converted(frame, "v210", "p010", 48, 4));
+  const bytes luma = part(read("out.raw"), 0, 2 * 48 * 4);
+  int lower = 0;
+  for (std::size_t i = 0; i < luma.size(); i += 2) lower |= luma[i];
+  EXPECT_EQ(lower, 0xc0);
+}
+
+TEST_F(convert, an_irregular_conversion_needs_consent_and_says_what_it_does) {
   const bytes frame = noise(8 * 4 * 4);
   write("in.raw", frame);
-  const bytes expected = by_rows(
-      frame, 32, 16, [](const std::uint8_t* from, std::uint8_t* to) { fc::bgra::uyvy(from, 32, to, 16, 8, 1); });
-  const outcome named = run("morvane convert -f bgra -t uyvy -s 8x4 in.raw out.raw --via bgra::uyvy");
+  const outcome named = run("morvane convert -f bgra -t uyvy -s 8x4 in.raw out.raw --via bgra::uyvy --allow-irregular");
   EXPECT_EQ(named.exit_code, 0);
   EXPECT_EQ(named.err.rfind("morvane: bgra::uyvy is irregular: it composites over black", 0), 0u) << named.err;
   EXPECT_EQ(std::count(named.err.begin(), named.err.end(), '\n'), 1);
-  EXPECT_EQ(read("out.raw"), expected);
-
-  const outcome copied = run("morvane convert -f bgr -t bgr -s 8x4 --src-stride 32 in.raw out.raw --via bgr::bgr");
-  EXPECT_EQ(copied.exit_code, 0);
-  EXPECT_EQ(copied.err.rfind("morvane: bgr::bgr is irregular: it copies four bytes", 0), 0u) << copied.err;
-}
-
-TEST_F(convert, an_irregular_conversion_is_used_on_request_where_no_other_leads_on) {
-  const bytes frame = noise(8 * 4 * 4);
-  write("in.raw", frame);
-  const outcome o = run("morvane convert --allow-irregular -f bgrx -t crcbyx -s 8x4 in.raw out.raw");
-  EXPECT_EQ(o.exit_code, 0);
-  EXPECT_EQ(o.err.rfind("morvane: bgrx::crcbyx is irregular: it stores luma and Cr", 0), 0u) << o.err;
-  EXPECT_EQ(read("out.raw"), by_rows(frame, 32, 32, [](const std::uint8_t* from, std::uint8_t* to) {
-              fc::bgrx::crcbyx(from, 32, to, 32, 8, 1);
-            }));
-}
-
-TEST_F(convert, regular_conversions_are_preferred_where_both_lead_on) {
-  write("in.raw", noise(8 * 4 * 4));
-  EXPECT_EQ(run("morvane convert -v --allow-irregular -f bgrx -t yuy2 -s 8x4 in.raw out.raw").err,
-            "morvane: bgrx -> uyvy by bgrx::uyvy with BT.709, uyvy -> yuy2 by uyvy::yuy2\n");
-  EXPECT_EQ(run("morvane convert -v --allow-irregular -f bgra -t uyvy -s 8x4 in.raw out.raw").err,
-            "morvane: bgra -> uyvy_a by bgra::uyvy_a with BT.709, uyvy_a -> uyvy by uyvy_a::uyvy\n");
-}
-
-TEST_F(convert, alpha_is_kept_where_a_way_keeps_it) {
-  write("in.raw", noise(8 * 4 * 4));
-  EXPECT_EQ(run("morvane convert -v -f ycbcra -t rgba -s 8x4 in.raw out.raw").err,
-            "morvane: ycbcra -> uyvy_a by ycbcra::uyvy_a, uyvy_a -> rgba by uyvy_a::rgba with BT.709\n");
-  EXPECT_EQ(run("morvane convert -v -f vuya -s 8x4 in.raw out.png").err,
-            "morvane: vuya -> uyvy_a by vuya::uyvy_a, uyvy_a -> bgra by uyvy_a::bgra with BT.709\n");
+  EXPECT_EQ(read("out.raw"), converted(frame, "bgra", "uyvy", 8, 4, {.via = "bgra::uyvy", .allow_irregular = true}));
+  EXPECT_NE(read("out.raw"), converted(frame, "bgra", "uyvy", 8, 4));
 }
 
 // Every conversion by its own name gives what a call of it gives, also on threads.
-TEST_F(convert, every_conversion_of_the_catalogue) {
-  constexpr int width = 24;
-  constexpr int height = 8;
-  std::set<std::string_view> done;
-  for (const catalogue::conversion& c : catalogue::conversions) {
-    if (c.source.empty() || c.margin_pixels != 0 || !done.insert(c.name).second) continue;
-    roomy_frame source(c.source, width, height);
-    source.fill(noise(static_cast<std::size_t>(source.format().frame_bytes(width, height))));
-    roomy_frame destination(c.destination, width, height);
-    catalogue::call call;
-    call.source = source.read_only();
-    call.destination = destination.planes();
-    call.xres = width / c.pixels_per_xres;
-    call.yres = height / c.rows_per_yres;
-    if (c.extra == catalogue::argument::color_space) call.argument = 709;
-    c.convert(call);
+TEST_F(convert, every_conversion_by_its_name) {
+  std::set<std::string> done;
+  for (const morvane_entry_point& e : entry_points()) {
+    if (e.source == 0 || !done.insert(e.name).second) continue;
+    const bool irregular = *e.irregular != '\0';
+    const std::string from(name_of(e.source));
+    const std::string to(name_of(e.destination));
+    options how = {.via = e.name, .allow_irregular = irregular};
+    description source = described(from, 24, 8);
+    description destination = described(to, 24, 8);
+    const int* last = std::find(std::begin(e.matrices), std::end(e.matrices), 0);
+    if (last != e.matrices && std::find(std::begin(e.matrices), last, 709) == last)
+      source.matrix = destination.matrix = static_cast<matrix>(e.matrices[0]);
 
-    write("in.raw", source.tight());
-    const outcome o = run("morvane convert -j 3 -s 24x8 in.raw out.raw -f " + std::string(c.source) + " -t " +
-                          std::string(c.destination) + " --via " + std::string(c.name));
+    const bytes frame = noise_of(source);
+    write("in.raw", frame);
+    const outcome o = run("rm -f out.raw; morvane convert -j 3 -s 24x8 in.raw out.raw -f " + from + " -t " + to +
+                          " --via " + e.name + (irregular ? " --allow-irregular" : ""));
     EXPECT_EQ(o.exit_code, 0) << o.err;
-    EXPECT_EQ(o.err.empty(), c.irregular.empty()) << o.err;
-    EXPECT_EQ(read("out.raw"), destination.tight()) << c.name;
+    EXPECT_EQ(o.err.empty(), !irregular) << o.err;
+    EXPECT_EQ(read("out.raw"), converted(frame, source, destination, how)) << e.name;
   }
 }
 
-TEST_F(convert, via_brings_its_own_matrix) {
-  write("in.raw", noise(8 * 4 * 2));
-  EXPECT_EQ(run("morvane convert -v -f yuy2 -t rgbx -s 8x4 --via uyvy::rgbx_601 in.raw out.raw").err,
-            "morvane: yuy2 -> uyvy by yuy2::uyvy, uyvy -> rgbx by uyvy::rgbx_601 with BT.601\n");
-  quietly("morvane convert -f yuy2 -t rgbx -s 8x4 --matrix 601 in.raw same.raw");
-  EXPECT_EQ(read("out.raw"), read("same.raw"));
-}
-
-TEST_F(convert, bt2020_leads_from_p216_to_rgbx) {
-  const bytes frame = noise(8 * 4 * 4);
+TEST_F(convert, via_is_reached_by_the_rules) {
+  const bytes frame = noise(8 * 4 * 2);
   write("in.raw", frame);
-  EXPECT_EQ(run("morvane convert -v -f p216 -t rgbx -s 8x4 --matrix 2020 in.raw out.raw").err,
-            "morvane: p216 -> rgbx by p216::rgbx_2020 with BT.2020\n");
-  bytes expected(8 * 4 * 4);
-  fc::p216::rgbx_2020(frame.data(), 16, frame.data() + 64, 16, expected.data(), 32, 8, 4);
-  EXPECT_EQ(read("out.raw"), expected);
-  EXPECT_EQ(run("morvane convert -v -f p216 -t rgbx -s 8x4 in.raw other.raw").err,
-            "morvane: p216 -> uyvy by p216::uyvy, uyvy -> rgbx by uyvy::rgbx with BT.709\n");
-  EXPECT_NE(read("other.raw"), expected);
-  quietly("morvane convert -f p216 -s 8x4 --matrix 2020 in.raw out.png");
-  quietly("morvane compare -f rgbx -s 8x4 out.png out.raw > compared");
-  EXPECT_EQ(run("morvane convert -v -f pa16 -t rgbx -s 8x2 --matrix 2020 --frames 1 /dev/zero out.raw").err,
-            "morvane: pa16 -> p216 by pa16::p216, p216 -> rgbx by p216::rgbx_2020 with BT.2020\n");
-  EXPECT_EQ(run("morvane convert -v -f p216 -t rgbx -s 8x4 --via p216::rgbx_2020 in.raw out.raw").err,
-            "morvane: p216 -> rgbx by p216::rgbx_2020 with BT.2020\n");
+  EXPECT_EQ(run("morvane convert -v -f yuy2 -t bgra -s 8x4 --via uyvy::rgbx_601 in.raw out.raw").err,
+            "morvane: steps: yuy2 to uyvy by yuy2::uyvy, uyvy to rgbx by uyvy::rgbx_601, read rgbx, write bgra\n"
+            "morvane: losses: none\n");
+  const description from = {.format = format_named("uyvy"), .width = 8, .height = 4, .matrix = matrix::bt601};
+  const bytes uyvy = converted(frame, "yuy2", "uyvy", 8, 4);
+  const bytes rgbx = converted(uyvy, from, described("rgbx", 8, 4), {.via = "uyvy::rgbx_601"});
+  EXPECT_EQ(read("out.raw"), converted(rgbx, "rgbx", "bgra", 8, 4));
+  quietly("morvane convert -f uyvy -t uyvy -s 8x4 --via uyvy::yuy2 in.raw out.raw");
+  EXPECT_EQ(read("out.raw"), frame);
 }
 
-TEST_F(convert, via_may_lead_a_longer_way) {
-  write("in.raw", noise(8 * 4 * 2));
-  EXPECT_EQ(run("morvane convert -v -f uyvy -t uyvy -s 8x4 --via uyvy::yuy2 in.raw out.raw").err,
-            "morvane: uyvy -> yuy2 by uyvy::yuy2, yuy2 -> uyvy by yuy2::uyvy\n");
-  EXPECT_EQ(read("out.raw"), read("in.raw"));
-}
-
-TEST_F(convert, time_prints_a_line_for_every_step) {
-  write("in.raw", noise(2 * 16 * 4));
+TEST_F(convert, time_prints_a_line_for_every_plan) {
+  write("in.raw", noise(128 * 4));
   const outcome o = run("morvane convert --time -f v210 -t bgra -s 12x4 in.raw out.raw");
   EXPECT_EQ(o.exit_code, 0);
-  EXPECT_EQ(std::count(o.err.begin(), o.err.end(), '\n'), 3);
-  EXPECT_NE(o.err.find("v210::uyvy"), std::string::npos);
+  EXPECT_EQ(std::count(o.err.begin(), o.err.end(), '\n'), 2);
+  EXPECT_NE(o.err.find("\nv210 -> bgra  20 "), std::string::npos) << o.err;
   EXPECT_NE(o.err.find(" GB/s\n"), std::string::npos);
   quietly("morvane convert -f v210 -t bgra -s 12x4 in.raw same.raw");
   EXPECT_EQ(read("out.raw"), read("same.raw"));
+  const outcome two =
+      run("morvane convert --time -f yuy2 -t rgbx -s 12x4 --via uyvy::rgbx --frames 1 /dev/zero out.raw");
+  EXPECT_EQ(std::count(two.err.begin(), two.err.end(), '\n'), 3) << two.err;
+}
+
+TEST_F(convert, crop_writes_the_top_left) {
+  const bytes frame = noise(8 * 4 * 2);
+  write("in.raw", frame);
+  quietly("morvane convert -f uyvy -t bgr -s 8x4 in.raw whole.raw");
+  quietly("morvane convert -f uyvy -t bgr -s 8x4 --crop 5x3 in.raw out.raw");
+  const bytes whole = read("whole.raw");
+  EXPECT_EQ(read("out.raw"), part(whole, 0, 15) + part(whole, 24, 15) + part(whole, 48, 15));
+  quietly("morvane convert -f uyvy -t bgr -s 8x4 --crop 5x3 --dst-stride 16 in.raw wide.raw");
+  EXPECT_EQ(part(read("wide.raw"), 14, 3), (bytes{whole[14], 0, whole[24]}));
 }
 
 TEST_F(convert, the_output_may_be_the_input) {
   const bytes frame = noise(3 * 8 * 4 * 2);
   write("frames.raw", frame);
   quietly("morvane convert -f uyvy -t bgra -s 8x4 frames.raw frames.raw");
-  EXPECT_EQ(read("frames.raw"), to_bgra(frame, 8, Processing::Morvane::ccir_709));
+  EXPECT_EQ(read("frames.raw"), converted(frame, "uyvy", "bgra", 8, 4));
   EXPECT_EQ(files(), std::vector<std::string>{"frames.raw"});
 }
 

@@ -1,6 +1,4 @@
 // morvane convert, from and to PNG.
-#include <algorithm>
-
 #include "shell.h"
 
 namespace morvane::tests {
@@ -71,10 +69,8 @@ TEST_F(pictures, alpha_survives_video) {
     }
   write("in.raw", frame);
   quietly("morvane convert -f bgra -t bgra -s 16x6 in.raw a.png");
-  EXPECT_EQ(run("morvane convert -v -t uyvy_a a.png --dst-planes video.uyvy,alpha.y").err,
-            "morvane: bgra -> uyvy_a by bgra::uyvy_a with BT.709\n");
-  EXPECT_EQ(run("morvane convert -v -f uyvy_a -s 16x6 --planes video.uyvy,alpha.y b.png").err,
-            "morvane: uyvy_a -> bgra by uyvy_a::bgra with BT.709\n");
+  quietly("morvane convert -t uyvy_a --chroma nearest a.png --dst-planes video.uyvy,alpha.y");
+  quietly("morvane convert -f uyvy_a --chroma nearest -s 16x6 --planes video.uyvy,alpha.y b.png");
   EXPECT_EQ(header("b.png"), (std::vector<int>{16, 6, rgb_with_alpha}));
   quietly("morvane convert -t bgra b.png out.raw");
   const bytes back = read("out.raw");
@@ -92,9 +88,8 @@ TEST_F(pictures, the_channels_have_their_places) {
 TEST_F(pictures, the_format_of_a_png_may_be_left_out) {
   write("in.raw", noise(8 * 4 * 4));
   quietly("morvane convert -f bgrx -t bgrx -s 8x4 in.raw a.png");
-  EXPECT_EQ(run("morvane convert -v -t uyvy a.png out.raw").err, "morvane: bgrx -> uyvy by bgrx::uyvy with BT.709\n");
-  EXPECT_EQ(run("morvane convert -v -f uyvy -s 8x4 out.raw b.png").err,
-            "morvane: uyvy -> bgrx by uyvy::bgrx with BT.709\n");
+  EXPECT_EQ(run("morvane convert -v -t uyvy a.png out.raw").err.rfind("morvane: steps: read bgrx, ", 0), 0u);
+  EXPECT_NE(run("morvane convert -v -f uyvy -s 8x4 out.raw b.png").err.find(", write bgrx\n"), std::string::npos);
   EXPECT_EQ(header("b.png"), (std::vector<int>{8, 4, rgb}));
 }
 
@@ -106,28 +101,17 @@ TEST_F(pictures, dropped_alpha_is_mentioned) {
   EXPECT_EQ(o.err, "morvane: the alpha of a.png is dropped: bgrx has none\n");
 }
 
-TEST_F(pictures, an_odd_width_is_padded_on_the_way_out_and_cropped_on_the_way_back) {
-  const bytes frame = noise(5 * 3 * 4);
-  write("in.raw", frame);
+TEST_F(pictures, an_odd_width_needs_nothing_more) {
+  write("in.raw", noise(5 * 3 * 4));
   quietly("morvane convert -f bgrx -t bgrx -s 5x3 in.raw a.png");
-  const outcome o = run("morvane convert --pad -t uyvy a.png out.uyvy");
-  EXPECT_EQ(o.exit_code, 0);
-  EXPECT_EQ(o.err, "morvane: width 5 padded to 6 by repeating the last column\n");
-
-  bytes padded;
-  for (std::size_t y = 0; y < 3; ++y)
-    for (std::size_t x = 0; x < 6; ++x)
-      for (std::size_t i = 0; i < 4; ++i) padded.push_back(frame[(y * 5 + std::min<std::size_t>(x, 4)) * 4 + i]);
-  write("padded.raw", padded);
-  quietly("morvane convert -f bgrx -t uyvy -s 6x3 padded.raw padded.uyvy");
-  EXPECT_EQ(read("out.uyvy"), read("padded.uyvy"));
-
-  quietly("morvane convert -f uyvy -t bgr -s 6x3 --crop 5x3 out.uyvy back.png");
+  quietly("morvane convert -t uyvy a.png out.uyvy");
+  quietly("morvane convert -f bgrx -t uyvy -s 5x3 in.raw same.uyvy");
+  EXPECT_EQ(read("out.uyvy").size(), 6u * 3 * 2);
+  EXPECT_EQ(read("out.uyvy"), read("same.uyvy"));
+  quietly("morvane convert -f uyvy -s 5x3 out.uyvy back.png");
   EXPECT_EQ(header("back.png"), (std::vector<int>{5, 3, rgb}));
-  quietly("morvane convert -f uyvy -t bgr -s 6x3 --crop 5x3 out.uyvy back.raw");
-  quietly("morvane convert -f bgr -t bgr back.png same.raw");
-  EXPECT_EQ(read("same.raw"), read("back.raw"));
-  EXPECT_EQ(read("back.raw").size(), 45u);
+  quietly("morvane convert -f uyvy -s 5x3 --crop 4x2 out.uyvy part.png");
+  EXPECT_EQ(header("part.png"), (std::vector<int>{4, 2, rgb}));
 }
 
 TEST_F(pictures, one_frame_of_many) {
