@@ -55,7 +55,8 @@ struct show_options {
   std::string size;
   std::string plane;
   stride_list strides;
-  int matrix = 709;
+  std::string matrix;
+  std::string range;
   std::int64_t frame = 0;
 };
 

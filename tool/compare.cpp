@@ -130,7 +130,7 @@ void print(const comparison& c, frame_counts counts, bool identical, extent size
 std::string format_to_compare(const compare_options& o) {
   if (!o.format.empty()) return o.format;
   for (const file_list& files : {o.first, o.second})
-    if (is_png(files) && read_png(files.front()).channels == 4) return "bgra";
+    if (is_png(files) && png_has_alpha(files.front())) return "bgra";
   return is_png(o.first) && is_png(o.second) ? "bgrx" : "";
 }
 

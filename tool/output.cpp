@@ -43,10 +43,35 @@ extern "C" void remove_unfinished(int signal) {
   std::raise(signal);
 }
 
+// Those that end the command from outside.
+constexpr int interruptions[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU, SIGXFSZ};
+
+// What is ignored, as nohup has it, stays so.
 void tidy_up_when_interrupted() {
-  for (int signal : {SIGINT, SIGTERM, SIGHUP})
-    if (std::signal(signal, remove_unfinished) == SIG_IGN) std::signal(signal, SIG_IGN);
+  struct sigaction tidy {};
+  tidy.sa_handler = remove_unfinished;
+  for (const int signal : interruptions) {
+    struct sigaction before {};
+    if (::sigaction(signal, nullptr, &before) == 0 && before.sa_handler != SIG_IGN) ::sigaction(signal, &tidy, nullptr);
+  }
 }
+
+// Keeps interruptions back for a moment in which a file is there that would not be removed.
+class uninterrupted {
+ public:
+  uninterrupted() {
+    sigset_t held;
+    ::sigemptyset(&held);
+    for (const int signal : interruptions) ::sigaddset(&held, signal);
+    ::pthread_sigmask(SIG_BLOCK, &held, &before_);
+  }
+  ~uninterrupted() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+  uninterrupted(const uninterrupted&) = delete;
+  uninterrupted& operator=(const uninterrupted&) = delete;
+
+ private:
+  sigset_t before_;
+};
 
 std::string followed(const std::string& path) {
   std::error_code none;
@@ -54,8 +79,9 @@ std::string followed(const std::string& path) {
   return none ? path : real.string();
 }
 
-bool takes_no_files(int error) {
-  return error == EACCES || error == EPERM || error == EROFS;
+std::string directory_of(const std::string& path) {
+  const std::filesystem::path directory = std::filesystem::path(path).parent_path();
+  return directory.empty() ? "." : directory.string();
 }
 
 mode_t usual_mode() {
@@ -72,15 +98,14 @@ output_file::output_file(const std::string& path) : name_(path == "-" ? "standar
     stream_ = stdout;
   } else if (::stat(path.c_str(), &found) != 0) {
     place_ = path;
-    if (!open_beside()) system_failure("cannot write " + name_, errno);
-    ::fchmod(::fileno(stream_), usual_mode());
+    open_beside(usual_mode());
   } else if (S_ISREG(found.st_mode)) {
-    if (::access(path.c_str(), W_OK) != 0) system_failure("cannot write " + name_, errno);
+    if (::access(path.c_str(), W_OK) != 0) fail();
     place_ = followed(path);
-    if (open_beside())
-      ::fchmod(::fileno(stream_), found.st_mode & 07777);
+    if (::access(directory_of(place_).c_str(), W_OK) == 0)
+      open_beside(found.st_mode & 07777);
     else
-      open_in_place(path);
+      open_elsewhere();
   } else {
     open_in_place(path);
   }
@@ -96,62 +121,81 @@ output_file::~output_file() {
 
 void output_file::open_in_place(const std::string& path) {
   stream_ = std::fopen(path.c_str(), "wb");
-  if (!stream_) system_failure("cannot write " + name_, errno);
+  if (!stream_) fail();
 }
 
-bool output_file::open_beside() {
+void output_file::open_beside(mode_t mode) {
   std::string pattern = place_ + ".XXXXXX";
-  const int descriptor = ::mkstemp(pattern.data());
-  if (descriptor < 0 && takes_no_files(errno)) return false;
-  if (descriptor < 0) system_failure("cannot write " + name_, errno);
-  temporary_ = pattern;
-  note_unfinished(temporary_.c_str());
   tidy_up_when_interrupted();
-  stream_ = ::fdopen(descriptor, "wb");
-  if (!stream_) system_failure("cannot write " + name_, errno);
-  return true;
+  {
+    const uninterrupted while_unknown;
+    const int descriptor = ::mkstemp(pattern.data());
+    if (descriptor < 0) fail();
+    temporary_ = pattern;
+    note_unfinished(temporary_.c_str());
+    stream_ = ::fdopen(descriptor, "wb");
+  }
+  if (!stream_) fail();
+  ::fchmod(::fileno(stream_), mode);
+}
+
+void output_file::open_elsewhere() {
+  stream_ = std::tmpfile();
+  if (!stream_) fail();
+  copies_ = true;
+}
+
+void output_file::fail() const {
+  system_failure("cannot write " + name_, errno);
 }
 
 void output_file::write(const void* bytes, std::size_t count) {
-  if (count != 0 && std::fwrite(bytes, 1, count, stream_) != count) system_failure("cannot write " + name_, errno);
+  if (count != 0 && std::fwrite(bytes, 1, count, stream_) != count) fail();
 }
 
 void output_file::flush() const {
-  if (std::fflush(stream_) != 0) system_failure("cannot write " + name_, errno);
+  if (std::fflush(stream_) != 0) fail();
 }
 
 void output_file::finish() {
   if (!stream_) return;
-  if (std::fflush(stream_) != 0) system_failure("cannot write " + name_, errno);
-  if (stream_ == stdout) return;
+  if (std::fflush(stream_) != 0) fail();
+  if (stream_ == stdout || copies_) return;
   const int closed = std::fclose(stream_);
   stream_ = nullptr;
-  if (closed != 0) system_failure("cannot write " + name_, errno);
+  if (closed != 0) fail();
 }
 
 void output_file::commit() {
   finish();
-  put_in_place();
+  if (copies_) copy();
+  if (temporary_.empty()) return;
+  if (std::rename(temporary_.c_str(), place_.c_str()) != 0) fail();
+  forget_unfinished(temporary_.c_str());
+  temporary_.clear();
 }
 
 void output_file::keep(std::int64_t bytes) {
   if (is_in_place()) return;
-  const int descriptor = ::dup(::fileno(stream_));
-  // It may hold what could not be written, and tries once more.
+  std::FILE* again = ::fdopen(::dup(::fileno(stream_)), "r+b");
+  if (!again) fail();
+  // What the first stream holds back is tried once more and then cut off.
   std::fclose(stream_);
-  stream_ = nullptr;
-  const bool cut = ::ftruncate(descriptor, bytes) == 0;
-  const int error = errno;
-  ::close(descriptor);
-  if (!cut) system_failure("cannot write " + name_, error);
-  put_in_place();
+  stream_ = again;
+  if (::ftruncate(::fileno(stream_), bytes) != 0) fail();
+  commit();
 }
 
-void output_file::put_in_place() {
-  if (temporary_.empty()) return;
-  if (std::rename(temporary_.c_str(), place_.c_str()) != 0) system_failure("cannot write " + name_, errno);
-  forget_unfinished(temporary_.c_str());
-  temporary_.clear();
+void output_file::copy() {
+  std::rewind(stream_);
+  output_file place;
+  place.name_ = name_;
+  place.open_in_place(place_);
+  std::array<char, 1 << 16> part;
+  for (std::size_t got = 0; (got = std::fread(part.data(), 1, part.size(), stream_)) > 0;)
+    place.write(part.data(), got);
+  if (std::ferror(stream_) != 0) fail();
+  place.finish();
 }
 
 void flush_standard_output() {

@@ -238,26 +238,6 @@ constexpr mistake failed_files[] = {
 INSTANTIATE_TEST_SUITE_P(arguments, errors, testing::ValuesIn(wrong_arguments));
 INSTANTIATE_TEST_SUITE_P(files, errors, testing::ValuesIn(failed_files));
 
-class interruption : public command {};
-
-TEST_F(interruption, leaves_nothing_behind) {
-  const outcome o =
-      run("morvane convert -f uyvy -t bgra -s 64x64 /dev/zero out & "
-          "for i in $(seq 500); do [ -n \"$(ls)\" ] && break; sleep 0.01; done; ls; kill $!; wait $!");
-  EXPECT_NE(o.exit_code, 0);
-  EXPECT_EQ(o.out.rfind("out.", 0), 0u) << "nothing was being written";
-  EXPECT_TRUE(files().empty());
-}
-
-TEST_F(interruption, leaves_no_plane_behind) {
-  const outcome o =
-      run("morvane convert -f uyvy -t y_u_v_420 -s 64x64 /dev/zero --dst-planes a,b,c & "
-          "for i in $(seq 500); do [ \"$(ls | wc -l)\" = 3 ] && break; sleep 0.01; done; ls; kill $!; wait $!");
-  EXPECT_NE(o.exit_code, 0);
-  EXPECT_EQ(std::count(o.out.begin(), o.out.end(), '\n'), 3) << "nothing was being written";
-  EXPECT_TRUE(files().empty());
-}
-
 }  // namespace
 
 }  // namespace morvane::tests
