@@ -43,6 +43,7 @@ struct convert_options {
   std::int64_t skip = 0;
   std::optional<std::int64_t> frames;
   int threads = 1;
+  bool keep = false;
   bool verbose = false;
   bool time = false;
 };
@@ -54,7 +55,8 @@ struct show_options {
   std::string size;
   std::string plane;
   stride_list strides;
-  int matrix = 709;
+  std::string matrix;
+  std::string range;
   std::int64_t frame = 0;
 };
 

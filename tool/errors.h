@@ -16,6 +16,12 @@ struct failure : std::runtime_error {
   int exit_code;
 };
 
+// Ended by a signal, of which whoever started the command is to know.
+struct interrupted : failure {
+  interrupted(int number, const std::string& line) : failure(exit_io, line), signal(number) {}
+  int signal;
+};
+
 // The parts written one after the other.
 template <class... Part>
 std::string text(const Part&... part) {

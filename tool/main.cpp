@@ -165,9 +165,10 @@ void add_convert(CLI::App& app) {
   command->add_flag("--allow-irregular", o.allow_irregular, "Let it be an irregular one");
   command->add_flag("--rescale", o.rescale, "Have it stretch luma: keys to full range, grey to video range");
   command->add_option("--crop", o.crop, "Write only the top left of the result")->type_name("WxH");
-  command->add_option("-j,--threads", o.threads, "Threads that share every frame")
+  command->add_option("-j,--threads", o.threads, "Threads that share the conversion of a frame")
       ->check(quiet(CLI::Range(1, 256)))
       ->type_name("N");
+  command->add_flag("--keep", o.keep, "Leave the whole frames that were done when IN or the disk ends too early");
   command->add_flag("-v,--verbose", o.verbose, "Say which steps are taken and what they lose");
   command->add_flag("--time", o.time, "Print the speed, converting the first frame 20 times");
   command->callback([] {
@@ -197,9 +198,9 @@ void add_show(CLI::App& app) {
   command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
   add_strides(*command, "--stride", o.strides, "of IN");
   command->add_option("--frame", o.frame, "Number of the frame, from 0")->check(at_least(0))->type_name("N");
-  command->add_option("--matrix", o.matrix, "Matrix from YCbCr to RGB: 601, 709 (the default) or 2020")
-      ->check(quiet(CLI::IsMember({601, 709, 2020})))
-      ->type_name("N");
+  command->add_option("--matrix", o.matrix, "Matrix of a YCbCr picture: bt601, bt709 (the default) or bt2020")
+      ->type_name("NAME");
+  command->add_option("--range", o.range, "Range of a YCbCr picture: video (the default) or full")->type_name("NAME");
   command->add_option("--plane", o.plane, "Show one component or plane in grey")->type_name("NAME");
   command->callback([] {
     file_list picture;
@@ -315,9 +316,13 @@ int main(int argc, char** argv) {
   const bool compares = argc > 1 && std::string_view(argv[1]) == "compare";
   try {
     return run(argc, argv);
+  } catch (const interrupted& i) {
+    say(i.what());
+    std::signal(i.signal, SIG_DFL);
+    std::raise(i.signal);
   } catch (const failure& f) {
     say(f.what());
-    return compares ? exit_arguments : f.exit_code;
+    return compares && f.exit_code == exit_io ? exit_arguments : f.exit_code;
   } catch (const std::bad_alloc&) {
     say("there is not enough memory for frames of this size");
   } catch (const std::exception& e) {

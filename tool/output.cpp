@@ -154,7 +154,7 @@ void output_file::write(const void* bytes, std::size_t count) {
 }
 
 void output_file::flush() const {
-  if (std::fflush(stream_) != 0) system_failure("cannot write " + name_, errno);
+  if (std::fflush(stream_) != 0) fail();
 }
 
 void output_file::finish() {
@@ -173,6 +173,17 @@ void output_file::commit() {
   if (std::rename(temporary_.c_str(), place_.c_str()) != 0) fail();
   forget_unfinished(temporary_.c_str());
   temporary_.clear();
+}
+
+void output_file::keep(std::int64_t bytes) {
+  if (is_in_place()) return;
+  std::FILE* again = ::fdopen(::dup(::fileno(stream_)), "r+b");
+  if (!again) fail();
+  // What the first stream holds back is tried once more and then cut off.
+  std::fclose(stream_);
+  stream_ = again;
+  if (::ftruncate(::fileno(stream_), bytes) != 0) fail();
+  commit();
 }
 
 void output_file::copy() {

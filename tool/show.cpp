@@ -135,12 +135,13 @@ description described(const format_info& f, extent size) {
   return {.format = f.format, .width = size.width, .height = size.height};
 }
 
-picture colored(frame_source& source, int matrix) {
-  image frame(source.format(), source.size());
+picture colored(frame_source& source, morvane::matrix matrix, morvane::range range) {
+  image frame = source.blank();
   read_frame(source, frame);
   image rgba(format_named("rgba"), source.size());
   description from = described(convertible(source.format()), source.size());
-  from.matrix = static_cast<morvane::matrix>(matrix);
+  from.matrix = matrix;
+  if (source.format().model == MORVANE_YCBCR) from.range = range;
   morvane::convert(from, frame.picture(), described(rgba.format(), rgba.size()), rgba.picture());
   return over_checkerboard(rgba);
 }
@@ -168,7 +169,7 @@ picture picture_of(frame_source& source, const show_options& o) {
     case MORVANE_RGB:
       break;
   }
-  return colored(source, o.matrix);
+  return colored(source, parse_matrix("--matrix", o.matrix), parse_range("--range", o.range));
 }
 
 }  // namespace

@@ -164,8 +164,8 @@ typedef struct morvane_picture {
 } morvane_picture;
 
 /* The samples of a row of a plane, each component into a line of its own, with their bits at the top of the words;
- * floats as the words that they are converted by. The lines of the components that the plane has are not NULL and have
- * room for all samples of whole groups, `room` at least; the others are ignored. */
+ * floats as the words that they are converted by. What is unused is left out. The lines of the components that the
+ * plane has are not NULL and have room for all samples of whole groups, `room` at least; the others are ignored. */
 MORVANE_C_API int32_t morvane_read_row(const morvane_description* description, const morvane_picture* picture,
                                        int32_t plane, int32_t row, uint16_t* const lines[MORVANE_COMPONENTS],
                                        int64_t room, morvane_error* error);

@@ -28,6 +28,10 @@ class command : public testing::Test {
 
   // Runs a line of shell in the directory; `morvane` is the program under test, standard input is empty.
   outcome run(const std::string& line) const;
+  // As run(), at a terminal of so many columns, from which standard output and error both come.
+  std::string run_at_terminal(const std::string& line, unsigned short columns) const;
+  // Starts the command, waits until files are there, sends it the signal and returns that by which it ended, or 0.
+  int interrupted(std::vector<std::string> arguments, std::size_t files_to_wait_for, int signal) const;
   // As run(), and expects it to succeed and to say nothing.
   void quietly(const std::string& line) const;
 
@@ -39,6 +43,8 @@ class command : public testing::Test {
   std::string directory() const { return root_ + "/here"; }
 
  private:
+  std::string script_of(const std::string& line) const;
+
   std::string root_;
 };
 
