@@ -43,18 +43,4 @@ image::image(const format_info& format, extent size, const morvane_layout& layou
   std::memset(memory_.get(), 0, bytes);
 }
 
-void repeat_edges(image& picture, extent filled) {
-  const int width = picture.size().width;
-  for (std::size_t p = 0; p < picture.plane_count(); ++p) {
-    const auto pixel = static_cast<std::size_t>(picture.plane(p).group_bytes);
-    const int rows = plane_rows(picture.plane(p), filled.height);
-    for (int y = 0; y < rows; ++y)
-      for (int x = filled.width; x < width; ++x)
-        std::memcpy(picture.row(p, y) + static_cast<std::size_t>(x) * pixel,
-                    picture.row(p, y) + static_cast<std::size_t>(filled.width - 1) * pixel, pixel);
-    const auto row_bytes = static_cast<std::size_t>(picture.row_bytes(p));
-    for (int y = rows; y < picture.rows(p); ++y) std::memcpy(picture.row(p, y), picture.row(p, rows - 1), row_bytes);
-  }
-}
-
 }  // namespace morvane::tool

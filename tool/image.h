@@ -61,8 +61,4 @@ class image {
   std::unique_ptr<std::uint8_t, release> memory_;
 };
 
-// Makes the image, of which only the top left is filled, repeat the last column and the last row of that part. Where
-// columns are missing, a group of the format is one pixel.
-void repeat_edges(image& picture, extent filled);
-
 }  // namespace morvane::tool

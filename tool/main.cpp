@@ -317,7 +317,7 @@ int main(int argc, char** argv) {
     return run(argc, argv);
   } catch (const failure& f) {
     say(f.what());
-    return compares ? exit_arguments : f.exit_code;
+    return compares && f.exit_code == exit_io ? exit_arguments : f.exit_code;
   } catch (const std::bad_alloc&) {
     say("there is not enough memory for frames of this size");
   } catch (const std::exception& e) {

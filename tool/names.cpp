@@ -82,8 +82,8 @@ std::string nearest_formats(const std::string& word) {
 
 std::string nearest_conversions(const std::string& word) {
   std::vector<suggestion> all;
-  for (const catalogue::conversion& c : catalogue::conversions)
-    all.push_back({edit_distance(word, lower(c.name)), std::string(c.name)});
+  for (const morvane_entry_point& e : morvane::entry_points())
+    all.push_back({edit_distance(word, lower(e.name)), e.name});
   return nearest(word, std::move(all));
 }
 
@@ -107,15 +107,6 @@ const format_info& format_named(const std::string& name) {
   std::vector<std::string> candidates;
   for (const morvane::format f : found) candidates.emplace_back(info_of(f).name);
   wrong_arguments("format ", name, " may mean ", joined(candidates, " or "));
-}
-
-std::vector<const catalogue::conversion*> conversions_named(const std::string& name) {
-  std::vector<const catalogue::conversion*> found;
-  for (const catalogue::conversion& c : catalogue::conversions)
-    if (c.name == name) found.push_back(&c);
-  if (found.empty())
-    wrong_arguments("unknown conversion ", name, "; ", advice(nearest_conversions(lower(name)), "conversions"));
-  return found;
 }
 
 std::vector<morvane_entry_point> entry_points_named(const std::string& name) {

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "catalogue/conversions.h"
 #include "formats.h"
 #include "image.h"
 
@@ -13,9 +12,6 @@ namespace morvane::tool {
 
 // The format of a name, of the library's own or of another program's, in any letter case.
 const format_info& format_named(const std::string& name);
-
-// The rows of the catalogue with this name; entry points with overloads have several.
-std::vector<const catalogue::conversion*> conversions_named(const std::string& name);
 
 // The entry points with this name; overloads have several.
 std::vector<morvane_entry_point> entry_points_named(const std::string& name);

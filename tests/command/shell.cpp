@@ -52,8 +52,7 @@ std::string command::script_of(const std::string& line) const {
 }
 
 outcome command::run(const std::string& line) const {
-  const std::string call =
-      "sh '" + script_of(line) + "' </dev/null >'" + root_ + "/out' 2>'" + root_ + "/err'";
+  const std::string call = "sh '" + script_of(line) + "' </dev/null >'" + root_ + "/out' 2>'" + root_ + "/err'";
   const int status = std::system(call.c_str());
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text_of(root_ + "/out"), text_of(root_ + "/err")};
 }

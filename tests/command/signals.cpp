@@ -34,17 +34,17 @@ TEST_F(interruption, leaves_what_was_there) {
 }
 
 TEST_F(interruption, is_ignored_where_the_caller_ignores_it) {
-  const outcome o = run(
-      "trap '' HUP INT\n"
-      "mkfifo in\n"
-      "morvane convert -f y -t y -s 4x2 in out & writer=$!\n"
-      "exec 3> in\n"
-      "printf 01234567 >&3\n"
-      "for i in $(seq 1000); do [ $(ls | wc -l) = 2 ] && break; sleep 0.01; done\n"
-      "kill -HUP $writer; kill -INT $writer; sleep 0.1\n"
-      "printf 89abcdef >&3\n"
-      "exec 3>&-\n"
-      "wait $writer");
+  const outcome o =
+      run("trap '' HUP INT\n"
+          "mkfifo in\n"
+          "morvane convert -f y -t y -s 4x2 in out & writer=$!\n"
+          "exec 3> in\n"
+          "printf 01234567 >&3\n"
+          "for i in $(seq 1000); do [ $(ls | wc -l) = 2 ] && break; sleep 0.01; done\n"
+          "kill -HUP $writer; kill -INT $writer; sleep 0.1\n"
+          "printf 89abcdef >&3\n"
+          "exec 3>&-\n"
+          "wait $writer");
   EXPECT_EQ(o.exit_code, 0) << o.err;
   EXPECT_EQ(read("out"), (bytes{'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'a', 'b', 'c', 'd', 'e', 'f'}));
 }
@@ -52,10 +52,10 @@ TEST_F(interruption, is_ignored_where_the_caller_ignores_it) {
 class closed_pipe : public command {};
 
 TEST_F(closed_pipe, ends_the_command_without_a_word) {
-  for (const char* line :
-       {"morvane convert -f uyvy -t bgra -s 640x360 /dev/zero -", "morvane conversions",
-        "morvane show -f y -s 2000x2000 /dev/urandom -", "morvane compare /dev/zero /dev/zero -f y -s 8x8 --frames 1"}) {
-    const outcome o = run("{ " + std::string(line) + "; echo $? > code; } | { exec < /dev/null; sleep 0.1; }");
+  for (const char* line : {"morvane convert -f uyvy -t bgra -s 640x360 /dev/zero -", "morvane conversions",
+                           "morvane show -f y -s 2000x2000 /dev/urandom -",
+                           "morvane compare /dev/zero /dev/zero -f y -s 8x8 --frames 1"}) {
+    const outcome o = run("{ sleep 0.1; " + std::string(line) + "; echo $? > code; } | : ; sleep 0.3");
     EXPECT_EQ(o.err, "") << line;
     EXPECT_EQ(read("code"), (bytes{'1', '4', '1', '\n'})) << line;
   }

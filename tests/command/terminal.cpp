@@ -18,28 +18,27 @@ class progress : public command {
   }
 
   // Four frames, of which the last two come after progress may be shown.
-  static constexpr const char* slow_frames = "{ cat frame frame; sleep 0.7; cat frame; sleep 0.2; cat frame; } | ";
-  static constexpr const char* conversion = "morvane convert -f y -t y -s 4x2 - ";
+  const std::string slow_frames = "{ cat frame frame; sleep 0.7; cat frame; sleep 0.2; cat frame; } | ";
+  const std::string conversion = "morvane convert -f y -t y -s 4x2 - ";
 };
 
 TEST_F(progress, is_shown_after_a_while_and_cleared) {
-  EXPECT_EQ(run_at_terminal(std::string(slow_frames) + conversion + "out", wide),
-            "\r\033[K3 frames\r\033[K4 frames\r\033[K");
+  EXPECT_EQ(run_at_terminal(slow_frames + conversion + "out", wide), "\r\033[K3 frames\r\033[K4 frames\r\033[K");
   EXPECT_EQ(read("out").size(), 32u);
 }
 
 TEST_F(progress, has_a_bar_where_the_end_is_known) {
-  EXPECT_EQ(run_at_terminal(std::string(slow_frames) + conversion + "out --frames 4", wide),
+  EXPECT_EQ(run_at_terminal(slow_frames + conversion + "out --frames 4", wide),
             "\r\033[K[######################........] 3 of 4 frames"
             "\r\033[K[##############################] 4 of 4 frames\r\033[K");
 }
 
 TEST_F(progress, is_not_shown_for_short_work) {
-  EXPECT_EQ(run_at_terminal("for i in 1 2 3 4 5; do cat frame; done | " + std::string(conversion) + "out", wide), "");
+  EXPECT_EQ(run_at_terminal("for i in 1 2 3 4 5; do cat frame; done | " + conversion + "out", wide), "");
 }
 
 TEST_F(progress, is_no_part_of_standard_output) {
-  const std::string line = std::string(slow_frames) + conversion;
+  const std::string line = slow_frames + conversion;
   EXPECT_EQ(run_at_terminal(line + "- > out", wide), "\r\033[K3 frames\r\033[K4 frames\r\033[K");
   EXPECT_EQ(read("out").size(), 32u);
   EXPECT_EQ(run_at_terminal(line + "out 2> err", wide), "");
