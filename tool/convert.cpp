@@ -1,13 +1,17 @@
 // morvane convert: frames from one format to another.
 #include <algorithm>
 #include <cstdio>
+#include <exception>
+#include <functional>
 #include <iostream>
-#include <limits>
 
 #include "chain.h"
 #include "commands.h"
 #include "errors.h"
+#include "frame_stream.h"
 #include "frames.h"
+#include "input_gate.h"
+#include "memory.h"
 #include "names.h"
 #include "progress.h"
 #include "table.h"
@@ -94,31 +98,74 @@ std::optional<std::int64_t> frames_to_do(const frame_source& source, std::option
   return there && limit ? std::min(*there, *limit) : there ? there : limit;
 }
 
-void convert_all(frame_source& source, chain& way, frame_sink& sink, image& result, const convert_options& o) {
+std::vector<image> blanks(std::size_t count, const std::function<image()>& blank) {
+  std::vector<image> images;
+  while (images.size() < count) images.push_back(blank());
+  return images;
+}
+
+// Bounded by what no system has, so that the sum cannot overflow.
+void require_memory_for(std::size_t count, std::int64_t read, std::int64_t converted, std::int64_t beside) {
+  const auto bounded = [](std::int64_t bytes) { return std::min(bytes, std::int64_t{1} << 58); };
+  require_memory(static_cast<std::int64_t>(count) * (bounded(read) + bounded(converted)) + bounded(beside));
+}
+
+std::string whole_frames(std::int64_t frames) {
+  return text(frames, frames == 1 ? " whole frame is" : " whole frames are");
+}
+
+// Leaves the frames that are done, where it may, and fails with what went wrong.
+[[noreturn]] void end_early(const stream_end& end, frame_sink& sink, const convert_options& o, const failure& why) {
+  const bool keeps = o.keep && end.frames > 0;
+  if (keeps) sink.keep(end.frames);
+  const bool are_left = keeps || sink.is_in_place();
+  if (*why.what() == '\0' || !are_left || end.frames == 0) throw why;
+  const std::string place = o.output == file_list{"-"} ? "standard output" : joined(o.output, ",");
+  throw failure(why.exit_code, text(why.what(), "; ", whole_frames(end.frames), " left in ", place));
+}
+
+void convert_all(frame_source& source, chain& way, frame_sink& sink, const morvane::description& to,
+                 const convert_options& o) {
   // Once over is too short to measure a small picture by.
   constexpr int runs_measured = 20;
+  const graceful_end graceful;
   progress shown(frames_to_do(source, o.frames));
-  const std::int64_t limit = o.frames.value_or(std::numeric_limits<std::int64_t>::max());
-  image picture = source.blank();
-  for (std::int64_t frame = 0; frame < limit && source.read(picture); ++frame) {
-    way.run(picture, result, o.time && frame == 0 ? runs_measured : 1);
-    sink.write(result);
-    shown.frame_done();
+  bool measured = !o.time;
+  const frame_stream stream = {.source = source,
+                               .sink = sink,
+                               .limit = o.frames,
+                               .convert =
+                                   [&](const image& from, image& result) {
+                                     way.run(from, result, measured ? 1 : runs_measured);
+                                     measured = true;
+                                   },
+                               .frame_done = [&] { shown.frame_done(); }};
+  const extent size{to.width, to.height};
+  const std::size_t count = images_in_flight(stream);
+  require_memory_for(count, source.frame_bytes(), sink.frame_bytes(info_of(to.format), size), way.memory());
+  std::vector<image> read = blanks(count, [&] { return source.blank(); });
+  std::vector<image> converted = blanks(count, [&] { return sink.blank(info_of(to.format), size); });
+  const stream_end end = run(stream, read, converted);
+  try {
+    if (end.failure) std::rethrow_exception(end.failure);
+    if (graceful.signal()) throw failure(exit_signal + *graceful.signal(), "interrupted");
+  } catch (const failure& why) {
+    end_early(end, sink, o, why);
   }
 }
 
 }  // namespace
 
 void convert(const convert_options& o) {
-  const auto source = open_source({o.input, o.from, o.size, o.source_strides, o.skip});
+  const auto source = open_source({o.input, o.from, o.size, o.source_strides, o.skip, o.keep});
   const extent size = source->size();
   const format_info& format = destination_format(source->format(), o);
-  chain way(description_of(source->format(), size, o), destination_of(format, size, o), choices_of(o));
+  const morvane::description to = destination_of(format, size, o);
+  chain way(description_of(source->format(), size, o), to, choices_of(o));
   const extent written = written_size(size, o.crop);
   remark_on(way, o.verbose);
-  const auto sink = open_sink({o.output, written, o.destination_strides}, format);
-  image result = sink->blank(format, size);
-  convert_all(*source, way, *sink, result, o);
+  const auto sink = open_sink({o.output, written, o.destination_strides, o.input}, format);
+  convert_all(*source, way, *sink, to, o);
   sink->commit();
   if (o.time) print_times(way);
 }

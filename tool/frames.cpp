@@ -1,8 +1,13 @@
 // Raw frames and PNGs as sources and sinks.
 #include "frames.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <deque>
+#include <filesystem>
+#include <iterator>
+#include <system_error>
 
 #include "errors.h"
 #include "names.h"
@@ -24,11 +29,43 @@ void require_file_for_every_plane(const format_info& f, const file_list& files) 
   if (files.size() != planes_of(f).size()) wrong_arguments(planes_in_words(f), "; there are ", files.size(), " files");
 }
 
+// Whether both names are of the same file, as it is or as it will be. Devices and pipes take any number of planes.
+bool are_same_file(const std::string& a, const std::string& b) {
+  if (a == "-" || b == "-") return a == b;
+  std::error_code none;
+  const bool there = std::filesystem::exists(a, none);
+  if (there && !std::filesystem::is_regular_file(a, none)) return false;
+  if (there) return std::filesystem::equivalent(a, b, none);
+  const auto place = [&](const std::string& name) {
+    return std::filesystem::weakly_canonical(std::filesystem::absolute(name), none);
+  };
+  return place(a) == place(b);
+}
+
+void require_distinct(const file_list& files) {
+  for (auto a = files.begin(); a != files.end(); ++a)
+    for (auto b = std::next(a); b != files.end(); ++b)
+      if (are_same_file(*a, *b))
+        wrong_arguments("two planes cannot be written to one file, ", *a == *b ? *a : *a + " and " + *b);
+}
+
+// A file that is read may be replaced, but not where it must be written in place.
+void require_unread(const sink_wish& wish) {
+  for (const std::string& out : wish.files)
+    for (const std::string& in : wish.read) {
+      if (out == "-" || in == "-" || !are_same_file(out, in)) continue;
+      std::error_code none;
+      const std::filesystem::path directory = std::filesystem::canonical(out, none).parent_path();
+      if (::access(directory.c_str(), W_OK) != 0)
+        wrong_arguments(out, " is being read, and its directory takes no other file to write meanwhile");
+    }
+}
+
 class raw_source : public frame_source {
  public:
   raw_source(const source_wish& wish, const format_info& f, extent size)
       : format_(f), size_(size), layout_(layout_of(f, size, wish.strides)), has_strides_(!wish.strides.empty()) {
-    open(wish.files);
+    open(wish);
     for (raw_file& file : files_) file.skip(wish.skip);
     for (const raw_file& file : files_) require_as_many_frames(file);
   }
@@ -36,6 +73,7 @@ class raw_source : public frame_source {
   const format_info& format() const override { return format_; }
   extent size() const override { return size_; }
   image blank() const override { return image(format_, size_, layout_); }
+  std::int64_t frame_bytes() const override { return layout_.bytes; }
   std::optional<std::int64_t> remaining() const override {
     for (const raw_file& file : files_)
       if (file.remaining()) return file.remaining();
@@ -52,14 +90,16 @@ class raw_source : public frame_source {
   }
 
  private:
-  void open(const file_list& names) {
+  void open(const source_wish& wish) {
+    const file_list& names = wish.files;
     const std::string frame = text("one frame of ", format_.name, ' ', size_);
     if (names.size() == 1)
-      files_.emplace_back(names.front(), layout_.bytes, frame, advisor(-1));
+      files_.emplace_back(names.front(), layout_.bytes, frame, advisor(-1), wish.whole_frames);
     else
       for (std::size_t p = 0; p < names.size(); ++p)
         files_.emplace_back(names[p], plane_bytes(layout_.planes[p]),
-                            text("plane ", format_.planes[p].name, " of ", frame), advisor(static_cast<int>(p)));
+                            text("plane ", format_.planes[p].name, " of ", frame), advisor(static_cast<int>(p)),
+                            wish.whole_frames);
   }
 
   // Where the strides were given, others would be no help.
@@ -147,9 +187,19 @@ class raw_sink : public frame_sink {
   image blank(const format_info& format, extent size) const override {
     return size == size_ ? image(format, size, layout_) : image(format, size);
   }
+  std::int64_t frame_bytes(const format_info& format, extent size) const override {
+    return size == size_ ? layout_.bytes : image::bytes_of(format, size);
+  }
   void commit() override {
     for (output_file& file : files_) file.finish();
     for (output_file& file : files_) file.commit();
+  }
+  void keep(std::int64_t frames) override {
+    if (files_.size() == 1) return files_.front().keep(frames * layout_.bytes);
+    for (std::size_t p = 0; p < files_.size(); ++p) files_[p].keep(frames * plane_bytes(layout_.planes[p]));
+  }
+  bool is_in_place() const override {
+    return std::all_of(files_.begin(), files_.end(), [](const output_file& f) { return f.is_in_place(); });
   }
 
  private:
@@ -179,6 +229,8 @@ class png_sink : public frame_sink {
     written_ = true;
   }
   void commit() override { file_.commit(); }
+  void keep(std::int64_t) override { file_.commit(); }
+  bool is_in_place() const override { return file_.is_in_place(); }
 
  private:
   extent size_;
@@ -210,12 +262,12 @@ std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& 
     const std::string& path = wish.files.front();
     if (!fits_png(format)) wrong_arguments(path, " is a PNG, which holds RGB, not ", format.name);
     if (!wish.strides.empty()) wrong_arguments(path, " is a PNG, which has no stride");
+    require_unread(wish);
     return std::make_unique<png_sink>(path, wish.size);
   }
   require_file_for_every_plane(format, wish.files);
-  for (const std::string& name : wish.files)
-    if (std::count(wish.files.begin(), wish.files.end(), name) > 1)
-      wrong_arguments("two planes cannot be written to one file, ", name);
+  require_distinct(wish.files);
+  require_unread(wish);
   return std::make_unique<raw_sink>(wish, format);
 }
 

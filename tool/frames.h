@@ -23,8 +23,9 @@ class frame_source {
   virtual ~frame_source() = default;
   virtual const format_info& format() const = 0;
   virtual extent size() const = 0;
-  // An image into which read() is fastest: laid out as frames are here.
+  // An image into which read() is fastest, laid out as frames are here, and what it takes of memory.
   virtual image blank() const { return image(format(), size()); }
+  virtual std::int64_t frame_bytes() const { return image::bytes_of(format(), size()); }
   // How many frames read() will still give, when that is known beforehand.
   virtual std::optional<std::int64_t> remaining() const = 0;
   // Fills the top left of the image with the next frame; false after the last one.
@@ -36,7 +37,8 @@ struct source_wish {
   std::string format;  // may be empty for a PNG
   std::string size;    // may be empty for a PNG
   stride_list strides;
-  std::int64_t skip = 0;  // frames passed over at the start
+  std::int64_t skip = 0;      // frames passed over at the start
+  bool whole_frames = false;  // a file whose last frame is cut short is read up to there
 };
 
 std::unique_ptr<frame_source> open_source(const source_wish& wish);
@@ -45,16 +47,24 @@ class frame_sink {
  public:
   virtual ~frame_sink() = default;
   virtual void write(const image& frame) = 0;
-  // An image of this format and size from which write() is fastest.
+  // An image of this format and size from which write() is fastest, and what it takes of memory.
   virtual image blank(const format_info& format, extent size) const { return image(format, size); }
+  virtual std::int64_t frame_bytes(const format_info& format, extent size) const {
+    return image::bytes_of(format, size);
+  }
   // Everything was written: puts the files in their places. Without it nothing appears.
   virtual void commit() = 0;
+  // The first frames were written: leaves them, and puts their files in place.
+  virtual void keep(std::int64_t frames) = 0;
+  // Whether frames stay where they were written, whatever comes.
+  virtual bool is_in_place() const = 0;
 };
 
 struct sink_wish {
   file_list files;  // a PNG takes one frame
   extent size;      // what is written of every image, from the top left
   stride_list strides;
+  file_list read;  // files that are being read meanwhile
 };
 
 std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& format);

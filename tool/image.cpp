@@ -1,11 +1,11 @@
 // The memory of a picture.
 #include "image.h"
 
-#include <unistd.h>
-
 #include <cstring>
 #include <new>
 #include <ostream>
+
+#include "memory.h"
 
 namespace morvane::tool {
 
@@ -21,10 +21,6 @@ morvane_layout aligned_layout(const format_info& format, extent size) {
 
 std::ostream& operator<<(std::ostream& out, extent e) {
   return out << e.width << 'x' << e.height;
-}
-
-void require_memory(std::int64_t bytes) {
-  if (bytes / ::sysconf(_SC_PAGESIZE) >= ::sysconf(_SC_PHYS_PAGES)) throw std::bad_alloc();
 }
 
 image::image(const format_info& format, extent size) : image(format, size, aligned_layout(format, size)) {

@@ -20,9 +20,6 @@ struct extent {
 
 std::ostream& operator<<(std::ostream& out, extent e);
 
-// Systems that promise more memory than they have would end the command without a word.
-void require_memory(std::int64_t bytes);
-
 class image {
  public:
   // All bytes are zero.

@@ -165,9 +165,10 @@ void add_convert(CLI::App& app) {
   command->add_flag("--allow-irregular", o.allow_irregular, "Let it be an irregular one");
   command->add_flag("--rescale", o.rescale, "Have it stretch luma: keys to full range, grey to video range");
   command->add_option("--crop", o.crop, "Write only the top left of the result")->type_name("WxH");
-  command->add_option("-j,--threads", o.threads, "Threads that share every frame")
+  command->add_option("-j,--threads", o.threads, "Threads that share the conversion of a frame")
       ->check(quiet(CLI::Range(1, 256)))
       ->type_name("N");
+  command->add_flag("--keep", o.keep, "Leave the whole frames that were done when IN or the disk ends too early");
   command->add_flag("-v,--verbose", o.verbose, "Say which steps are taken and what they lose");
   command->add_flag("--time", o.time, "Print the speed, converting the first frame 20 times");
   command->callback([] {

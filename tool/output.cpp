@@ -154,7 +154,7 @@ void output_file::write(const void* bytes, std::size_t count) {
 }
 
 void output_file::flush() const {
-  if (std::fflush(stream_) != 0) system_failure("cannot write " + name_, errno);
+  if (std::fflush(stream_) != 0) fail();
 }
 
 void output_file::finish() {
@@ -168,6 +168,20 @@ void output_file::finish() {
 
 void output_file::commit() {
   finish();
+  put_in_place();
+}
+
+void output_file::keep(std::int64_t bytes) {
+  if (is_in_place()) return;
+  std::FILE* whole = ::fdopen(::dup(::fileno(stream_)), "rb");
+  // It may hold what could not be written, and tries once more.
+  std::fclose(stream_);
+  stream_ = whole;
+  if (!stream_ || ::ftruncate(::fileno(stream_), bytes) != 0) fail();
+  put_in_place();
+}
+
+void output_file::put_in_place() {
   if (copies_) copy();
   if (temporary_.empty()) return;
   if (std::rename(temporary_.c_str(), place_.c_str()) != 0) fail();

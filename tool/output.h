@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 
@@ -29,6 +30,11 @@ class output_file {
   void finish();
   // Finishes and puts the file in its place. Of several files, finish all before the first of them is put there.
   void commit();
+  // Cuts it off behind so many bytes and puts it in its place.
+  void keep(std::int64_t bytes);
+
+  // Whether what was handed on stays where it is.
+  bool is_in_place() const { return temporary_.empty() && !copies_; }
 
  private:
   output_file() = default;
@@ -36,6 +42,7 @@ class output_file {
   void open_in_place(const std::string& path);
   void open_beside(mode_t mode);
   void open_elsewhere();
+  void put_in_place();
   void copy();
   [[noreturn]] void fail() const;
 

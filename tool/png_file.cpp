@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "errors.h"
+#include "memory.h"
 #include "names.h"
 
 namespace morvane::tool {

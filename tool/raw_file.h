@@ -2,11 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace morvane::tool {
@@ -16,8 +15,10 @@ class raw_file {
   // What to add to the error that so many bytes are no whole number of frames.
   using advisor = std::function<std::string(std::int64_t bytes)>;
 
-  // "-" is standard input. `contents` names what stands in `frame_bytes`, as in "one frame of uyvy 8x4".
-  raw_file(const std::string& path, std::int64_t frame_bytes, std::string contents, const advisor& advice);
+  // "-" is standard input. `contents` names what stands in `frame_bytes`, as in "one frame of uyvy 8x4". A file whose
+  // last frame is cut short is refused at once, or where `whole_frames` says so when that frame is reached.
+  raw_file(const std::string& path, std::int64_t frame_bytes, std::string contents, const advisor& advice,
+           bool whole_frames);
 
   const std::string& name() const { return name_; }
   // How many frames next() will still give, when that is known beforehand.
@@ -31,21 +32,37 @@ class raw_file {
   void pass(std::int64_t bytes);
 
  private:
-  struct close_file {
-    void operator()(std::FILE* f) const {
-      if (f != stdin) std::fclose(f);
+  class descriptor {
+   public:
+    descriptor() = default;
+    descriptor(descriptor&& other) noexcept : number_(std::exchange(other.number_, 0)) {}
+    descriptor& operator=(descriptor&& other) noexcept {
+      std::swap(number_, other.number_);
+      return *this;
     }
+    ~descriptor();
+    // Whether it could be opened.
+    bool open(const std::string& path);
+    int number() const { return number_; }
+
+   private:
+    int number_ = 0;
   };
 
-  void open(const std::string& path, const advisor& advice);
-  void count_frames(std::int64_t bytes, const advisor& advice);
+  void open(const std::string& path, const advisor& advice, bool whole_frames);
+  void count_frames(std::int64_t bytes, const advisor& advice, bool whole_frames);
   std::string expected() const;
   bool at_end();
+  // As many bytes as come at once; 0 at the end.
+  std::size_t read_some(std::uint8_t* into, std::size_t bytes);
+  std::size_t fill(std::uint8_t* into, std::size_t bytes);
 
   std::string name_;
   std::int64_t frame_bytes_;
   std::string contents_;
-  std::unique_ptr<std::FILE, close_file> file_;
+  descriptor file_;
+  std::vector<std::uint8_t> buffer_;
+  std::size_t buffer_start_ = 0;
   std::optional<std::int64_t> remaining_;
   std::int64_t frame_ = 0;  // number of the next frame
   std::int64_t taken_ = 0;  // bytes of the frame being read

@@ -1,0 +1,13 @@
+// How much memory there is.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace morvane::tool {
+
+// Fails where the system has less to give. Systems that promise more memory than they have would end the command
+// without a word later on.
+void require_memory(std::int64_t bytes);
+
+}  // namespace morvane::tool
