@@ -114,14 +114,12 @@ std::string whole_frames(std::int64_t frames) {
   return text(frames, frames == 1 ? " whole frame is" : " whole frames are");
 }
 
-// Leaves the frames that are done, where it may, and fails with what went wrong.
-[[noreturn]] void end_early(const stream_end& end, frame_sink& sink, const convert_options& o, const failure& why) {
-  const bool keeps = o.keep && end.frames > 0;
-  if (keeps) sink.keep(end.frames);
-  const bool are_left = keeps || sink.is_in_place();
-  if (*why.what() == '\0' || !are_left || end.frames == 0) throw why;
+// Leaves the frames that are done, where it may, and says so.
+std::string left_behind(const stream_end& end, frame_sink& sink, const convert_options& o) {
+  if (end.frames == 0 || !(o.keep || sink.is_in_place())) return "";
+  if (o.keep) sink.keep(end.frames);
   const std::string place = o.output == file_list{"-"} ? "standard output" : joined(o.output, ",");
-  throw failure(why.exit_code, text(why.what(), "; ", whole_frames(end.frames), " left in ", place));
+  return text("; ", whole_frames(end.frames), " left in ", place);
 }
 
 void convert_all(frame_source& source, chain& way, frame_sink& sink, const morvane::description& to,
@@ -148,10 +146,11 @@ void convert_all(frame_source& source, chain& way, frame_sink& sink, const morva
   const stream_end end = run(stream, read, converted);
   try {
     if (end.failure) std::rethrow_exception(end.failure);
-    if (graceful.signal()) throw failure(exit_signal + *graceful.signal(), "interrupted");
   } catch (const failure& why) {
-    end_early(end, sink, o, why);
+    if (*why.what() == '\0') throw;
+    throw failure(why.exit_code, why.what() + left_behind(end, sink, o));
   }
+  if (graceful.signal()) throw interrupted(*graceful.signal(), "interrupted" + left_behind(end, sink, o));
 }
 
 }  // namespace
@@ -164,7 +163,7 @@ void convert(const convert_options& o) {
   chain way(description_of(source->format(), size, o), to, choices_of(o));
   const extent written = written_size(size, o.crop);
   remark_on(way, o.verbose);
-  const auto sink = open_sink({o.output, written, o.destination_strides, o.input}, format);
+  const auto sink = open_sink({o.output, written, o.destination_strides}, format);
   convert_all(*source, way, *sink, to, o);
   sink->commit();
   if (o.time) print_times(way);

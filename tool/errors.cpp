@@ -2,14 +2,13 @@
 #include "errors.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <iostream>
 
 namespace morvane::tool {
 
 void system_failure(const std::string& what, int error_number) {
-  if (error_number == EPIPE) throw failure(exit_signal + SIGPIPE, "");
+  if (error_number == EPIPE) throw failure(exit_reader_gone, "");
   io_failure(what, ": ", std::strerror(error_number));
 }
 

@@ -9,12 +9,17 @@ namespace morvane::tool {
 
 inline constexpr int exit_io = 1;
 inline constexpr int exit_arguments = 2;
-// As shells report a program that a signal has ended.
-inline constexpr int exit_signal = 128;
+inline constexpr int exit_reader_gone = 141;  // as shells tell of a program that a closed pipe has ended
 
 struct failure : std::runtime_error {
   failure(int code, const std::string& line) : std::runtime_error(line), exit_code(code) {}
   int exit_code;
+};
+
+// Ended by a signal, of which whoever started the command is to know.
+struct interrupted : failure {
+  interrupted(int number, const std::string& line) : failure(exit_io, line), signal(number) {}
+  int signal;
 };
 
 // The parts written one after the other.
@@ -35,8 +40,8 @@ template <class... Part>
   throw failure(exit_io, text(part...));
 }
 
-// Fails with the system's own words for the error number: "cannot read a.raw: Permission denied". Where a pipe has lost
-// its reader there is no line: whoever has seen enough wants no complaint.
+// Fails with the system's own words for the error number: "cannot read a.raw: Permission denied". A pipe that nobody
+// reads any longer is a reason to end, but not to say so.
 [[noreturn]] void system_failure(const std::string& what, int error_number);
 
 // One line on stderr, after the name of the command; nothing for an empty one.

@@ -1,8 +1,6 @@
 // Raw frames and PNGs as sources and sinks.
 #include "frames.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <deque>
 #include <filesystem>
@@ -47,18 +45,6 @@ void require_distinct(const file_list& files) {
     for (auto b = std::next(a); b != files.end(); ++b)
       if (are_same_file(*a, *b))
         wrong_arguments("two planes cannot be written to one file, ", *a == *b ? *a : *a + " and " + *b);
-}
-
-// A file that is read may be replaced, but not where it must be written in place.
-void require_unread(const sink_wish& wish) {
-  for (const std::string& out : wish.files)
-    for (const std::string& in : wish.read) {
-      if (out == "-" || in == "-" || !are_same_file(out, in)) continue;
-      std::error_code none;
-      const std::filesystem::path directory = std::filesystem::canonical(out, none).parent_path();
-      if (::access(directory.c_str(), W_OK) != 0)
-        wrong_arguments(out, " is being read, and its directory takes no other file to write meanwhile");
-    }
 }
 
 class raw_source : public frame_source {
@@ -262,12 +248,10 @@ std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& 
     const std::string& path = wish.files.front();
     if (!fits_png(format)) wrong_arguments(path, " is a PNG, which holds RGB, not ", format.name);
     if (!wish.strides.empty()) wrong_arguments(path, " is a PNG, which has no stride");
-    require_unread(wish);
     return std::make_unique<png_sink>(path, wish.size);
   }
   require_file_for_every_plane(format, wish.files);
   require_distinct(wish.files);
-  require_unread(wish);
   return std::make_unique<raw_sink>(wish, format);
 }
 

@@ -64,7 +64,6 @@ struct sink_wish {
   file_list files;  // a PNG takes one frame
   extent size;      // what is written of every image, from the top left
   stride_list strides;
-  file_list read;  // files that are being read meanwhile
 };
 
 std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& format);

@@ -316,6 +316,10 @@ int main(int argc, char** argv) {
   const bool compares = argc > 1 && std::string_view(argv[1]) == "compare";
   try {
     return run(argc, argv);
+  } catch (const interrupted& i) {
+    say(i.what());
+    std::signal(i.signal, SIG_DFL);
+    std::raise(i.signal);
   } catch (const failure& f) {
     say(f.what());
     return compares && f.exit_code == exit_io ? exit_arguments : f.exit_code;

@@ -168,25 +168,22 @@ void output_file::finish() {
 
 void output_file::commit() {
   finish();
-  put_in_place();
-}
-
-void output_file::keep(std::int64_t bytes) {
-  if (is_in_place()) return;
-  std::FILE* whole = ::fdopen(::dup(::fileno(stream_)), "rb");
-  // It may hold what could not be written, and tries once more.
-  std::fclose(stream_);
-  stream_ = whole;
-  if (!stream_ || ::ftruncate(::fileno(stream_), bytes) != 0) fail();
-  put_in_place();
-}
-
-void output_file::put_in_place() {
   if (copies_) copy();
   if (temporary_.empty()) return;
   if (std::rename(temporary_.c_str(), place_.c_str()) != 0) fail();
   forget_unfinished(temporary_.c_str());
   temporary_.clear();
+}
+
+void output_file::keep(std::int64_t bytes) {
+  if (is_in_place()) return;
+  std::FILE* again = ::fdopen(::dup(::fileno(stream_)), "r+b");
+  if (!again) fail();
+  // What the first stream holds back is tried once more and then cut off.
+  std::fclose(stream_);
+  stream_ = again;
+  if (::ftruncate(::fileno(stream_), bytes) != 0) fail();
+  commit();
 }
 
 void output_file::copy() {

@@ -30,7 +30,7 @@ class output_file {
   void finish();
   // Finishes and puts the file in its place. Of several files, finish all before the first of them is put there.
   void commit();
-  // Cuts it off behind so many bytes and puts it in its place.
+  // Commits its first bytes and drops the rest, which may not have arrived.
   void keep(std::int64_t bytes);
 
   // Whether what was handed on stays where it is.
@@ -42,7 +42,6 @@ class output_file {
   void open_in_place(const std::string& path);
   void open_beside(mode_t mode);
   void open_elsewhere();
-  void put_in_place();
   void copy();
   [[noreturn]] void fail() const;
 

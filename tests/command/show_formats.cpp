@@ -122,16 +122,17 @@ bytes group_of(const catalogue::plane& p, int first_pixel, int y, const weights&
 
 // The picture in any format, written from the format's description alone.
 bytes written_in(const catalogue::format& f, const weights& w) {
+  const morvane_layout layout = lay_out(described(std::string(f.name), width, height));
   bytes result;
   for (std::size_t p = 0; p < f.plane_count(); ++p)
     for (int y = 0; y < height; y += f.planes[p].image_rows) {
+      const std::size_t start = result.size();
       for (int x = 0; x < width; x += f.planes[p].group_pixels) {
         bytes group = group_of(f.planes[p], x, y, w);
         if (f.planes[p].name == "key") std::fill(group.begin(), group.end(), std::uint8_t{0});
         result.insert(result.end(), group.begin(), group.end());
       }
-      const auto unit = static_cast<std::size_t>(f.row_multiple);
-      result.resize((result.size() + unit - 1) / unit * unit);
+      result.resize(start + static_cast<std::size_t>(layout.planes[p].stride));
     }
   return result;
 }

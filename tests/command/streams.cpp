@@ -9,12 +9,13 @@ namespace morvane::tests {
 
 namespace {
 
+const std::string line = "morvane convert -f uyvy -t bgra -s 8x4 ";
+
 class streams : public command {
  protected:
   // Four frames of uyvy, of which each becomes 128 bytes of bgra.
   const bytes four = noise(4 * 8 * 4 * 2);
   const bytes four_bgra = converted(four, "uyvy", "bgra", 8, 4);
-  const std::string line = "morvane convert -f uyvy -t bgra -s 8x4 ";
 
   void SetUp() override {
     command::SetUp();
@@ -100,6 +101,11 @@ TEST_F(streams, a_full_disk_leaves_whole_frames_on_request) {
   EXPECT_EQ(files(), (std::vector<std::string>{"in", "out"}));
 }
 
+// The first line; the shell adds one for a program that a signal has ended.
+std::string said(const outcome& o) {
+  return o.err.substr(0, o.err.find('\n'));
+}
+
 // Waits until a file has grown, and ends the program.
 const std::string ended =
     "for i in $(seq 500); do [ \"$(cat out* 2>/dev/null | head -c 5000 | wc -c)\" = 5000 ] && break; sleep 0.01; done; "
@@ -111,7 +117,7 @@ TEST_F(streams, an_interrupt_leaves_whole_frames_on_request) {
   const std::size_t size = read("out").size();
   EXPECT_GE(size, 5000u);
   EXPECT_EQ(size % 140, 0u);
-  EXPECT_EQ(o.err, "morvane: interrupted; " + std::to_string(size / 140) + " whole frames are left in out\n");
+  EXPECT_EQ(said(o), "morvane: interrupted; " + std::to_string(size / 140) + " whole frames are left in out");
 }
 
 TEST_F(streams, an_interrupt_leaves_whole_frames_in_a_pipe) {
@@ -120,15 +126,15 @@ TEST_F(streams, an_interrupt_leaves_whole_frames_in_a_pipe) {
   EXPECT_EQ(o.exit_code, 143);
   const std::size_t size = read("out").size();
   EXPECT_EQ(size % 140, 0u);
-  EXPECT_EQ(o.err,
-            "morvane: interrupted; " + std::to_string(size / 140) + " whole frames are left in standard output\n");
+  EXPECT_EQ(said(o),
+            "morvane: interrupted; " + std::to_string(size / 140) + " whole frames are left in standard output");
 }
 
 TEST_F(streams, an_interrupt_ends_what_waits_for_input) {
   const outcome o = run("mkfifo live; sleep 5 > live & keeper=$!; " + line +
                         "live out & sleep 0.2; kill $!; wait $!; code=$?; kill $keeper; exit $code");
   EXPECT_EQ(o.exit_code, 143);
-  EXPECT_EQ(o.err, "morvane: interrupted\n");
+  EXPECT_EQ(said(o), "morvane: interrupted");
   EXPECT_EQ(files(), (std::vector<std::string>{"in", "live"}));
 }
 
@@ -173,11 +179,16 @@ TEST_F(in_a_closed_directory, a_file_is_written_in_place) {
   EXPECT_EQ(read("out"), four_bgra);
 }
 
-TEST_F(in_a_closed_directory, a_file_is_not_written_while_it_is_read) {
-  const outcome o = as_stranger("morvane convert -f y -t y -s 1x1 out ./out");
-  EXPECT_EQ(o.exit_code, 2);
-  EXPECT_EQ(o.err, "morvane: ./out is being read, and its directory takes no other file to write meanwhile\n");
-  EXPECT_EQ(read("out"), (bytes{'o', 'l', 'd'}));
+TEST_F(in_a_closed_directory, the_output_may_be_the_input) {
+  const outcome o = as_stranger("morvane convert -f y -t y16 -s 1x1 out ./out");
+  EXPECT_EQ(o.exit_code, 0) << o.err;
+  EXPECT_EQ(read("out"), (bytes{0, 'o', 0, 'l', 0, 'd'}));
+}
+
+TEST_F(in_a_closed_directory, whole_frames_are_kept_in_a_file) {
+  const outcome o = as_stranger("head -c 100 in | " + line + "--keep - out");
+  EXPECT_EQ(o.exit_code, 1);
+  EXPECT_EQ(read("out"), part(four_bgra, 0, 128));
 }
 
 TEST_F(in_a_closed_directory, no_file_is_made) {
