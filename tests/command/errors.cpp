@@ -50,6 +50,8 @@ constexpr mistake wrong_arguments[] = {
     {"morvane info -f quicktime -s 8x4", 2, "unknown format quicktime; 'morvane formats' lists them"},
     {"morvane info -f uyvy -s 8", 2, "size 8 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
     {"morvane info -f uyvy -s 8x0", 2, "size 8x0 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
+    {"morvane info -f uyvy -s 1048578x4", 2, "size 1048578x4 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
+    {"morvane info -f uyvy -s 8x4294967300", 2, "size 8x4294967300 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
     {"morvane info -f uyvy -s 8x4x2", 2, "size 8x4x2 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
     {"morvane convert -t bgra -s 8x4 four.uyvy out", 2, "the format of four.uyvy is missing; give it with -f"},
     {"morvane convert -f uyvy -s 8x4 four.uyvy out", 2, "the format of out is missing; give it with -t"},

@@ -92,6 +92,9 @@ TEST_F(listing, conversions_as_json) {
   for (std::size_t i = 0; i < all.size(); ++i) {
     EXPECT_EQ(all[i]["name"], catalogue::conversions[i].name);
     EXPECT_EQ(all[i]["irregular"].is_null(), catalogue::conversions[i].irregular.empty());
+    ASSERT_TRUE(all[i].contains("opacity_report")) << all[i]["name"];
+    EXPECT_EQ(all[i]["opacity_report"], catalogue::conversions[i].extra == catalogue::argument::opacity)
+        << all[i]["name"];
     if (all[i]["name"] == "uyvy::bgra") {
       EXPECT_EQ(all[i]["matrices"], json({601, 709}));
     }
