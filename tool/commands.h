@@ -34,7 +34,7 @@ struct convert_options {
   std::string rgb_range;
   std::string background;
   bool nearest = false;
-  bool center = false;
+  std::optional<bool> center;
   std::string via;
   bool allow_irregular = false;
   bool rescale = false;
