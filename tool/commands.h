@@ -14,6 +14,7 @@ struct listing_options {
 };
 
 struct info_options {
+  std::string file;  // may be empty
   std::string format;
   std::string size;
   bool json = false;

@@ -49,9 +49,12 @@ void add_listings(CLI::App& app) {
 void add_info(CLI::App& app) {
   static info_options o;
   CLI::App* command = add(app, "info", "Print the plane sizes, strides and frame bytes of a picture",
+                          "The name of a file such as clip_1920x1080_uyvy.raw tells format and size where the options\n"
+                          "do not.\n\n"
                           "Example:\n  morvane info -f v210 -s 1920x1080");
-  command->add_option("-f,--format", o.format, "The format")->required()->type_name("FORMAT");
-  command->add_option("-s,--size", o.size, "Width and height in pixels")->required()->type_name("WxH");
+  command->add_option("FILE", o.file, "A file of such frames; its name or header may say what they are")->type_name("");
+  command->add_option("-f,--format", o.format, "The format")->type_name("FORMAT");
+  command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
   command->add_flag("--json", o.json, "Print JSON");
   command->callback([] { info(o); });
 }
