@@ -14,6 +14,7 @@ struct listing_options {
 };
 
 struct info_options {
+  std::string file;  // may be empty
   std::string format;
   std::string size;
   bool json = false;
@@ -34,7 +35,7 @@ struct convert_options {
   std::string rgb_range;
   std::string background;
   bool nearest = false;
-  bool center = false;
+  std::optional<bool> center;
   std::string via;
   bool allow_irregular = false;
   bool rescale = false;

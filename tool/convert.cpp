@@ -20,10 +20,31 @@ namespace morvane::tool {
 
 namespace {
 
-morvane::options choices_of(const convert_options& o) {
+// The words of YUV4MPEG2 for 4:2:0 tell where its chroma is.
+morvane::siting siting_of(const y4m_stream* video, const convert_options& o) {
+  const bool says_center = video && (video->colour == "420jpeg" || video->colour == "420");
+  return o.center.value_or(says_center) ? morvane::siting::center : morvane::siting::left;
+}
+
+// The options, with what the file itself says where they say nothing.
+convert_options completed(convert_options o, const y4m_stream* video) {
+  if (video && o.range.empty() && video->range != morvane::range::unsaid)
+    o.range = video->range == morvane::range::full ? "full" : "video";
+  return o;
+}
+
+// What YUV4MPEG2 is to say of the result. Interlaced frames and the shape of pixels stay what they are.
+y4m_stream video_of(const y4m_stream* source, const morvane::description& to, const convert_options& o) {
+  y4m_stream video = source ? *source : y4m_stream();
+  if (o.center) video.colour.clear();
+  video.range = to.range;
+  return video;
+}
+
+morvane::options choices_of(const convert_options& o, const y4m_stream* video) {
   morvane::options how;
   how.filter = o.nearest ? morvane::filter::nearest : morvane::filter::linear;
-  how.siting = o.center ? morvane::siting::center : morvane::siting::left;
+  how.siting = siting_of(video, o);
   if (!o.background.empty()) how.background = parse_color("--background", o.background);
   how.threads = o.threads;
   how.via = o.via;
@@ -54,6 +75,7 @@ morvane::description destination_of(const format_info& f, extent size, const con
 
 const format_info& destination_format(const format_info& source, const convert_options& o) {
   if (!o.to.empty()) return format_named(o.to);
+  if (is_y4m(o.output)) return y4m_holds(source.format) ? source : format_named("y_u_v_420");
   if (!is_png(o.output)) wrong_arguments("the format of ", joined(o.output, ","), " is missing; give it with -t");
   return format_named(source.has_alpha && o.background.empty() ? "bgra" : "bgrx");
 }
@@ -155,15 +177,18 @@ void convert_all(frame_source& source, chain& way, frame_sink& sink, const morva
 
 }  // namespace
 
-void convert(const convert_options& o) {
-  const auto source = open_source({o.input, o.from, o.size, o.source_strides, o.skip, o.keep});
+void convert(const convert_options& given) {
+  const auto source = open_source({given.input, given.from, given.size, given.source_strides, given.skip, given.keep});
+  const y4m_stream* video = source->header();
+  const convert_options o = completed(given, video);
   const extent size = source->size();
   const format_info& format = destination_format(source->format(), o);
   const morvane::description to = destination_of(format, size, o);
-  chain way(description_of(source->format(), size, o), to, choices_of(o));
+  chain way(description_of(source->format(), size, o), to, choices_of(o, video));
   const extent written = written_size(size, o.crop);
   remark_on(way, o.verbose);
-  const auto sink = open_sink({o.output, written, o.destination_strides}, format);
+  const auto sink =
+      open_sink({o.output, written, o.destination_strides, video_of(video, to, o), siting_of(video, o)}, format);
   convert_all(*source, way, *sink, to, o);
   sink->commit();
   if (o.time) print_times(way);

@@ -13,6 +13,7 @@
 #include "picture.h"
 #include "png_file.h"
 #include "raw_file.h"
+#include "y4m_frames.h"
 
 namespace morvane::tool {
 
@@ -23,6 +24,7 @@ void require_file_for_every_plane(const format_info& f, const file_list& files) 
   for (const std::string& name : files) {
     if (name.empty()) wrong_arguments("a file in ", joined(files, ","), " has no name");
     if (names_png(name)) wrong_arguments(name, " is a PNG, which holds a picture and not one of its planes");
+    if (names_y4m(name)) wrong_arguments(name, " is YUV4MPEG2, which holds all planes and not one of them");
   }
   if (files.size() != planes_of(f).size()) wrong_arguments(planes_in_words(f), "; there are ", files.size(), " files");
 }
@@ -230,7 +232,12 @@ bool is_png(const file_list& files) {
   return files.size() == 1 && names_png(files.front());
 }
 
+bool is_y4m(const file_list& files) {
+  return files.size() == 1 && names_y4m(files.front());
+}
+
 std::unique_ptr<frame_source> open_source(const source_wish& wish) {
+  if (is_y4m(wish.files)) return open_y4m_source(wish);
   if (is_png(wish.files)) return std::make_unique<png_source>(wish.files.front(), wish);
   const std::string name = joined(wish.files, ",");
   if (wish.format.empty()) wrong_arguments("the format of ", name, " is missing; give it with -f");
@@ -250,6 +257,7 @@ std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& 
     if (!wish.strides.empty()) wrong_arguments(path, " is a PNG, which has no stride");
     return std::make_unique<png_sink>(path, wish.size);
   }
+  if (is_y4m(wish.files)) return open_y4m_sink(wish, format);
   require_file_for_every_plane(format, wish.files);
   require_distinct(wish.files);
   return std::make_unique<raw_sink>(wish, format);

@@ -9,14 +9,16 @@
 
 #include "file_layout.h"
 #include "image.h"
+#include "y4m_file.h"
 
 namespace morvane::tool {
 
 // Where frames stand: one file, plane after plane, or as many files as the format has planes. "-" is standard input or
-// output; one name ending in .png is a PNG.
+// output; one name ending in .png is a PNG, and one ending in .y4m is YUV4MPEG2.
 using file_list = std::vector<std::string>;
 
 bool is_png(const file_list& files);
+bool is_y4m(const file_list& files);
 
 class frame_source {
  public:
@@ -26,6 +28,8 @@ class frame_source {
   // An image into which read() is fastest, laid out as frames are here, and what it takes of memory.
   virtual image blank() const { return image(format(), size()); }
   virtual std::int64_t frame_bytes() const { return image::bytes_of(format(), size()); }
+  // What the file says of its video; null where it says nothing.
+  virtual const y4m_stream* header() const { return nullptr; }
   // How many frames read() will still give, when that is known beforehand.
   virtual std::optional<std::int64_t> remaining() const = 0;
   // Fills the top left of the image with the next frame; false after the last one.
@@ -34,8 +38,8 @@ class frame_source {
 
 struct source_wish {
   file_list files;
-  std::string format;  // may be empty for a PNG
-  std::string size;    // may be empty for a PNG
+  std::string format;  // may be empty for a PNG and YUV4MPEG2
+  std::string size;    // may be empty for them too
   stride_list strides;
   std::int64_t skip = 0;      // frames passed over at the start
   bool whole_frames = false;  // a file whose last frame is cut short is read up to there
@@ -64,6 +68,8 @@ struct sink_wish {
   file_list files;  // a PNG takes one frame
   extent size;      // what is written of every image, from the top left
   stride_list strides;
+  y4m_stream video;  // for YUV4MPEG2: what else is known of the frames
+  morvane::siting siting = morvane::siting::left;
 };
 
 std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& format);

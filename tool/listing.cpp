@@ -8,6 +8,8 @@
 #include "commands.h"
 #include "errors.h"
 #include "file_layout.h"
+#include "frames.h"
+#include "guess.h"
 #include "names.h"
 #include "table.h"
 
@@ -92,12 +94,15 @@ void print_json(const Rows& rows, ToJson to_json) {
   std::cout << all.dump(2) << '\n';
 }
 
-ordered_json info_json(const format_info& f, extent size) {
+constexpr std::int64_t unknown = -1;
+
+ordered_json info_json(const format_info& f, extent size, std::int64_t frames) {
   const morvane_layout layout = layout_of(f, size);
   ordered_json result = {{"format", f.name},
                          {"width", size.width},
                          {"height", size.height},
                          {"frame_bytes", layout.bytes},
+                         {"frames", frames == unknown ? ordered_json(nullptr) : ordered_json(frames)},
                          {"planes", ordered_json::array()}};
   for (std::size_t i = 0; i < planes_of(f).size(); ++i) {
     const morvane_plane_layout& p = layout.planes[i];
@@ -119,7 +124,7 @@ std::string labelled_names(const format_info& f) {
   return joined(names);
 }
 
-void print_info(const format_info& f, extent size) {
+void print_info(const format_info& f, extent size, std::int64_t frames) {
   std::cout << f.name << ' ' << size << ": " << f.description << '\n';
   const std::string names = labelled_names(f);
   if (!names.empty()) std::cout << "also called " << names << '\n';
@@ -132,6 +137,28 @@ void print_info(const format_info& f, extent size) {
   }
   print_table(std::cout, rows, terminal_width());
   std::cout << "frame: " << layout.bytes << " bytes\n";
+  if (frames != unknown) std::cout << "file: " << frames << (frames == 1 ? " frame\n" : " frames\n");
+}
+
+// What is not said is guessed from the file's name, where that is not one of a file that says it itself.
+info_options completed(info_options o) {
+  if (o.file.empty()) {
+    if (o.format.empty()) wrong_arguments("--format is required; see --help");
+    if (o.size.empty()) wrong_arguments("--size is required; see --help");
+    return o;
+  }
+  if (is_png({o.file}) || is_y4m({o.file})) return o;
+  const guess guessed = guess_from_name(o.file);
+  std::vector<std::string> taken;
+  const auto take = [&](std::string& option, const std::string& word) {
+    if (!option.empty() || word.empty()) return;
+    option = word;
+    taken.push_back(word);
+  };
+  take(o.format, guessed.format);
+  take(o.size, guessed.size);
+  if (!taken.empty()) say(text("taking ", o.file, " for ", joined(taken, " "), ", by its name"));
+  return o;
 }
 
 }  // namespace
@@ -155,12 +182,15 @@ void list_conversions(const listing_options& options) {
 }
 
 void info(const info_options& options) {
-  const format_info& f = format_named(options.format);
-  const extent size = parse_size(options.size);
-  if (options.json)
-    std::cout << info_json(f, size).dump(2) << '\n';
+  const info_options o = completed(options);
+  const auto source = o.file.empty() ? nullptr : open_source({{o.file}, o.format, o.size, {}, 0});
+  const format_info& f = source ? source->format() : format_named(o.format);
+  const extent size = source ? source->size() : parse_size(o.size);
+  const std::int64_t frames = source ? source->remaining().value_or(unknown) : unknown;
+  if (o.json)
+    std::cout << info_json(f, size, frames).dump(2) << '\n';
   else
-    print_info(f, size);
+    print_info(f, size, frames);
 }
 
 }  // namespace morvane::tool

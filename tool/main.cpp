@@ -49,9 +49,12 @@ void add_listings(CLI::App& app) {
 void add_info(CLI::App& app) {
   static info_options o;
   CLI::App* command = add(app, "info", "Print the plane sizes, strides and frame bytes of a picture",
+                          "The name of a file such as clip_1920x1080_uyvy.raw tells format and size where the options\n"
+                          "do not.\n\n"
                           "Example:\n  morvane info -f v210 -s 1920x1080");
-  command->add_option("-f,--format", o.format, "The format")->required()->type_name("FORMAT");
-  command->add_option("-s,--size", o.size, "Width and height in pixels")->required()->type_name("WxH");
+  command->add_option("FILE", o.file, "A file of such frames; its name or header may say what they are")->type_name("");
+  command->add_option("-f,--format", o.format, "The format")->type_name("FORMAT");
+  command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
   command->add_flag("--json", o.json, "Print JSON");
   command->callback([] { info(o); });
 }
@@ -100,8 +103,8 @@ void add_strides(CLI::App& command, const std::string& name, stride_list& stride
   one_at_a_time(command.add_option(name, strides, help))->delimiter(',')->type_name("N,...");
 }
 
-constexpr const char* source_help = "Raw frames, or a .png; - is standard input";
-constexpr const char* sink_help = "Raw frames, or a .png; - is standard output";
+constexpr const char* source_help = "Raw frames, a .y4m or a .png; - is standard input";
+constexpr const char* sink_help = "Raw frames, a .y4m or a .png; - is standard output";
 
 void add_convert_files(CLI::App& command, convert_options& o, file_names& names) {
   add_files(command, names, "IN", source_help, "OUT", sink_help);
@@ -109,10 +112,14 @@ void add_convert_files(CLI::App& command, convert_options& o, file_names& names)
       ->type_name("A,B,...");
   command.add_option("--dst-planes", names.second_planes, "In place of OUT: a file for every plane")
       ->type_name("A,B,...");
-  command.add_option("-f,--from", o.from, "Format of IN; a PNG is bgra if it has alpha, else bgrx")
+  command
+      .add_option("-f,--from", o.from,
+                  "Format of IN; a PNG is bgra if it has alpha, else bgrx, and a .y4m says its own")
       ->type_name("FORMAT");
-  command.add_option("-t,--to", o.to, "Format of OUT; a PNG takes the nearest RGB format")->type_name("FORMAT");
-  command.add_option("-s,--size", o.size, "Width and height in pixels; a PNG has its own")->type_name("WxH");
+  command.add_option("-t,--to", o.to, "Format of OUT; without it a PNG is RGB, and a .y4m as IN or y_u_v_420")
+      ->type_name("FORMAT");
+  command.add_option("-s,--size", o.size, "Width and height in pixels; a PNG and a .y4m have their own")
+      ->type_name("WxH");
   add_strides(command, "--src-stride", o.source_strides, "of IN");
   add_strides(command, "--dst-stride", o.destination_strides, "of OUT");
   command.add_option("--skip", o.skip, "Pass over the first N frames")->check(at_least(0))->type_name("N");
@@ -120,7 +127,8 @@ void add_convert_files(CLI::App& command, convert_options& o, file_names& names)
 }
 
 // A choice between two words, of which the second is the one that is noted.
-void add_choice(CLI::App& command, const std::string& name, bool& is_second, const std::string& first,
+template <class Noted>
+void add_choice(CLI::App& command, const std::string& name, Noted& is_second, const std::string& first,
                 const std::string& second, const std::string& help) {
   const auto choose = [=, &is_second](const std::string& word) {
     if (word != first && word != second)

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <numeric>
 #include <system_error>
+#include <utility>
 
 #include "errors.h"
 
@@ -59,9 +60,8 @@ struct suggestion {
   std::string name;
 };
 
-std::string nearest(const std::string& word, std::vector<suggestion> all) {
+std::string nearest(std::size_t limit, std::vector<suggestion> all) {
   constexpr std::size_t most = 3;
-  const std::size_t limit = std::max<std::size_t>(2, word.size() / 3);
   std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.distance < b.distance; });
   std::vector<std::string> names;
   for (const suggestion& s : all)
@@ -70,21 +70,61 @@ std::string nearest(const std::string& word, std::vector<suggestion> all) {
   return joined(names);
 }
 
+// What a name tells of a format that there is not.
+struct traits {
+  int model = 0;  // of morvane_model; 0 where it tells none
+  bool has_alpha = false;
+  int bits = 8;
+};
+
+bool holds_letters_of(std::string_view word, std::string_view letters) {
+  return std::all_of(letters.begin(), letters.end(), [&](char c) { return word.find(c) != word.npos; });
+}
+
+traits traits_of(const std::string& word) {
+  traits t;
+  const std::string start = word.substr(0, word.find_first_of("0123456789"));
+  if (holds_letters_of(start, "rgb"))
+    t.model = MORVANE_RGB;
+  else if (holds_letters_of(start, "yuv") || start.starts_with("nv") || start.starts_with("yuy"))
+    t.model = MORVANE_YCBCR;
+  else if (start.starts_with("gray") || start.starts_with("grey"))
+    t.model = MORVANE_LUMA;
+  t.has_alpha = t.model != 0 && t.model != MORVANE_LUMA && start.find('a') != start.npos;
+  for (const auto& [digits, bits] : {std::pair("10", 10), {"12", 12}, {"16", 16}, {"48", 16}, {"64", 16}})
+    if (word.find(digits, start.size()) != word.npos) t.bits = bits;
+  return t;
+}
+
+// How little a format has of what a name tells: first its model, then its alpha, then its depth.
+std::size_t unlikeness(const traits& t, const format_info& f) {
+  return (f.model != t.model ? 100U : 0U) + ((f.has_alpha != 0) != t.has_alpha ? 10U : 0U) +
+         (f.planes[0].bits != t.bits ? 5U : 0U);
+}
+
+std::size_t distance_to(const std::string& word, const format_info& f) {
+  std::size_t best = word.size() + 1;
+  for (const std::string& name : all_names(f)) best = std::min(best, edit_distance(word, name));
+  return best;
+}
+
 std::string nearest_formats(const std::string& word) {
+  const traits t = traits_of(word);
   std::vector<suggestion> all;
   for (const format_info& f : all_formats()) {
-    std::size_t best = word.size() + 1;
-    for (const std::string& name : all_names(f)) best = std::min(best, edit_distance(word, name));
-    all.push_back({best, std::string(f.name)});
+    const std::size_t distance = distance_to(word, f);
+    // A slip of one letter tells more than what the name seems to mean.
+    const bool is_kin = t.model != 0 && distance > 1;
+    all.push_back({is_kin ? 2 + unlikeness(t, f) + distance : distance, f.name});
   }
-  return nearest(word, std::move(all));
+  return nearest(t.model == 0 ? std::max<std::size_t>(2, word.size() / 3) : 17, std::move(all));
 }
 
 std::string nearest_conversions(const std::string& word) {
   std::vector<suggestion> all;
   for (const morvane_entry_point& e : morvane::entry_points())
     all.push_back({edit_distance(word, lower(e.name)), e.name});
-  return nearest(word, std::move(all));
+  return nearest(std::max<std::size_t>(2, word.size() / 3), std::move(all));
 }
 
 std::string advice(const std::string& near, std::string_view listing) {

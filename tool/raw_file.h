@@ -5,8 +5,9 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
+
+#include "input_file.h"
 
 namespace morvane::tool {
 
@@ -20,7 +21,7 @@ class raw_file {
   raw_file(const std::string& path, std::int64_t frame_bytes, std::string contents, const advisor& advice,
            bool whole_frames);
 
-  const std::string& name() const { return name_; }
+  const std::string& name() const { return file_.name(); }
   // How many frames next() will still give, when that is known beforehand.
   std::optional<std::int64_t> remaining() const { return remaining_; }
 
@@ -32,37 +33,12 @@ class raw_file {
   void pass(std::int64_t bytes);
 
  private:
-  class descriptor {
-   public:
-    descriptor() = default;
-    descriptor(descriptor&& other) noexcept : number_(std::exchange(other.number_, 0)) {}
-    descriptor& operator=(descriptor&& other) noexcept {
-      std::swap(number_, other.number_);
-      return *this;
-    }
-    ~descriptor();
-    // Whether it could be opened.
-    bool open(const std::string& path);
-    int number() const { return number_; }
-
-   private:
-    int number_ = 0;
-  };
-
-  void open(const std::string& path, const advisor& advice, bool whole_frames);
   void count_frames(std::int64_t bytes, const advisor& advice, bool whole_frames);
   std::string expected() const;
-  bool at_end();
-  // As many bytes as come at once; 0 at the end.
-  std::size_t read_some(std::uint8_t* into, std::size_t bytes);
-  std::size_t fill(std::uint8_t* into, std::size_t bytes);
 
-  std::string name_;
+  input_file file_;
   std::int64_t frame_bytes_;
   std::string contents_;
-  descriptor file_;
-  std::vector<std::uint8_t> buffer_;
-  std::size_t buffer_start_ = 0;
   std::optional<std::int64_t> remaining_;
   std::int64_t frame_ = 0;  // number of the next frame
   std::int64_t taken_ = 0;  // bytes of the frame being read

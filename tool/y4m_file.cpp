@@ -195,6 +195,11 @@ bool names_y4m(const std::string& path) {
   return has_extension(path, ".y4m");
 }
 
+bool y4m_holds(morvane::format format) {
+  return std::any_of(std::begin(colour_words), std::end(colour_words),
+                     [&](const colour_word& c) { return format_of(c) == format; });
+}
+
 y4m_stream read_y4m_header(const next_byte& next, const std::string& name) {
   const std::optional<std::string> line = read_line(next, name);
   if (!line) refuse(name, "it is empty");

@@ -34,6 +34,9 @@ y4m_stream read_y4m_header(const next_byte& next, const std::string& name);
 // Reads the line before a frame; false behind the last one.
 bool read_y4m_frame_header(const next_byte& next, const std::string& name);
 
+// Whether there is a word for the format.
+bool y4m_holds(morvane::format format);
+
 // The first line for such a stream. Fails when there is no word for its format. The word for the colour is kept where
 // it fits the format; otherwise it is the one for the siting.
 std::string y4m_header(const y4m_stream& stream, morvane::siting siting, const std::string& name);

@@ -92,6 +92,9 @@ TEST_F(listing, conversions_as_json) {
   for (std::size_t i = 0; i < all.size(); ++i) {
     EXPECT_EQ(all[i]["name"], catalogue::conversions[i].name);
     EXPECT_EQ(all[i]["irregular"].is_null(), catalogue::conversions[i].irregular.empty());
+    ASSERT_TRUE(all[i].contains("opacity_report")) << all[i]["name"];
+    EXPECT_EQ(all[i]["opacity_report"], catalogue::conversions[i].extra == catalogue::argument::opacity)
+        << all[i]["name"];
     if (all[i]["name"] == "uyvy::bgra") {
       EXPECT_EQ(all[i]["matrices"], json({601, 709}));
     }
@@ -127,6 +130,32 @@ TEST_F(listing, info_as_json_under_the_name_of_another_program) {
   EXPECT_EQ(i["frame_bytes"], 829440);
   EXPECT_EQ(i["planes"][0]["stride"], 1440);
   EXPECT_EQ(i["planes"][0]["rows"], 576);
+}
+
+TEST_F(listing, info_of_a_file_by_its_name) {
+  write("clip_8x4_uyvy.raw", bytes(192));
+  for (const char* arguments :
+       {"clip_8x4_uyvy.raw", "-f uyvy clip_8x4_uyvy.raw", "-s 8x4 ./clip_8x4_uyvy.raw", "clip_8x4_uyvy.raw -f UYVY"}) {
+    const outcome o = run(std::string("morvane info ") + arguments);
+    EXPECT_EQ(o.exit_code, 0);
+    EXPECT_EQ(o.out.rfind("uyvy 8x4: ", 0), 0u) << o.out;
+    EXPECT_NE(o.out.find("frame: 64 bytes\nfile: 3 frames\n"), std::string::npos) << o.out;
+    EXPECT_EQ(o.err.rfind("morvane: taking ", 0), 0u) << o.err;
+  }
+  EXPECT_EQ(run("morvane info clip_8x4_uyvy.raw").err, "morvane: taking clip_8x4_uyvy.raw for uyvy 8x4, by its name\n");
+  EXPECT_EQ(run("morvane info clip_8x4_uyvy.raw -s 4x4 -f y").err, "");
+  write("foreman.y_uv_422.16X4.2.raw", bytes(128));
+  EXPECT_EQ(printed("morvane info foreman.y_uv_422.16X4.2.raw --json")["format"], "y_uv_422");
+  EXPECT_EQ(printed("morvane info foreman.y_uv_422.16X4.2.raw --json")["frames"], 1);
+  EXPECT_TRUE(printed("morvane info -f uyvy -s 8x4 --json")["frames"].is_null());
+}
+
+TEST_F(listing, info_of_a_file_that_says_it_itself) {
+  write("in.raw", bytes(64));
+  quietly("morvane convert in.raw nv12_1x1.y4m -f uyvy -s 8x4 && morvane convert in.raw a.png -f uyvy -s 8x4");
+  EXPECT_EQ(run("morvane info nv12_1x1.y4m").out.rfind("y_u_v_420 8x4: ", 0), 0u);
+  EXPECT_EQ(run("morvane info nv12_1x1.y4m").err, "");
+  EXPECT_EQ(run("morvane info a.png").out.rfind("bgrx 8x4: ", 0), 0u);
 }
 
 TEST_F(listing, version) {

@@ -1,0 +1,15 @@
+// Frames in YUV4MPEG2 files.
+#pragma once
+
+#include <memory>
+
+#include "frames.h"
+
+namespace morvane::tool {
+
+// Format and size come from the file; what the wish says of them must be the same.
+std::unique_ptr<frame_source> open_y4m_source(const source_wish& wish);
+
+std::unique_ptr<frame_sink> open_y4m_sink(const sink_wish& wish, const format_info& format);
+
+}  // namespace morvane::tool
