@@ -326,19 +326,20 @@ class rows_of_way {
   }
   // With chroma of every second pixel, unless that is doubled before.
   template <class Kernel>
-  void to_rgb(const typename Kernel::coefficients& by, const uint16_t* luma, const chroma_lines& c) const {
+  void to_rgb(const typename Kernel::coefficients& by, uint16_t* luma, const chroma_lines& c) const {
     using kernel::siting;
     if (!way_.doubles_columns || way_.how.filter == chroma_filter::nearest)
       return to_rgb<Kernel>(by, luma, doubled(c), way_.from.width);
     const int pairs = way_.from.chroma_width();
     set_margin(c.cb, pairs);
     set_margin(c.cr, pairs);
+    set_margin(luma, way_.from.width);  // the last pair may be one pixel
     if (way_.how.siting == siting::left)
       to_rgb<kernel::line_pairs_to_rgb<Kernel, siting::left>>(by, luma, c, pairs);
     else
       to_rgb<kernel::line_pairs_to_rgb<Kernel, siting::center>>(by, luma, c, pairs);
   }
-  void to_rgb(const uint16_t* luma, const chroma_lines& c) const {
+  void to_rgb(uint16_t* luma, const chroma_lines& c) const {
     if (way_.narrow)
       to_rgb<kernel::ycbcr_lines_to_rgb_narrow>(way_.narrow_to, luma, c);
     else
