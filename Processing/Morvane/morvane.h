@@ -40,7 +40,7 @@ enum morvane_code {
   MORVANE_NULL = 1,            /* a pointer that must not be null */
   MORVANE_STRUCT_SIZE = 2,     /* struct_size was not set, or is of no known version */
   MORVANE_UNKNOWN_FORMAT = 3,  /* no format has this id */
-  MORVANE_SIZE = 4,            /* a width or height below 1, or a picture too large for the address space */
+  MORVANE_SIZE = 4,            /* below 1, too large for the address space, or wider than 2^28 pixels for a plan */
   MORVANE_OPTION = 5,          /* a matrix, range, filter, siting or alignment that does not exist */
   MORVANE_NO_WAY = 6,          /* formats between which there is no conversion, or pictures of different size */
   MORVANE_STRIDE = 7,          /* a stride shorter than a row */

@@ -101,9 +101,9 @@ TEST(checked_memory, is_not_taken_by_layouts_and_names) {
 
 TEST(checked_memory, is_not_taken_by_a_call_that_is_refused) {
   std::array<std::uint8_t, 8> read{}, written{};
-  const morvane_description wide = description{.format = format_named("y"), .width = 1 << 30, .height = 1};
-  const morvane_picture source{sizeof source, {read.data()}, {1 << 30}, {8}};
-  const morvane_picture destination{sizeof destination, {written.data()}, {1 << 30}, {1 << 30}};
+  const morvane_description wide = description{.format = format_named("y"), .width = 1 << 28, .height = 1};
+  const morvane_picture source{sizeof source, {read.data()}, {1 << 28}, {8}};
+  const morvane_picture destination{sizeof destination, {written.data()}, {1 << 28}, {1 << 28}};
   const int before = allocations();
   morvane_error e;
   EXPECT_EQ(morvane_convert(&wide, &source, &wide, &destination, nullptr, &e), MORVANE_PLANE_TOO_SHORT);

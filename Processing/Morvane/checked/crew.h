@@ -52,7 +52,7 @@ class crew {
   std::vector<std::thread> threads_;
   int spins_ = 0;
   job job_ = {};
-  bool stopping_ = false;
+  std::atomic<bool> stopping_ = false;  // a late thread may look at it while it is set
   std::atomic_flag busy_ = ATOMIC_FLAG_INIT;
   alignas(64) std::atomic<uint32_t> jobs_ = 0;  // how many were begun
   alignas(64) std::atomic<int> next_ = 0;       // part

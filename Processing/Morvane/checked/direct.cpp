@@ -172,9 +172,14 @@ bool touches_more(const way& w) {
   return false;
 }
 
+bool is_of_int(const int64_t value) {
+  return value == static_cast<int>(value);
+}
+
 bool is_of_int(const morvane_picture& picture, const shape& s) {
-  return std::all_of(picture.stride, picture.stride + s.plane_count,
-                     [](const int64_t stride) { return stride == static_cast<int>(stride); });
+  for (size_t i = 0; i < s.plane_count; ++i)
+    if (!is_of_int(picture.stride[i]) || !is_of_int(s.planes[i].layout->row_bytes(s.width))) return false;
+  return true;
 }
 
 bool is_of_words(const morvane_picture& picture, const shape& s) {
@@ -218,6 +223,10 @@ problem find_via(const named_entry_point& wish, way& w) {
   w.copies = false;
   w.by = c;
   w.is_via = true;
+  for (const shape* s : {&w.from, &w.to})
+    if (!is_of_int(scratch_stride(w, *s)))
+      return wrong(MORVANE_VIA, "options.via", s->width, 0, "is \"%.60s\", for which rows of %d pixels are too long",
+                   wish.name, s->width);
   w.argument = c->extra == catalogue::argument::color_space ? matrix_of(w) : wish.rescale ? 1 : 0;
   return none();
 }

@@ -12,6 +12,14 @@ bool is_colour(const shape& s) {
   return s.colour == model::ycbcr || s.colour == model::rgb || s.colour == model::luminance;
 }
 
+// Positions in a row are of int.
+problem check_width(const shape& s) {
+  constexpr int widest = 1 << 28;
+  if (s.width <= widest) return none();
+  return wrong(MORVANE_SIZE, "source.width", s.width, widest, "is %d, and at most %d can be converted", s.width,
+               widest);
+}
+
 problem check_pair(const shape& from, const shape& to, const bool has_via) {
   if (from.width != to.width || from.height != to.height)
     return wrong(MORVANE_NO_WAY, "destination", to.width, from.width,
@@ -89,6 +97,7 @@ std::string matrix_of(const shape& s) {
 
 problem find_way(const shape& from, const shape& to, const choices& how, way& result) {
   if (const problem p = check_pair(from, to, how.has_via); is_wrong(p)) return p;
+  if (const problem p = check_width(from); is_wrong(p)) return p;
   way w{};
   w.from = from;
   w.to = to;
