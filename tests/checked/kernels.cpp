@@ -67,9 +67,8 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.last_repeated; }) k.last_repeated = 255;
   if constexpr (requires { k.kept; }) k.kept = full ? 65535 : 0xffc0;
   if constexpr (requires { k.half; }) k.half = full ? 0 : 32;
-  if constexpr (requires { k.all.factor; })
-    k.all = k.last = full ? kernel::rounding{255, 255} : kernel::rounding{256, 255};
-  if constexpr (requires { k.by.factor; }) k.by = full ? kernel::rounding{1023, 1023} : kernel::rounding{1024, 1023};
+  if constexpr (requires { k.all; }) k.all.fills_words = k.last.fills_words = full;
+  if constexpr (requires { k.by; }) k.by.fills_words = full;
   if constexpr (requires { k.r_cr; })
     std::tie(k.y, k.r_cr, k.g_cb, k.g_cr, k.b_cb, k.black) =
         std::tuple{9576, 14744, 1754, 4383, 17373, full ? 0 : 4096};

@@ -651,7 +651,7 @@ mutant(rgb_below_black_not_clamped
 
 mutant(byte_above_its_limit
        FILE kernel/lines_stored.h
-       FROM [[V::least_words(unlimited<V>(v), V::repeat(static_cast<uint16_t>(most)))]]
+       FROM [[V::least_words(unlimited<V>(v), V::repeat(most))]]
        TO [[unlimited<V>(v)]]
        ROWS lines.*
        TEST checked/kernels.cpp

@@ -91,16 +91,11 @@ void split_low(const stored_plane& p, const uint8_t* row, uint16_t* to, const in
 
 // Writing.
 
-kernel::rounding to_bits(const int bits, const bool fills_words) {
-  const int most = (1 << bits) - 1;
-  return {static_cast<int16_t>(fills_words ? most : most + 1), static_cast<int16_t>(most)};
-}
-
 template <class Kernel>
 Kernel rounding_to_bytes(const stored_plane& p, const bool fills_words) {
   Kernel k{};
-  k.all = to_bits(8, fills_words);
-  k.last = to_bits(8, is_filled(last_of(p), fills_words));
+  k.all = {fills_words};
+  k.last = {is_filled(last_of(p), fills_words)};
   return k;
 }
 
@@ -138,10 +133,11 @@ void join_words(const stored_plane& p, const item_lines& from, uint8_t* row, con
   line_of<four>()(a, b, c, d, row, groups, rounding_to_words<four>(p));
 }
 
+template <int bits>
 void join_low(const stored_plane& p, const uint16_t* from, uint8_t* row, const int groups, const bool fills_words) {
-  kernel::join_low k{};
-  k.by = to_bits(p.layout->depth(), is_filled(p.items[0], fills_words));
-  line_of<kernel::join_low>()(from, row, groups, k);
+  kernel::join_low<bits> k{};
+  k.by = {is_filled(p.items[0], fills_words)};
+  line_of<kernel::join_low<bits>>()(from, row, groups, k);
 }
 
 bool is_pairs(const stored_plane& p) {
@@ -209,8 +205,9 @@ void write_row(const stored_plane& p, uint8_t* row, const int width, const compo
     case sample_type::u16:
       return join_words(p, items, row, groups);
     case sample_type::u16_low10:
+      return join_low<10>(p, items[0], row, groups, fills_words);
     case sample_type::u16_low12:
-      return join_low(p, items[0], row, groups, fills_words);
+      return join_low<12>(p, items[0], row, groups, fills_words);
     case sample_type::u32_3x10:
       if (p.has(alpha)) return line_of<kernel::join_yua_yva>()(y, cb, cr, a, row, groups);
       return line_of<kernel::join_v210>()(y, cb, cr, row, groups);

@@ -86,10 +86,20 @@ MORVANE_INLINE auto smoothed(const typename V::block a, const typename V::block 
   return V::average_up(b, V::average_down(a, c));
 }
 
-// A word plus another, at most 65535.
+// A word plus another, at most 65535, in 16 bits.
 MORVANE_INLINE constexpr uint16_t add_to_limit(const uint16_t v, const uint16_t more) {
-  const int sum = v + more;
-  return static_cast<uint16_t>(sum < 65535 ? sum : 65535);
+  const auto most = static_cast<uint16_t>(65535 - more);
+  return static_cast<uint16_t>((v < most ? v : most) + more);
+}
+
+// Little-endian words at any address. As single bytes, compilers would make no vectors of them.
+MORVANE_INLINE uint16_t stored_word(const uint8_t* p) {
+  uint16_t word;
+  __builtin_memcpy(&word, p, 2);
+  return word;
+}
+MORVANE_INLINE void put_word(uint8_t* p, const uint16_t word) {
+  __builtin_memcpy(p, &word, 2);
 }
 
 // So many vectors further on.

@@ -68,33 +68,37 @@ struct split_bytes : line_kernel<split_bytes<items, Line...>, from<items>, Line.
   }
 };
 
-// Samples of so many bits: (v / 2 * factor + 16384) >> 15, at most `most`. With a factor of `most` the largest word
-// stands for the largest sample, and with one more a sample is a power of two apart from the next.
+// Samples of so many bits: (v / 2 * factor + 16384) >> 15, at most the largest one. The factor is that one where it
+// stands for 65535, and one more where a sample is a power of two apart from the next.
+template <int bits>
 struct rounding {
-  int16_t factor;
-  int16_t most;
+  static constexpr int most = (1 << bits) - 1;
+  bool fills_words;
 
+  // The product without a multiplication, which not all processors have in vectors, nor a choice.
   MORVANE_INLINE uint16_t of(const uint16_t v) const {
-    const int16_t rounded = rounded_product(static_cast<int16_t>(v >> 1), factor);
+    const int half = v >> 1;
+    const int rounded = ((half << bits) - (half & -static_cast<int>(fills_words)) + 16384) >> 15;
     return static_cast<uint16_t>(rounded < most ? rounded : most);
   }
   template <class V>
   MORVANE_INLINE auto unlimited(const typename V::block v) const {
+    const int factor = fills_words ? most : most + 1;
     return V::rounded_product(V::template shift_right_words<1>(v), V::repeat(static_cast<uint16_t>(factor)));
   }
   template <class V>
   MORVANE_INLINE auto of(const typename V::block v) const {
-    return V::least_words(unlimited<V>(v), V::repeat(static_cast<uint16_t>(most)));
+    return V::least_words(unlimited<V>(v), V::repeat(most));
   }
 };
 
 // A fourth byte without a line is 255.
 template <int items, class... Line>
 struct join_bytes : line_kernel<join_bytes<items, Line...>, Line..., to<items>> {
-  rounding all, last;
+  rounding<8> all, last;
 
   template <int i>
-  MORVANE_INLINE const rounding& of() const {
+  MORVANE_INLINE const rounding<8>& of() const {
     return i == items - 1 ? last : all;
   }
   MORVANE_INLINE void rule(const uint16_t* a, uint8_t* dst) const { dst[0] = byte<0>(a); }
@@ -156,7 +160,7 @@ struct split_words : line_kernel<split_words<items, Line...>, from<2 * items>, L
   template <class... Word>
   MORVANE_INLINE void rule(const uint8_t* group, Word*... to) const {
     int i = 0;
-    ((*to = static_cast<uint16_t>(word_at(group + 2 * i++) & kept)), ...);
+    ((*to = static_cast<uint16_t>(stored_word(group + 2 * i++) & kept)), ...);
   }
   template <class V>
   MORVANE_INLINE auto load(const uint8_t* src, const int blocks) const {
@@ -190,20 +194,20 @@ struct join_words : line_kernel<join_words<items, Line...>, Line..., to<2 * item
   MORVANE_INLINE uint16_t word(const uint16_t* line) const {
     return static_cast<uint16_t>(add_to_limit(*line, half) & kept);
   }
-  MORVANE_INLINE void rule(const uint16_t* a, uint8_t* dst) const { store_word(dst, word(a)); }
+  MORVANE_INLINE void rule(const uint16_t* a, uint8_t* dst) const { put_word(dst, word(a)); }
   MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, uint8_t* dst) const {
-    store_word(dst, word(a));
-    store_word(dst + 2, word(b));
+    put_word(dst, word(a));
+    put_word(dst + 2, word(b));
   }
   MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, uint8_t* dst) const {
     rule(a, b, dst);
-    store_word(dst + 4, word(c));
-    store_word(dst + 6, 65535);
+    put_word(dst + 4, word(c));
+    put_word(dst + 6, 65535);
   }
   MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, const uint16_t* d,
                            uint8_t* dst) const {
     rule(a, b, c, dst);
-    store_word(dst + 6, word(d));
+    put_word(dst + 6, word(d));
   }
   template <class V>
   MORVANE_INLINE auto load(const uint8_t* line) const {
@@ -238,7 +242,7 @@ struct split_low : line_kernel<split_low<bits>, from<2>, written_line> {
   uint16_t repeated;
 
   MORVANE_INLINE void rule(const uint8_t* src, uint16_t* line) const {
-    const auto top = static_cast<uint16_t>(word_at(src) << (16 - bits));
+    const auto top = static_cast<uint16_t>(stored_word(src) << (16 - bits));
     *line = static_cast<uint16_t>(top | (top >> bits & repeated));
   }
   template <class V>
@@ -248,13 +252,14 @@ struct split_low : line_kernel<split_low<bits>, from<2>, written_line> {
   }
 };
 
-struct join_low : line_kernel<join_low, read_line, to<2>> {
-  rounding by;
+template <int bits>
+struct join_low : line_kernel<join_low<bits>, read_line, to<2>> {
+  rounding<bits> by;
 
-  MORVANE_INLINE void rule(const uint16_t* line, uint8_t* dst) const { store_word(dst, by.of(*line)); }
+  MORVANE_INLINE void rule(const uint16_t* line, uint8_t* dst) const { put_word(dst, by.of(*line)); }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* line) const {
-    return by.of<V>(V::load(line));
+    return by.template of<V>(V::load(line));
   }
 };
 
@@ -275,6 +280,6 @@ using lines_stored_kernels =
                 join_bytes<2, read_line, read_line>, join_bytes_of_three<3>, join_bytes_of_three<4>, join_four_bytes,
                 split_words<1, written_line>, split_words<2, written_line, written_line>, split_three_of_four_words,
                 split_four_words, join_words<1, read_line>, join_words<2, read_line, read_line>, join_words_of_three,
-                join_four_words, split_low<10>, split_low<12>, join_low>;
+                join_four_words, split_low<10>, split_low<12>, join_low<10>, join_low<12>>;
 
 }  // namespace Processing::Morvane::format_conversion::kernel
