@@ -94,7 +94,7 @@ int command::interrupted(std::vector<std::string> arguments, std::size_t files_t
   ::kill(child, signal);
   int status = 0;
   ::waitpid(child, &status, 0);
-  return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+  return WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status) - 128;
 }
 
 void command::quietly(const std::string& line) const {

@@ -30,7 +30,8 @@ class command : public testing::Test {
   outcome run(const std::string& line) const;
   // As run(), at a terminal of so many columns, from which standard output and error both come.
   std::string run_at_terminal(const std::string& line, unsigned short columns) const;
-  // Starts the command, waits until files are there, sends it the signal and returns that by which it ended, or 0.
+  // Starts the command, waits until files are there, sends it the signal and returns that by which it ended, by itself
+  // or with the exit code for it.
   int interrupted(std::vector<std::string> arguments, std::size_t files_to_wait_for, int signal) const;
   // As run(), and expects it to succeed and to say nothing.
   void quietly(const std::string& line) const;
