@@ -1,5 +1,6 @@
-// morvane_bench: measures every conversion of the catalogue on every backend of this processor, and prints a table or
-// JSON; or measures the other libraries too, and writes the report. script/bench runs it and has its manual.
+// morvane_bench: measures every conversion of the catalogue on every backend of this processor, or pairs of formats
+// through the checked interface, and prints a table or JSON; or measures all of that beside the other libraries, and
+// writes the report. script/bench runs it and has its manual.
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 #include <exception>
@@ -9,12 +10,14 @@
 #include <stdexcept>
 
 #include "measure/measure.h"
+#include "measure/measure_pairs.h"
 #include "report/arm_figures.h"
 #include "report/csv.h"
 #include "report/html.h"
 #include "report/machine.h"
 #include "report/misses.h"
 #include "report/page.h"
+#include "report/pairs.h"
 #include "report/plot.h"
 #include "report/table.h"
 #include "report/targets.h"
@@ -32,12 +35,14 @@ struct options {
   fs::path docs{};
   fs::path targets = MORVANE_TARGETS;
   std::string commit = "unknown";
+  std::string pairs{};
   std::vector<std::regex> filters{};
   std::vector<std::string> for_benchmark{};
 };
 
 void add_options(CLI::App& app, options& o) {
   app.add_flag("--json", o.json, "Print JSON");
+  app.add_option("--pairs", o.pairs, "Measure pairs of formats: uyvy:bgra,*:v210")->type_name("LIST");
   CLI::Option* report = app.add_option("--report", o.report, "Write the report into this directory")->type_name("DIR");
   app.add_option("--commit", o.commit, "The commit that the report names")->type_name("NAME")->needs(report);
   app.add_option("--arm-figures", o.arm_figures, "What was counted and modelled for 64-bit Arm")
@@ -61,6 +66,11 @@ void take_extras(const std::vector<std::string>& extras, options& o) {
       o.filters.emplace_back(extra);
 }
 
+// Without a word about what is wanted, a report has everything.
+bool has_everything(const options& o) {
+  return o.filters.empty() && o.pairs.empty();
+}
+
 std::vector<planned> plan_for(const options& o) {
   const bool backends_alone = o.report.empty();
   std::vector<planned> plan = make_plan(all_rows(), backends_alone ? std::vector<peer>() : all_peers(),
@@ -69,9 +79,13 @@ std::vector<planned> plan_for(const options& o) {
   return plan;
 }
 
-results measured(const options& o, const std::vector<planned>& plan, std::vector<std::string> defaults) {
+std::vector<std::string> with_those_given(std::vector<std::string> defaults, const options& o) {
   defaults.insert(defaults.end(), o.for_benchmark.begin(), o.for_benchmark.end());
-  return {all_rows(), backend_names(), measure(plan, std::move(defaults))};
+  return defaults;
+}
+
+results measured(const options& o, const std::vector<planned>& plan, std::vector<std::string> defaults) {
+  return {all_rows(), backend_names(), measure(plan, with_those_given(std::move(defaults), o))};
 }
 
 std::ofstream open(const fs::path& file, std::ios::openmode mode = std::ios::out) {
@@ -80,36 +94,71 @@ std::ofstream open(const fs::path& file, std::ios::openmode mode = std::ios::out
   return out;
 }
 
+constexpr const char* few_repetitions = "--benchmark_repetitions=7";
+
+int print_pairs(const options& o) {
+  if (!o.filters.empty()) throw std::runtime_error("--pairs takes no FILTER (see --help)");
+  const std::vector<format_pair> pairs = pairs_named(o.pairs);
+  const measured_pairs all = measure_pairs({.pairs = pairs, .on_threads = pairs},
+                                           with_those_given({few_repetitions, "--benchmark_min_time=0.01"}, o));
+  o.json ? write_json(std::cout, all) : write_table(std::cout, all);
+  return EXIT_SUCCESS;
+}
+
 int print_table(const options& o) {
-  const results r = measured(o, plan_for(o), {"--benchmark_repetitions=7", "--benchmark_min_time=0.01"});
-  (o.json ? write_json : write_table)(std::cout, r);
+  const results r = measured(o, plan_for(o), {few_repetitions, "--benchmark_min_time=0.01"});
+  o.json ? write_json(std::cout, r) : write_table(std::cout, r);
   return EXIT_SUCCESS;
 }
 
 // Many short repetitions: other work on the machine spoils some of them, and the median counts.
 results measured_for_report(const options& o) {
+  if (!has_everything(o) && o.filters.empty()) return {{}, backend_names(), {}};
   const std::vector<planned> plan = plan_for(o);
   std::cerr << "Measuring " << plan.size() << " things, which takes about " << plan.size() / 450 + 1 << " min\n";
   return measured(o, plan, {"--benchmark_repetitions=21", "--benchmark_min_time=0.002"});
 }
 
+measured_pairs pairs_for_report(const options& o, const std::vector<format_pair>& pairs, const targets& aims) {
+  if (pairs.empty()) return {};
+  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / 150 + 1 << " min\n";
+  return measure_pairs({.pairs = pairs, .on_threads = aims.pairs.on_threads},
+                       with_those_given({few_repetitions, "--benchmark_min_time=0.002"}, o));
+}
+
+void write_pictures(const fs::path& directory, const results& r, const measured_pairs& pairs, const targets& aims) {
+  const std::pair<const char*, std::string> pictures[] = {
+      {"share_of_memcpy.svg", share_plot(r, aims, full_hd)},
+      {"pairs_of_memcpy.svg", picture_of_shares(pairs, aims)},
+      {"pairs_beside_swscale.svg", picture_beside_swscale(pairs, aims)}};
+  for (const auto& [name, picture] : pictures)
+    if (!picture.empty()) open(directory / name) << picture;
+}
+
 int write_report(const options& o) {
   // What may go wrong is said before minutes are spent, and without harm to an earlier report.
   const targets aims = read_targets(o.targets);
+  const std::vector<format_pair> wanted = has_everything(o) ? all_pairs()
+                                          : o.pairs.empty() ? std::vector<format_pair>()
+                                                            : pairs_named(o.pairs);
   fs::create_directories(o.report);
   const fs::path page = o.report / "report.html";
   open(page, std::ios::app);
 
   const std::vector<arm_figure> arm = read_arm_figures(o.arm_figures);
   const results r = measured_for_report(o);
+  const measured_pairs pairs = pairs_for_report(o, wanted, aims);
   std::ofstream csv = open(o.report / "report.csv");
   write_csv(csv, r, aims);
+  std::ofstream csv_of_pairs = open(o.report / "pairs.csv");
+  write_csv(csv_of_pairs, pairs);
   std::ofstream html = open(page);
-  write_html(html, {describe_machine(o.commit), r, aims, arm});
-  if (const std::string plot = share_plot(r, aims, full_hd); !plot.empty())
-    open(o.report / "share_of_memcpy.svg") << plot;
-  if (!o.docs.empty()) refresh_performance_page(o.docs, r, aims, arm, o.commit);
-  std::cout << misses(r, aims).size() << " targets missed; " << page.string() << " tells which\n";
+  write_html(html, {describe_machine(o.commit), r, aims, arm, pairs});
+  write_pictures(o.report, r, pairs, aims);
+  if (!o.docs.empty() && !r.all().empty()) refresh_performance_page(o.docs, r, aims, arm, o.commit);
+  if (!o.docs.empty() && !pairs.empty()) refresh_performance_page(o.docs, pairs, aims, o.commit);
+  std::cout << misses(r, aims).size() + misses(pairs, aims).size() << " targets missed; " << page.string()
+            << " tells which\n";
   return EXIT_SUCCESS;
 }
 
@@ -133,7 +182,8 @@ int run(int argc, char** argv) {
   }
   take_extras(app.remaining(), o);
   if (o.check_labels) return check_labels();
-  return o.report.empty() ? print_table(o) : write_report(o);
+  if (!o.report.empty()) return write_report(o);
+  return o.pairs.empty() ? print_table(o) : print_pairs(o);
 }
 
 }  // namespace

@@ -1,63 +1,21 @@
-// Conversions allocate nothing. The C library's functions that allocate are counted here, which operator new calls too.
+// Conversions allocate nothing.
 #include <gtest/gtest.h>
 
 #include <array>
-#include <atomic>
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
 #include "Processing.Morvane.h"
 #include "checker/checker.h"
+#include "counted_allocations.h"
 #include "support.h"
-
-namespace {
-
-std::atomic<int> allocations = 0;
-
-}  // namespace
-
-extern "C" {
-
-void* __libc_malloc(std::size_t bytes);
-void* __libc_calloc(std::size_t count, std::size_t bytes);
-void* __libc_realloc(void* before, std::size_t bytes);
-void* __libc_memalign(std::size_t alignment, std::size_t bytes);
-
-void* malloc(std::size_t bytes) {
-  ++allocations;
-  return __libc_malloc(bytes);
-}
-
-void* calloc(std::size_t count, std::size_t bytes) {
-  ++allocations;
-  return __libc_calloc(count, bytes);
-}
-
-void* realloc(void* before, std::size_t bytes) {
-  ++allocations;
-  return __libc_realloc(before, bytes);
-}
-
-void* aligned_alloc(std::size_t alignment, std::size_t bytes) {
-  ++allocations;
-  return __libc_memalign(alignment, bytes);
-}
-
-int posix_memalign(void** result, std::size_t alignment, std::size_t bytes) {
-  ++allocations;
-  *result = __libc_memalign(alignment, bytes);
-  return *result == nullptr ? ENOMEM : 0;
-}
-
-}  // extern "C"
 
 namespace morvane::tests {
 namespace {
 
 TEST(allocations, are_counted) {
-  const int before = allocations;
+  const int before = allocations();
   void* volatile by_function = std::malloc(1);
   std::free(by_function);
   auto* volatile by_operator = new int(1);
@@ -67,7 +25,7 @@ TEST(allocations, are_counted) {
   };
   auto* volatile by_aligned_operator = new aligned;
   delete by_aligned_operator;
-  EXPECT_EQ(allocations - before, 3);
+  EXPECT_EQ(allocations() - before, 3);
 }
 
 constexpr int stride = 4096;
@@ -103,19 +61,19 @@ void call_in_several_ways(const catalogue::conversion& row) {
 TEST(allocations, of_conversions_are_none) {
   on_every_backend([](Processing::Morvane::backend::kind) {
     for (const catalogue::conversion& row : catalogue::conversions) {
-      const int before = allocations;
+      const int before = allocations();
       call_in_several_ways(row);
-      EXPECT_EQ(allocations - before, 0) << row.name;
+      EXPECT_EQ(allocations() - before, 0) << row.name;
     }
   });
 }
 
 TEST(allocations, of_differences_are_none) {
   on_every_backend([](Processing::Morvane::backend::kind) {
-    const int before = allocations;
+    const int before = allocations();
     const std::uint64_t sum = Processing::Morvane::sum_absolute_differences::difference(
         planes[0].data(), stride, planes[1].data(), stride, 1000, rows);
-    EXPECT_EQ(allocations - before, 0) << sum;
+    EXPECT_EQ(allocations() - before, 0) << sum;
   });
 }
 

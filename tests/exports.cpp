@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <stdio.h>
 
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -25,13 +27,16 @@ std::string output_of(const std::string& command) {
   return output;
 }
 
+// That of all functions so far.
+constexpr std::string_view version = "MORVANE_0.1";
+
 // The exported functions by full name, and how often each is overloaded.
 std::map<std::string, int> exported_functions() {
   std::map<std::string, int> exported;
   std::istringstream symbols(output_of(MORVANE_NM " -DC --defined-only " MORVANE_SHARED_LIBRARY));
   for (std::string line; std::getline(symbols, line);) {
     const std::string name = line.substr(line.find(' ', line.find(' ') + 1) + 1);
-    exported[name.substr(0, name.find('('))] += 1;
+    if (name != version) exported[name.substr(0, name.find_first_of("(@"))] += 1;
   }
   return exported;
 }
@@ -44,6 +49,19 @@ TEST(shared_library, exports_exactly_what_the_public_headers_declare) {
   for (const std::string& name : declared_functions_of_c()) declared[name] = 1;
   for (const auto& [name, count] : declared) EXPECT_EQ(exported[name], count) << name;
   for (const auto& [name, count] : exported) EXPECT_TRUE(declared.contains(name)) << name << " is exported";
+}
+
+TEST(functions_of_c, have_the_version_that_first_had_them) {
+  const std::string symbols = output_of(MORVANE_NM " -D --defined-only " MORVANE_SHARED_LIBRARY);
+  for (const std::string& name : declared_functions_of_c())
+    EXPECT_NE(symbols.find(" " + name + "@@" + std::string(version) + "\n"), std::string::npos) << name;
+}
+
+TEST(functions_of_c, are_all_in_the_example_that_is_run) {
+  std::ifstream file(MORVANE_C_EXAMPLES);
+  const std::string example((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+  for (const std::string& name : declared_functions_of_c())
+    EXPECT_NE(example.find(name + "("), std::string::npos) << name;
 }
 
 // The functions that convert an image, without their common namespaces.

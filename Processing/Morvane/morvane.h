@@ -12,6 +12,8 @@
  * argument it was, what was got and what is needed. Sizes are in bytes unless they are said to be pixels or rows. All
  * functions may be called from any thread; a plan may be run by many threads at once.
  *
+ * examples/c/functions.c has every function at work.
+ *
  * Structs begin with their own size, which the caller sets, so that later versions may add fields at the end.
  */
 #ifndef MORVANE_H
@@ -162,8 +164,8 @@ typedef struct morvane_picture {
 } morvane_picture;
 
 /* The samples of a row of a plane, each component into a line of its own, with their bits at the top of the words;
- * floats as the words that they are converted by. The lines of the components that the plane has are not NULL and have
- * room for all samples of whole groups, `room` at least; the others are ignored. */
+ * floats as the words that they are converted by. What is unused is left out. The lines of the components that the
+ * plane has are not NULL and have room for all samples of whole groups, `room` at least; the others are ignored. */
 MORVANE_C_API int32_t morvane_read_row(const morvane_description* description, const morvane_picture* picture,
                                        int32_t plane, int32_t row, uint16_t* const lines[MORVANE_COMPONENTS],
                                        int64_t room, morvane_error* error);
@@ -217,7 +219,7 @@ MORVANE_C_API const char* morvane_plan_loss(const morvane_plan* plan, int32_t in
 
 /* The memory that a run needs beside the pictures, at any address. */
 MORVANE_C_API int64_t morvane_plan_scratch_bytes(const morvane_plan* plan);
-/* Bands begin at a multiple of so many rows: 2 where the destination is 4:2:0, else 1. */
+/* Bands begin at a multiple of so many rows: 2 where two rows share one of chroma that is written, else 1. */
 MORVANE_C_API int32_t morvane_plan_row_granularity(const morvane_plan* plan);
 
 /* Converts all rows. Allocates nothing; threads that run a plan at the same time need scratch memory of their own. */

@@ -45,8 +45,8 @@ std::string copy_run_name(std::int64_t bytes) {
   return "memcpy/" + std::to_string(bytes);
 }
 
-void register_run(const std::string& name, const std::function<job()>& set_up) {
-  benchmark::RegisterBenchmark(name.c_str(), [set_up](benchmark::State& state) {
+void register_run(const timed_run& run) {
+  benchmark::RegisterBenchmark(run.name.c_str(), [set_up = run.set_up](benchmark::State& state) {
     const job work = set_up();
     work();  // brings the planes into the caches that they fit in
     for ([[maybe_unused]] auto _ : state) {
@@ -64,25 +64,34 @@ arena memory_for(const std::vector<planned>& plan) {
 
 }  // namespace
 
-std::vector<measurement> measure(const std::vector<planned>& plan, std::vector<std::string> options) {
-  initialize(std::move(options));
-  const arena memory = memory_for(plan);
-  std::set<std::int64_t> copies;
-  for (const planned& entry : plan) {
-    register_run(entry.what.run_name(), [&entry, &memory] { return entry.set_up(memory); });
-    copies.insert(entry.what.bytes);
-  }
-  for (const std::int64_t bytes : copies)
-    register_run(copy_run_name(bytes), [&memory, bytes] { return [&memory, bytes] { memory.copy(bytes); }; });
-
+std::map<std::string, double> medians_of(const std::vector<timed_run>& runs, const std::vector<std::string>& options) {
+  initialize(options);
+  for (const timed_run& run : runs) register_run(run);
   recorder times;
   benchmark::RunSpecifiedBenchmarks(&times);
   benchmark::ClearRegisteredBenchmarks();
+  std::map<std::string, double> result;
+  for (const timed_run& run : runs) result[run.name] = times.median_of(run.name);
+  return result;
+}
+
+std::vector<measurement> measure(const std::vector<planned>& plan, const std::vector<std::string>& options) {
+  const arena memory = memory_for(plan);
+  std::vector<timed_run> runs;
+  std::set<std::int64_t> copies;
+  for (const planned& entry : plan) {
+    runs.push_back({entry.what.run_name(), [&entry, &memory] { return entry.set_up(memory); }});
+    copies.insert(entry.what.bytes);
+  }
+  for (const std::int64_t bytes : copies)
+    runs.push_back({copy_run_name(bytes), [&memory, bytes] { return [&memory, bytes] { memory.copy(bytes); }; }});
+
+  const std::map<std::string, double> medians = medians_of(runs, options);
   std::vector<measurement> result;
   for (const planned& entry : plan) {
     measurement& m = result.emplace_back(entry.what);
-    m.nanoseconds = times.median_of(m.run_name());
-    m.copy_nanoseconds = times.median_of(copy_run_name(m.bytes));
+    m.nanoseconds = medians.at(m.run_name());
+    m.copy_nanoseconds = medians.at(copy_run_name(m.bytes));
   }
   return result;
 }

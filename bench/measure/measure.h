@@ -1,6 +1,8 @@
 // Runs a plan with Google Benchmark.
 #pragma once
 
+#include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -8,11 +10,20 @@
 
 namespace morvane::bench {
 
+// Sets up and answers what the clock is to run for.
+struct timed_run {
+  std::string name{};
+  std::function<job()> set_up{};
+};
+
+// The median of the repetitions of each run, in nanoseconds. The repetitions of all runs alternate in random order.
+std::map<std::string, double> medians_of(const std::vector<timed_run>& runs, const std::vector<std::string>& options);
+
 // All of the plan, each as several repetitions that run in random order, between them the copies that move as many
 // bytes. Every time is the median of its repetitions: in random order all of them meet the machine in the same moods,
 // and the best would be that of a moment at which the processor happened to raise its clock.
 //
 // `options` are those of Google Benchmark, the later of two the one that counts; what it does not know is an error.
-std::vector<measurement> measure(const std::vector<planned>& plan, std::vector<std::string> options);
+std::vector<measurement> measure(const std::vector<planned>& plan, const std::vector<std::string>& options);
 
 }  // namespace morvane::bench

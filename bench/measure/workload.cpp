@@ -88,6 +88,12 @@ std::size_t bytes_needed(const workload& w) {
   return std::max({room(c.source), room(c.destination), static_cast<std::size_t>(w.bytes() / 2)});
 }
 
+std::size_t bytes_needed(const std::vector<workload>& workloads) {
+  std::size_t bytes = 0;
+  for (const workload& w : workloads) bytes = std::max(bytes, bytes_needed(w));
+  return bytes;
+}
+
 }  // namespace
 
 std::string_view name_of(shape s) {
@@ -139,9 +145,10 @@ job make_job(const catalogue::conversion& c, catalogue::call call) {
   return [&c, call, opaque] { c.convert(call); };
 }
 
-arena::arena(const std::vector<workload>& workloads) : half_(0) {
-  for (const workload& w : workloads) half_ = std::max(half_, bytes_needed(w));
-  half_ = (half_ + page - 1) / page * page;
+arena::arena(const std::vector<workload>& workloads) : arena(bytes_needed(workloads)) {
+}
+
+arena::arena(std::size_t bytes_of_a_half) : half_((bytes_of_a_half + page - 1) / page * page) {
   const std::size_t total = 2 * half_ + 2 * page;
   memory_.reset(new std::uint8_t[total]);
   std::mt19937 random(1);

@@ -77,17 +77,18 @@ job make_job(const catalogue::conversion& c, catalogue::call call);
 class arena {
  public:
   explicit arena(const std::vector<workload>& workloads);
+  explicit arena(std::size_t bytes_of_a_half);
 
   catalogue::call prepare(const workload& w) const;
   // Copies half of `bytes`, which reads and writes as many bytes as a conversion of `bytes` reads and writes.
   void copy(std::int64_t bytes) const;
 
+  std::uint8_t* source() const;
+  std::uint8_t* destination() const;
+
  private:
   std::size_t half_;
   std::unique_ptr<std::uint8_t[]> memory_;
-
-  std::uint8_t* source() const;
-  std::uint8_t* destination() const;
 };
 
 }  // namespace morvane::bench

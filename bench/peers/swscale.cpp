@@ -1,9 +1,13 @@
-// What swscale offers for the rows of the benchmark: nearest samples, accurate rounding, one thread.
+// What swscale offers for the rows of the benchmark, with nearest samples, and for pairs of formats: accurate rounding,
+// one thread.
+#include "peers/swscale.h"
+
 #include "peers/peers.h"
 
 #if defined(MORVANE_WITH_SWSCALE)
 extern "C" {
 #include <libavutil/opt.h>
+#include <libavutil/pixdesc.h>
 #include <libswscale/swscale.h>
 }
 
@@ -25,10 +29,10 @@ using enum agreement;
 enum class range { full, full_to_video, video_to_full, video };
 
 struct setting {
-  std::string_view rows;
-  AVPixelFormat from;
-  AVPixelFormat to;
-  agreement label;
+  std::string_view rows{};
+  AVPixelFormat from{};
+  AVPixelFormat to{};
+  agreement label{};
   int matrix = SWS_CS_ITU709;
   range luma = range::video;
 };
@@ -83,7 +87,7 @@ constexpr setting table[] = {
 
 using context = std::shared_ptr<SwsContext>;
 
-context make_context(const setting& s, int width, int height) {
+context make_context(const setting& s, int width, int height, int chroma = SWS_POINT) {
   const context result(sws_alloc_context(), sws_freeContext);
   const auto set = [&result](const char* name, int value) { av_opt_set_int(result.get(), name, value, 0); };
   const int source_is_full = s.luma == range::full || s.luma == range::full_to_video;
@@ -96,7 +100,7 @@ context make_context(const setting& s, int width, int height) {
   set("dst_format", s.to);
   set("src_range", source_is_full);
   set("dst_range", destination_is_full);
-  set("sws_flags", SWS_POINT | SWS_ACCURATE_RND);
+  set("sws_flags", chroma | SWS_ACCURATE_RND);
   const int* matrix = sws_getCoefficients(s.matrix);
   sws_setColorspaceDetails(result.get(), matrix, source_is_full, matrix, destination_is_full, 0, 1 << 16, 1 << 16);
   if (sws_init_context(result.get(), nullptr, nullptr) < 0) throw std::runtime_error("swscale refuses a conversion");
@@ -110,7 +114,32 @@ catalogue::planes<std::uint8_t> destination_of(const setting& s, const catalogue
   return result;
 }
 
+AVPixelFormat pixel_format(const catalogue::format& f) {
+  return av_get_pix_fmt(std::string(f.ffmpeg).c_str());
+}
+
+// swscale would stretch grey of video range where the other side is of video range too.
+range luma_between(const catalogue::format& from, const catalogue::format& to) {
+  const auto is_grey = [](const catalogue::format& f) { return f.model == catalogue::color_model::luma; };
+  return is_grey(from) || is_grey(to) ? range::full : range::video;
+}
+
 }  // namespace
+
+bool swscale_has(const catalogue::format& from, const catalogue::format& to) {
+  return sws_isSupportedInput(pixel_format(from)) > 0 && sws_isSupportedOutput(pixel_format(to)) > 0;
+}
+
+job swscale_job(const swscale_picture& from, const swscale_picture& to, int width, int height, resampling chroma) {
+  av_log_set_level(AV_LOG_ERROR);
+  const setting s{.from = pixel_format(*from.format),
+                  .to = pixel_format(*to.format),
+                  .luma = luma_between(*from.format, *to.format)};
+  const context sws = make_context(s, width, height, chroma == resampling::nearest ? SWS_POINT : SWS_BILINEAR);
+  return [sws, in = from.planes, out = to.planes, height] {
+    sws_scale(sws.get(), in.data.data(), in.stride.data(), 0, height, out.data.data(), out.stride.data());
+  };
+}
 
 std::vector<peer> swscale_peers() {
   std::vector<peer> result;
@@ -125,6 +154,14 @@ std::vector<peer> swscale_peers() {
 }
 
 #else
+
+bool swscale_has(const catalogue::format&, const catalogue::format&) {
+  return false;
+}
+
+job swscale_job(const swscale_picture&, const swscale_picture&, int, int, resampling) {
+  return {};
+}
 
 std::vector<peer> swscale_peers() {
   return {};

@@ -13,6 +13,10 @@ std::string in_quotes(std::string_view text) {
   return result.append(text).append("\"");
 }
 
+std::string in_full(std::optional<double> value) {
+  return value ? fixed(*value, 4) : "";
+}
+
 // How many times as fast a backend is as another one; blank for what is no backend on one thread.
 std::string over(const results& r, const row& which, const measurement& m, const std::string& backend) {
   const measurement* other = r.find(which, m.where, backend);
@@ -45,6 +49,18 @@ void write_csv(std::ostream& out, const results& r, const targets& aims) {
           << over(r, which, m, narrower_than(r, m.runner)) << '\n';
     }
   }
+}
+
+void write_csv(std::ostream& out, const measured_pairs& all) {
+  out << "source,destination,steps,pixels,bytes,nanoseconds,nearest_nanoseconds,gigabytes_per_second,memcpy_"
+         "nanoseconds,"
+         "share_of_memcpy,tiny_nanoseconds,times_swscale_nearest,times_swscale_bilinear,gain_of_two_threads\n";
+  for (const pair_measurement& m : all)
+    out << m.source << ',' << m.destination << ',' << in_quotes(joined(m.steps)) << ',' << m.pixels << ',' << m.bytes
+        << ',' << fixed(m.nanoseconds, 1) << ',' << fixed(m.nearest_nanoseconds, 1) << ','
+        << fixed(m.gigabytes_per_second(), 3) << ',' << fixed(m.copy_nanoseconds, 1) << ','
+        << in_full(m.share_of_memcpy()) << ',' << fixed(m.tiny_nanoseconds, 1) << ',' << in_full(m.times_nearest())
+        << ',' << in_full(m.times_bilinear()) << ',' << in_full(m.gain_of_two_threads) << '\n';
 }
 
 }  // namespace morvane::bench

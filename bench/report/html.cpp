@@ -1,6 +1,7 @@
 #include "report/html.h"
 
 #include "report/html_backends.h"
+#include "report/html_pairs.h"
 #include "report/html_table.h"
 #include "report/misses.h"
 #include "report/plot.h"
@@ -78,20 +79,7 @@ void write_targets(std::ostream& out, const results& r, const targets& aims) {
         << name_of(t.nominal);
   out << ".</p>\n";
 
-  const std::vector<miss> all = misses(r, aims);
-  out << "<h3>Missed: " << all.size() << "</h3>\n";
-  if (all.empty()) return;
-  table t(out, {{"conversion"}, {"where"}, {"target"}, {"reason"}}, {{"reached"}, {"wanted"}});
-  for (const miss& m : all) {
-    t.begin();
-    t.word(m.row);
-    t.word(name_of(m.where.nominal) + ", " + std::string(name_of(m.where.memory)));
-    t.word(m.target);
-    t.sentence(m.why);
-    t.number(fixed(m.reached), true);
-    t.number(fixed(m.wanted));
-    t.end();
-  }
+  write_misses(out, misses(r, aims));
 }
 
 void write_peers(std::ostream& out, const results& r, const targets& aims) {
@@ -171,11 +159,7 @@ void write_arm(std::ostream& out, const std::vector<arm_figure>& arm) {
   }
 }
 
-}  // namespace
-
-void write_html(std::ostream& out, const page_contents& page) {
-  out << head;
-  write_machine(out, page);
+void write_entry_points(std::ostream& out, const page_contents& page) {
   write_plots(out, page.measured, page.aims);
   write_targets(out, page.measured, page.aims);
   write_peers(out, page.measured, page.aims);
@@ -183,6 +167,15 @@ void write_html(std::ostream& out, const page_contents& page) {
   write_threads(out, page.measured, page.aims);
   write_arm(out, page.arm);
   write_measurements(out, page.measured, page.aims);
+}
+
+}  // namespace
+
+void write_html(std::ostream& out, const page_contents& page) {
+  out << head;
+  write_machine(out, page);
+  write_pairs(out, page.pairs, page.aims);
+  if (!page.measured.all().empty() || !page.arm.empty()) write_entry_points(out, page);
   out << "</body>\n</html>\n";
 }
 

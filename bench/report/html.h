@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "report/arm_figures.h"
+#include "report/pairs.h"
 #include "report/results.h"
 #include "report/targets.h"
 
@@ -17,6 +18,7 @@ struct page_contents {
   const results& measured;
   const targets& aims;
   std::vector<arm_figure> arm{};
+  measured_pairs pairs{};
 };
 
 void write_html(std::ostream& out, const page_contents& page);

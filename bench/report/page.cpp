@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "measure/pair_jobs.h"
 #include "report/machine.h"
 #include "report/plot.h"
 #include "report/steps.h"
@@ -96,16 +97,50 @@ std::string arm_sentence(const std::vector<arm_figure>& arm) {
          " times the instructions for the same job (median of " + std::to_string(fewer.size()) + " conversions).\n";
 }
 
+std::string line_of(const std::string& title, const std::optional<spread>& of, int digits = 2) {
+  if (!of) return {};
+  return "| " + title + " | " + fixed(of->middle, digits) + " | " + fixed(of->least, digits) + " (`" + of->slowest +
+         "`) | " + std::to_string(of->count) + " |\n";
+}
+
+std::string pairs_table(const measured_pairs& all) {
+  const auto tiny_picture = spread_of(all, [](const pair_measurement& m) { return std::optional(m.times_tiny()); });
+  const auto threads = spread_of(all, [](const pair_measurement& m) { return m.gain_of_two_threads; });
+  return "| one picture of 1920x1080 | median | least | pairs |\n|---|---|---|---|\n" +
+         line_of("share of memcpy, by lines of samples", shares_of_memcpy(all)) +
+         line_of("times as fast as swscale", times_swscale(all), 1) +
+         line_of("times as long as a picture of " + name_of(tiny), tiny_picture, 0) +
+         line_of("times as fast on two threads, 1920x16", threads);
+}
+
+std::string measured_on(const std::string& commit) {
+  return "Measured on one core of " + processor_name() + ", commit " + commit + ".\n\n";
+}
+
+void replace_measured(const fs::path& directory, const std::string& section, const std::string& content) {
+  const fs::path page = directory / "performance.md";
+  docs::write(page, docs::replace_section(docs::read(page), section, content));
+}
+
 }  // namespace
 
 void refresh_performance_page(const fs::path& directory, const results& r, const targets& aims,
                               const std::vector<arm_figure>& arm, const std::string& commit) {
-  const std::string measured = "Measured on one core of " + processor_name() + ", commit " + commit + ".\n\n" +
-                               shares_by_kind(r, aims) + '\n' + examples_table(r, aims) + steps_table(r, aims) +
-                               threads_sentence(r, aims) + arm_sentence(arm);
-  const fs::path page = directory / "performance.md";
-  docs::write(page, docs::replace_section(docs::read(page), "measured", measured));
+  replace_measured(directory, "measured",
+                   measured_on(commit) + shares_by_kind(r, aims) + '\n' + examples_table(r, aims) +
+                       steps_table(r, aims) + threads_sentence(r, aims) + arm_sentence(arm));
   docs::write(directory / "images/share_of_memcpy.svg", share_plot(r, aims, full_hd));
+}
+
+void refresh_performance_page(const fs::path& directory, const measured_pairs& all, const targets& aims,
+                              const std::string& commit) {
+  std::string measured = "![share of memcpy of every pair of formats](images/pairs_of_memcpy.svg)\n\n";
+  docs::write(directory / "images/pairs_of_memcpy.svg", picture_of_shares(all, aims));
+  if (const std::string picture = picture_beside_swscale(all, aims); !picture.empty()) {
+    measured += "![how many times as fast as swscale every pair of formats is](images/pairs_beside_swscale.svg)\n\n";
+    docs::write(directory / "images/pairs_beside_swscale.svg", picture);
+  }
+  replace_measured(directory, "measured pairs", measured + measured_on(commit) + pairs_table(all));
 }
 
 }  // namespace morvane::bench

@@ -1,9 +1,10 @@
-// The measured part of docs/performance.md and its picture.
+// The measured parts of docs/performance.md and their pictures.
 #pragma once
 
 #include <filesystem>
 
 #include "report/arm_figures.h"
+#include "report/pairs.h"
 #include "report/results.h"
 #include "report/targets.h"
 
@@ -12,5 +13,9 @@ namespace morvane::bench {
 // Rewrites images/share_of_memcpy.svg in the directory, and in performance.md the section `measured`.
 void refresh_performance_page(const std::filesystem::path& directory, const results& r, const targets& aims,
                               const std::vector<arm_figure>& arm, const std::string& commit);
+
+// Rewrites the pictures of pairs in images/, and in performance.md the section `measured pairs`.
+void refresh_performance_page(const std::filesystem::path& directory, const measured_pairs& all, const targets& aims,
+                              const std::string& commit);
 
 }  // namespace morvane::bench

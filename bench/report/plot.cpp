@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "peers/peers.h"
+#include "report/svg.h"
 #include "report/text.h"
 
 namespace morvane::bench {
@@ -75,16 +76,10 @@ int height_of(const panel& p) {
   return panel_head + line_height * static_cast<int>(p.bars.size()) + 10;
 }
 
-// Without variables, which not every viewer of pictures knows.
-constexpr std::string_view style = R"(<style>
-.sm { font: 11px system-ui, sans-serif; }
-.sm .title { font-size: 15px; font-weight: 600; }
-.sm .kind { font-weight: 600; }
+constexpr std::string_view style = R"(.sm .kind { font-weight: 600; }
 .sm .aim { stroke-width: 1.5; stroke-dasharray: 4 2; }
 .sm .peer, .sm .narrower { stroke-width: 1.3; }
-.sm .ground, .sm .peer { fill: #fff; }
-.sm text { fill: #1f2328; }
-.sm text.weak { fill: #59636e; }
+.sm .peer { fill: #fff; }
 .sm .grid { stroke: #d0d7de; }
 .sm .copy { stroke: #59636e; }
 .sm .aim { stroke: #b3261e; }
@@ -93,9 +88,7 @@ constexpr std::string_view style = R"(<style>
 .sm .behind { fill: #c4713b; }
 .sm .peer { stroke: #1f2328; }
 @media (prefers-color-scheme: dark) {
-.sm .ground, .sm .peer { fill: #0d1117; }
-.sm text { fill: #e6edf3; }
-.sm text.weak { fill: #9198a1; }
+.sm .peer { fill: #0d1117; }
 .sm .grid { stroke: #30363d; }
 .sm .copy { stroke: #9198a1; }
 .sm .aim { stroke: #ff8a80; }
@@ -104,50 +97,22 @@ constexpr std::string_view style = R"(<style>
 .sm .behind { fill: #e6955a; }
 .sm .peer { stroke: #e6edf3; }
 }
-</style>
 )";
 
-class drawing {
- public:
-  drawing(int width, int height) {
-    out_ << "<svg xmlns=\"http://www.w3.org/2000/svg\" class=\"sm\" viewBox=\"0 0 " << width << ' ' << height
-         << "\" width=\"" << width << "\" height=\"" << height << "\" role=\"img\">\n"
-         << style << "<rect class=\"ground\" width=\"100%\" height=\"100%\"/>\n";
-  }
-
-  void text(double x, double y, std::string_view css, std::string_view content, std::string_view anchor = "start") {
-    out_ << "<text x=\"" << x << "\" y=\"" << y << "\" class=\"" << css << "\" text-anchor=\"" << anchor << "\">"
-         << escaped(content) << "</text>\n";
-  }
-  void line(double x, double from_y, double to_y, std::string_view css) {
-    out_ << "<line class=\"" << css << "\" x1=\"" << x << "\" x2=\"" << x << "\" y1=\"" << from_y << "\" y2=\"" << to_y
-         << "\"/>\n";
-  }
-  void rect(double x, double y, double width, double height, std::string_view css) {
-    out_ << "<rect class=\"" << css << "\" x=\"" << x << "\" y=\"" << y << "\" width=\"" << width << "\" height=\""
-         << height << "\"/>\n";
-  }
-  // A mark for each of the other libraries.
-  void mark(double x, double y, std::string_view library) {
-    if (library == library_names[0])
-      out_ << "<circle class=\"peer\" cx=\"" << x << "\" cy=\"" << y << "\" r=\"3.5\"/>\n";
-    else if (library == library_names[1])
-      rect(x - 3, y - 3, 6, 6, "peer");
-    else
-      out_ << "<path class=\"peer\" d=\"M" << x << ' ' << y - 4.5 << "l4.2 7.5h-8.4z\"/>\n";
-  }
-
-  std::string finish() { return out_.str() + "</svg>\n"; }
-
- private:
-  std::ostringstream out_;
-};
+// A mark for each of the other libraries.
+void draw_mark(svg& d, double x, double y, std::string_view library) {
+  if (library == library_names[0]) return d.circle(x, y, 3.5, "peer");
+  if (library == library_names[1]) return d.rect(x - 3, y - 3, 6, 6, "peer");
+  std::ostringstream triangle;
+  triangle << 'M' << x << ' ' << y - 4.5 << "l4.2 7.5h-8.4z";
+  d.path(triangle.str(), "peer");
+}
 
 double at(double share) {
   return label_width + scale_width * std::min(share, full_scale) / full_scale;
 }
 
-void draw_head(drawing& d, const size& nominal) {
+void draw_head(svg& d, const size& nominal) {
   d.text(12, 24, "title",
          "Speed of every conversion, " + name_of(nominal) + (nominal == in_cache ? " (in cache)" : "") +
              ", as a share of memcpy that moves as many bytes");
@@ -166,13 +131,13 @@ void draw_head(drawing& d, const size& nominal) {
   d.line(x + 4, 57, 69, "narrower");
   say("narrower backends", 132);
   for (const std::string_view library : library_names) {
-    d.mark(x + 4, 62, library);
+    draw_mark(d, x + 4, 62, library);
     say(library, 68);
   }
   d.text(x + 4, 66, "weak", "(the fastest of the other libraries, one thread)");
 }
 
-void draw_panel(drawing& d, const panel& p, double left, double top) {
+void draw_panel(svg& d, const panel& p, double left, double top) {
   const double first = top + panel_head;
   const double last = first + line_height * static_cast<double>(p.bars.size());
   d.text(left + 12, top + 16, "kind", p.of->title);
@@ -195,7 +160,7 @@ void draw_panel(drawing& d, const panel& p, double left, double top) {
   d.line(left + at(p.target_share), first - 2, last, "aim");
   y = first;
   for (const bar& b : p.bars) {
-    if (!b.peer.empty()) d.mark(left + at(b.peer_share), y + line_height / 2.0, b.peer);
+    if (!b.peer.empty()) draw_mark(d, left + at(b.peer_share), y + line_height / 2.0, b.peer);
     y += line_height;
   }
 }
@@ -217,7 +182,7 @@ std::string share_plot(const results& r, const targets& aims, const size& nomina
 
   int heights[2] = {};
   for (std::size_t i = 0; i < panels.size(); ++i) heights[i < in_first ? 0 : 1] += height_of(panels[i]);
-  drawing d(2 * column_width, head + std::max(heights[0], heights[1]) + 8);
+  svg d(2 * column_width, head + std::max(heights[0], heights[1]) + 8, style);
   draw_head(d, nominal);
   int top[2] = {head, head};
   for (std::size_t i = 0; i < panels.size(); ++i) {

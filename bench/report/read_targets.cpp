@@ -149,9 +149,35 @@ std::vector<reason> read_reasons(const node& list) {
   return result;
 }
 
+format_pair read_pair(const node& n) {
+  const std::string name = n.text();
+  try {
+    if (const std::vector<format_pair> found = pairs_named(name); found.size() == 1) return found.front();
+  } catch (const std::runtime_error& error) {
+    n.fail(error.what());
+  }
+  n.fail("'" + name + "' is more than one pair");
+}
+
+pair_targets read_pair_targets(const node& n) {
+  n.allow({"share_of_memcpy", "median_share_of_memcpy", "median_of_swscale", "times_tiny_picture", "two_threads",
+           "on_threads", "reasons"});
+  pair_targets result{.share_of_memcpy = n["share_of_memcpy"].number(),
+                      .median_share_of_memcpy = n["median_share_of_memcpy"].number(),
+                      .median_of_swscale = n["median_of_swscale"].number(),
+                      .times_tiny_picture = n["times_tiny_picture"].number(),
+                      .two_threads = n["two_threads"].number()};
+  for (const node& entry : n["on_threads"].items()) result.on_threads.push_back(read_pair(entry));
+  for (const node& entry : n["reasons"].items()) {
+    entry.allow({"source", "destination", "because"});
+    result.reasons.push_back({read_selector(entry, {"because"}), entry["because"].text()});
+  }
+  return result;
+}
+
 targets read_all(const node& n) {
   n.allow({"about", "noise", "least_of_tight", "least_of_long_rows", "kinds", "libraries", "touch_next_to_nothing",
-           "reasons", "examples"});
+           "reasons", "examples", "pairs"});
   const node reasons = n["reasons"];
   reasons.allow({"within_noise", "speed", "short_rows"});
   targets result;
@@ -165,6 +191,7 @@ targets read_all(const node& n) {
   result.speed = read_reasons(reasons["speed"]);
   result.short_rows = read_reasons(reasons["short_rows"]);
   result.examples = row_names(n["examples"]);
+  result.pairs = read_pair_targets(n["pairs"]);
   return result;
 }
 

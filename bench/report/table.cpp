@@ -94,4 +94,47 @@ void write_json(std::ostream& out, const results& r) {
   out << list.dump(2) << '\n';
 }
 
+void write_table(std::ostream& out, const measured_pairs& all) {
+  constexpr std::string_view titles_of_pairs[] = {"us",       "GB/s", "of memcpy", "nearest",
+                                                  "bilinear", "tiny", "2 threads"};
+  std::size_t width = 0;
+  for (const pair_measurement& m : all) width = std::max(width, m.name().size());
+  const auto word = [&](std::string_view text) { out << std::left << std::setw(static_cast<int>(width)) << text; };
+  const auto figure = [&](std::string_view text) { out << std::right << std::setw(figure_width) << text; };
+  const auto number = [&](std::optional<double> value) { figure(value ? fixed(*value) : "-"); };
+  word("pair");
+  for (const std::string_view title : titles_of_pairs) figure(title);
+  out << '\n';
+  for (const pair_measurement& m : all) {
+    word(m.name());
+    figure(fixed(m.nanoseconds / 1000, 1));
+    number(m.gigabytes_per_second());
+    number(m.share_of_memcpy());
+    number(m.times_nearest());
+    number(m.times_bilinear());
+    figure(fixed(100 / m.times_tiny(), 3) + " %");
+    number(m.gain_of_two_threads);
+    out << '\n';
+  }
+}
+
+void write_json(std::ostream& out, const measured_pairs& all) {
+  const auto or_null = [](std::optional<double> value) { return value ? nlohmann::ordered_json(*value) : nullptr; };
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const pair_measurement& m : all)
+    list.push_back({{"source", m.source},
+                    {"destination", m.destination},
+                    {"steps", m.steps},
+                    {"bytes", m.bytes},
+                    {"nanoseconds", m.nanoseconds},
+                    {"nearest_nanoseconds", m.nearest_nanoseconds},
+                    {"gigabytes_per_second", m.gigabytes_per_second()},
+                    {"share_of_memcpy", m.share_of_memcpy()},
+                    {"tiny_nanoseconds", m.tiny_nanoseconds},
+                    {"times_swscale_nearest", or_null(m.times_nearest())},
+                    {"times_swscale_bilinear", or_null(m.times_bilinear())},
+                    {"gain_of_two_threads", or_null(m.gain_of_two_threads)}});
+  out << list.dump(2) << '\n';
+}
+
 }  // namespace morvane::bench

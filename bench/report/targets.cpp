@@ -50,6 +50,13 @@ double targets::least_beside(const row& r, std::string_view library, const size&
   return never_slower();
 }
 
+std::string_view pair_targets::why(std::string_view source, std::string_view destination) const {
+  for (const reason& e : reasons)
+    if (lists_or_is_empty(e.about.source, source) && lists_or_is_empty(e.about.destination, destination))
+      return e.because;
+  return {};
+}
+
 std::string_view targets::why(const row& r) const {
   return first_for(speed, r);
 }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "measure/pairs.h"
 #include "measure/workload.h"
 
 namespace morvane::bench {
@@ -52,6 +53,19 @@ struct reason {
   std::string because{};
 };
 
+// What pairs of formats must reach through the checked interface, at full_hd.
+struct pair_targets {
+  double share_of_memcpy = 0;         // each pair that goes by lines
+  double median_share_of_memcpy = 0;  // all of these together
+  double median_of_swscale = 0;       // times as fast, beside the setting that is faster; each pair: never slower
+  double times_tiny_picture = 0;      // how many times as long as a picture with next to no rows
+  double two_threads = 0;             // times as fast as one, at in_cache
+  std::vector<format_pair> on_threads{};
+  std::vector<reason> reasons{};  // which name sources and destinations alone
+
+  std::string_view why(std::string_view source, std::string_view destination) const;
+};
+
 // Where several entries are for one row, the first counts.
 struct targets {
   double noise = 0;               // what the machine itself makes of two runs of the same code
@@ -64,6 +78,7 @@ struct targets {
   std::vector<reason> speed{};
   std::vector<reason> short_rows{};
   std::vector<std::string> examples{};  // the rows of docs/performance.md
+  pair_targets pairs{};
 
   // Null for a row that has no target.
   const kind_target* of(const row& r) const;

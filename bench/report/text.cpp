@@ -11,6 +11,12 @@ std::string fixed(double value, int digits) {
   return out.str();
 }
 
+std::string joined(const std::vector<std::string>& texts) {
+  std::string result;
+  for (const std::string& text : texts) result.append(result.empty() ? "" : ", ").append(text);
+  return result;
+}
+
 std::string escaped(std::string_view text) {
   std::string result;
   for (const char c : text) switch (c) {

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "measure/rows.h"
 
@@ -10,6 +11,9 @@ namespace morvane::bench {
 
 // With this many digits after the point.
 std::string fixed(double value, int digits = 2);
+
+// "one, two, three"
+std::string joined(const std::vector<std::string>& texts);
 
 // For HTML and SVG.
 std::string escaped(std::string_view text);

@@ -68,6 +68,25 @@ TEST(targets, the_first_reason_for_a_row_counts) {
   EXPECT_EQ(aims.why(row_named("y::y")), "");
 }
 
+TEST(targets, hold_pairs_of_formats) {
+  const pair_targets aims = read_targets(file).pairs;
+  EXPECT_EQ(aims.share_of_memcpy, 0.3);
+  EXPECT_EQ(aims.median_share_of_memcpy, 0.45);
+  EXPECT_EQ(aims.median_of_swscale, 8);
+  EXPECT_EQ(aims.times_tiny_picture, 100);
+  EXPECT_EQ(aims.two_threads, 1.8);
+  EXPECT_EQ(aims.on_threads.front().name(), "uyvy:uyvy");
+}
+
+TEST(targets, the_first_reason_for_a_pair_counts) {
+  const pair_targets aims{
+      .reasons = {{.about = {.source = {"uyvy"}, .destination = {"bgra", "rgba"}}, .because = "both"},
+                  {.about = {.source = {"uyvy"}}, .because = "source"}}};
+  EXPECT_EQ(aims.why("uyvy", "rgba"), "both");
+  EXPECT_EQ(aims.why("uyvy", "y"), "source");
+  EXPECT_EQ(aims.why("y", "rgba"), "");
+}
+
 TEST(selector, is_for_rows_with_everything_that_it_names) {
   const selector s{.what = kind::ycbcr_to_rgb, .source = {"uyvy"}, .destination = {"bgra", "rgba"}};
   EXPECT_TRUE(s.selects(row_named("uyvy::bgra_601")));
@@ -105,6 +124,27 @@ TEST(wrong_targets, are_named_with_their_place) {
             "targets.json: libraries: 1: size: there is no size '1x1'");
   EXPECT_EQ(complaint_after([](json& j) { j["reasons"]["speed"][0]["traffic"] = "x"; }),
             "targets.json: reasons: speed: 1: traffic: there is no traffic 'x'");
+}
+
+TEST(wrong_targets, may_be_those_of_pairs) {
+  EXPECT_EQ(complaint_after([](json& j) { j["pairs"]["on_threads"][0] = "uyvy:x"; }),
+            "targets.json: pairs: on_threads: 1: there is no format 'x' (uyvy:x)");
+  EXPECT_EQ(complaint_after([](json& j) { j["pairs"]["on_threads"][1] = "uyvy:*"; }),
+            "targets.json: pairs: on_threads: 2: 'uyvy:*' is more than one pair");
+  EXPECT_EQ(complaint_after([](json& j) { j["pairs"]["on_threads"][0] = "alpha:y"; }),
+            "targets.json: pairs: on_threads: 1: there is no way for alpha:y");
+  EXPECT_EQ(complaint_after([](json& j) { j["pairs"].erase("two_threads"); }),
+            "targets.json: pairs: 'two_threads' is missing");
+  EXPECT_EQ(complaint_after([](json& j) { j["pairs"]["shares"] = 1; }),
+            "targets.json: pairs: 'shares' has no meaning here");
+  EXPECT_EQ(complaint_after([](json& j) {
+              j["pairs"]["reasons"] = {{{"source", {"x"}}, {"because", "b"}}};
+            }),
+            "targets.json: pairs: reasons: 1: source: 1: there is no format 'x'");
+  EXPECT_EQ(complaint_after([](json& j) {
+              j["pairs"]["reasons"] = {{{"kind", "copy"}, {"because", "b"}}};
+            }),
+            "targets.json: pairs: reasons: 1: 'kind' has no meaning here");
 }
 
 TEST(wrong_targets, may_lack_something) {

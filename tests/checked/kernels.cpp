@@ -1,16 +1,163 @@
-// Every kernel is there for a call: an entry point or a plan of the checked interface runs it.
+// The kernels of lines on every backend against their rules, over many counts; and every kernel is there for a call: an
+// entry point or a plan of the checked interface runs it.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <random>
 #include <set>
 #include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
 
+#include "backend/choice.h"
+#include "backend/dispatch.h"
 #include "catalogue/conversions.h"
 #include "morvane.hpp"
 #include "recorder.h"
 
 namespace morvane::tests {
 namespace {
+
+namespace backend = Processing::Morvane::backend;
+namespace kernel = Processing::Morvane::format_conversion::kernel;
+
+// A plane of some units between bytes that may be read. In lines, a few bytes behind them may be written too.
+struct plane_memory {
+  static constexpr std::size_t margin = 128;
+  static constexpr std::size_t written_behind = 16;
+  std::vector<std::uint8_t> bytes;
+
+  plane_memory(const std::size_t size, const unsigned seed) : bytes(margin + size + margin) {
+    std::mt19937 random(seed);
+    for (std::uint8_t& b : bytes) b = static_cast<std::uint8_t>(random() >> 7);
+  }
+  // Samples at the limits, and floats that are no numbers.
+  void put_limits() {
+    for (std::size_t i = 0; i + 8 <= bytes.size(); i += 52) {
+      bytes[i] = bytes[i + 1] = 255;
+      bytes[i + 2] = bytes[i + 3] = 0;
+      const float none = std::numeric_limits<float>::quiet_NaN();
+      std::memcpy(&bytes[i + 4], &none, 4);
+    }
+  }
+  template <class Plane>
+  typename Plane::pointer units() {
+    return reinterpret_cast<typename Plane::pointer>(bytes.data() + margin);
+  }
+  // What a line may have been given behind its units is no part of the result.
+  template <class Plane>
+  std::vector<std::uint8_t> result() const {
+    std::vector<std::uint8_t> all = bytes;
+    if constexpr (sizeof(*typename Plane::pointer{}) == 2)
+      for (std::size_t i = 0; i < written_behind; ++i) all[all.size() - margin + i] = 0;
+    return all;
+  }
+};
+
+// Coefficients of BT.709 and samples of eight to ten bits.
+template <class Kernel>
+Kernel with_members(const bool full) {
+  Kernel k{};
+  if constexpr (requires { k.repeated; }) k.repeated = static_cast<decltype(k.repeated)>(full ? 65535 : 0);
+  if constexpr (requires { k.last_repeated; }) k.last_repeated = 255;
+  if constexpr (requires { k.kept; }) k.kept = full ? 65535 : 0xffc0;
+  if constexpr (requires { k.half; }) k.half = full ? 0 : 32;
+  if constexpr (requires { k.all.factor; })
+    k.all = k.last = full ? kernel::rounding{255, 255} : kernel::rounding{256, 255};
+  if constexpr (requires { k.by.factor; }) k.by = full ? kernel::rounding{1023, 1023} : kernel::rounding{1024, 1023};
+  if constexpr (requires { k.r_cr; })
+    std::tie(k.y, k.r_cr, k.g_cb, k.g_cr, k.b_cb, k.black) =
+        std::tuple{9576, 14744, 1754, 4383, 17373, full ? 0 : 4096};
+  if constexpr (requires { k.lift; }) k.black = static_cast<std::int16_t>(full ? 8192 : 8379);
+  if constexpr (requires { k.of.y_r; })
+    k.of = {5960, 20048, 2024, 3285, 11051, 14336, 14336, 13022, 1314, full ? 0 : 4096};
+  if constexpr (requires { k.bottom; })
+    std::tie(k.r, k.g, k.b, k.bottom) = std::tuple{6966, 23436, 2366, full ? 0 : 4096};
+  if constexpr (requires { k.factor; }) std::tie(k.from, k.to, k.factor, k.bits) = std::tuple{4096, 0, 9576, 13};
+  if constexpr (requires { k.background; }) k.background = 12345;
+  if constexpr (requires { k.value; }) k.value = 4711;
+  return k;
+}
+
+template <class Kernel, class Planes>
+struct planes_of;
+
+template <class Kernel, class... Plane>
+struct planes_of<Kernel, kernel::plane_list<Plane...>> {
+  using indices = std::index_sequence_for<Plane...>;
+  std::vector<plane_memory> memory;
+
+  explicit planes_of(const int count) {
+    unsigned seed = 1;
+    (memory.emplace_back(static_cast<std::size_t>(count * Plane::bytes), seed++), ...);
+    for (plane_memory& m : memory) m.put_limits();
+  }
+  template <std::size_t... i>
+  void convert(const Kernel& k, const int count, std::index_sequence<i...>) {
+    if constexpr (std::is_empty_v<Kernel>)
+      backend::line_of<Kernel>()(memory[i].template units<Plane>()..., count);
+    else
+      backend::line_of<Kernel>()(memory[i].template units<Plane>()..., count, k);
+  }
+  template <std::size_t... i>
+  void convert_by_rule(const Kernel& k, const int count, std::index_sequence<i...>) {
+    for (std::size_t unit = 0; unit < static_cast<std::size_t>(count); ++unit)
+      k.rule(Plane::at(memory[i].template units<Plane>(), unit)...);
+  }
+  template <std::size_t... i>
+  std::array<std::vector<std::uint8_t>, sizeof...(Plane)> results(std::index_sequence<i...>) const {
+    return {memory[i].template result<Plane>()...};
+  }
+};
+
+template <class Kernel>
+void expect_rule(const bool full) {
+  using planes = planes_of<Kernel, typename Kernel::planes>;
+  using indices = typename planes::indices;
+  const Kernel k = with_members<Kernel>(full);
+  for (int count = 0; count <= 300; count += count < 140 ? 1 : 13) {
+    planes expected(count);
+    expected.convert_by_rule(k, count, indices());
+    planes made(count);
+    made.convert(k, count, indices());
+    ASSERT_EQ(expected.results(indices()), made.results(indices())) << count << " units";
+  }
+}
+
+// Kernels without a vector body are one loop on every backend.
+template <class Kernel>
+void expect_rule_of_lines(const int number) {
+  if constexpr (std::is_base_of_v<kernel::line_base, Kernel>)
+    for (const bool full : {false, true}) {
+      SCOPED_TRACE("kernel " + std::to_string(number));
+      expect_rule<Kernel>(full);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+}
+
+template <class... Kernel>
+void expect_rules(kernel::kernel_list<Kernel...>) {
+  int number = 0;
+  (expect_rule_of_lines<Kernel>(number++), ...);
+}
+
+class lines : public testing::Test {
+ protected:
+  void TearDown() override { backend::choose(backend::available().back()); }
+};
+
+TEST_F(lines, are_as_their_rules_say_on_every_backend) {
+  for (const backend::kind k : backend::available()) {
+    SCOPED_TRACE(backend::name(k));
+    backend::choose(k);
+    expect_rules(backend::all_kernels());
+  }
+}
 
 // All choices that decide about kernels.
 const options hows[] = {
@@ -19,6 +166,7 @@ const options hows[] = {
     {.siting = siting::center, .background = color{1, 2, 3}},
 };
 const range ranges[] = {range::unsaid, range::video, range::full};
+const matrix matrices[] = {matrix::bt709, matrix::bt2020};
 
 void convert_all(const description& from, const description& to) {
   for (const options& how : hows) try {
@@ -35,8 +183,9 @@ std::set<std::size_t> kernels_of_plans() {
   for (const format from : formats())
     for (const format to : formats())
       for (const range r : ranges)
-        convert_all({.format = from, .width = 4, .height = 4, .range = r},
-                    {.format = to, .width = 4, .height = 4, .matrix = matrix::bt2020, .range = range::full});
+        for (const matrix m : matrices)
+          convert_all({.format = from, .width = 4, .height = 4, .range = r},
+                      {.format = to, .width = 4, .height = 4, .matrix = m, .range = range::full});
   return kernels;
 }
 

@@ -265,6 +265,17 @@ TEST(plans_with_threads, have_the_same_bytes) {
     }
 }
 
+// Large enough for all threads to come to it.
+TEST(plans_with_threads, have_scratch_memory_each) {
+  const description from = of("y_uv_420", 1000, 600), to = of("bgra", 1000, 600);
+  image source(from), alone(to), made(to);
+  for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * i / 7);
+  plan(from, to).run(source.picture(), alone.picture());
+  const plan shared(from, to, {.threads = 4});
+  for (int repetition = 0; repetition < 8; ++repetition) shared.run(source.picture(), made.picture());
+  EXPECT_TRUE(std::equal(alone.data(), alone.data() + alone.bytes(), made.data()));
+}
+
 TEST(plans_with_threads, are_run_by_other_threads_at_once) {
   const description from = of("uyvy", 64, 32), to = of("bgra", 64, 32);
   image source(from), alone(to);

@@ -50,14 +50,18 @@ fenced_memory::~fenced_memory() {
   munmap(mapping_, mapped_);
 }
 
-int run_guarded(catalogue::thunk convert, const catalogue::call& c) {
+int run_guarded(const std::function<void()>& call) {
   [[maybe_unused]] static const bool caught = (catch_invalid_accesses(), true);
   const int signal = sigsetjmp(return_point, 0);
   if (signal != 0) return signal;
   under_test = 1;
-  convert(c);
+  call();
   under_test = 0;
   return 0;
+}
+
+int run_guarded(catalogue::thunk convert, const catalogue::call& c) {
+  return run_guarded([&] { convert(c); });
 }
 
 }  // namespace morvane::tests

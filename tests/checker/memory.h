@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 
 #include "catalogue/call.h"
@@ -26,7 +27,10 @@ class fenced_memory {
   std::size_t size_ = 0;
 };
 
-// Calls convert(c); returns 0, or the signal of an invalid memory access that ended it.
+// Calls it; returns 0, or the signal of an invalid memory access that ended it.
+int run_guarded(const std::function<void()>& call);
+
+// The same of convert(c).
 int run_guarded(catalogue::thunk convert, const catalogue::call& c);
 
 }  // namespace morvane::tests

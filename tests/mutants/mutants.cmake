@@ -425,8 +425,8 @@ mutant(alpha_of_the_pixels_before
 
 mutant(second_group_read_at_the_first
        FILE vector/avx512_blocks.h
-       FROM [[reinterpret_cast<const __m256i*>(p + group_bytes)]]
-       TO [[reinterpret_cast<const __m256i*>(p)]]
+       FROM [[load_256(p + group_bytes)]]
+       TO [[load_256(p)]]
        ROWS *yuyv_matrox_10_p216*
        BACKEND avx512)
 
@@ -632,3 +632,35 @@ mutant(memory_for_every_image
   if (yres == 1]]
        ROWS allocations.*
        PROGRAM allocations_test)
+
+mutant(ten_bits_rounded_beyond_their_limit
+       FILE kernel/lines_groups.h
+       FROM [[V::template shift_right_words<6>(V::add_words_to_limit(v, V::repeat(32)))]]
+       TO [[V::template shift_right_words<6>(V::add_words(v, V::repeat(32)))]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
+
+mutant(rgb_below_black_not_clamped
+       FILE kernel/lines_colour.h
+       FROM [[V::subtract_words_to_zero(lifted, V::repeat(lift))]]
+       TO [[V::subtract_words(lifted, V::repeat(lift))]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
+
+mutant(byte_above_its_limit
+       FILE kernel/lines_stored.h
+       FROM [[V::least_words(unlimited<V>(v), V::repeat(static_cast<uint16_t>(most)))]]
+       TO [[unlimited<V>(v)]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
+
+mutant(pixel_of_three_bytes_read_too_late
+       FILE vector/avx2_blocks.h
+       FROM [[fours_of_threes<4>(p + 20, p + 32)]]
+       TO [[fours_of_threes<4>(p + 20, p + 33)]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)

@@ -20,7 +20,7 @@ bool is_chroma(channel what) {
 }
 
 int divided_up(int number, int by) {
-  return (number + by - 1) / by;
+  return number / by + (number % by == 0 ? 0 : 1);
 }
 
 // "Cb10" or "R32f".

@@ -10,6 +10,7 @@
 #include "../kernel/key.h"
 #include "../kernel/lines_chroma.h"
 #include "../kernel/lines_colour.h"
+#include "../kernel/lines_groups.h"
 #include "../kernel/lines_stored.h"
 #include "../kernel/list.h"
 #include "../kernel/planes.h"
@@ -25,7 +26,7 @@ using all_kernels =
     kernel::joined_lists<kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels,
                          kernel::rgb_to_video_kernels, kernel::video_to_rgb_kernels, kernel::full_chroma_kernels,
                          kernel::key_kernels, kernel::words_kernels, kernel::card_10_kernels, kernel::black_kernels,
-                         kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_chroma_kernels,
-                         kernel::lines_colour_kernels>::type;
+                         kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
+                         kernel::lines_chroma_kernels, kernel::lines_colour_kernels>::type;
 
 }  // namespace Processing::Morvane::backend

@@ -55,13 +55,25 @@ bool crew::share(const job& j) {
   if (busy_.test_and_set(std::memory_order_acquire)) return false;
   job_ = j;
   next_.store(0, std::memory_order_relaxed);
-  working_.store(static_cast<uint32_t>(threads_.size()), std::memory_order_relaxed);
+  guests_.store(open, std::memory_order_release);
   jobs_.fetch_add(1, std::memory_order_release);
   jobs_.notify_all();
   work(0);
-  for (uint32_t left = working_.load(std::memory_order_acquire); left != 0;) left = wait_for_change(working_, left);
+  guests_.fetch_and(~open, std::memory_order_acq_rel);
+  for (uint32_t left = guests_.load(std::memory_order_acquire); left != 0;) left = wait_for_change(guests_, left);
   busy_.clear(std::memory_order_release);
   return true;
+}
+
+bool crew::join() {
+  uint32_t guests = guests_.load(std::memory_order_acquire);
+  while ((guests & open) != 0)
+    if (guests_.compare_exchange_weak(guests, guests + 1, std::memory_order_acq_rel)) return true;
+  return false;
+}
+
+void crew::leave() {
+  if (guests_.fetch_sub(1, std::memory_order_acq_rel) == 1) guests_.notify_one();
 }
 
 void crew::work(const int hand) {
@@ -74,8 +86,9 @@ void crew::serve(const int hand) {
   for (uint32_t seen = 0;;) {
     seen = wait_for_change(jobs_, seen);
     if (stopping_) return;
+    if (!join()) continue;
     work(hand);
-    if (working_.fetch_sub(1, std::memory_order_acq_rel) == 1) working_.notify_one();
+    leave();
   }
 }
 

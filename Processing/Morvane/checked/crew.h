@@ -9,7 +9,7 @@
 namespace Processing::Morvane::checked {
 
 // Pictures may be converted in a few microseconds, so threads that are done wait for the next job for a while before
-// they sleep. Running a job allocates nothing.
+// they sleep, and a job does not wait for a thread that has not come to it yet. Running a job allocates nothing.
 class crew {
  public:
   // The caller of run() is one of the hands. Throws std::system_error where a thread cannot be started.
@@ -37,7 +37,12 @@ class crew {
     int parts;
   };
 
+  // Of guests_: whether the job takes more threads; below it, how many are at it.
+  static constexpr uint32_t open = 1U << 16;
+
   bool share(const job& j);
+  bool join();
+  void leave();
   void work(int hand);
   void serve(int hand);
   void stop();
@@ -49,9 +54,9 @@ class crew {
   job job_ = {};
   bool stopping_ = false;
   std::atomic_flag busy_ = ATOMIC_FLAG_INIT;
-  alignas(64) std::atomic<uint32_t> jobs_ = 0;     // how many were begun
-  alignas(64) std::atomic<int> next_ = 0;          // part
-  alignas(64) std::atomic<uint32_t> working_ = 0;  // threads that are not done with the job
+  alignas(64) std::atomic<uint32_t> jobs_ = 0;  // how many were begun
+  alignas(64) std::atomic<int> next_ = 0;       // part
+  alignas(64) std::atomic<uint32_t> guests_ = 0;
 };
 
 }  // namespace Processing::Morvane::checked

@@ -154,7 +154,7 @@ problem read_row(const morvane_description* description, const morvane_picture* 
                           static_cast<long long>(rows - 1));
   if (lines == nullptr) return checked::wrong(MORVANE_NULL, "lines", 0, 0, "is null");
   checked::component_lines to;
-  for (size_t i = 0; i < MORVANE_COMPONENTS; ++i) {
+  for (size_t i = 0; i < MORVANE_X; ++i) {
     const int64_t needed = int64_t{p.samples[i]} * p.groups(s.width);
     if (needed > 0 && lines[i] == nullptr)
       return checked::wrong(MORVANE_NULL, checked::part("lines", i).text, 0, needed, "is null");
@@ -164,7 +164,7 @@ problem read_row(const morvane_description* description, const morvane_picture* 
     to.of[i] = lines[i];
   }
   const auto* first = static_cast<const uint8_t*>(picture->data[plane]);
-  checked::read_row(p, first + picture->stride[plane] * row, s.width, to);
+  checked::read_row(p, first + picture->stride[plane] * row, s.width, to, false);
   return checked::none();
 }
 

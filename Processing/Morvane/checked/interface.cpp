@@ -212,8 +212,10 @@ int32_t morvane_convert(const morvane_description* source, const morvane_picture
                         const morvane_options* options, morvane_error* error) {
   morvane_plan plan;
   if (const problem p = make_plan(source, destination, options, plan); is_wrong(p)) return answer(p, error);
+  if (const problem p = check_pictures(plan, source_picture, destination_picture); is_wrong(p)) return answer(p, error);
   const int64_t bytes = scratch_bytes_of(plan);
   const std::unique_ptr<void, decltype(&std::free)> scratch(std::malloc(static_cast<size_t>(bytes)), &std::free);
   if (scratch == nullptr) return answer(no_memory(bytes), error);
-  return answer(run(plan, source_picture, destination_picture, {scratch.get(), bytes}), error);
+  checked::run_all(plan.way, plan.hands.get(), *source_picture, *destination_picture, scratch.get());
+  return answer(checked::none(), error);
 }

@@ -22,22 +22,42 @@ int64_t span_of(const int64_t stride, const int64_t rows, const int64_t row_byte
   return bytes;
 }
 
-struct range {
-  uintptr_t begin = 0;
-  uintptr_t end = 0;
+// The rows of a plane, from the one that lies lowest in memory on.
+struct rows_in_memory {
+  uintptr_t lowest = 0;
+  uintptr_t step = 0;
+  uintptr_t count = 0;
+  uintptr_t bytes = 0;  // of each
+
+  uintptr_t row(const uintptr_t index) const { return lowest + step * index; }
+  uintptr_t end() const { return row(count - 1) + bytes; }
 };
 
-range range_of(const shape& s, const morvane_picture& picture, const size_t plane) {
+rows_in_memory rows_of(const shape& s, const morvane_picture& picture, const size_t plane) {
   const catalogue::plane& p = s.format->planes[plane];
-  const int64_t rows = p.rows(s.height);
-  const int64_t span = span_of(picture.stride[plane], rows, p.row_bytes(s.width));
-  auto begin = reinterpret_cast<uintptr_t>(picture.data[plane]);
-  if (picture.stride[plane] < 0) begin += static_cast<uintptr_t>(picture.stride[plane] * (rows - 1));
-  return {begin, begin + static_cast<uintptr_t>(span)};
+  rows_in_memory rows{};
+  rows.lowest = reinterpret_cast<uintptr_t>(picture.data[plane]);
+  rows.count = static_cast<uintptr_t>(p.rows(s.height));
+  rows.bytes = static_cast<uintptr_t>(p.row_bytes(s.width));
+  if (rows.count == 1) return rows;
+  const auto stride = static_cast<uintptr_t>(picture.stride[plane]);
+  rows.step = picture.stride[plane] < 0 ? -stride : stride;
+  if (picture.stride[plane] < 0) rows.lowest -= rows.step * (rows.count - 1);
+  return rows;
 }
 
-bool share(const range& a, const range& b) {
-  return a.begin < b.end && b.begin < a.end;
+// Rows may lie between those of another plane, as those of two halves of a picture do.
+bool share(const rows_in_memory& a, const rows_in_memory& b) {
+  if (a.end() <= b.lowest || b.end() <= a.lowest) return false;
+  for (uintptr_t i = 0, j = 0; i < a.count && j < b.count;) {
+    if (a.row(i) + a.bytes <= b.row(j))
+      ++i;
+    else if (b.row(j) + b.bytes <= a.row(i))
+      ++j;
+    else
+      return true;
+  }
+  return false;
 }
 
 problem plane_fits(const shape& s, const morvane_picture& picture, const char* name, const size_t i) {
@@ -100,13 +120,13 @@ problem fits(const shape& s, const morvane_picture* picture, const char* name) {
 problem are_apart(const shape& source, const morvane_picture& from, const shape& destination,
                   const morvane_picture& to) {
   for (size_t d = 0; d < destination.format->plane_count(); ++d) {
-    const range written = range_of(destination, to, d);
+    const rows_in_memory written = rows_of(destination, to, d);
     for (size_t s = 0; s < source.format->plane_count(); ++s)
-      if (share(written, range_of(source, from, s)))
+      if (share(written, rows_of(source, from, s)))
         return wrong(MORVANE_OVERLAP, part("destination", "data", d).text, 0, 0,
                      "shares bytes with plane %zu of the source", s);
     for (size_t other = 0; other < d; ++other)
-      if (share(written, range_of(destination, to, other)))
+      if (share(written, rows_of(destination, to, other)))
         return wrong(MORVANE_OVERLAP, part("destination", "data", d).text, 0, 0,
                      "shares bytes with plane %zu of the destination", other);
   }

@@ -19,84 +19,129 @@ component component_named(const std::string_view name) {
   return name == "A" ? alpha : unused;
 }
 
-// The lines of the items of a group, in the order in which they are stored.
-struct item_lines {
-  std::array<uint16_t*, 4> of{};
-  int count = 0;
-};
+component last_of(const stored_plane& p) {
+  return p.items[static_cast<size_t>(p.item_count - 1)];
+}
 
-item_lines items_of(const stored_plane& p, const component_lines& lines) {
-  item_lines items;
-  for (; items.count < p.item_count; ++items.count) {
-    const auto i = static_cast<size_t>(items.count);
-    items.of[i] = lines.of[p.items[i]];
-  }
+// The lines of the items of a group, in the order in which they are stored. Of four, the last one is null if it is that
+// of what is unused.
+using item_lines = std::array<uint16_t*, 4>;
+
+item_lines lines_of_items(const stored_plane& p, const component_lines& lines) {
+  item_lines items{};
+  for (size_t i = 0; i < static_cast<size_t>(p.item_count); ++i) items[i] = lines.of[p.items[i]];
+  if (p.item_count == 4 && items[3] == lines.of[unused]) items[3] = nullptr;
   return items;
 }
 
-template <int bytes, int items, int up>
-void split(const uint8_t* row, const item_lines& to, const int groups) {
-  line_of<kernel::split_items<bytes, items, up>>()(row, to.of[0], to.of[1], to.of[2], to.of[3], groups);
+bool is_filled(const component c, const bool fills_words) {
+  return c == alpha || fills_words;
 }
 
-template <int bytes, int items, int up>
-void join(const item_lines& from, uint8_t* row, const int groups) {
-  line_of<kernel::join_items<bytes, items, up>>()(from.of[0], from.of[1], from.of[2], from.of[3], row, groups);
+// Reading.
+
+template <class Kernel>
+Kernel widening(const stored_plane& p, const bool fills_words) {
+  Kernel k{};
+  k.repeated = fills_words ? 255 : 0;
+  k.last_repeated = is_filled(last_of(p), fills_words) ? 255 : 0;
+  return k;
 }
 
-void split_bytes(const uint8_t* row, const item_lines& to, const int groups) {
-  switch (to.count) {
-    case 1:
-      return split<1, 1, 8>(row, to, groups);
-    case 2:
-      return split<1, 2, 8>(row, to, groups);
-    case 3:
-      return split<1, 3, 8>(row, to, groups);
-    default:
-      return split<1, 4, 8>(row, to, groups);
-  }
+void split_bytes(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups,
+                 const bool fills_words) {
+  const auto& [a, b, c, d] = to;
+  using one = kernel::split_bytes<1, kernel::written_line>;
+  using two = kernel::split_bytes<2, kernel::written_line, kernel::written_line>;
+  using three = kernel::split_bytes_to_three<3>;
+  using three_of_four = kernel::split_bytes_to_three<4>;
+  using four = kernel::split_four_bytes;
+  if (p.item_count == 1) return line_of<one>()(row, a, groups, widening<one>(p, fills_words));
+  if (p.item_count == 2) return line_of<two>()(row, a, b, groups, widening<two>(p, fills_words));
+  if (p.item_count == 3) return line_of<three>()(row, a, b, c, groups, widening<three>(p, fills_words));
+  if (d == nullptr) return line_of<three_of_four>()(row, a, b, c, groups, widening<three_of_four>(p, fills_words));
+  line_of<four>()(row, a, b, c, d, groups, widening<four>(p, fills_words));
 }
 
-void join_bytes(const item_lines& from, uint8_t* row, const int groups) {
-  switch (from.count) {
-    case 1:
-      return join<1, 1, 0>(from, row, groups);
-    case 2:
-      return join<1, 2, 0>(from, row, groups);
-    case 3:
-      return join<1, 3, 0>(from, row, groups);
-    default:
-      return join<1, 4, 0>(from, row, groups);
-  }
+template <class Kernel>
+Kernel keeping(const stored_plane& p) {
+  Kernel k{};
+  k.kept = static_cast<uint16_t>(65535 << (16 - p.layout->depth()));
+  return k;
 }
 
-void split_words(const uint8_t* row, const item_lines& to, const int groups) {
-  switch (to.count) {
-    case 1:
-      return split<2, 1, 0>(row, to, groups);
-    case 2:
-      return split<2, 2, 0>(row, to, groups);
-    default:
-      return split<2, 4, 0>(row, to, groups);
-  }
+void split_words(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups) {
+  const auto& [a, b, c, d] = to;
+  using one = kernel::split_words<1, kernel::written_line>;
+  using two = kernel::split_words<2, kernel::written_line, kernel::written_line>;
+  using three_of_four = kernel::split_three_of_four_words;
+  using four = kernel::split_four_words;
+  if (p.item_count == 1) return line_of<one>()(row, a, groups, keeping<one>(p));
+  if (p.item_count == 2) return line_of<two>()(row, a, b, groups, keeping<two>(p));
+  if (d == nullptr) return line_of<three_of_four>()(row, a, b, c, groups, keeping<three_of_four>(p));
+  line_of<four>()(row, a, b, c, d, groups, keeping<four>(p));
 }
 
-void join_words(const item_lines& from, uint8_t* row, const int groups) {
-  switch (from.count) {
-    case 1:
-      return join<2, 1, 0>(from, row, groups);
-    case 2:
-      return join<2, 2, 0>(from, row, groups);
-    default:
-      return join<2, 4, 0>(from, row, groups);
-  }
+template <int bits>
+void split_low(const stored_plane& p, const uint8_t* row, uint16_t* to, const int groups, const bool fills_words) {
+  kernel::split_low<bits> k{};
+  k.repeated = is_filled(p.items[0], fills_words) ? 65535 : 0;
+  line_of<kernel::split_low<bits>>()(row, to, groups, k);
 }
 
-void join_upper_tens(const item_lines& from, uint8_t* row, const int groups) {
-  if (from.count == 1)
-    join<2, 1, 6>(from, row, groups);
-  else
-    join<2, 2, 6>(from, row, groups);
+// Writing.
+
+kernel::rounding to_bits(const int bits, const bool fills_words) {
+  const int most = (1 << bits) - 1;
+  return {static_cast<int16_t>(fills_words ? most : most + 1), static_cast<int16_t>(most)};
+}
+
+template <class Kernel>
+Kernel rounding_to_bytes(const stored_plane& p, const bool fills_words) {
+  Kernel k{};
+  k.all = to_bits(8, fills_words);
+  k.last = to_bits(8, is_filled(last_of(p), fills_words));
+  return k;
+}
+
+void join_bytes(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups, const bool fills_words) {
+  const auto& [a, b, c, d] = from;
+  using one = kernel::join_bytes<1, kernel::read_line>;
+  using two = kernel::join_bytes<2, kernel::read_line, kernel::read_line>;
+  using three = kernel::join_bytes_of_three<3>;
+  using three_to_four = kernel::join_bytes_of_three<4>;
+  using four = kernel::join_four_bytes;
+  if (p.item_count == 1) return line_of<one>()(a, row, groups, rounding_to_bytes<one>(p, fills_words));
+  if (p.item_count == 2) return line_of<two>()(a, b, row, groups, rounding_to_bytes<two>(p, fills_words));
+  if (p.item_count == 3) return line_of<three>()(a, b, c, row, groups, rounding_to_bytes<three>(p, fills_words));
+  if (d == nullptr)
+    return line_of<three_to_four>()(a, b, c, row, groups, rounding_to_bytes<three_to_four>(p, fills_words));
+  line_of<four>()(a, b, c, d, row, groups, rounding_to_bytes<four>(p, fills_words));
+}
+
+template <class Kernel>
+Kernel rounding_to_words(const stored_plane& p) {
+  Kernel k = keeping<Kernel>(p);
+  k.half = static_cast<uint16_t>(static_cast<uint16_t>(~k.kept) / 2 + (k.kept == 65535 ? 0 : 1));
+  return k;
+}
+
+void join_words(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups) {
+  const auto& [a, b, c, d] = from;
+  using one = kernel::join_words<1, kernel::read_line>;
+  using two = kernel::join_words<2, kernel::read_line, kernel::read_line>;
+  using three_to_four = kernel::join_words_of_three;
+  using four = kernel::join_four_words;
+  if (p.item_count == 1) return line_of<one>()(a, row, groups, rounding_to_words<one>(p));
+  if (p.item_count == 2) return line_of<two>()(a, b, row, groups, rounding_to_words<two>(p));
+  if (d == nullptr) return line_of<three_to_four>()(a, b, c, row, groups, rounding_to_words<three_to_four>(p));
+  line_of<four>()(a, b, c, d, row, groups, rounding_to_words<four>(p));
+}
+
+void join_low(const stored_plane& p, const uint16_t* from, uint8_t* row, const int groups, const bool fills_words) {
+  kernel::join_low k{};
+  k.by = to_bits(p.layout->depth(), is_filled(p.items[0], fills_words));
+  line_of<kernel::join_low>()(from, row, groups, k);
 }
 
 bool is_pairs(const stored_plane& p) {
@@ -120,21 +165,26 @@ stored_plane stored(const catalogue::plane& p) {
   return result;
 }
 
-void read_row(const stored_plane& p, const uint8_t* row, const int width, const component_lines& lines) {
-  const auto& [y, cb, cr, a, rest] = lines.of;
+void read_row(const stored_plane& p, const uint8_t* row, const int width, const component_lines& lines,
+              const bool fills_words) {
+  component_lines to = lines;
+  for (uint16_t*& line : to.of)
+    if (line == nullptr) line = lines.of[unused];
+  const auto& [y, cb, cr, a, rest] = to.of;
   const int groups = p.groups(width);
+  const item_lines items = lines_of_items(p, to);
   switch (p.layout->sample) {
     case sample_type::u8:
-      if (!is_pairs(p)) return split_bytes(row, items_of(p, lines), groups);
+      if (!is_pairs(p)) return split_bytes(p, row, items, groups, fills_words);
       if (begins_with_luma(p))
         return line_of<kernel::split_pairs<kernel::first_of_pair::luma>>()(row, y, cb, cr, groups);
       return line_of<kernel::split_pairs<kernel::first_of_pair::chroma>>()(row, y, cb, cr, groups);
     case sample_type::u16:
-      return split_words(row, items_of(p, lines), groups);
+      return split_words(p, row, items, groups);
     case sample_type::u16_low10:
-      return split<2, 1, 6>(row, items_of(p, lines), groups);
+      return split_low<10>(p, row, items[0], groups, fills_words);
     case sample_type::u16_low12:
-      return split<2, 1, 4>(row, items_of(p, lines), groups);
+      return split_low<12>(p, row, items[0], groups, fills_words);
     case sample_type::u32_3x10:
       if (p.has(alpha)) return line_of<kernel::split_yua_yva>()(row, y, cb, cr, a, groups);
       return line_of<kernel::split_v210>()(row, y, cb, cr, groups);
@@ -145,21 +195,22 @@ void read_row(const stored_plane& p, const uint8_t* row, const int width, const 
   }
 }
 
-void write_row(const stored_plane& p, uint8_t* row, const int width, const component_lines& lines) {
+void write_row(const stored_plane& p, uint8_t* row, const int width, const component_lines& lines,
+               const bool fills_words) {
   const auto& [y, cb, cr, a, rest] = lines.of;
   const int groups = p.groups(width);
+  const item_lines items = lines_of_items(p, lines);
   switch (p.layout->sample) {
     case sample_type::u8:
-      if (!is_pairs(p)) return join_bytes(items_of(p, lines), row, groups);
+      if (!is_pairs(p)) return join_bytes(p, items, row, groups, fills_words);
       if (begins_with_luma(p))
         return line_of<kernel::join_pairs<kernel::first_of_pair::luma>>()(y, cb, cr, row, groups);
       return line_of<kernel::join_pairs<kernel::first_of_pair::chroma>>()(y, cb, cr, row, groups);
     case sample_type::u16:
-      if (p.layout->upper_bits == 10) return join_upper_tens(items_of(p, lines), row, groups);
-      return join_words(items_of(p, lines), row, groups);
+      return join_words(p, items, row, groups);
     case sample_type::u16_low10:
     case sample_type::u16_low12:
-      return join<2, 1, 0>(items_of(p, lines), row, groups);
+      return join_low(p, items[0], row, groups, fills_words);
     case sample_type::u32_3x10:
       if (p.has(alpha)) return line_of<kernel::join_yua_yva>()(y, cb, cr, a, row, groups);
       return line_of<kernel::join_v210>()(y, cb, cr, row, groups);

@@ -10,8 +10,8 @@ namespace Processing::Morvane::checked {
 
 namespace catalogue = morvane::catalogue;
 
-// A line for each component: luma, red or luminance; Cb or green; Cr or blue; alpha. The last one takes and gives what
-// is unused. Lines have room for whole groups.
+// A line for each component: luma, red or luminance; Cb or green; Cr or blue; alpha. The last one is for what is
+// unused. Lines have room for whole groups.
 enum component { first, second, third, alpha, unused, component_count };
 
 struct component_lines {
@@ -31,10 +31,13 @@ struct stored_plane {
 
 stored_plane stored(const catalogue::plane& p);
 
-// The samples of a row, with their bits at the top of the words.
-void read_row(const stored_plane& p, const uint8_t* row, int width, const component_lines& lines);
+// The largest sample of alpha always stands for 65535; whether that of the other components does is said by
+// `fills_words`, of a source or of a destination.
 
-// From samples with their bits at the bottom of the words.
-void write_row(const stored_plane& p, uint8_t* row, int width, const component_lines& lines);
+// Components without a line are left out. The line for what is unused is there, and overwritten.
+void read_row(const stored_plane& p, const uint8_t* row, int width, const component_lines& lines, bool fills_words);
+
+// All components that are stored have a line. That of what is unused holds 65535, and is that of opaque alpha too.
+void write_row(const stored_plane& p, uint8_t* row, int width, const component_lines& lines, bool fills_words);
 
 }  // namespace Processing::Morvane::checked

@@ -7,72 +7,90 @@
 
 #include "lines.h"
 #include "list.h"
+#include "stored.h"
 
 namespace Processing::Morvane::format_conversion::kernel {
 
 // Where the chroma of a pair lies: at its first pixel, or between the two.
 enum class siting : bool { left, center };
 
-struct repeat_samples : each_sample<read_line, written_line> {
+struct repeat_samples : line_kernel<repeat_samples, read_line, written_words<2>> {
+  MORVANE_INLINE static void rule(const uint16_t* src, uint16_t* dst) { dst[0] = dst[1] = *src; }
   template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict src, uint16_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) {
-      dst[2 * i] = src[i];
-      dst[2 * i + 1] = src[i];
-    }
+  MORVANE_INLINE static auto convert(const uint8_t* src) {
+    return V::interleave2_words(V::load(src), V::load(src));
   }
 };
 
 template <siting at>
-struct double_samples : each_sample<read_line, written_line> {
-  template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict src, uint16_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) {
-      if constexpr (at == siting::left) {
-        dst[2 * i] = src[i];
-        dst[2 * i + 1] = average_up(src[i], src[i + 1]);
-      } else {
-        dst[2 * i] = nearer_to_first(src[i], src[i - 1]);
-        dst[2 * i + 1] = nearer_to_first(src[i], src[i + 1]);
-      }
+struct double_samples : line_kernel<double_samples<at>, read_line, written_words<2>> {
+  MORVANE_INLINE static void rule(const uint16_t* src, uint16_t* dst) {
+    if constexpr (at == siting::left) {
+      dst[0] = src[0];
+      dst[1] = average_up(src[0], src[1]);
+    } else {
+      dst[0] = nearer_to_first(src[0], src[-1]);
+      dst[1] = nearer_to_first(src[0], src[1]);
     }
+  }
+  template <class V>
+  MORVANE_INLINE static auto convert(const uint8_t* src) {
+    const auto own = V::load(src);
+    const auto next = V::load(src + 2);
+    if constexpr (at == siting::left)
+      return V::interleave2_words(own, V::average_up(own, next));
+    else
+      return V::interleave2_words(nearer_to_first<V>(own, V::load(src - 2)), nearer_to_first<V>(own, next));
   }
 };
 
-struct first_of_pairs : each_sample<read_line, written_line> {
+// Words 0, 2, 4... and 1, 3, 5... of a line.
+template <class V>
+MORVANE_INLINE auto load_pairs(const uint8_t* src) {
+  return V::deinterleave2_words(V::load(src), V::load(blocks_on<V>(src, 1)));
+}
+
+struct first_of_pairs : line_kernel<first_of_pairs, read_words<2>, written_line> {
+  MORVANE_INLINE static void rule(const uint16_t* src, uint16_t* dst) { *dst = src[0]; }
   template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict src, uint16_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) dst[i] = src[2 * i];
+  MORVANE_INLINE static auto convert(const uint8_t* src) {
+    return load_pairs<V>(src).first;
   }
 };
 
 template <siting at>
-struct halve_samples : each_sample<read_line, written_line> {
+struct halve_samples : line_kernel<halve_samples<at>, read_words<2>, written_line> {
+  MORVANE_INLINE static void rule(const uint16_t* src, uint16_t* dst) {
+    *dst = at == siting::left ? smoothed(src[-1], src[0], src[1]) : average_up(src[0], src[1]);
+  }
   template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict src, uint16_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) {
-      if constexpr (at == siting::left)
-        dst[i] = smoothed(src[2 * i - 1], src[2 * i], src[2 * i + 1]);
-      else
-        dst[i] = average_up(src[2 * i], src[2 * i + 1]);
-    }
+  MORVANE_INLINE static auto convert(const uint8_t* src) {
+    const auto own = load_pairs<V>(src);
+    if constexpr (at == siting::left)
+      return smoothed<V>(load_pairs<V>(src - 2).first, own.first, own.second);
+    else
+      return V::average_up(own.first, own.second);
   }
 };
 
 // Between two lines: three parts of the first and one of the second, or equal parts.
-struct between_lines : each_sample<read_line, read_line, written_line> {
+struct between_lines : line_kernel<between_lines, read_line, read_line, written_line> {
+  MORVANE_INLINE static void rule(const uint16_t* near, const uint16_t* far, uint16_t* dst) {
+    *dst = nearer_to_first(*near, *far);
+  }
   template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict near, const uint16_t* __restrict far,
-                                  uint16_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) dst[i] = nearer_to_first(near[i], far[i]);
+  MORVANE_INLINE static auto convert(const uint8_t* near, const uint8_t* far) {
+    return nearer_to_first<V>(V::load(near), V::load(far));
   }
 };
 
-struct average_of_lines : each_sample<read_line, read_line, written_line> {
+struct average_of_lines : line_kernel<average_of_lines, read_line, read_line, written_line> {
+  MORVANE_INLINE static void rule(const uint16_t* upper, const uint16_t* lower, uint16_t* dst) {
+    *dst = average_up(*upper, *lower);
+  }
   template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict upper, const uint16_t* __restrict lower,
-                                  uint16_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) dst[i] = average_up(upper[i], lower[i]);
+  MORVANE_INLINE static auto convert(const uint8_t* upper, const uint8_t* lower) {
+    return V::average_up(V::load(upper), V::load(lower));
   }
 };
 

@@ -1,5 +1,5 @@
-// Between what is stored and lines of working samples. Reading leaves the bits of a sample at the top of its word, and
-// writing takes them at the bottom; the passes over a line at the end of this file make the one of the other.
+// Between rows of items, of which each has a component, and lines of working samples. Reading makes words of a sample
+// that use all 16 bits; writing rounds them to the bits that are stored.
 #pragma once
 
 #include <cstddef>
@@ -8,321 +8,273 @@
 #include "lines.h"
 #include "list.h"
 #include "samples.h"
+#include "stored.h"
 
 namespace Processing::Morvane::format_conversion::kernel {
 
-// Items of one or two bytes, at any address.
-template <int bytes>
-MORVANE_INLINE uint16_t stored_item(const uint8_t* p) {
-  if constexpr (bytes == 1) return *p;
-  uint16_t word;
-  __builtin_memcpy(&word, p, 2);
-  return word;
+// Bytes as words: x << 8, and below it the bits of x that `repeated` has, all or none of them.
+MORVANE_INLINE uint16_t widened(const uint8_t x, const uint8_t repeated) {
+  return static_cast<uint16_t>(x << 8 | (x & repeated));
 }
 
-template <int bytes>
-MORVANE_INLINE void store_item(uint8_t* p, const uint16_t value) {
-  if constexpr (bytes == 1)
-    *p = static_cast<uint8_t>(value);
-  else
-    __builtin_memcpy(p, &value, 2);
-}
+// Groups of one to four bytes, of which the first ones go to lines of their own. The last one of two or four has its
+// own `repeated`.
+template <int items, class... Line>
+struct split_bytes : line_kernel<split_bytes<items, Line...>, from<items>, Line...> {
+  uint8_t repeated, last_repeated;
 
-// Groups of one to four items of so many bytes, of which each goes to a line of its own; `up` is how far it is shifted.
-// Lines beyond the items are null.
-template <int bytes, int items, int up>
-struct split_items : each_sample<from<bytes * items>, written_line, written_line, written_line, written_line> {
+  template <class... Word>
+  MORVANE_INLINE void rule(const uint8_t* group, Word*... to) const {
+    int i = 0;
+    ((*to = widened(group[i], i == items - 1 ? last_repeated : repeated), ++i), ...);
+  }
+  // Of words with two bytes each.
   template <class V>
-  MORVANE_INLINE static void line(const uint8_t* __restrict src, uint16_t* __restrict first,
-                                  uint16_t* __restrict second, uint16_t* __restrict third, uint16_t* __restrict fourth,
-                                  const int count) {
-    for (int i = 0; i < count; ++i) {
-      const uint8_t* group = src + static_cast<ptrdiff_t>(i) * (bytes * items);
-      first[i] = static_cast<uint16_t>(stored_item<bytes>(group) << up);
-      if constexpr (items > 1) second[i] = static_cast<uint16_t>(stored_item<bytes>(group + bytes) << up);
-      if constexpr (items > 2) third[i] = static_cast<uint16_t>(stored_item<bytes>(group + 2 * bytes) << up);
-      if constexpr (items > 3) fourth[i] = static_cast<uint16_t>(stored_item<bytes>(group + 3 * bytes) << up);
+  MORVANE_INLINE static auto lower(const typename V::block both, const uint8_t repeated) {
+    return V::or_blocks(V::template shift_left_words<8>(both), V::and_blocks(both, V::repeat(repeated)));
+  }
+  template <class V>
+  MORVANE_INLINE static auto upper(const typename V::block both, const uint8_t repeated) {
+    return V::or_blocks(V::and_blocks(both, V::repeat(0xff00)),
+                        V::and_blocks(V::template shift_right_words<8>(both), V::repeat(repeated)));
+  }
+  template <class V>
+  MORVANE_INLINE static auto load_pixels(const uint8_t* src) {
+    if constexpr (items == 3) {
+      const auto fours = V::load_threes(src);
+      return V::deinterleave2_words(fours.first, fours.second);
+    } else {
+      return V::deinterleave2_words(V::load(src), V::load(blocks_on<V>(src, 1)));
+    }
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* src) const {
+    if constexpr (items == 1) {
+      const auto bytes = V::load(src);
+      return V::interleave2(V::and_blocks(bytes, V::repeat(static_cast<uint16_t>(last_repeated * 257))), bytes);
+    } else if constexpr (items == 2) {
+      const auto both = V::load(src);
+      return to_planes(lower<V>(both, repeated), upper<V>(both, last_repeated));
+    } else {
+      const auto both = load_pixels<V>(src);
+      const auto first = lower<V>(both.first, repeated);
+      const auto second = upper<V>(both.first, repeated);
+      const auto third = lower<V>(both.second, items == 3 ? last_repeated : repeated);
+      if constexpr (sizeof...(Line) == 3)
+        return to_planes(first, second, third);
+      else
+        return to_planes(first, second, third, upper<V>(both.second, last_repeated));
     }
   }
 };
 
-template <int bytes, int items, int up>
-struct join_items : each_sample<read_line, read_line, read_line, read_line, to<bytes * items>> {
+// Samples of so many bits: (v / 2 * factor + 16384) >> 15, at most `most`. With a factor of `most` the largest word
+// stands for the largest sample, and with one more a sample is a power of two apart from the next.
+struct rounding {
+  int16_t factor;
+  int16_t most;
+
+  MORVANE_INLINE uint16_t of(const uint16_t v) const {
+    const int16_t rounded = rounded_product(static_cast<int16_t>(v >> 1), factor);
+    return static_cast<uint16_t>(rounded < most ? rounded : most);
+  }
   template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict first, const uint16_t* __restrict second,
-                                  const uint16_t* __restrict third, const uint16_t* __restrict fourth,
-                                  uint8_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) {
-      uint8_t* group = dst + static_cast<ptrdiff_t>(i) * (bytes * items);
-      store_item<bytes>(group, static_cast<uint16_t>(first[i] << up));
-      if constexpr (items > 1) store_item<bytes>(group + bytes, static_cast<uint16_t>(second[i] << up));
-      if constexpr (items > 2) store_item<bytes>(group + 2 * bytes, static_cast<uint16_t>(third[i] << up));
-      if constexpr (items > 3) store_item<bytes>(group + 3 * bytes, static_cast<uint16_t>(fourth[i] << up));
+  MORVANE_INLINE auto unlimited(const typename V::block v) const {
+    return V::rounded_product(V::template shift_right_words<1>(v), V::repeat(static_cast<uint16_t>(factor)));
+  }
+  template <class V>
+  MORVANE_INLINE auto of(const typename V::block v) const {
+    return V::least_words(unlimited<V>(v), V::repeat(static_cast<uint16_t>(most)));
+  }
+};
+
+// A fourth byte without a line is 255.
+template <int items, class... Line>
+struct join_bytes : line_kernel<join_bytes<items, Line...>, Line..., to<items>> {
+  rounding all, last;
+
+  template <int i>
+  MORVANE_INLINE const rounding& of() const {
+    return i == items - 1 ? last : all;
+  }
+  MORVANE_INLINE void rule(const uint16_t* a, uint8_t* dst) const { dst[0] = byte<0>(a); }
+  MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, uint8_t* dst) const {
+    dst[0] = byte<0>(a);
+    dst[1] = byte<1>(b);
+  }
+  MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, uint8_t* dst) const {
+    dst[0] = byte<0>(a);
+    dst[1] = byte<1>(b);
+    dst[2] = byte<2>(c);
+    if constexpr (items == 4) dst[3] = 255;
+  }
+  MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, const uint16_t* d,
+                           uint8_t* dst) const {
+    rule(a, b, c, dst);
+    dst[3] = byte<3>(d);
+  }
+  template <int i>
+  MORVANE_INLINE uint8_t byte(const uint16_t* line) const {
+    return static_cast<uint8_t>(of<i>().of(*line));
+  }
+  // Two bytes a word.
+  template <class V, int i>
+  MORVANE_INLINE auto two_of(const uint8_t* a, const typename V::block b) const {
+    return V::or_blocks(of<i>().template of<V>(V::load(a)), V::template shift_left_words<8>(b));
+  }
+  template <class V, int i>
+  MORVANE_INLINE auto two_of(const uint8_t* a, const uint8_t* b) const {
+    return two_of<V, i>(a, of<i + 1>().template of<V>(V::load(b)));
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* a) const {
+    return V::pack_words(last.template unlimited<V>(V::load(a)),
+                         last.template unlimited<V>(V::load(blocks_on<V>(a, 1))));
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b) const {
+    return two_of<V, 0>(a, b);
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c) const {
+    if constexpr (items == 3)
+      return V::threes(V::interleave2_words(two_of<V, 0>(a, b), of<2>().template of<V>(V::load(c))));
+    else
+      return V::interleave2_words(two_of<V, 0>(a, b), two_of<V, 2>(c, V::repeat(255)));
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c, const uint8_t* d) const {
+    return V::interleave2_words(two_of<V, 0>(a, b), two_of<V, 2>(c, d));
+  }
+};
+
+// Groups of one, two or four words at any address, of which the bits of `kept` are used.
+template <int items, class... Line>
+struct split_words : line_kernel<split_words<items, Line...>, from<2 * items>, Line...> {
+  uint16_t kept;
+
+  template <class... Word>
+  MORVANE_INLINE void rule(const uint8_t* group, Word*... to) const {
+    int i = 0;
+    ((*to = static_cast<uint16_t>(word_at(group + 2 * i++) & kept)), ...);
+  }
+  template <class V>
+  MORVANE_INLINE auto load(const uint8_t* src, const int blocks) const {
+    return V::and_blocks(V::load(blocks_on<V>(src, blocks)), V::repeat(kept));
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* src) const {
+    if constexpr (items == 1) {
+      return load<V>(src, 0);
+    } else if constexpr (items == 2) {
+      const auto words = V::deinterleave2_words(load<V>(src, 0), load<V>(src, 1));
+      return to_planes(words.first, words.second);
+    } else {
+      const auto lower = V::deinterleave2_words(load<V>(src, 0), load<V>(src, 1));
+      const auto upper = V::deinterleave2_words(load<V>(src, 2), load<V>(src, 3));
+      const auto even = V::deinterleave2_words(lower.first, upper.first);
+      const auto odd = V::deinterleave2_words(lower.second, upper.second);
+      if constexpr (sizeof...(Line) == 3)
+        return to_planes(even.first, odd.first, even.second);
+      else
+        return to_planes(even.first, odd.first, even.second, odd.second);
     }
   }
 };
 
-// Pairs of 4:2:2 in four bytes, chroma or luma first. Lines of luma have two samples for each pair.
-enum class first_of_pair : bool { chroma, luma };
+// Words plus `half`, of which the bits of `kept` are stored. A fourth word without a line is 65535.
+template <int items, class... Line>
+struct join_words : line_kernel<join_words<items, Line...>, Line..., to<2 * items>> {
+  uint16_t half, kept;
 
-template <first_of_pair begins>
-struct split_pairs : each_sample<from<4>, written_line, written_line, written_line> {
-  static constexpr int y = begins == first_of_pair::luma ? 0 : 1;
-
+  MORVANE_INLINE uint16_t word(const uint16_t* line) const {
+    return static_cast<uint16_t>(add_to_limit(*line, half) & kept);
+  }
+  MORVANE_INLINE void rule(const uint16_t* a, uint8_t* dst) const { store_word(dst, word(a)); }
+  MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, uint8_t* dst) const {
+    store_word(dst, word(a));
+    store_word(dst + 2, word(b));
+  }
+  MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, uint8_t* dst) const {
+    rule(a, b, dst);
+    store_word(dst + 4, word(c));
+    store_word(dst + 6, 65535);
+  }
+  MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, const uint16_t* d,
+                           uint8_t* dst) const {
+    rule(a, b, c, dst);
+    store_word(dst + 6, word(d));
+  }
   template <class V>
-  MORVANE_INLINE static void line(const uint8_t* __restrict src, uint16_t* __restrict luma, uint16_t* __restrict cb,
-                                  uint16_t* __restrict cr, const int count) {
-    for (int i = 0; i < count; ++i) {
-      luma[2 * i] = static_cast<uint16_t>(src[4 * i + y] << 8);
-      luma[2 * i + 1] = static_cast<uint16_t>(src[4 * i + y + 2] << 8);
-      cb[i] = static_cast<uint16_t>(src[4 * i + 1 - y] << 8);
-      cr[i] = static_cast<uint16_t>(src[4 * i + 3 - y] << 8);
-    }
+  MORVANE_INLINE auto load(const uint8_t* line) const {
+    return V::and_blocks(V::add_words_to_limit(V::load(line), V::repeat(half)), V::repeat(kept));
+  }
+  template <class V>
+  MORVANE_INLINE static auto fours(const typename V::two_blocks& ab, const typename V::two_blocks& cd) {
+    return in_a_row(V::interleave2_dwords(ab.first, cd.first), V::interleave2_dwords(ab.second, cd.second));
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* a) const {
+    return load<V>(a);
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b) const {
+    return V::interleave2_words(load<V>(a), load<V>(b));
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c) const {
+    return fours<V>(convert<V>(a, b), V::interleave2_words(load<V>(c), V::repeat(65535)));
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c, const uint8_t* d) const {
+    return fours<V>(convert<V>(a, b), convert<V>(c, d));
   }
 };
 
-template <first_of_pair begins>
-struct join_pairs : each_sample<read_line, read_line, read_line, to<4>> {
-  static constexpr int y = begins == first_of_pair::luma ? 0 : 1;
+// Words with a sample of so many bits in their lower part, and below it its upper bits once more where `repeated` has
+// them.
+template <int bits>
+struct split_low : line_kernel<split_low<bits>, from<2>, written_line> {
+  uint16_t repeated;
 
+  MORVANE_INLINE void rule(const uint8_t* src, uint16_t* line) const {
+    const auto top = static_cast<uint16_t>(word_at(src) << (16 - bits));
+    *line = static_cast<uint16_t>(top | (top >> bits & repeated));
+  }
   template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict luma, const uint16_t* __restrict cb,
-                                  const uint16_t* __restrict cr, uint8_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) {
-      dst[4 * i + y] = static_cast<uint8_t>(luma[2 * i]);
-      dst[4 * i + y + 2] = static_cast<uint8_t>(luma[2 * i + 1]);
-      dst[4 * i + 1 - y] = static_cast<uint8_t>(cb[i]);
-      dst[4 * i + 3 - y] = static_cast<uint8_t>(cr[i]);
-    }
+  MORVANE_INLINE auto convert(const uint8_t* src) const {
+    const auto top = V::template shift_left_words<16 - bits>(V::load(src));
+    return V::or_blocks(top, V::and_blocks(V::template shift_right_words<bits>(top), V::repeat(repeated)));
   }
 };
 
-// Three samples of ten bits in a little-endian double word, the first one lowest.
-MORVANE_INLINE uint32_t three_tens(const uint8_t* p) {
-  uint32_t word;
-  __builtin_memcpy(&word, p, 4);
-  return word;
-}
+struct join_low : line_kernel<join_low, read_line, to<2>> {
+  rounding by;
 
-MORVANE_INLINE void store_three_tens(uint8_t* p, const uint16_t first, const uint16_t second, const uint16_t third) {
-  const uint32_t word = first | uint32_t{second} << 10 | uint32_t{third} << 20;
-  __builtin_memcpy(p, &word, 4);
-}
-
-template <int place>
-MORVANE_INLINE uint16_t ten_at_top(const uint32_t word) {
-  return static_cast<uint16_t>((word >> (10 * place) & 1023) << 6);
-}
-
-// v210: Cb0 Y0 Cr0 | Y1 Cb1 Y2 | Cr1 Y3 Cb2 | Y4 Cr2 Y5.
-struct split_v210 : each_sample<from<16>, written_line, written_line, written_line> {
+  MORVANE_INLINE void rule(const uint16_t* line, uint8_t* dst) const { store_word(dst, by.of(*line)); }
   template <class V>
-  MORVANE_INLINE static void line(const uint8_t* __restrict src, uint16_t* __restrict luma, uint16_t* __restrict cb,
-                                  uint16_t* __restrict cr, const int count) {
-    for (int i = 0; i < count; ++i, src += 16, luma += 6, cb += 3, cr += 3) {
-      const uint32_t words[] = {three_tens(src), three_tens(src + 4), three_tens(src + 8), three_tens(src + 12)};
-      cb[0] = ten_at_top<0>(words[0]);
-      luma[0] = ten_at_top<1>(words[0]);
-      cr[0] = ten_at_top<2>(words[0]);
-      luma[1] = ten_at_top<0>(words[1]);
-      cb[1] = ten_at_top<1>(words[1]);
-      luma[2] = ten_at_top<2>(words[1]);
-      cr[1] = ten_at_top<0>(words[2]);
-      luma[3] = ten_at_top<1>(words[2]);
-      cb[2] = ten_at_top<2>(words[2]);
-      luma[4] = ten_at_top<0>(words[3]);
-      cr[2] = ten_at_top<1>(words[3]);
-      luma[5] = ten_at_top<2>(words[3]);
-    }
+  MORVANE_INLINE auto convert(const uint8_t* line) const {
+    return by.of<V>(V::load(line));
   }
 };
 
-struct join_v210 : each_sample<read_line, read_line, read_line, to<16>> {
-  template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict luma, const uint16_t* __restrict cb,
-                                  const uint16_t* __restrict cr, uint8_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i, dst += 16, luma += 6, cb += 3, cr += 3) {
-      store_three_tens(dst, cb[0], luma[0], cr[0]);
-      store_three_tens(dst + 4, luma[1], cb[1], luma[2]);
-      store_three_tens(dst + 8, cr[1], luma[3], cb[2]);
-      store_three_tens(dst + 12, luma[4], cr[2], luma[5]);
-    }
-  }
-};
-
-// Pairs in two double words: Y Cb A | Y Cr A.
-struct split_yua_yva : each_sample<from<8>, written_line, written_line, written_line, written_line> {
-  template <class V>
-  MORVANE_INLINE static void line(const uint8_t* __restrict src, uint16_t* __restrict luma, uint16_t* __restrict cb,
-                                  uint16_t* __restrict cr, uint16_t* __restrict alpha, const int count) {
-    for (int i = 0; i < count; ++i) {
-      const uint32_t even = three_tens(src + 8 * i);
-      const uint32_t odd = three_tens(src + 8 * i + 4);
-      luma[2 * i] = ten_at_top<0>(even);
-      luma[2 * i + 1] = ten_at_top<0>(odd);
-      cb[i] = ten_at_top<1>(even);
-      cr[i] = ten_at_top<1>(odd);
-      alpha[2 * i] = ten_at_top<2>(even);
-      alpha[2 * i + 1] = ten_at_top<2>(odd);
-    }
-  }
-};
-
-struct join_yua_yva : each_sample<read_line, read_line, read_line, read_line, to<8>> {
-  template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict luma, const uint16_t* __restrict cb,
-                                  const uint16_t* __restrict cr, const uint16_t* __restrict alpha,
-                                  uint8_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) {
-      store_three_tens(dst + 8 * i, luma[2 * i], cb[i], alpha[2 * i]);
-      store_three_tens(dst + 8 * i + 4, luma[2 * i + 1], cr[i], alpha[2 * i + 1]);
-    }
-  }
-};
-
-// Groups of eight pairs Y Cb Y Cr: 32 bytes with the upper eight bits, and eight with the lower two of four samples
-// each, the first one lowest.
-struct split_yuyv_10 : each_sample<from<40>, written_line, written_line, written_line> {
-  MORVANE_INLINE static uint16_t sample(const uint8_t* group, const int pair, const int place) {
-    const int low = group[32 + pair] >> (2 * place) & 3;
-    return static_cast<uint16_t>(group[4 * pair + place] << 8 | low << 6);
-  }
-  template <class V>
-  MORVANE_INLINE static void line(const uint8_t* __restrict src, uint16_t* __restrict luma, uint16_t* __restrict cb,
-                                  uint16_t* __restrict cr, const int count) {
-    for (int i = 0; i < count; ++i, src += 40, luma += 16, cb += 8, cr += 8)
-      for (int pair = 0; pair < 8; ++pair) {
-        luma[2 * pair] = sample(src, pair, 0);
-        cb[pair] = sample(src, pair, 1);
-        luma[2 * pair + 1] = sample(src, pair, 2);
-        cr[pair] = sample(src, pair, 3);
-      }
-  }
-};
-
-struct join_yuyv_10 : each_sample<read_line, read_line, read_line, to<40>> {
-  template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict luma, const uint16_t* __restrict cb,
-                                  const uint16_t* __restrict cr, uint8_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i, dst += 40, luma += 16, cb += 8, cr += 8)
-      for (int pair = 0; pair < 8; ++pair) {
-        const int y0 = luma[2 * pair], u = cb[pair], y1 = luma[2 * pair + 1], v = cr[pair];
-        dst[4 * pair] = static_cast<uint8_t>(y0 >> 2);
-        dst[4 * pair + 1] = static_cast<uint8_t>(u >> 2);
-        dst[4 * pair + 2] = static_cast<uint8_t>(y1 >> 2);
-        dst[4 * pair + 3] = static_cast<uint8_t>(v >> 2);
-        dst[32 + pair] = static_cast<uint8_t>((y0 & 3) | (u & 3) << 2 | (y1 & 3) << 4 | (v & 3) << 6);
-      }
-  }
-};
-
-// Pixels of four floats, Cr Cb Y A, in video range.
-struct split_vuya_f32 : each_sample<from<16>, written_line, written_line, written_line, written_line> {
-  // What is not a number counts as 0.
-  MORVANE_INLINE static float between_0_and_1(const float x) { return x > 0.0F ? (x < 1.0F ? x : 1.0F) : 0.0F; }
-  MORVANE_INLINE static uint16_t scaled(const float x, const float span, const int bottom) {
-    const float steps = between_0_and_1(x) * span + 0.5F;
-    return static_cast<uint16_t>(bottom + static_cast<int>(steps));
-  }
-  template <class V>
-  MORVANE_INLINE static void line(const uint8_t* __restrict src, uint16_t* __restrict cr, uint16_t* __restrict cb,
-                                  uint16_t* __restrict luma, uint16_t* __restrict alpha, const int count) {
-    for (int i = 0; i < count; ++i) {
-      float pixel[4];
-      __builtin_memcpy(pixel, src + 16 * static_cast<ptrdiff_t>(i), 16);
-      cr[i] = scaled(pixel[0] + 0.5F, 57344.0F, 4096);
-      cb[i] = scaled(pixel[1] + 0.5F, 57344.0F, 4096);
-      luma[i] = scaled(pixel[2], 56064.0F, 4096);
-      alpha[i] = scaled(pixel[3], 65535.0F, 0);
-    }
-  }
-};
-
-struct join_vuya_f32 : each_sample<read_line, read_line, read_line, read_line, to<16>> {
-  MORVANE_INLINE static float above_bottom(const uint16_t v) { return static_cast<float>(v < 4096 ? 0 : v - 4096); }
-  MORVANE_INLINE static float at_most(const float value, const float limit) { return value < limit ? value : limit; }
-  template <class V>
-  MORVANE_INLINE static void line(const uint16_t* __restrict cr, const uint16_t* __restrict cb,
-                                  const uint16_t* __restrict luma, const uint16_t* __restrict alpha,
-                                  uint8_t* __restrict dst, const int count) {
-    for (int i = 0; i < count; ++i) {
-      const float pixel[] = {at_most(above_bottom(cr[i]) / 57344.0F - 0.5F, 0.5F),
-                             at_most(above_bottom(cb[i]) / 57344.0F - 0.5F, 0.5F),
-                             at_most(above_bottom(luma[i]) / 56064.0F, 1.0F), static_cast<float>(alpha[i]) / 65535.0F};
-      __builtin_memcpy(dst + 16 * static_cast<ptrdiff_t>(i), pixel, 16);
-    }
-  }
-};
-
-// Passes over a line, in place.
-
-// The lower bits of a word become its upper ones once more, so that the largest sample is 65535.
-struct repeat_upper_bits : each_sample<written_line> {
-  int bits;  // of a sample
-
-  template <class V>
-  MORVANE_INLINE void line(uint16_t* values, const int count) const {
-    const int down = bits;
-    for (int i = 0; i < count; ++i) values[i] = static_cast<uint16_t>(values[i] | values[i] >> down);
-  }
-};
-
-// Without the lower bits, which are unused.
-struct keep_upper_bits : each_sample<written_line> {
-  int bits;
-
-  template <class V>
-  MORVANE_INLINE void line(uint16_t* values, const int count) const {
-    const auto kept = static_cast<uint16_t>(65535 << (16 - bits));
-    for (int i = 0; i < count; ++i) values[i] = static_cast<uint16_t>(values[i] & kept);
-  }
-};
-
-// The nearest sample of so many bits, whose unit is a power of two.
-struct round_to_bits : each_sample<written_line> {
-  int bits;
-
-  template <class V>
-  MORVANE_INLINE void line(uint16_t* values, const int count) const {
-    const int down = 16 - bits;
-    const auto half = static_cast<uint16_t>(1 << (down - 1));
-    const auto most = static_cast<uint16_t>(65535 - half);
-    for (int i = 0; i < count; ++i)
-      values[i] = static_cast<uint16_t>(static_cast<uint16_t>((values[i] < most ? values[i] : most) + half) >> down);
-  }
-};
-
-// The nearest sample of so many bits, whose largest value stands for 65535.
-struct scale_to_bits : each_sample<written_line> {
-  int bits;
-
-  template <class V>
-  MORVANE_INLINE void line(uint16_t* values, const int count) const {
-    const auto most = static_cast<int16_t>((1 << bits) - 1);
-    for (int i = 0; i < count; ++i)
-      values[i] = static_cast<uint16_t>(rounded_product(static_cast<int16_t>(values[i] >> 1), most));
-  }
-};
-
-// One value over and over.
-struct fill_line : each_sample<written_line> {
-  uint16_t value;
-
-  template <class V>
-  MORVANE_INLINE void line(uint16_t* values, const int count) const {
-    const uint16_t v = value;
-    for (int i = 0; i < count; ++i) values[i] = v;
-  }
-};
+template <int items>
+using split_bytes_to_three = split_bytes<items, written_line, written_line, written_line>;
+using split_four_bytes = split_bytes<4, written_line, written_line, written_line, written_line>;
+template <int items>
+using join_bytes_of_three = join_bytes<items, read_line, read_line, read_line>;
+using join_four_bytes = join_bytes<4, read_line, read_line, read_line, read_line>;
+using split_three_of_four_words = split_words<4, written_line, written_line, written_line>;
+using split_four_words = split_words<4, written_line, written_line, written_line, written_line>;
+using join_words_of_three = join_words<4, read_line, read_line, read_line>;
+using join_four_words = join_words<4, read_line, read_line, read_line, read_line>;
 
 using lines_stored_kernels =
-    kernel_list<split_items<1, 1, 8>, split_items<1, 2, 8>, split_items<1, 3, 8>, split_items<1, 4, 8>,
-                split_items<2, 1, 0>, split_items<2, 2, 0>, split_items<2, 4, 0>, split_items<2, 1, 6>,
-                split_items<2, 1, 4>, join_items<1, 1, 0>, join_items<1, 2, 0>, join_items<1, 3, 0>,
-                join_items<1, 4, 0>, join_items<2, 1, 0>, join_items<2, 2, 0>, join_items<2, 4, 0>, join_items<2, 1, 6>,
-                join_items<2, 2, 6>, split_pairs<first_of_pair::chroma>, split_pairs<first_of_pair::luma>,
-                join_pairs<first_of_pair::chroma>, join_pairs<first_of_pair::luma>, split_v210, join_v210,
-                split_yua_yva, join_yua_yva, split_yuyv_10, join_yuyv_10, split_vuya_f32, join_vuya_f32,
-                repeat_upper_bits, keep_upper_bits, round_to_bits, scale_to_bits, fill_line>;
+    kernel_list<split_bytes<1, written_line>, split_bytes<2, written_line, written_line>, split_bytes_to_three<3>,
+                split_bytes_to_three<4>, split_four_bytes, join_bytes<1, read_line>,
+                join_bytes<2, read_line, read_line>, join_bytes_of_three<3>, join_bytes_of_three<4>, join_four_bytes,
+                split_words<1, written_line>, split_words<2, written_line, written_line>, split_three_of_four_words,
+                split_four_words, join_words<1, read_line>, join_words<2, read_line, read_line>, join_words_of_three,
+                join_four_words, split_low<10>, split_low<12>, join_low>;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

@@ -60,7 +60,9 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
  public:
   MORVANE_INLINE line_walk(const Kernel& kernel, const typename source_plane<s>::pointer... sources,
                            const typename destination_plane<d>::pointer... destinations)
-      : kernel_(kernel), source_{sources...}, destination_{destinations...} {}
+      : kernel_(kernel),
+        source_{reinterpret_cast<const uint8_t*>(sources)...},
+        destination_{reinterpret_cast<uint8_t*>(destinations)...} {}
 
   MORVANE_INLINE auto result() const { return seen_.result(); }
 

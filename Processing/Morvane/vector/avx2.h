@@ -333,6 +333,43 @@ struct avx2 : avx2_blocks {
     store_12(p + 72, high_half(q46));
   }
 
+  // A pixel in each half, to or from the same of four pixels.
+  MORVANE_INLINE static four_floats exchange_rows(const __m256 a, const __m256 b, const __m256 c, const __m256 d) {
+    const __m256d ab_lo = _mm256_castps_pd(_mm256_unpacklo_ps(a, b));
+    const __m256d ab_hi = _mm256_castps_pd(_mm256_unpackhi_ps(a, b));
+    const __m256d cd_lo = _mm256_castps_pd(_mm256_unpacklo_ps(c, d));
+    const __m256d cd_hi = _mm256_castps_pd(_mm256_unpackhi_ps(c, d));
+    return {{_mm256_castpd_ps(_mm256_unpacklo_pd(ab_lo, cd_lo))},
+            {_mm256_castpd_ps(_mm256_unpackhi_pd(ab_lo, cd_lo))},
+            {_mm256_castpd_ps(_mm256_unpacklo_pd(ab_hi, cd_hi))},
+            {_mm256_castpd_ps(_mm256_unpackhi_pd(ab_hi, cd_hi))}};
+  }
+  MORVANE_INLINE static __m256 load_pixels(const uint8_t* low, const uint8_t* high) {
+    return _mm256_castsi256_ps(load_halves(low, high));
+  }
+  MORVANE_INLINE static four_floats load_four_floats(const uint8_t* p) {
+    return exchange_rows(load_pixels(p, p + 64), load_pixels(p + 16, p + 80), load_pixels(p + 32, p + 96),
+                         load_pixels(p + 48, p + 112));
+  }
+  struct pixels_of_floats {
+    static constexpr size_t stored_bytes = 128;
+    four_floats pixels_04_to_37;
+  };
+  MORVANE_INLINE static pixels_of_floats interleave4_floats(const floats a, const floats b, const floats c,
+                                                            const floats d) {
+    return {exchange_rows(a.v, b.v, c.v, d.v)};
+  }
+  MORVANE_INLINE static void store_pixels(uint8_t* low, uint8_t* high, const floats f) {
+    store_halves(low, high, _mm256_castps_si256(f.v));
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const pixels_of_floats& pixels) {
+    store_pixels(p, p + 64, pixels.pixels_04_to_37.first);
+    store_pixels(p + 16, p + 80, pixels.pixels_04_to_37.second);
+    store_pixels(p + 32, p + 96, pixels.pixels_04_to_37.third);
+    store_pixels(p + 48, p + 112, pixels.pixels_04_to_37.fourth);
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const ymm::half_register& w) { store_128(p, w.v); }
+
   //   chroma   c0 c0' c1 c1' | c2 c2' c3 c3'     after the exchange, a pair of floats each
   //   ya.lo    y0 a0  y1 a1  | y4 a4  y5 a5
   //   ya.hi    y2 a2  y3 a3  | y6 a6  y7 a7

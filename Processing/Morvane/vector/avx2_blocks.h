@@ -24,6 +24,9 @@ struct avx2_blocks : x86_vectors<ymm, avx2> {
   MORVANE_INLINE static void store_128(uint8_t* p, const __m128i v) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
   }
+  MORVANE_INLINE static void store_64(uint8_t* p, const __m128i v) {
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), v);
+  }
   MORVANE_INLINE static void store_halves(uint8_t* low, uint8_t* high, const __m256i v) {
     store_128(low, low_half(v));
     store_128(high, high_half(v));
@@ -66,6 +69,94 @@ struct avx2_blocks : x86_vectors<ymm, avx2> {
     const __m256i first = exchange_middle(a.v);
     const __m256i second = exchange_middle(b.v);
     return {{_mm256_unpacklo_epi32(first, second)}, {_mm256_unpackhi_epi32(first, second)}};
+  }
+  // Four pixels of three bytes in each half, after the bytes skipped.
+  template <int skipped>
+  MORVANE_INLINE static block fours_of_threes(const uint8_t* low, const uint8_t* high) {
+    constexpr char s = skipped;
+    return {_mm256_shuffle_epi8(load_halves(low, high),
+                                ymm::repeat_lane(_mm_setr_epi8(s, s + 1, s + 2, -1, s + 3, s + 4, s + 5, -1, s + 6,
+                                                               s + 7, s + 8, -1, s + 9, s + 10, s + 11, -1)))};
+  }
+  MORVANE_INLINE static two_blocks load_threes(const uint8_t* p) {
+    return {fours_of_threes<0>(p, p + 12), fours_of_threes<4>(p + 20, p + 32)};
+  }
+  // 24 bytes each, and eight of any value behind them.
+  struct packed_threes {
+    static constexpr size_t stored_bytes = 48;
+    __m256i first, second;
+  };
+  MORVANE_INLINE static __m256i threes_of_fours(const block b) {
+    const __m256i in_halves = _mm256_shuffle_epi8(
+        b.v, ymm::repeat_lane(_mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1)));
+    return _mm256_permutevar8x32_epi32(in_halves, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7));
+  }
+  MORVANE_INLINE static packed_threes threes(const two_blocks& fours) {
+    return {threes_of_fours(fours.first), threes_of_fours(fours.second)};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const packed_threes& t) {
+    ymm::store(p, t.first);
+    store_128(p + 24, low_half(t.second));
+    store_64(p + 40, high_half(t.second));
+  }
+
+  // A group of v210 in each half.
+  struct three_lines {
+    struct six_words {
+      static constexpr size_t stored_bytes = 24;
+      __m256i v;
+    } luma;
+    struct lower_three_words {
+      static constexpr size_t stored_bytes = 12;
+      __m256i v;
+    } cb;
+    struct upper_three_words {
+      static constexpr size_t stored_bytes = 12;
+      __m256i v;
+    } cr;
+  };
+  MORVANE_INLINE static __m256i tens_of(const block words, const __m128i places, const __m128i factors) {
+    const __m256i samples = _mm256_shuffle_epi8(words.v, ymm::repeat_lane(places));
+    return _mm256_and_si256(_mm256_mullo_epi16(samples, ymm::repeat_lane(factors)), ymm::repeat_word(0xffc0));
+  }
+  MORVANE_INLINE static three_lines split_v210(const block words) {
+    const __m256i luma = tens_of(words, _mm_setr_epi8(1, 2, 4, 5, 6, 7, 9, 10, 12, 13, 14, 15, -1, -1, -1, -1),
+                                 _mm_setr_epi16(16, 64, 4, 16, 64, 4, 0, 0));
+    const __m256i chroma = tens_of(words, _mm_setr_epi8(0, 1, 5, 6, 10, 11, -1, -1, 2, 3, 8, 9, 13, 14, -1, -1),
+                                   _mm_setr_epi16(64, 16, 4, 0, 4, 64, 16, 0));
+    return {{luma}, {chroma}, {chroma}};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const three_lines::six_words& w) { store_halves(p, p + 12, w.v); }
+  MORVANE_INLINE static void store(uint8_t* p, const three_lines::lower_three_words& w) {
+    store_64(p, low_half(w.v));
+    store_64(p + 6, high_half(w.v));
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const three_lines::upper_three_words& w) {
+    const __m256i lower = _mm256_unpackhi_epi64(w.v, w.v);
+    store_64(p, low_half(lower));
+    store_64(p + 6, high_half(lower));
+  }
+  MORVANE_INLINE static __m128i load_64(const uint8_t* p) {
+    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
+  }
+  MORVANE_INLINE static __m128i load_two_64(const uint8_t* low, const uint8_t* high) {
+    return _mm_unpacklo_epi64(load_64(low), load_64(high));
+  }
+  // In each half six words of luma, and three of Cb and of Cr with one of any value behind each.
+  MORVANE_INLINE static two_blocks load_for_v210(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr) {
+    return {{load_halves(luma, luma + 12)}, {_mm256_set_m128i(load_two_64(cb + 6, cr + 6), load_two_64(cb, cr))}};
+  }
+  MORVANE_INLINE static block join_v210(const two_blocks& lines) {
+    const auto places = [&](const __m128i of_luma, const __m128i of_chroma) __attribute__((always_inline)) {
+      return _mm256_or_si256(_mm256_shuffle_epi8(lines.first.v, ymm::repeat_lane(of_luma)),
+                             _mm256_shuffle_epi8(lines.second.v, ymm::repeat_lane(of_chroma)));
+    };
+    const __m256i first_two = places(_mm_setr_epi8(-1, -1, 0, 1, 2, 3, -1, -1, -1, -1, 6, 7, 8, 9, -1, -1),
+                                     _mm_setr_epi8(0, 1, -1, -1, -1, -1, 2, 3, 10, 11, -1, -1, -1, -1, 12, 13));
+    const __m256i third = places(_mm_setr_epi8(-1, -1, -1, -1, -1, -1, 4, 5, -1, -1, -1, -1, -1, -1, 10, 11),
+                                 _mm_setr_epi8(-1, -1, 8, 9, -1, -1, -1, -1, -1, -1, 4, 5, -1, -1, -1, -1));
+    return {
+        _mm256_or_si256(_mm256_madd_epi16(first_two, _mm256_set1_epi32(1 | 1024 << 16)), _mm256_slli_epi32(third, 4))};
   }
   MORVANE_INLINE static block load_upper_of_groups(const uint8_t* p) { return load(p); }
   // A byte of a pair, in two bits each Cr Y1 Cb Y0 from the top, in both words of its double word, and what lifts the

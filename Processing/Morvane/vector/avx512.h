@@ -407,6 +407,45 @@ struct avx512 : avx512_blocks {
     _mm512_storeu_ps(p + 128, pixels.p8);
     _mm512_storeu_ps(p + 192, pixels.p12);
   }
+
+  // Of pixels of four floats, the items `first` and `first` + 1 of eight pixels, and then each for 16 pixels.
+  template <int first>
+  MORVANE_INLINE static __m512 two_of_pixels(const __m512 low, const __m512 high) {
+    constexpr dword_table items = dwords_from([](const int i) { return i % 8 * 4 + first + i / 8; });
+    return rearrange(low, high, items);
+  }
+  template <int half>
+  MORVANE_INLINE static floats join_halves(const __m512 low, const __m512 high) {
+    constexpr dword_table items = dwords_from([](const int i) { return i / 8 * 16 + half * 8 + i % 8; });
+    return {rearrange(low, high, items)};
+  }
+  MORVANE_INLINE static __m512 load_floats(const uint8_t* p) { return _mm512_castsi512_ps(zmm::load(p)); }
+  MORVANE_INLINE static four_floats load_four_floats(const uint8_t* p) {
+    const __m512 p0 = load_floats(p), p4 = load_floats(p + 64), p8 = load_floats(p + 128), p12 = load_floats(p + 192);
+    const __m512 low_01 = two_of_pixels<0>(p0, p4), high_01 = two_of_pixels<0>(p8, p12);
+    const __m512 low_23 = two_of_pixels<2>(p0, p4), high_23 = two_of_pixels<2>(p8, p12);
+    return {join_halves<0>(low_01, high_01), join_halves<1>(low_01, high_01), join_halves<0>(low_23, high_23),
+            join_halves<1>(low_23, high_23)};
+  }
+  // Two items of eight pixels alternately, and then the four of four pixels.
+  template <int first>
+  MORVANE_INLINE static __m512 alternate_floats(const floats a, const floats b) {
+    constexpr dword_table items = dwords_from([](const int i) { return i % 2 * 16 + first + i / 2; });
+    return rearrange(a.v, b.v, items);
+  }
+  template <int first>
+  MORVANE_INLINE static block four_pixels(const __m512 ab, const __m512 cd) {
+    constexpr dword_table items =
+        dwords_from([](const int i) { return i % 4 / 2 * 16 + first * 2 + i / 4 * 2 + i % 2; });
+    return {_mm512_castps_si512(rearrange(ab, cd, items))};
+  }
+  MORVANE_INLINE static four_blocks interleave4_floats(const floats a, const floats b, const floats c, const floats d) {
+    const __m512 low_ab = alternate_floats<0>(a, b), high_ab = alternate_floats<8>(a, b);
+    const __m512 low_cd = alternate_floats<0>(c, d), high_cd = alternate_floats<8>(c, d);
+    return {four_pixels<0>(low_ab, low_cd), four_pixels<4>(low_ab, low_cd), four_pixels<0>(high_ab, high_cd),
+            four_pixels<4>(high_ab, high_cd)};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const zmm::half_register& w) { store_256(p, w.v); }
 };
 
 }  // namespace Processing::Morvane::format_conversion::vector

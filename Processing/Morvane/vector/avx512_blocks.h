@@ -113,13 +113,17 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
   }
 
   // Blocks hold the upper bytes of two groups of 40 bytes; pairs 8 to 15 are in the second group.
+  MORVANE_INLINE static __m256i load_256(const uint8_t* p) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+  }
+  MORVANE_INLINE static void store_256(uint8_t* p, const __m256i v) {
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(p), v);
+  }
   static constexpr int group_bytes = 40;
   static constexpr int upper_bytes = 32;
 
   MORVANE_INLINE static block load_upper_of_groups(const uint8_t* p) {
-    const __m256i first = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
-    const __m256i second = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p + group_bytes));
-    return {_mm512_inserti64x4(_mm512_castsi256_si512(first), second, 1)};
+    return {_mm512_inserti64x4(_mm512_castsi256_si512(load_256(p)), load_256(p + group_bytes), 1)};
   }
   // Eight bits of each double word to its first word and eight to its second one, of which bits 7 and 6 are kept.
   template <int first_bit, int second_bit>
@@ -160,6 +164,90 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
   MORVANE_INLINE static void store(uint8_t* p, const groups& g) {
     zmm::store(p, g.first_64);
     _mm_storeu_si128(reinterpret_cast<__m128i*>(p + 64), g.last_16);
+  }
+
+  // Pixels of three bytes, of which so many bytes are skipped.
+  template <int skipped>
+  MORVANE_INLINE static block fours_of_threes(const uint8_t* p) {
+    constexpr byte_table spread = bytes_from([](const int i) { return skipped + i / 4 * 3 + (i % 4 < 3 ? i % 4 : 2); });
+    return {rearrange(zmm::load(p), spread)};
+  }
+  MORVANE_INLINE static two_blocks load_threes(const uint8_t* p) {
+    return {fours_of_threes<0>(p), fours_of_threes<16>(p + 32)};
+  }
+  struct packed_threes {
+    static constexpr size_t stored_bytes = 96;
+    __m512i first_64;
+    __m256i last_32;
+  };
+  MORVANE_INLINE static packed_threes threes(const two_blocks& fours) {
+    constexpr byte_table first = bytes_from([](const int i) { return i / 3 * 4 + i % 3; });
+    constexpr byte_table last = bytes_from([](const int i) { return (64 + i % 32) / 3 * 4 + (64 + i % 32) % 3; });
+    return {rearrange(fours.first.v, fours.second.v, first),
+            _mm512_castsi512_si256(rearrange(fours.first.v, fours.second.v, last))};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const packed_threes& t) {
+    zmm::store(p, t.first_64);
+    store_256(p + 64, t.last_32);
+  }
+
+  // Four groups of v210. Of each sample, in the order of its line, the first byte that it lies in, and the factor that
+  // moves it to the top of the word that begins there.
+  struct sample_of_v210 {
+    int byte;
+    int lift;
+  };
+  static constexpr sample_of_v210 at_ten(const int place) { return {place / 3 * 4 + place % 3, 64 >> 2 * (place % 3)}; }
+  static constexpr sample_of_v210 luma_of_v210(const int i) {
+    const sample_of_v210 s = at_ten(2 * (i % 6) + 1);
+    return {i / 6 * 16 + s.byte, s.lift};
+  }
+  static constexpr sample_of_v210 chroma_of_v210(const int i) {
+    const sample_of_v210 s = at_ten(4 * (i % 16 % 3) + (i < 16 ? 0 : 2));
+    return {i % 16 / 3 * 16 % 64 + s.byte, s.lift};
+  }
+  template <class Sample>
+  MORVANE_INLINE static __m512i tens_of(const block words, const Sample) {
+    constexpr byte_table bytes = bytes_from([](const int i) { return (Sample()(i / 2).byte + i % 2) % 64; });
+    constexpr word_table lifts = words_from([](const int i) { return Sample()(i).lift; });
+    return _mm512_and_si512(_mm512_mullo_epi16(rearrange(words.v, bytes), load_table(lifts)), zmm::repeat_word(0xffc0));
+  }
+  struct three_lines {
+    struct luma_words {
+      static constexpr size_t stored_bytes = 48;
+      __m512i v;
+    } luma;
+    struct chroma_words {
+      static constexpr size_t stored_bytes = 24;
+      __m256i v;
+    } cb, cr;
+  };
+  MORVANE_INLINE static three_lines split_v210(const block words) {
+    const __m512i luma = tens_of(words, [](const int i) { return luma_of_v210(i % 24); });
+    const __m512i chroma = tens_of(words, [](const int i) { return chroma_of_v210(i); });
+    return {{luma}, {_mm512_castsi512_si256(chroma)}, {_mm512_extracti64x4_epi64(chroma, 1)}};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const three_lines::luma_words& w) { zmm::store(p, w.v); }
+  MORVANE_INLINE static void store(uint8_t* p, const three_lines::chroma_words& w) { store_256(p, w.v); }
+
+  // 24 words of luma; twelve of Cb in the lower half, and twelve of Cr in the upper one.
+  MORVANE_INLINE static two_blocks load_for_v210(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr) {
+    return {{zmm::load(luma)}, {_mm512_inserti64x4(_mm512_castsi256_si512(load_256(cb)), load_256(cr), 1)}};
+  }
+  // Where a sample of v210 is in these two.
+  static constexpr int word_of_v210(const int sample) {
+    const int group = sample / 12;
+    const int place = sample % 12;
+    if (place % 2 == 1) return 6 * group + place / 2;
+    return 32 + (place % 4 == 0 ? 0 : 16) + 3 * group + place / 4;
+  }
+  MORVANE_INLINE static block join_v210(const two_blocks& lines) {
+    constexpr word_table first_two = words_from([](const int i) { return word_of_v210(i / 2 * 3 + i % 2); });
+    constexpr word_table third = words_from([](const int i) { return word_of_v210(i / 2 * 3 + 2); });
+    const __m512i lower =
+        _mm512_madd_epi16(rearrange(lines.first.v, lines.second.v, first_two), _mm512_set1_epi32(1 | 1024 << 16));
+    const __m512i upper = _mm512_slli_epi32(rearrange(lines.first.v, lines.second.v, third), 20);
+    return {_mm512_or_si512(lower, upper)};
   }
 
   // Two 32-bit words hold six samples, whose upper eight bits become the first six of eight bytes.

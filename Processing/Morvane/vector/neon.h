@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "inline.h"
-#include "neon_blocks.h"
+#include "neon_lines.h"
 #include "opaque.h"
 #include "portable.h"
 #include "sums.h"
@@ -15,7 +15,7 @@
 
 namespace Processing::Morvane::format_conversion::vector {
 
-struct neon : neon_blocks {
+struct neon : neon_lines {
   using narrower = portable;
   using mover = neon;
 
@@ -44,9 +44,12 @@ struct neon : neon_blocks {
   struct floats {
     float32x4_t v;
   };
+  struct four_floats {
+    floats first, second, third, fourth;
+  };
 
-  using neon_blocks::interleave2;
-  using neon_blocks::store;
+  using neon_lines::interleave2;
+  using neon_lines::store;
 
   MORVANE_INLINE static pixels load4(const uint8_t* p) { return {vld4q_u8(p)}; }
   MORVANE_INLINE static weighable load4_weighable(const uint8_t* p) { return load4(p); }
@@ -368,6 +371,42 @@ struct neon : neon_blocks {
     return {
         {pixel_of(vget_low_f32(crcb), vget_low_f32(first)), pixel_of(vget_low_f32(crcb), vget_high_f32(first))},
         {pixel_of(vget_high_f32(crcb), vget_low_f32(second)), pixel_of(vget_high_f32(crcb), vget_high_f32(second))}};
+  }
+  MORVANE_INLINE static floats divide(const floats f, const float divisor) {
+    return {vdivq_f32(f.v, vdupq_n_f32(divisor))};
+  }
+  // Of a number and what is none, the instruction takes the number.
+  MORVANE_INLINE static floats between_0_and_1(const floats f) {
+    return at_most({vmaxnmq_f32(f.v, vdupq_n_f32(0.0F))}, 1.0F);
+  }
+  struct float_words {
+    static constexpr size_t stored_bytes = 8;
+    uint16x4_t v;
+  };
+  template <int bottom>
+  MORVANE_INLINE static float_words words_of_floats(const floats f) {
+    return {vqmovun_s32(vaddq_s32(vcvtq_s32_f32(f.v), vdupq_n_s32(bottom)))};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const float_words w) { vst1_u8(p, vreinterpret_u8_u16(w.v)); }
+  MORVANE_INLINE static floats floats_at(const uint8_t* p) { return {vreinterpretq_f32_u8(vld1q_u8(p))}; }
+  // Four floats of each pixel, as rows and as columns.
+  MORVANE_INLINE static four_floats exchange_rows(const floats a, const floats b, const floats c, const floats d) {
+    const float64x2_t ab_even = vreinterpretq_f64_f32(vtrn1q_f32(a.v, b.v));
+    const float64x2_t ab_odd = vreinterpretq_f64_f32(vtrn2q_f32(a.v, b.v));
+    const float64x2_t cd_even = vreinterpretq_f64_f32(vtrn1q_f32(c.v, d.v));
+    const float64x2_t cd_odd = vreinterpretq_f64_f32(vtrn2q_f32(c.v, d.v));
+    return {{vreinterpretq_f32_f64(vtrn1q_f64(ab_even, cd_even))},
+            {vreinterpretq_f32_f64(vtrn1q_f64(ab_odd, cd_odd))},
+            {vreinterpretq_f32_f64(vtrn2q_f64(ab_even, cd_even))},
+            {vreinterpretq_f32_f64(vtrn2q_f64(ab_odd, cd_odd))}};
+  }
+  MORVANE_INLINE static four_floats load_four_floats(const uint8_t* p) {
+    return exchange_rows(floats_at(p), floats_at(p + 16), floats_at(p + 32), floats_at(p + 48));
+  }
+  MORVANE_INLINE static two_blocks interleave4_floats(const floats a, const floats b, const floats c, const floats d) {
+    const four_floats pixels = exchange_rows(a, b, c, d);
+    return {{vreinterpretq_u8_f32(pixels.first.v), vreinterpretq_u8_f32(pixels.second.v)},
+            {vreinterpretq_u8_f32(pixels.third.v), vreinterpretq_u8_f32(pixels.fourth.v)}};
   }
 };
 

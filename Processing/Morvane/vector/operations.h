@@ -103,9 +103,37 @@ concept has_blocks = requires(const uint8_t* source, typename V::block block, ty
   { V::fourth_bytes_are_255(block) } -> gives<bool>;
 };
 
+// What lines of samples need: 16-bit words, unsigned where nothing else is said.
+template <class V>
+concept has_lines = requires(const uint8_t* source, typename V::block block, typename V::two_blocks two,
+                             typename V::word_sums sums) {
+  { V::subtract_words(block, block) } -> gives<typename V::block>;
+  { V::xor_blocks(block, block) } -> gives<typename V::block>;
+  { V::least_words(block, block) } -> gives<typename V::block>;
+  // a + b, at most 65535, and a - b, at least 0.
+  { V::add_words_to_limit(block, block) } -> gives<typename V::block>;
+  { V::subtract_words_to_zero(block, block) } -> gives<typename V::block>;
+  // (a + b + 1) >> 1 and (a + b) >> 1.
+  { V::average_up(block, block) } -> gives<typename V::block>;
+  { V::average_down(block, block) } -> gives<typename V::block>;
+  // (a * b + 16384) >> 15 of signed words, not both -32768.
+  { V::rounded_product(block, block) } -> gives<typename V::block>;
+  // Sums of 32 bits, which begin with a constant: plus x * a + y * b of signed words, and sum >> bits as signed words,
+  // at least -32768 and at most 32767.
+  { V::repeat_sum(int32_t{}) } -> gives<typename V::word_sums>;
+  { V::add_products(sums, block, int16_t{}, block, int16_t{}) } -> gives<typename V::word_sums>;
+  { V::template signed_words<13>(sums) } -> gives<typename V::block>;
+  // The words of two blocks as bytes; what is above 255 becomes that. Words are at most 32767.
+  { V::pack_words(block, block) } -> gives<typename V::block>;
+  // Pixels of three bytes as pixels of four, of which the fourth byte may be anything, and back.
+  { V::load_threes(source) } -> gives<typename V::two_blocks>;
+  requires can_be_stored<V, decltype(V::threes(two))>;
+};
+
 // 10-bit samples.
 template <class V>
-concept has_tens = requires(const uint8_t* source, typename V::block block) {
+concept has_tens = requires(const uint8_t* source, const uint8_t* line, typename V::block block,
+                            typename V::two_blocks two) {
   // Reads 32-bit words of three 10-bit samples each, the first in the lowest bits, and keeps the upper eight bits of
   // every sample.
   requires can_be_stored<V, decltype(V::upper_bytes_of_10(source))>;
@@ -115,6 +143,14 @@ concept has_tens = requires(const uint8_t* source, typename V::block block) {
   { V::load_upper_of_groups(source) } -> gives<typename V::block>;
   { V::load_lower_of_groups(source) } -> gives<typename V::two_blocks>;
   requires can_be_stored<V, decltype(V::template join_groups<true>(block, block, block))>;
+  // Six pixels of v210 in 16 bytes. Their luma, Cb and Cr are stored as words of which the upper ten bits are used;
+  // up to 16 bytes behind them may be overwritten with anything. Back, words with samples in their lower ten bits are
+  // loaded from three lines, of which up to 16 bytes more are read.
+  requires can_be_stored<V, decltype(V::split_v210(block).luma)>;
+  requires can_be_stored<V, decltype(V::split_v210(block).cb)>;
+  requires can_be_stored<V, decltype(V::split_v210(block).cr)>;
+  { V::load_for_v210(line, line, line) } -> gives<typename V::two_blocks>;
+  { V::join_v210(two) } -> gives<typename V::block>;
 };
 
 // pixels: four bytes of each pixel. weighable: the same, arranged for weighing; load3_weighable reads three-byte pixels
@@ -202,13 +238,21 @@ concept has_floats = requires(const uint8_t* source, typename V::floats floats) 
   { V::add(floats, floats) } -> gives<typename V::floats>;
   { V::subtract(floats, float{}) } -> gives<typename V::floats>;
   { V::at_most(floats, float{}) } -> gives<typename V::floats>;
+  { V::divide(floats, float{}) } -> gives<typename V::floats>;
+  // What is not a number becomes 0.
+  { V::between_0_and_1(floats) } -> gives<typename V::floats>;
+  // bottom + x of floats that are at least 0, without a fraction, as words below 65536.
+  requires can_be_stored<V, decltype(V::template words_of_floats<4096>(floats))>;
+  // Pixels of four floats, each kind to floats of its own, and back.
+  { V::load_four_floats(source) } -> gives<typename V::four_floats>;
+  requires can_be_stored<V, decltype(V::interleave4_floats(floats, floats, floats, floats))>;
   // Pixels Cr Cb Y A of chroma in pairs, Cb Cr, luma and alpha.
   requires can_be_stored<V, decltype(V::join_vuya(floats, floats, floats))>;
 };
 
 template <class V>
-concept backend_with_vectors = has_sizes<V> && announces_stores<V> && has_blocks<V> && has_tens<V> && has_pixels<V> &&
-    has_pairs<V> && has_floats<V>;
+concept backend_with_vectors = has_sizes<V> && announces_stores<V> && has_blocks<V> && has_lines<V> && has_tens<V> &&
+    has_pixels<V> && has_pairs<V> && has_floats<V>;
 
 template <class V>
 concept backend = V::lanes == 0 || backend_with_vectors<V>;

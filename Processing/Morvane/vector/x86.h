@@ -60,6 +60,12 @@ struct x86_vectors {
   struct floats {
     typename R::floats v;
   };
+  struct four_floats {
+    floats first, second, third, fourth;
+  };
+  struct word_sums {
+    reg lo, hi;  // of the words that unpacking takes
+  };
 
   static constexpr int negative(const int w) { return w < 0 ? w : 0; }
   static constexpr int positive(const int w) { return w > 0 ? w : 0; }
@@ -111,6 +117,38 @@ struct x86_vectors {
     return {R::template shift_words_left<bits>(b.v)};
   }
   MORVANE_INLINE static block add_words(const block a, const block b) { return {R::add_words(a.v, b.v)}; }
+  MORVANE_INLINE static block subtract_words(const block a, const block b) { return {R::subtract_words(a.v, b.v)}; }
+  MORVANE_INLINE static block xor_blocks(const block a, const block b) { return {R::bit_xor(a.v, b.v)}; }
+  MORVANE_INLINE static block least_words(const block a, const block b) { return {R::least_words(a.v, b.v)}; }
+  MORVANE_INLINE static block add_words_to_limit(const block a, const block b) {
+    return {R::add_words_to_limit(a.v, b.v)};
+  }
+  MORVANE_INLINE static block subtract_words_to_zero(const block a, const block b) {
+    return {R::subtract_words_to_zero(a.v, b.v)};
+  }
+  MORVANE_INLINE static block average_up(const block a, const block b) { return {R::average_words(a.v, b.v)}; }
+  MORVANE_INLINE static block average_down(const block a, const block b) {
+    const reg rounded_up = R::bit_and(R::bit_xor(a.v, b.v), R::repeat_word(1));
+    return {R::subtract_words(R::average_words(a.v, b.v), rounded_up)};
+  }
+  MORVANE_INLINE static block rounded_product(const block a, const block b) { return {R::rounded_product(a.v, b.v)}; }
+  MORVANE_INLINE static word_sums repeat_sum(const int32_t constant) {
+    return {R::repeat_dword(constant), R::repeat_dword(constant)};
+  }
+  MORVANE_INLINE static word_sums add_products(const word_sums& s, const block x, const int16_t a, const block y,
+                                               const int16_t b) {
+    const reg factors = R::repeat_dword(static_cast<int>(static_cast<uint16_t>(a) | static_cast<uint32_t>(b) << 16));
+    return {R::add_word_products(s.lo, R::unpack_low_words(x.v, y.v), factors),
+            R::add_word_products(s.hi, R::unpack_high_words(x.v, y.v), factors)};
+  }
+  template <int bits>
+  MORVANE_INLINE static block signed_words(const word_sums& s) {
+    return {R::pack_signed_dwords(R::template shift_dwords_right_signed<bits>(s.lo),
+                                  R::template shift_dwords_right_signed<bits>(s.hi))};
+  }
+  MORVANE_INLINE static block pack_words(const block a, const block b) {
+    return {Self::from_packing(R::pack_words(a.v, b.v))};
+  }
   MORVANE_INLINE static block repeat_even_words(const block b) {
     const reg even = R::repeat_lane(_mm_setr_epi8(0, 1, 0, 1, 4, 5, 4, 5, 8, 9, 8, 9, 12, 13, 12, 13));
     return {R::shuffle(b.v, even)};
@@ -312,6 +350,17 @@ struct x86_vectors {
   }
   MORVANE_INLINE static floats at_most(const floats f, const float limit) {
     return {R::least(f.v, R::repeat_float(limit))};
+  }
+  MORVANE_INLINE static floats divide(const floats f, const float divisor) {
+    return {R::divide(f.v, R::repeat_float(divisor))};
+  }
+  // Of a number and what is none, the instruction takes its second operand.
+  MORVANE_INLINE static floats between_0_and_1(const floats f) {
+    return at_most({R::greatest(f.v, R::repeat_float(0.0F))}, 1.0F);
+  }
+  template <int bottom>
+  MORVANE_INLINE static auto words_of_floats(const floats f) {
+    return R::words_of_dwords(R::add_dwords(R::truncate(f.v), R::repeat_dword(bottom)));
   }
 };
 

@@ -33,11 +33,20 @@ struct ymm {
   MORVANE_INLINE static type subtract_words(const type a, const type b) { return _mm256_sub_epi16(a, b); }
   // At least 0.
   MORVANE_INLINE static type subtract_words_to_zero(const type a, const type b) { return _mm256_subs_epu16(a, b); }
+  // At most 65535.
+  MORVANE_INLINE static type add_words_to_limit(const type a, const type b) { return _mm256_adds_epu16(a, b); }
+  MORVANE_INLINE static type least_words(const type a, const type b) { return _mm256_min_epu16(a, b); }
+  MORVANE_INLINE static type average_words(const type a, const type b) { return _mm256_avg_epu16(a, b); }
+  MORVANE_INLINE static type rounded_product(const type a, const type b) { return _mm256_mulhrs_epi16(a, b); }
+  MORVANE_INLINE static type add_dwords(const type a, const type b) { return _mm256_add_epi32(a, b); }
   MORVANE_INLINE static type multiply_words(const type a, const type b) { return _mm256_mullo_epi16(a, b); }
   MORVANE_INLINE static type upper_product(const type a, const type b) { return _mm256_mulhi_epi16(a, b); }
   MORVANE_INLINE static type upper_product_unsigned(const type a, const type b) { return _mm256_mulhi_epu16(a, b); }
   // Sums of the products of two neighbouring words, or of two unsigned bytes with two signed ones.
   MORVANE_INLINE static type sum_word_products(const type a, const type b) { return _mm256_madd_epi16(a, b); }
+  MORVANE_INLINE static type add_word_products(const type sum, const type a, const type b) {
+    return _mm256_add_epi32(sum, _mm256_madd_epi16(a, b));
+  }
   MORVANE_INLINE static type sum_byte_products(const type a, const type b) { return _mm256_maddubs_epi16(a, b); }
   MORVANE_INLINE static type add_qwords(const type a, const type b) { return _mm256_add_epi64(a, b); }
   MORVANE_INLINE static type sum_differences(const type a, const type b) { return _mm256_sad_epu8(a, b); }
@@ -76,6 +85,7 @@ struct ymm {
   MORVANE_INLINE static type unpack_high_words(const type a, const type b) { return _mm256_unpackhi_epi16(a, b); }
   // Signed words to unsigned bytes, and signed double words to unsigned words, stopping at the limits.
   MORVANE_INLINE static type pack_words(const type a, const type b) { return _mm256_packus_epi16(a, b); }
+  MORVANE_INLINE static type pack_signed_dwords(const type a, const type b) { return _mm256_packs_epi32(a, b); }
   MORVANE_INLINE static type pack_dwords(const type a, const type b) { return _mm256_packus_epi32(a, b); }
 
   MORVANE_INLINE static bool all_ones(const type v) {
@@ -92,10 +102,20 @@ struct ymm {
     const __m128i words = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
     return _mm256_cvtepi32_ps(_mm256_cvtepu16_epi32(_mm_subs_epu16(words, _mm_set1_epi16(bottom))));
   }
+  struct half_register {
+    static constexpr size_t stored_bytes = 16;
+    __m128i v;
+  };
+  MORVANE_INLINE static half_register words_of_dwords(const type v) {
+    return {_mm_packus_epi32(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1))};
+  }
   MORVANE_INLINE static floats repeat_float(const float value) { return _mm256_set1_ps(value); }
   MORVANE_INLINE static floats multiply(const floats a, const floats b) { return _mm256_mul_ps(a, b); }
   MORVANE_INLINE static floats add(const floats a, const floats b) { return _mm256_add_ps(a, b); }
   MORVANE_INLINE static floats subtract(const floats a, const floats b) { return _mm256_sub_ps(a, b); }
+  MORVANE_INLINE static floats divide(const floats a, const floats b) { return _mm256_div_ps(a, b); }
+  MORVANE_INLINE static floats greatest(const floats a, const floats b) { return _mm256_max_ps(a, b); }
+  MORVANE_INLINE static type truncate(const floats v) { return _mm256_cvttps_epi32(v); }
   MORVANE_INLINE static floats least(const floats a, const floats b) { return _mm256_min_ps(a, b); }
 };
 

@@ -32,10 +32,18 @@ struct zmm {
   MORVANE_INLINE static type add_words(const type a, const type b) { return _mm512_add_epi16(a, b); }
   MORVANE_INLINE static type subtract_words(const type a, const type b) { return _mm512_sub_epi16(a, b); }
   MORVANE_INLINE static type subtract_words_to_zero(const type a, const type b) { return _mm512_subs_epu16(a, b); }
+  MORVANE_INLINE static type add_words_to_limit(const type a, const type b) { return _mm512_adds_epu16(a, b); }
+  MORVANE_INLINE static type least_words(const type a, const type b) { return _mm512_min_epu16(a, b); }
+  MORVANE_INLINE static type average_words(const type a, const type b) { return _mm512_avg_epu16(a, b); }
+  MORVANE_INLINE static type rounded_product(const type a, const type b) { return _mm512_mulhrs_epi16(a, b); }
+  MORVANE_INLINE static type add_dwords(const type a, const type b) { return _mm512_add_epi32(a, b); }
   MORVANE_INLINE static type multiply_words(const type a, const type b) { return _mm512_mullo_epi16(a, b); }
   MORVANE_INLINE static type upper_product(const type a, const type b) { return _mm512_mulhi_epi16(a, b); }
   MORVANE_INLINE static type upper_product_unsigned(const type a, const type b) { return _mm512_mulhi_epu16(a, b); }
   MORVANE_INLINE static type sum_word_products(const type a, const type b) { return _mm512_madd_epi16(a, b); }
+  MORVANE_INLINE static type add_word_products(const type sum, const type a, const type b) {
+    return _mm512_dpwssd_epi32(sum, a, b);
+  }
   MORVANE_INLINE static type sum_byte_products(const type a, const type b) { return _mm512_maddubs_epi16(a, b); }
   MORVANE_INLINE static type add_qwords(const type a, const type b) { return _mm512_add_epi64(a, b); }
   MORVANE_INLINE static type sum_differences(const type a, const type b) { return _mm512_sad_epu8(a, b); }
@@ -70,6 +78,7 @@ struct zmm {
   MORVANE_INLINE static type unpack_low_words(const type a, const type b) { return _mm512_unpacklo_epi16(a, b); }
   MORVANE_INLINE static type unpack_high_words(const type a, const type b) { return _mm512_unpackhi_epi16(a, b); }
   MORVANE_INLINE static type pack_words(const type a, const type b) { return _mm512_packus_epi16(a, b); }
+  MORVANE_INLINE static type pack_signed_dwords(const type a, const type b) { return _mm512_packs_epi32(a, b); }
   MORVANE_INLINE static type pack_dwords(const type a, const type b) { return _mm512_packus_epi32(a, b); }
 
   MORVANE_INLINE static bool all_ones(const type v) {
@@ -84,10 +93,18 @@ struct zmm {
     const __m256i words = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
     return _mm512_cvtepi32_ps(_mm512_cvtepu16_epi32(_mm256_subs_epu16(words, _mm256_set1_epi16(bottom))));
   }
+  struct half_register {
+    static constexpr size_t stored_bytes = 32;
+    __m256i v;
+  };
+  MORVANE_INLINE static half_register words_of_dwords(const type v) { return {_mm512_cvtepi32_epi16(v)}; }
   MORVANE_INLINE static floats repeat_float(const float value) { return _mm512_set1_ps(value); }
   MORVANE_INLINE static floats multiply(const floats a, const floats b) { return _mm512_mul_ps(a, b); }
   MORVANE_INLINE static floats add(const floats a, const floats b) { return _mm512_add_ps(a, b); }
   MORVANE_INLINE static floats subtract(const floats a, const floats b) { return _mm512_sub_ps(a, b); }
+  MORVANE_INLINE static floats divide(const floats a, const floats b) { return _mm512_div_ps(a, b); }
+  MORVANE_INLINE static floats greatest(const floats a, const floats b) { return _mm512_max_ps(a, b); }
+  MORVANE_INLINE static type truncate(const floats v) { return _mm512_cvttps_epi32(v); }
   MORVANE_INLINE static floats least(const floats a, const floats b) { return _mm512_min_ps(a, b); }
 };
 

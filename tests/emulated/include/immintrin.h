@@ -72,6 +72,20 @@ inline __m512 cvtepi32_ps(const __m512i v) {
   return reinterpret_cast<__m512>(converted);
 }
 
+inline __m512i cvttps_epi32(const __m512 v) {
+  const auto fractions = reinterpret_cast<floats>(v);
+  signed_dwords whole{};
+  for (int i = 0; i < 16; ++i) whole[i] = static_cast<std::int32_t>(fractions[i]);
+  return reinterpret_cast<__m512i>(whole);
+}
+
+inline __m256i cvtepi32_epi16(const __m512i v) {
+  const auto wide = reinterpret_cast<dwords>(v);
+  half_of_words narrow{};
+  for (int i = 0; i < 16; ++i) narrow[i] = static_cast<std::uint16_t>(wide[i]);
+  return reinterpret_cast<__m256i>(narrow);
+}
+
 inline long long reduce_add_epi64(const __m512i v) {
   const auto addends = reinterpret_cast<qwords>(v);
   std::uint64_t sum = 0;
@@ -117,6 +131,8 @@ inline __m512i multishift_epi64_epi8(const __m512i first_bits, const __m512i v) 
 #define _mm512_srai_epi32 emulated::srai_epi32
 #define _mm512_cvtepu8_epi16 emulated::cvtepu8_epi16
 #define _mm512_cvtepu16_epi32 emulated::cvtepu16_epi32
+#define _mm512_cvttps_epi32 emulated::cvttps_epi32
+#define _mm512_cvtepi32_epi16 emulated::cvtepi32_epi16
 #define _mm512_cvtepi32_ps emulated::cvtepi32_ps
 #define _mm512_reduce_add_epi64 emulated::reduce_add_epi64
 #define _mm512_mask_multishift_epi64_epi8 emulated::mask_multishift_epi64_epi8

@@ -1,0 +1,144 @@
+// Words of lines on NEON, and what they are stored as. operations.h says what each operation does.
+#pragma once
+
+#include <arm_neon.h>
+
+#include <cstddef>
+#include <cstdint>
+
+#include "inline.h"
+#include "neon_blocks.h"
+
+namespace Processing::Morvane::format_conversion::vector {
+
+struct neon_lines : neon_blocks {
+  using neon_blocks::store;
+
+  MORVANE_INLINE static block subtract_words(const block a, const block b) {
+    return block_of(vsubq_u16(as_words(a.lo), as_words(b.lo)), vsubq_u16(as_words(a.hi), as_words(b.hi)));
+  }
+  MORVANE_INLINE static block xor_blocks(const block a, const block b) {
+    return {veorq_u8(a.lo, b.lo), veorq_u8(a.hi, b.hi)};
+  }
+  MORVANE_INLINE static block least_words(const block a, const block b) {
+    return block_of(vminq_u16(as_words(a.lo), as_words(b.lo)), vminq_u16(as_words(a.hi), as_words(b.hi)));
+  }
+  MORVANE_INLINE static block add_words_to_limit(const block a, const block b) {
+    return block_of(vqaddq_u16(as_words(a.lo), as_words(b.lo)), vqaddq_u16(as_words(a.hi), as_words(b.hi)));
+  }
+  MORVANE_INLINE static block subtract_words_to_zero(const block a, const block b) {
+    return block_of(vqsubq_u16(as_words(a.lo), as_words(b.lo)), vqsubq_u16(as_words(a.hi), as_words(b.hi)));
+  }
+  MORVANE_INLINE static block average_up(const block a, const block b) {
+    return block_of(vrhaddq_u16(as_words(a.lo), as_words(b.lo)), vrhaddq_u16(as_words(a.hi), as_words(b.hi)));
+  }
+  MORVANE_INLINE static block average_down(const block a, const block b) {
+    return block_of(vhaddq_u16(as_words(a.lo), as_words(b.lo)), vhaddq_u16(as_words(a.hi), as_words(b.hi)));
+  }
+  MORVANE_INLINE static int16x8_t signed_lanes(const uint8x16_t v) { return vreinterpretq_s16_u8(v); }
+  MORVANE_INLINE static block rounded_product(const block a, const block b) {
+    return {vreinterpretq_u8_s16(vqrdmulhq_s16(signed_lanes(a.lo), signed_lanes(b.lo))),
+            vreinterpretq_u8_s16(vqrdmulhq_s16(signed_lanes(a.hi), signed_lanes(b.hi)))};
+  }
+  struct word_sums {
+    int32x4_t first, second, third, fourth;
+  };
+  MORVANE_INLINE static word_sums repeat_sum(const int32_t constant) {
+    const int32x4_t v = vdupq_n_s32(constant);
+    return {v, v, v, v};
+  }
+  MORVANE_INLINE static word_sums add_products(const word_sums& s, const int16x8_t lo, const int16x8_t hi,
+                                               const int16_t factor) {
+    return {vmlal_n_s16(s.first, vget_low_s16(lo), factor), vmlal_high_n_s16(s.second, lo, factor),
+            vmlal_n_s16(s.third, vget_low_s16(hi), factor), vmlal_high_n_s16(s.fourth, hi, factor)};
+  }
+  MORVANE_INLINE static word_sums add_products(const word_sums& s, const block x, const int16_t a, const block y,
+                                               const int16_t b) {
+    return add_products(add_products(s, signed_lanes(x.lo), signed_lanes(x.hi), a), signed_lanes(y.lo),
+                        signed_lanes(y.hi), b);
+  }
+  template <int bits>
+  MORVANE_INLINE static block signed_words(const word_sums& s) {
+    return {vreinterpretq_u8_s16(vcombine_s16(vqshrn_n_s32(s.first, bits), vqshrn_n_s32(s.second, bits))),
+            vreinterpretq_u8_s16(vcombine_s16(vqshrn_n_s32(s.third, bits), vqshrn_n_s32(s.fourth, bits)))};
+  }
+  MORVANE_INLINE static uint8x16_t pack_words(const block b) {
+    return vcombine_u8(vqmovn_u16(as_words(b.lo)), vqmovn_u16(as_words(b.hi)));
+  }
+  MORVANE_INLINE static block pack_words(const block a, const block b) { return {pack_words(a), pack_words(b)}; }
+
+  MORVANE_INLINE static two_blocks load_threes(const uint8_t* p) {
+    const uint8x16_t from_first = {0, 1, 2, 255, 3, 4, 5, 255, 6, 7, 8, 255, 9, 10, 11, 255};
+    const uint8x16_t from_fifth = {4, 5, 6, 255, 7, 8, 9, 255, 10, 11, 12, 255, 13, 14, 15, 255};
+    const uint8x16_t middle = vld1q_u8(p + 16);
+    return {{vqtbl1q_u8(vld1q_u8(p), from_first), vqtbl1q_u8(vextq_u8(vld1q_u8(p), middle, 12), from_first)},
+            {vqtbl1q_u8(vextq_u8(middle, vld1q_u8(p + 32), 8), from_first), vqtbl1q_u8(vld1q_u8(p + 32), from_fifth)}};
+  }
+  struct packed_threes {
+    static constexpr size_t stored_bytes = 48;
+    two_blocks fours;
+  };
+  MORVANE_INLINE static packed_threes threes(const two_blocks& fours) { return {fours}; }
+  MORVANE_INLINE static void store(uint8_t* p, const packed_threes& t) {
+    store_three_of_four(p, t.fours.first, t.fours.second);
+  }
+
+  // A group of v210 in each register.
+  struct three_lines {
+    struct six_words {
+      static constexpr size_t stored_bytes = 24;
+      block b;
+    } luma;
+    struct lower_three_words {
+      static constexpr size_t stored_bytes = 12;
+      block b;
+    } cb;
+    struct upper_three_words {
+      static constexpr size_t stored_bytes = 12;
+      block b;
+    } cr;
+  };
+  MORVANE_INLINE static uint16x8_t tens_of(const uint8x16_t words, const uint8x16_t places, const uint16x8_t factors) {
+    return vandq_u16(vmulq_u16(as_words(vqtbl1q_u8(words, places)), factors), vdupq_n_u16(0xffc0));
+  }
+  MORVANE_INLINE static three_lines split_v210(const block words) {
+    const uint8x16_t of_luma = {1, 2, 4, 5, 6, 7, 9, 10, 12, 13, 14, 15, 255, 255, 255, 255};
+    const uint8x16_t of_chroma = {0, 1, 5, 6, 10, 11, 255, 255, 2, 3, 8, 9, 13, 14, 255, 255};
+    const uint16x8_t lift_luma = {16, 64, 4, 16, 64, 4, 0, 0};
+    const uint16x8_t lift_chroma = {64, 16, 4, 0, 4, 64, 16, 0};
+    const block luma = block_of(tens_of(words.lo, of_luma, lift_luma), tens_of(words.hi, of_luma, lift_luma));
+    const block chroma = block_of(tens_of(words.lo, of_chroma, lift_chroma), tens_of(words.hi, of_chroma, lift_chroma));
+    return {{luma}, {chroma}, {chroma}};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const three_lines::six_words& w) {
+    vst1q_u8(p, w.b.lo);
+    vst1q_u8(p + 12, w.b.hi);
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const three_lines::lower_three_words& w) {
+    vst1_u8(p, vget_low_u8(w.b.lo));
+    vst1_u8(p + 6, vget_low_u8(w.b.hi));
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const three_lines::upper_three_words& w) {
+    vst1_u8(p, vget_high_u8(w.b.lo));
+    vst1_u8(p + 6, vget_high_u8(w.b.hi));
+  }
+  MORVANE_INLINE static two_blocks load_for_v210(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr) {
+    return {{vld1q_u8(luma), vld1q_u8(luma + 12)},
+            {vcombine_u8(vld1_u8(cb), vld1_u8(cr)), vcombine_u8(vld1_u8(cb + 6), vld1_u8(cr + 6))}};
+  }
+  // The samples at bits 0 and 10 of each double word as its words, and that at bit 20 in its lower one.
+  MORVANE_INLINE static uint8x16_t join_v210(const uint8x16_t luma, const uint8x16_t chroma) {
+    const uint8x16_t first_two = {16, 17, 0, 1, 2, 3, 18, 19, 26, 27, 6, 7, 8, 9, 28, 29};
+    const uint8x16_t third = {24, 25, 255, 255, 4, 5, 255, 255, 20, 21, 255, 255, 10, 11, 255, 255};
+    const uint8x16x2_t both = {{luma, chroma}};
+    const uint32x4_t pairs = as_dwords(vqtbl2q_u8(both, first_two));
+    const uint32x4_t second = vshlq_n_u32(vshrq_n_u32(pairs, 16), 10);
+    const uint32x4_t lower = vorrq_u32(vandq_u32(pairs, vdupq_n_u32(1023)), second);
+    return vreinterpretq_u8_u32(vorrq_u32(lower, vshlq_n_u32(as_dwords(vqtbl2q_u8(both, third)), 20)));
+  }
+  MORVANE_INLINE static block join_v210(const two_blocks& lines) {
+    return {join_v210(lines.first.lo, lines.second.lo), join_v210(lines.first.hi, lines.second.hi)};
+  }
+};
+
+}  // namespace Processing::Morvane::format_conversion::vector

@@ -1,0 +1,58 @@
+// Measures plans of the checked interface, each beside memcpy and swscale.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "measure/pairs.h"
+
+namespace morvane::bench {
+
+struct pair_measurement {
+  std::string source{};
+  std::string destination{};
+  std::vector<std::string> steps{};  // of the plan
+  std::int64_t bytes = 0;            // read plus written
+  std::int64_t pixels = 0;
+  double nanoseconds = 0;          // with linear chroma
+  double nearest_nanoseconds = 0;  // with nearest chroma
+  double copy_nanoseconds = 0;     // of a memcpy that moves as many bytes
+  double tiny_nanoseconds = 0;     // of a picture with next to no rows
+
+  // Nothing where swscale has no such pair.
+  std::optional<double> swscale_nearest_nanoseconds{};
+  std::optional<double> swscale_bilinear_nanoseconds{};
+
+  // Of the plan, over different pictures of in_cache; nothing where that was not wanted.
+  std::optional<double> gain_of_two_threads{};
+
+  std::string name() const { return source + ":" + destination; }
+  // Whether the plan takes rows through lines of samples; another one is a single step.
+  bool goes_by_lines() const { return steps.size() > 1; }
+  double share_of_memcpy() const { return copy_nanoseconds / nanoseconds; }
+  double gigabytes_per_second() const { return static_cast<double>(bytes) / nanoseconds; }
+  double times_tiny() const { return nanoseconds / tiny_nanoseconds; }
+  // How many times as fast as swscale, both with nearest chroma, or linear beside bilinear.
+  std::optional<double> times_nearest() const { return times(swscale_nearest_nanoseconds, nearest_nanoseconds); }
+  std::optional<double> times_bilinear() const { return times(swscale_bilinear_nanoseconds, nanoseconds); }
+  // The lesser of both.
+  std::optional<double> times_swscale() const;
+
+ private:
+  static std::optional<double> times(std::optional<double> theirs, double own) {
+    return theirs ? std::optional(*theirs / own) : std::nullopt;
+  }
+};
+
+struct pair_request {
+  std::vector<format_pair> pairs{};
+  std::vector<format_pair> on_threads{};  // those of them that are measured on two threads as well
+  size picture = full_hd;
+};
+
+// Each pair by itself, its runs alternating with those that it is compared with: what disturbs the machine for a while
+// then disturbs all of them.
+std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const std::vector<std::string>& options);
+
+}  // namespace morvane::bench

@@ -1,0 +1,67 @@
+// Measuring pairs of formats, and what follows from one measurement alone.
+#include "measure/measure_pairs.h"
+
+#include <gtest/gtest.h>
+
+#include "peers/swscale.h"
+
+namespace morvane::bench {
+namespace {
+
+const std::vector<std::string> at_once = {"--benchmark_repetitions=1", "--benchmark_min_time=0.0001"};
+
+constexpr size small{64, 16};
+
+TEST(pair_measurement, compares_each_filter_with_the_same_of_swscale) {
+  const pair_measurement m{.bytes = 6000,
+                           .nanoseconds = 1000,
+                           .nearest_nanoseconds = 500,
+                           .copy_nanoseconds = 400,
+                           .tiny_nanoseconds = 10,
+                           .swscale_nearest_nanoseconds = 2000,
+                           .swscale_bilinear_nanoseconds = 3000};
+  EXPECT_DOUBLE_EQ(m.share_of_memcpy(), 0.4);
+  EXPECT_DOUBLE_EQ(m.gigabytes_per_second(), 6);
+  EXPECT_DOUBLE_EQ(m.times_tiny(), 100);
+  EXPECT_DOUBLE_EQ(m.times_nearest().value(), 4);
+  EXPECT_DOUBLE_EQ(m.times_bilinear().value(), 3);
+  EXPECT_DOUBLE_EQ(m.times_swscale().value(), 3);
+}
+
+TEST(pair_measurement, without_swscale_there_is_nothing_to_compare) {
+  const pair_measurement m{.nanoseconds = 1000, .nearest_nanoseconds = 500};
+  EXPECT_FALSE(m.times_nearest());
+  EXPECT_FALSE(m.times_bilinear());
+  EXPECT_FALSE(m.times_swscale());
+}
+
+TEST(pair_measurement, goes_by_lines_where_there_are_several_steps) {
+  EXPECT_TRUE((pair_measurement{.steps = {"read uyvy", "write bgra"}}).goes_by_lines());
+  EXPECT_FALSE((pair_measurement{.steps = {"copy uyvy"}}).goes_by_lines());
+}
+
+TEST(measure_pairs, gives_every_figure) {
+  const std::vector<pair_measurement> all = measure_pairs(
+      {.pairs = pairs_named("uyvy:bgra,alpha:alpha"), .on_threads = pairs_named("uyvy:bgra"), .picture = small},
+      at_once);
+  ASSERT_EQ(all.size(), 2);
+  EXPECT_EQ(all[0].name(), "uyvy:bgra");
+  EXPECT_EQ(all[0].bytes, 64 * 16 * 6);
+  EXPECT_EQ(all[0].pixels, 64 * 16);
+  EXPECT_TRUE(all[0].goes_by_lines());
+  for (const pair_measurement& m : all) {
+    EXPECT_GT(m.nanoseconds, m.tiny_nanoseconds);
+    EXPECT_GT(m.nearest_nanoseconds, m.tiny_nanoseconds);
+    EXPECT_GT(m.tiny_nanoseconds, 0);
+    EXPECT_GT(m.copy_nanoseconds, 0);
+  }
+  const bool has_swscale = swscale_has(*catalogue::find_format("uyvy"), *catalogue::find_format("bgra"));
+  EXPECT_EQ(all[0].times_nearest().has_value(), has_swscale);
+  EXPECT_EQ(all[0].times_bilinear().has_value(), has_swscale);
+  EXPECT_FALSE(all[1].times_swscale());
+  EXPECT_GT(all[0].gain_of_two_threads.value_or(0), 0);
+  EXPECT_FALSE(all[1].gain_of_two_threads);
+}
+
+}  // namespace
+}  // namespace morvane::bench

@@ -1,0 +1,182 @@
+// Lists of pairs of formats, what each of them moves, and the jobs that are measured.
+#include "measure/pairs.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "measure/pair_jobs.h"
+
+namespace morvane::bench {
+namespace {
+
+constexpr size small{66, 18};
+
+std::string names_of(std::string_view list) {
+  std::string result;
+  for (const format_pair& p : pairs_named(list)) result.append(result.empty() ? "" : " ").append(p.name());
+  return result;
+}
+
+std::string complaint_of(std::string_view list) {
+  try {
+    pairs_named(list);
+  } catch (const std::runtime_error& e) {
+    return e.what();
+  }
+  return {};
+}
+
+format_pair pair_named(std::string_view name) {
+  return pairs_named(name).front();
+}
+
+TEST(pairs, are_all_that_have_a_way) {
+  const std::vector<format_pair> all = all_pairs();
+  const auto has = [&all](std::string_view source, std::string_view destination) {
+    return std::count(all.begin(), all.end(),
+                      format_pair{catalogue::find_format(source), catalogue::find_format(destination)});
+  };
+  EXPECT_EQ(has("uyvy", "bgra"), 1);
+  EXPECT_EQ(has("bgra", "bgra"), 1);
+  EXPECT_EQ(has("alpha", "alpha_u16"), 1);
+  EXPECT_EQ(has("alpha", "uyvy"), 0);
+  EXPECT_EQ(has("uyvy_uyvy", "uyvy"), 0);
+  EXPECT_EQ(has("cbcr_8_420", "y"), 0);
+}
+
+TEST(pairs, are_named_in_a_list) {
+  EXPECT_EQ(names_of("uyvy:bgra"), "uyvy:bgra");
+  EXPECT_EQ(names_of("uyvy:bgra,bgra:uyvy,uyvy:bgra"), "uyvy:bgra bgra:uyvy");
+}
+
+TEST(pairs, an_asterisk_stands_for_all_formats_that_there_is_a_way_from_or_to) {
+  EXPECT_EQ(names_of("*:alpha"), "alpha:alpha alpha_u16:alpha alpha_10u16:alpha alpha_12u16:alpha");
+  EXPECT_EQ(names_of("alpha:*,*:alpha"),
+            "alpha:alpha alpha:alpha_u16 alpha:alpha_10u16 alpha:alpha_12u16 alpha_u16:alpha alpha_10u16:alpha "
+            "alpha_12u16:alpha");
+  EXPECT_EQ(pairs_named("*:*"), all_pairs());
+}
+
+TEST(pairs, what_is_none_is_refused) {
+  EXPECT_EQ(complaint_of("uyvy"), "'uyvy' is no pair of formats, as uyvy:bgra is");
+  EXPECT_EQ(complaint_of("uyvy:bgra,"), "'' is no pair of formats, as uyvy:bgra is");
+  EXPECT_EQ(complaint_of("uyvy:bgraa"), "there is no format 'bgraa' (uyvy:bgraa)");
+  EXPECT_EQ(complaint_of(":bgra"), "there is no format '' (:bgra)");
+  EXPECT_EQ(complaint_of("alpha:uyvy"), "there is no way for alpha:uyvy");
+  EXPECT_EQ(complaint_of("uyvy_uyvy:*"), "there is no way for uyvy_uyvy:*");
+}
+
+TEST(pairs, move_what_they_read_and_write) {
+  EXPECT_EQ(bytes_moved(pair_named("uyvy:bgra"), {10, 10}), 100 * (2 + 4));
+  EXPECT_EQ(bytes_moved(pair_named("v210:uyvy"), {12, 10}), 10 * (2 * 16 + 24));
+}
+
+TEST(pairs, read_no_plane_that_the_destination_does_not_keep) {
+  EXPECT_EQ(bytes_moved(pair_named("y_u_v_420:y"), {10, 10}), 100 * (1 + 1));
+  EXPECT_EQ(bytes_moved(pair_named("y_u_v_420:L"), {10, 10}), 150 + 100);
+  EXPECT_EQ(bytes_moved(pair_named("y_u_v_420:bgra"), {10, 10}), 150 + 400);
+  EXPECT_EQ(bytes_moved(pair_named("uyvy_a:uyvy"), {10, 10}), 200 + 200);
+  EXPECT_EQ(bytes_moved(pair_named("uyvy_a:bgra"), {10, 10}), 300 + 400);
+  EXPECT_EQ(bytes_moved(pair_named("uyvy:y"), {10, 10}), 200 + 100);
+}
+
+arena memory_for(int count) {
+  return arena(pictures::bytes_for(small, count));
+}
+
+std::vector<std::uint8_t> bytes_of(const morvane_picture& p) {
+  std::vector<std::uint8_t> result;
+  for (int i = 0; i < MORVANE_MAX_PLANES; ++i) {
+    const auto* data = static_cast<const std::uint8_t*>(p.data[i]);
+    if (data != nullptr) result.insert(result.end(), data, data + p.bytes[i]);
+  }
+  return result;
+}
+
+std::vector<std::uint8_t> results_after(const job& work, const pictures& all) {
+  for (int i = 0; i < all.count(); ++i)
+    for (int p = 0; p < MORVANE_MAX_PLANES; ++p)
+      if (void* data = all.destination(i).data[p])
+        std::memset(data, 0, static_cast<std::size_t>(all.destination(i).bytes[p]));
+  work();
+  std::vector<std::uint8_t> result;
+  for (int i = 0; i < all.count(); ++i) {
+    const std::vector<std::uint8_t> bytes = bytes_of(all.destination(i));
+    result.insert(result.end(), bytes.begin(), bytes.end());
+  }
+  return result;
+}
+
+TEST(pair_jobs, convert_every_picture) {
+  const arena memory = memory_for(3);
+  for (const format_pair& p : pairs_named("uyvy:bgra,p010:y_u_v_420,vuya_f32:pa16")) {
+    const pictures all(memory, p, small, 3);
+    all.fill_sources();
+    const auto expected = results_after(
+        [&all] {
+          for (int i = 0; i < 3; ++i) convert(all.from(), all.source(i), all.to(), all.destination(i));
+        },
+        all);
+    EXPECT_TRUE(results_after(convert_all(all), all) == expected) << p.name();
+    EXPECT_TRUE(results_after(convert_all(all, {.threads = 2}), all) == expected) << p.name();
+  }
+}
+
+TEST(pair_jobs, convert_with_the_filter_that_is_asked_for) {
+  const arena memory = memory_for(1);
+  const pictures all(memory, pair_named("uyvy:vuya"), small);
+  all.fill_sources();
+  EXPECT_TRUE(results_after(convert_all(all, {.filter = filter::nearest}), all) !=
+              results_after(convert_all(all), all));
+}
+
+TEST(pair_jobs, sources_have_contents_that_their_format_can_have) {
+  const arena memory = memory_for(1);
+  const pictures grey(memory, pair_named("y_10u16:y"), {64, 16});  // whose rows end without padding
+  grey.fill_sources();
+  const std::vector<std::uint8_t> bytes = bytes_of(grey.source(0));
+  for (std::size_t i = 1; i < bytes.size(); i += 2) EXPECT_LT(bytes[i], 4);
+  EXPECT_GT(std::count_if(bytes.begin(), bytes.end(), [](std::uint8_t b) { return b > 100; }), 100);
+}
+
+TEST(pair_jobs, a_tiny_picture_has_whole_groups_of_every_format) {
+  for (const catalogue::format& f : catalogue::formats)
+    for (std::size_t i = 0; i < f.plane_count(); ++i) {
+      EXPECT_EQ(tiny.xres % f.planes[i].group_pixels, 0) << f.name;
+      EXPECT_EQ(tiny.yres % f.planes[i].image_rows, 0) << f.name;
+    }
+}
+
+TEST(pair_jobs, exist_for_every_pair) {
+  const arena memory = memory_for(2);
+  for (const format_pair& p : all_pairs()) {
+    const pictures all(memory, p, small, 2);
+    EXPECT_NO_THROW(all.fill_sources()) << p.name();
+    EXPECT_NO_THROW(convert_all(all)()) << p.name();
+    EXPECT_NO_THROW(convert_tiny_picture(p)()) << p.name();
+  }
+}
+
+TEST(swscale, has_no_format_without_a_name_there) {
+  EXPECT_FALSE(swscale_has(*catalogue::find_format("uyvy"), *catalogue::find_format("ycbcra")));
+  EXPECT_FALSE(swscale_has(*catalogue::find_format("alpha"), *catalogue::find_format("alpha")));
+}
+
+TEST(swscale, converts_every_pair_that_it_has) {
+  if (!swscale_has(*catalogue::find_format("uyvy"), *catalogue::find_format("bgra"))) GTEST_SKIP() << "no swscale";
+  const arena memory = memory_for(1);
+  for (const format_pair& p : all_pairs()) {
+    if (!swscale_has(*p.source, *p.destination)) continue;
+    const pictures one(memory, p, small);
+    one.fill_sources();
+    for (const resampling chroma : {resampling::nearest, resampling::bilinear}) {
+      const std::vector<std::uint8_t> result = results_after(convert_by_swscale(one, chroma), one);
+      EXPECT_NE(std::count(result.begin(), result.end(), 0), static_cast<std::ptrdiff_t>(result.size())) << p.name();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace morvane::bench

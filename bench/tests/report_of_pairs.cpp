@@ -1,0 +1,256 @@
+// What the measured pairs of formats say together: targets, pictures, pages and tables.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "made_up.h"
+#include "report/csv.h"
+#include "report/html.h"
+#include "report/page.h"
+#include "report/pairs.h"
+#include "report/table.h"
+
+namespace morvane::bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+// 1000 ns and 6000 bytes, with or without the same of swscale.
+pair_measurement pair(const std::string& source, const std::string& destination, double share,
+                      std::optional<double> times_swscale = {}) {
+  pair_measurement m{.source = source,
+                     .destination = destination,
+                     .steps = {"read " + source, "write " + destination},
+                     .bytes = 6000,
+                     .pixels = 1000,
+                     .nanoseconds = 1000,
+                     .nearest_nanoseconds = 1000,
+                     .copy_nanoseconds = 1000 * share,
+                     .tiny_nanoseconds = 1};
+  if (!times_swscale) return m;
+  m.swscale_nearest_nanoseconds = 1000 * *times_swscale;
+  m.swscale_bilinear_nanoseconds = 2000 * *times_swscale;
+  return m;
+}
+
+// Good enough for every target that the test does not look at.
+pair_measurement good_pair() {
+  return pair("uyvy", "bgra", 0.9, 20);
+}
+
+targets aims_of_pairs() {
+  targets result = made_up_targets();
+  result.pairs = {.share_of_memcpy = 0.3,
+                  .median_share_of_memcpy = 0.45,
+                  .median_of_swscale = 8,
+                  .times_tiny_picture = 100,
+                  .two_threads = 1.8,
+                  .reasons = {{.about = {.source = {"v210"}}, .because = "groups"}}};
+  return result;
+}
+
+bool has(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+// Expects one miss beside those of medians, or none where `target` is empty.
+void expect_miss(const pair_measurement& m, const std::string& target, double reached = 0, double wanted = 0) {
+  std::vector<miss> found = misses({good_pair(), good_pair(), m}, aims_of_pairs());
+  ASSERT_EQ(found.size(), target.empty() ? 0 : 1);
+  if (target.empty()) return;
+  EXPECT_EQ(found.front().row, m.name());
+  EXPECT_EQ(found.front().target, target);
+  EXPECT_NEAR(found.front().reached, reached, 1e-9);
+  EXPECT_NEAR(found.front().wanted, wanted, 1e-9);
+}
+
+TEST(misses_of_pairs, each_pair_has_a_least_share_of_memcpy) {
+  expect_miss(pair("uyvy", "y", 0.31), "");
+  expect_miss(pair("uyvy", "y", 0.29), "of memcpy", 0.29, 0.3);
+}
+
+TEST(misses_of_pairs, a_pair_that_goes_by_no_lines_has_no_share_to_reach) {
+  pair_measurement m = pair("uyvy", "y", 0.1);
+  m.steps = {"uyvy::y"};
+  expect_miss(m, "");
+}
+
+TEST(misses_of_pairs, swscale_may_not_be_faster_with_either_filter) {
+  expect_miss(pair("uyvy", "y", 1, 0.98), "");
+  expect_miss(pair("uyvy", "y", 1, 0.96), "of swscale, nearest", 0.96, 0.97);
+  pair_measurement m = pair("uyvy", "y", 1, 2);
+  m.swscale_bilinear_nanoseconds = 500;
+  expect_miss(m, "of swscale, bilinear", 0.5, 0.97);
+}
+
+TEST(misses_of_pairs, checking_takes_no_more_than_its_part) {
+  pair_measurement m = good_pair();
+  m.tiny_nanoseconds = 9.9;
+  expect_miss(m, "");
+  m.tiny_nanoseconds = 12.5;
+  expect_miss(m, "times a tiny picture", 80, 100);
+}
+
+TEST(misses_of_pairs, two_threads_gain_where_they_were_measured) {
+  pair_measurement m = good_pair();
+  m.gain_of_two_threads = 1.85;
+  expect_miss(m, "");
+  m.gain_of_two_threads = 1.5;
+  expect_miss(m, "on two threads", 1.5, 1.8);
+}
+
+TEST(misses_of_pairs, have_the_reason_of_their_formats_or_noise) {
+  const auto why = [](const pair_measurement& m) {
+    return misses({good_pair(), good_pair(), m}, aims_of_pairs()).front().why;
+  };
+  EXPECT_EQ(why(pair("v210", "y", 0.1)), "groups");
+  EXPECT_EQ(why(pair("uyvy", "y", 0.1)), "");
+  EXPECT_EQ(why(pair("v210", "y", 0.28)), "noise");
+}
+
+TEST(misses_of_pairs, medians_have_targets_of_their_own) {
+  const std::vector<miss> found =
+      misses({pair("uyvy", "y", 0.4, 7), pair("y", "y", 0.44, 7.9), pair("y", "uyvy", 0.9, 9)}, aims_of_pairs());
+  ASSERT_EQ(found.size(), 2);
+  EXPECT_EQ(found[0].row, "median of pairs");
+  EXPECT_EQ(found[0].target, "of memcpy");
+  EXPECT_NEAR(found[0].reached, 0.44, 1e-9);
+  EXPECT_EQ(found[1].target, "of swscale");
+  EXPECT_NEAR(found[1].reached, 7.9, 1e-9);
+  EXPECT_TRUE(misses(measured_pairs(), aims_of_pairs()).empty());
+}
+
+TEST(spread, has_the_pairs_with_the_figure) {
+  pair_measurement copy = pair("uyvy", "uyvy", 0.01);
+  copy.steps = {"copy"};
+  const measured_pairs all = {pair("uyvy", "y", 0.5), pair("y", "y", 0.2, 3), pair("y", "uyvy", 0.4, 5), copy};
+  const spread shares = shares_of_memcpy(all).value();
+  EXPECT_EQ(shares.count, 3);
+  EXPECT_DOUBLE_EQ(shares.middle, 0.4);
+  EXPECT_DOUBLE_EQ(shares.least, 0.2);
+  EXPECT_EQ(shares.slowest, "y:y");
+  EXPECT_DOUBLE_EQ(times_swscale(all).value().middle, 4);
+  EXPECT_FALSE(times_swscale({copy}));
+}
+
+TEST(pictures_of_pairs, have_the_measured_formats_on_both_axes) {
+  const std::string picture = picture_of_shares({pair("bgra", "y", 0.5)}, aims_of_pairs());
+  EXPECT_TRUE(has(picture, "text-anchor=\"end\">bgra</text>")) << picture;
+  EXPECT_TRUE(has(picture, "text-anchor=\"end\">y</text>"));
+  EXPECT_TRUE(has(picture, "rotate(-90)\">bgra</text>"));
+  EXPECT_TRUE(has(picture, "rotate(-90)\">y</text>"));
+  EXPECT_FALSE(has(picture, ">uyvy</text>"));
+  EXPECT_EQ(picture_of_shares({}, aims_of_pairs()), "");
+}
+
+TEST(pictures_of_pairs, colour_shares_around_their_targets) {
+  const std::pair<double, const char*> shares[] = {{0.14, "below2"}, {0.16, "below1"}, {0.29, "below1"},
+                                                   {0.31, "above1"}, {0.46, "above2"}, {0.61, "above3"},
+                                                   {0.81, "above4"}};
+  for (const auto& [share, colour] : shares)
+    EXPECT_TRUE(has(picture_of_shares({pair("y", "y", share)}, aims_of_pairs()),
+                    std::string("<rect class=\"") + colour + "\" x=\"136\" y=\"208\""))
+        << share;
+}
+
+TEST(pictures_of_pairs, colour_ratios_to_swscale_and_leave_others_grey) {
+  const std::pair<double, const char*> ratios[] = {{0.4, "below2"}, {0.9, "below1"}, {1.1, "above1"},
+                                                   {2.1, "above2"}, {4.1, "above3"}, {8.1, "above4"}};
+  for (const auto& [ratio, colour] : ratios) {
+    const std::string picture = picture_beside_swscale({pair("y", "y", 1, ratio), pair("y", "L", 1)}, aims_of_pairs());
+    EXPECT_TRUE(has(picture, std::string("<rect class=\"") + colour + "\" x=\"136\" y=\"208\"")) << ratio;
+    EXPECT_TRUE(has(picture, "<rect class=\"none\" x=\"155\" y=\"208\""));
+    EXPECT_TRUE(has(picture, ">not in swscale</text>"));
+  }
+  EXPECT_EQ(picture_beside_swscale({pair("y", "y", 1)}, aims_of_pairs()), "");
+}
+
+TEST(pictures_of_pairs, tell_the_figures_of_a_cell) {
+  EXPECT_TRUE(has(picture_of_shares({pair("y", "uyvy", 0.5, 3)}, aims_of_pairs()),
+                  "<title>y to uyvy\n0.50 of memcpy, 6.0 GB/s\nbeside swscale, nearest chroma: 3.0 times as fast\n"
+                  "beside swscale, linear chroma: 6.0 times as fast</title>"));
+  EXPECT_TRUE(has(picture_of_shares({pair("y", "L", 0.5)}, aims_of_pairs()),
+                  "<title>y to L\n0.50 of memcpy, 6.0 GB/s</title>"));
+}
+
+std::string page_of(measured_pairs all) {
+  const results r = made_up_results({});
+  const targets aims = aims_of_pairs();
+  std::ostringstream out;
+  write_html(out, {{}, r, aims, {}, std::move(all)});
+  return out.str();
+}
+
+TEST(page_of_pairs, has_pictures_misses_and_every_pair) {
+  pair_measurement slow = pair("uyvy", "y", 0.25, 3);
+  slow.gain_of_two_threads = 1.9;
+  const std::string page = page_of({good_pair(), slow});
+  EXPECT_TRUE(has(page, "<h2>Any picture to any other</h2>"));
+  EXPECT_TRUE(has(page, "median 0.57 (target 0.45), least 0.25 with uyvy:y (target 0.30), 2 pairs</li>")) << page;
+  EXPECT_TRUE(has(page, "at most 0.10 % of the time of a picture of 1920x1080, with uyvy:bgra (target 1.00 %)"));
+  EXPECT_TRUE(has(page, "median 1.90, least 1.90 with uyvy:y (target 1.80)"));
+  EXPECT_TRUE(has(page, "<h3>Missed: 1</h3>"));
+  EXPECT_TRUE(has(page,
+                  "<tr><td>uyvy</td><td>y</td><td class=\"wide\">read uyvy, write y</td><td class=\"n\">1</td>"
+                  "<td class=\"n\">6.0</td><td class=\"n bad\">0.25</td><td class=\"n\">3.00</td>"
+                  "<td class=\"n\">6.00</td><td class=\"n\">1000</td><td class=\"n\">1.90</td></tr>"));
+  EXPECT_FALSE(has(page, "<h2>Targets</h2>"));
+}
+
+TEST(page_of_pairs, says_nothing_where_none_was_measured) {
+  EXPECT_FALSE(has(page_of({}), "Any picture to any other"));
+}
+
+TEST(tables_of_pairs, have_a_line_for_each) {
+  std::ostringstream text;
+  write_table(text, {pair("uyvy", "y", 0.25, 3), pair("y", "L", 0.5)});
+  EXPECT_EQ(text.str(),
+            "pair           us       GB/s  of memcpy    nearest   bilinear       tiny  2 threads\n"
+            "uyvy:y        1.0       6.00       0.25       3.00       6.00    0.100 %          -\n"
+            "y:L           1.0       6.00       0.50          -          -    0.100 %          -\n");
+  std::ostringstream csv;
+  write_csv(csv, {pair("uyvy", "y", 0.25, 3), pair("y", "L", 0.5)});
+  EXPECT_TRUE(has(csv.str(),
+                  "\nuyvy,y,\"read uyvy, write y\",1000,6000,1000.0,1000.0,6.000,250.0,0.2500,1.0,3.0000,6.0000,\n"
+                  "y,L,\"read y, write L\",1000,6000,1000.0,1000.0,6.000,500.0,0.5000,1.0,,,\n"))
+      << csv.str();
+}
+
+TEST(tables_of_pairs, are_json_for_other_programs) {
+  std::ostringstream out;
+  write_json(out, {pair("uyvy", "y", 0.25, 3), pair("y", "L", 0.5)});
+  const nlohmann::json list = nlohmann::json::parse(out.str());
+  ASSERT_EQ(list.size(), 2);
+  EXPECT_EQ(list[0]["source"], "uyvy");
+  EXPECT_EQ(list[0]["steps"], nlohmann::json({"read uyvy", "write y"}));
+  EXPECT_EQ(list[0]["share_of_memcpy"], 0.25);
+  EXPECT_EQ(list[0]["times_swscale_bilinear"], 6);
+  EXPECT_TRUE(list[1]["times_swscale_nearest"].is_null());
+}
+
+TEST(performance_page_of_pairs, renews_its_own_section_and_pictures) {
+  const fs::path docs = fs::path(testing::TempDir()) / ("pairs_page_" + std::to_string(getpid()));
+  fs::create_directories(docs / "images");
+  std::ofstream(docs / "performance.md") << "<!-- begin measured pairs -->\nold\n<!-- end measured pairs -->\nafter\n";
+  refresh_performance_page(docs, {good_pair(), pair("uyvy", "y", 0.25, 3)}, aims_of_pairs(), "abc");
+  std::ifstream in(docs / "performance.md");
+  const std::string text{std::istreambuf_iterator<char>(in), {}};
+  EXPECT_TRUE(has(text, ", commit abc.\n")) << text;
+  EXPECT_TRUE(has(text, "\n| share of memcpy, by lines of samples | 0.57 | 0.25 (`uyvy:y`) | 2 |\n"));
+  EXPECT_TRUE(has(text, "\n| times as fast as swscale | 11.5 | 3.0 (`uyvy:y`) | 2 |\n"));
+  EXPECT_FALSE(has(text, "old"));
+  EXPECT_TRUE(text.ends_with("<!-- end measured pairs -->\nafter\n"));
+  for (const char* picture : {"images/pairs_of_memcpy.svg", "images/pairs_beside_swscale.svg"}) {
+    EXPECT_TRUE(fs::exists(docs / picture));
+    EXPECT_TRUE(has(text, picture));
+  }
+  fs::remove_all(docs);
+}
+
+}  // namespace
+}  // namespace morvane::bench

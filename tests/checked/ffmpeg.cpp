@@ -1,0 +1,159 @@
+// FFmpeg's bytes, by its library swscale, wherever it rearranges samples as the checked interface does: between formats
+// of one model, sampling and depth nothing is computed, and so nothing may differ.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "catalogue/formats.h"
+#include "morvane.hpp"
+#include "rules/layout.h"
+
+#if defined(MORVANE_WITH_SWSCALE)
+extern "C" {
+#include <libavutil/pixdesc.h>
+#include <libswscale/swscale.h>
+}
+#endif
+
+namespace morvane::tests {
+namespace {
+
+#if defined(MORVANE_WITH_SWSCALE)
+
+// The formats with a name in FFmpeg that some of its versions do not convert, and why.
+struct missing {
+  std::string_view ffmpeg;
+  const char* reason;
+};
+constexpr missing may_be_missing[] = {
+    {"v210", "is a codec and no pixel format, and has a test of its own"},
+    {"nv16", "is known by name, and neither read nor written"},
+    {"vuya", "is younger than some versions"},
+    {"vuyx", "is younger than some versions"},
+};
+
+AVPixelFormat pixel_format_of(const catalogue::format& f) {
+  return av_get_pix_fmt(std::string(f.ffmpeg).c_str());
+}
+
+bool is_converted_by_ffmpeg(const catalogue::format& f) {
+  const AVPixelFormat p = f.ffmpeg.empty() ? AV_PIX_FMT_NONE : pixel_format_of(f);
+  return p != AV_PIX_FMT_NONE && sws_isSupportedInput(p) > 0 && sws_isSupportedOutput(p) > 0;
+}
+
+bool is_rearranged(const catalogue::format& from, const catalogue::format& to) {
+  const rules::format& a = rules::format_of(from.name);
+  const rules::format& b = rules::format_of(to.name);
+  return from.id != to.id && from.model == to.model && a.chroma == b.chroma && a.color_bits() == b.color_bits();
+}
+
+// A picture whose rows begin at multiples of 64 bytes, as swscale's vectors like them.
+struct stored {
+  stored(const catalogue::format& f, int width, int height)
+      : is{.format = f.id, .width = width, .height = height}, memory(is, 64), planes(memory.picture()) {}
+
+  void fill_at_random(std::uint32_t seed) {
+    std::generate_n(memory.data(), memory.bytes(), [&] {
+      seed = seed * 1664525U + 1013904223U;
+      return static_cast<std::uint8_t>(seed >> 24);
+    });
+  }
+  std::array<std::uint8_t*, 4> data() const {
+    std::array<std::uint8_t*, 4> all{};
+    std::transform(std::begin(planes.data), std::end(planes.data), all.begin(),
+                   [](void* plane) { return static_cast<std::uint8_t*>(plane); });
+    return all;
+  }
+  std::array<int, 4> strides() const {
+    std::array<int, 4> all{};
+    std::transform(std::begin(planes.stride), std::end(planes.stride), all.begin(),
+                   [](std::int64_t stride) { return static_cast<int>(stride); });
+    return all;
+  }
+
+  description is;
+  image memory;
+  morvane_picture planes;
+};
+
+void convert_by_ffmpeg(const catalogue::format& from, const stored& source, const catalogue::format& to,
+                       const stored& destination) {
+  const int width = source.is.width, height = source.is.height;
+  SwsContext* context = sws_getContext(width, height, pixel_format_of(from), width, height, pixel_format_of(to),
+                                       SWS_POINT | SWS_ACCURATE_RND, nullptr, nullptr, nullptr);
+  ASSERT_NE(context, nullptr);
+  sws_scale(context, source.data().data(), source.strides().data(), 0, height, destination.data().data(),
+            destination.strides().data());
+  sws_freeContext(context);
+}
+
+// The bits of a row that are those of the picture's samples. What is behind its last column FFmpeg leaves undefined,
+// and an unused byte too.
+std::vector<std::uint8_t> bits_of_samples(const rules::format& f, std::size_t plane, int width) {
+  const rules::group& g = f.planes[plane];
+  std::vector<std::uint8_t> bits(static_cast<std::size_t>(rules::row_bytes(f, plane, width)));
+  for (int i = 0; i < rules::groups_in_row(f, plane, width); ++i)
+    for (const rules::field& sample : g.fields)
+      if (sample.what != rules::channel::unused &&
+          i * g.count(sample.what) + sample.number < rules::columns_of(f, sample.what, width))
+        rules::put(g, sample, bits.data() + i * g.bytes, ~0U);
+  return bits;
+}
+
+void expect_same(const catalogue::format& from, const catalogue::format& to, int width, int height) {
+  stored source(from, width, height), made(to, width, height), by_ffmpeg(to, width, height);
+  source.fill_at_random(static_cast<std::uint32_t>(from.id * 64 + to.id));
+  convert(source.is, source.planes, made.is, made.planes);
+  convert_by_ffmpeg(from, source, to, by_ffmpeg);
+  const rules::format& f = rules::format_of(to.name);
+  for (std::size_t i = 0; i < f.planes.size(); ++i) {
+    const std::vector<std::uint8_t> bits = bits_of_samples(f, i, width);
+    for (int y = 0; y < rules::rows_of_plane(f, i, height); ++y)
+      for (std::size_t x = 0; x < bits.size(); ++x) {
+        const std::ptrdiff_t at = y * made.planes.stride[i] + static_cast<std::ptrdiff_t>(x);
+        ASSERT_EQ(made.data()[i][at] & bits[x], by_ffmpeg.data()[i][at] & bits[x])
+            << from.name << " to " << to.name << ", " << width << "x" << height << ", plane " << i << ", row " << y
+            << ", byte " << x;
+      }
+  }
+}
+
+TEST(ffmpeg, rearranges_samples_alike) {
+  int compared = 0;
+  for (const catalogue::format& from : catalogue::formats)
+    for (const catalogue::format& to : catalogue::formats) {
+      if (!is_converted_by_ffmpeg(from) || !is_converted_by_ffmpeg(to) || !is_rearranged(from, to)) continue;
+      expect_same(from, to, 70, 6);
+      expect_same(from, to, 37, 5);
+      if (HasFailure()) return;
+      ++compared;
+    }
+  EXPECT_GE(compared, 28);
+}
+
+TEST(ffmpeg, converts_all_formats_but_those_on_the_list) {
+  for (const catalogue::format& f : catalogue::formats) {
+    if (f.ffmpeg.empty() || is_converted_by_ffmpeg(f)) continue;
+    const auto listed = std::find_if(std::begin(may_be_missing), std::end(may_be_missing),
+                                     [&](const missing& m) { return m.ffmpeg == f.ffmpeg; });
+    ASSERT_NE(listed, std::end(may_be_missing)) << f.ffmpeg;
+    std::printf("left out: %s %s\n", std::string(listed->ffmpeg).c_str(), listed->reason);
+  }
+}
+
+#else
+
+TEST(ffmpeg, is_there) {
+  GTEST_SKIP() << "swscale is not installed";
+}
+
+#endif
+
+}  // namespace
+}  // namespace morvane::tests

@@ -1,0 +1,228 @@
+# Mutants of the checked interface.
+
+mutant(stride_of_a_whole_row_refused
+       FILE checked/layout.cpp
+       FROM [[stride < row_bytes && stride > -row_bytes]]
+       TO [[stride <= row_bytes && stride > -row_bytes]]
+       ROWS checked_errors.a_right_call*
+       PROGRAM checked_test)
+
+mutant(negative_stride_one_byte_too_short
+       FILE checked/layout.cpp
+       FROM [[stride < row_bytes && stride > -row_bytes]]
+       TO [[stride < row_bytes && stride > 1 - row_bytes]]
+       ROWS checked_errors.planes
+       PROGRAM checked_test)
+
+mutant(product_of_stride_and_rows_unchecked
+       FILE checked/layout.cpp
+       FROM [[__builtin_mul_overflow(step, rows - 1, &bytes)]]
+       TO [[((bytes = static_cast<int64_t>(static_cast<uint64_t>(step) * static_cast<uint64_t>(rows - 1))), false)]]
+       ROWS checked_extremes.strides
+       PROGRAM checked_test)
+
+mutant(bytes_of_all_planes_unchecked
+       FILE checked/layout.cpp
+       FROM [[__builtin_mul_overflow(stride, p.rows(s.height), &bytes)]]
+       TO [[((bytes = static_cast<int64_t>(static_cast<uint64_t>(stride) * static_cast<uint64_t>(p.rows(s.height)))), false)]]
+       ROWS checked_extremes.layouts
+       PROGRAM checked_test)
+
+mutant(planes_of_the_destination_not_compared
+       FILE checked/layout.cpp
+       FROM [[for (size_t other = 0; other < d; ++other)]]
+       TO [[for (size_t other = 0; other + 1 < d; ++other)]]
+       ROWS checked_overlap.of_two_planes_of_the_destination
+       PROGRAM checked_test)
+
+mutant(overlap_of_one_byte_unseen
+       FILE checked/layout.cpp
+       FROM [[a.row(i) + a.bytes <= b.row(j)]]
+       TO [[a.row(i) + a.bytes <= b.row(j) + 1]]
+       ROWS checked_overlap.is_that_of_bytes
+       PROGRAM checked_test)
+
+mutant(rows_between_rows_refused
+       FILE checked/layout.cpp
+       FROM [[if (a.row(i) + a.bytes <= b.row(j))
+      ++i;]]
+       TO [[if (i == a.count)
+      ++i;]]
+       ROWS checked_overlap.is_that_of_bytes
+       PROGRAM checked_test)
+
+mutant(stride_of_a_single_row_counts
+       FILE checked/layout.cpp
+       FROM [[const int64_t span = rows > 1 ? span_of(stride, rows, row_bytes) : row_bytes;]]
+       TO [[const int64_t span = span_of(stride, rows, row_bytes);]]
+       ROWS checked_extremes.strides_of_a_single_row
+       PROGRAM checked_test)
+
+mutant(layout_that_is_refused_is_written
+       FILE checked/interface.cpp
+       FROM [[if (!is_wrong(p)) *layout = made;]]
+       TO [[*layout = made;]]
+       ROWS checked_errors.layouts
+       PROGRAM checked_test)
+
+mutant(larger_structs_taken_for_known_ones
+       FILE checked/layout.cpp
+       FROM [[picture->struct_size != sizeof *picture]]
+       TO [[picture->struct_size < sizeof *picture]]
+       ROWS checked_errors.sizes_of_structs
+       PROGRAM checked_test)
+
+mutant(got_and_needed_exchanged
+       FILE checked/interface.cpp
+       FROM [["scratch_bytes", scratch.bytes, needed, "is %lld]]
+       TO [["scratch_bytes", needed, scratch.bytes, "is %lld]]
+       ROWS checked_errors.of_every_code_say_all
+       PROGRAM checked_test)
+
+mutant(bands_begin_at_any_row
+       FILE checked/interface.cpp
+       FROM [[first >= height || first % unit != 0]]
+       TO [[first >= height]]
+       ROWS checked_errors.bands_and_scratch_memory
+       PROGRAM checked_test)
+
+mutant(short_plane_noticed_behind_the_scratch_memory
+       FILE checked/interface.cpp
+       FROM [[  if (const problem p = check_pictures(plan, source_picture, destination_picture); is_wrong(p)) return answer(p, error);
+  const int64_t bytes = scratch_bytes_of(plan);]]
+       TO [[  const int64_t bytes = scratch_bytes_of(plan);
+  void* volatile early = std::malloc(static_cast<size_t>(bytes));
+  std::free(early);
+  if (const problem p = check_pictures(plan, source_picture, destination_picture); is_wrong(p)) return answer(p, error);]]
+       ROWS checked_memory.is_not_taken_by_a_call_that_is_refused
+       PROGRAM allocations_test)
+
+mutant(memory_for_every_run
+       FILE checked/interface.cpp
+       FROM [[  checked::run_all(plan.way, plan.hands.get(), *source, *destination, scratch.data);]]
+       TO [[  checked::run_all(plan.way, plan.hands.get(), *source, *destination, scratch.data);
+  void* volatile memory = std::malloc(1);
+  std::free(memory);]]
+       ROWS checked_memory.is_not_taken_by_a_run
+       PROGRAM allocations_test)
+
+mutant(group_behind_the_last_one
+       FILE checked/stored.h
+       FROM [[return (width - 1) / layout->group_pixels + 1;]]
+       TO [[return width / layout->group_pixels + 1;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(chroma_of_another_row_kept
+       FILE checked/rows.cpp
+       FROM [[if (cached_[place] == row) return lines;]]
+       TO [[if (cached_[place] >= 0) return lines;]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(chroma_kept_from_run_to_run
+       FILE checked/rows.cpp
+       FROM [[  int cached_[3] = {-1, -1, -1};]]
+       TO [[  inline static int cached_[3] = {-1, -1, -1};]]
+       ROWS *checked_threads.share_a_plan/y_uv_420
+       PROGRAM threads_test)
+
+mutant(no_sample_behind_the_last_one
+       FILE checked/rows.cpp
+       FROM [[line[count] = line[count - 1];
+  }]]
+       TO [[}]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(short_cut_of_the_other_filter
+       FILE checked/short_cuts.cpp
+       FROM [[if (s.nearest_alone && w.how.filter]]
+       TO [[if (false && w.how.filter]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(short_cut_past_a_matrix
+       FILE checked/short_cuts.cpp
+       FROM [[if (computes(w) || !has_whole_groups(w.from)]]
+       TO [[if (!has_whole_groups(w.from)]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(short_cut_of_half_a_group
+       FILE checked/short_cuts.cpp
+       FROM [[if (computes(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
+       TO [[if (computes(w)) return;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(short_cut_lost
+       FILE checked/short_cuts.cpp
+       FROM [[    {"uyvy::yuy2"},
+]]
+       TO [[]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(unused_bytes_copied
+       FILE checked/short_cuts.cpp
+       FROM [[return !p.has(unused) && p.layout]]
+       TO [[return p.layout]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(padding_copied_by_a_short_cut
+       FILE checked/direct.cpp
+       FROM [[if (!w.by->copies_padding.empty() && !is_tight(source, w.from)) return false;]]
+       TO [[]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(short_cut_between_two_rows_of_chroma
+       FILE checked/direct.cpp
+       FROM [[return first % unit_rows(w) == 0 && rows % unit_rows(w) == 0 &&]]
+       TO [[return]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(entry_point_given_no_room_behind_a_row
+       FILE checked/direct.cpp
+       FROM [[if (!touches_more(w) && can_be_called(w, source, destination)) {]]
+       TO [[if (can_be_called(w, source, destination)) {]]
+       ROWS named_entry_points.touch_nothing*
+       PROGRAM checked_test)
+
+mutant(irregular_entry_point_without_consent
+       FILE checked/direct.cpp
+       FROM [[if (!c->irregular.empty() && !wish.allow_irregular)]]
+       TO [[if (false)]]
+       ROWS named_entry_points.*
+       PROGRAM checked_test)
+
+mutant(scratch_memory_of_another_hand
+       FILE checked/run.cpp
+       FROM [[static_cast<uint8_t*>(scratch) + bytes * hand);]]
+       TO [[static_cast<uint8_t*>(scratch) + 0 * bytes * hand);]]
+       ROWS plans_with_threads.*
+       PROGRAM checked_test)
+
+mutant(part_of_a_picture_left_to_nobody
+       FILE checked/run.cpp
+       FROM [[hands->run((height - 1) / rows + 1, part)]]
+       TO [[hands->run(height / rows, part)]]
+       ROWS plans_with_threads.*
+       PROGRAM checked_test)
+
+mutant(job_left_before_its_guests_are_done
+       FILE checked/crew.cpp
+       FROM [[left != 0;) left = wait_for_change(guests_, left);]]
+       TO [[left > 1;) left = wait_for_change(guests_, left);]]
+       ROWS crew_of_threads.*
+       PROGRAM checked_test)
+
+mutant(job_of_one_caller_given_to_another
+       FILE checked/crew.cpp
+       FROM [[if (busy_.test_and_set(std::memory_order_acquire)) return false;]]
+       TO [[busy_.test_and_set(std::memory_order_acquire);]]
+       ROWS crew_of_threads.*
+       PROGRAM checked_test)
