@@ -153,7 +153,7 @@ class header_reader {
   }
 
   void take_extension(std::string_view value) {
-    if (value.starts_with(sampling_word)) return;  // another name for the colour
+    if (value.empty() || value.starts_with(sampling_word)) return;  // this is another name for the colour
     if (!value.starts_with(range_word)) {
       stream_.extensions.emplace_back(value);
       return;

@@ -124,7 +124,7 @@ TEST_F(png_kinds, a_size_that_the_file_cannot_hold_takes_no_memory) {
   write_png("a.png", {PNG_COLOR_TYPE_RGB}, noise(samples(3)));
   bytes file = read("a.png");
   file.resize(69);
-  for (const std::size_t at : {16, 20}) {
+  for (const std::size_t at : {16u, 20u}) {
     file[at + 2] = 25000 >> 8;
     file[at + 3] = 25000 & 255;
   }

@@ -79,7 +79,7 @@ std::vector<std::string> unfolded(const std::vector<std::string>& lines, std::si
 TEST_F(folded_tables, have_the_width_of_the_terminal) {
   const std::vector<std::string> whole = lines_of(run("morvane formats").out);
   const std::size_t column = whole.front().rfind("  ") + 2;
-  for (const std::size_t rest : {20, 21, 33, 50, 200}) {
+  for (const std::size_t rest : {20u, 21u, 33u, 50u, 200u}) {
     const std::size_t width = column + rest;
     const std::vector<std::string> shown =
         lines_of(run_at_terminal("morvane formats", static_cast<unsigned short>(width)));

@@ -40,7 +40,7 @@ std::string refused_header(const std::string& text) {
 const std::string start = "cannot read a.y4m as YUV4MPEG2: ";
 
 TEST(y4m, header_as_ffmpeg_writes_it) {
-  const std::string line = "YUV4MPEG2 W16 H9 F30000:1001 Ip A1:1 C420jpeg XYSCSS=420JPEG XCOLORRANGE=LIMITED Xmine";
+  const std::string line = "YUV4MPEG2 W16 H9 F30000:1001 Ip A1:1 C420jpeg XYSCSS=420JPEG XCOLORRANGE=LIMITED X Xmine";
   const y4m_stream s = header_of(line);
   EXPECT_EQ(name_of(s.format), "y_u_v_420");
   EXPECT_EQ(s.width, 16);
