@@ -149,6 +149,35 @@ TEST(read_row, gives_each_component_a_line_with_the_bits_at_the_top) {
   EXPECT_EQ(cr, (std::vector<std::uint16_t>{40 << 8, 41 << 8, 0, 0}));
 }
 
+// Lines that end with the last sample of the last group, beside samples of another length of row.
+TEST(read_row, writes_no_sample_behind_those_of_whole_groups) {
+  constexpr std::uint16_t untouched = 0xa5a5;
+  for (const morvane::format f : morvane::formats())
+    for (const int width : {1, 5, 48, 97, 480, 481, 1001}) {
+      SCOPED_TRACE(std::string(morvane::name_of(f)) + " " + std::to_string(width));
+      const morvane::description d = {.format = f, .width = width, .height = 1};
+      const morvane_plane_info plane = morvane::describe(f).planes[0];
+      morvane::image picture(d);
+      for (std::size_t i = 0; i < picture.bytes(); ++i) picture.data()[i] = static_cast<std::uint8_t>(i * 37 % 63);
+      const int groups = (width + plane.group_pixels - 1) / plane.group_pixels;
+      std::vector<std::vector<std::uint16_t>> samples;
+      morvane::component_lines lines{};
+      std::int64_t room = 0;
+      for (std::size_t i = 0; i < MORVANE_X; ++i) {
+        const int count = plane.samples[i] * groups;
+        samples.emplace_back(static_cast<std::size_t>(count) + 64, untouched);
+        lines[i] = count > 0 ? samples[i].data() : nullptr;
+        room = std::max<std::int64_t>(room, count);
+      }
+      morvane::read_row(d, picture.picture(), 0, 0, lines, room);
+      for (std::size_t i = 0; i < MORVANE_X; ++i) {
+        const auto end = samples[i].begin() + plane.samples[i] * groups;
+        EXPECT_EQ(std::count(end, samples[i].end(), untouched), 64);
+        EXPECT_EQ(std::count(samples[i].begin(), end, untouched), 0);
+      }
+    }
+}
+
 TEST(read_row, refuses_planes_rows_and_lines_that_there_are_not) {
   three_pixels p;
   std::vector<std::uint16_t> luma(4, 7), cb(4, 7), cr(4, 7);
