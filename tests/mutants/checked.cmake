@@ -144,15 +144,15 @@ mutant(short_cut_of_the_other_filter
 
 mutant(short_cut_past_a_matrix
        FILE checked/short_cuts.cpp
-       FROM [[if (computes(w) || !has_whole_groups(w.from)]]
-       TO [[if (!has_whole_groups(w.from)]]
+       FROM [[  if (computes(w)) return;]]
+       TO [[]]
        ROWS short_cuts.*
        PROGRAM checked_test)
 
 mutant(short_cut_of_half_a_group
        FILE checked/short_cuts.cpp
-       FROM [[if (computes(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
-       TO [[if (computes(w)) return;]]
+       FROM [[if (w.copies || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
+       TO [[if (w.copies) return;]]
        ROWS *are_as_the_rules_say/uyvy
        PROGRAM checked_test)
 
@@ -225,4 +225,18 @@ mutant(job_of_one_caller_given_to_another
        FROM [[if (busy_.test_and_set(std::memory_order_acquire)) return false;]]
        TO [[busy_.test_and_set(std::memory_order_acquire);]]
        ROWS crew_of_threads.*
+       PROGRAM checked_test)
+
+mutant(half_a_group_copied
+       FILE checked/short_cuts.cpp
+       FROM [[if (!is_copied(p) || !is_full(p, w.to)) return -1;]]
+       TO [[if (!is_copied(p)) return -1;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(plane_written_beside_its_copy
+       FILE checked/rows.cpp
+       FROM [[if (p.layout->image_rows != image_rows || way_.copy_of[i] >= 0) continue;]]
+       TO [[if (p.layout->image_rows != image_rows) continue;]]
+       ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)

@@ -100,15 +100,16 @@ void call(const way& w, const catalogue::planes<const uint8_t>& from, const cata
 
 void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
                  const int rows) {
-  for (size_t i = 0; i < w.from.plane_count; ++i) {
-    const int64_t row_bytes = w.from.planes[i].layout->row_bytes(w.from.width);
-    const int64_t count = rows_of(w.from, i, rows);
-    const bool is_tight = source.stride[i] == row_bytes && destination.stride[i] == row_bytes;
+  for (size_t i = 0; i < w.to.plane_count; ++i) {
+    const auto original = static_cast<size_t>(w.copy_of[i]);
+    const int64_t row_bytes = w.to.planes[i].layout->row_bytes(w.to.width);
+    const int64_t count = rows_of(w.to, i, rows);
+    const bool is_tight = source.stride[original] == row_bytes && destination.stride[i] == row_bytes;
     const auto bytes = static_cast<size_t>(is_tight ? row_bytes * count : row_bytes);
-    const uint8_t* from = row_of(source, w.from, i, first);
+    const uint8_t* from = row_of(source, w.from, original, first);
     uint8_t* to = row_of(destination, w.to, i, first);
     for (int64_t row = 0; row < (is_tight ? 1 : count); ++row)
-      std::memcpy(to + destination.stride[i] * row, from + source.stride[i] * row, bytes);
+      std::memcpy(to + destination.stride[i] * row, from + source.stride[original] * row, bytes);
   }
 }
 

@@ -1,6 +1,7 @@
 #include "rows.h"
 
 #include <array>
+#include <cstring>
 #include <utility>
 
 #include "../backend/dispatch.h"
@@ -91,12 +92,14 @@ class rows_of_way {
       : way_(w), source_(source), destination_(destination) {
     const auto at = reinterpret_cast<uintptr_t>(scratch);
     next_ = reinterpret_cast<uint16_t*>((at + alignment - 1) / alignment * alignment);
+    find_needed();
     find_lines();
   }
 
   void convert(const int first_row, const int rows) {
     for (int row = first_row; row < first_row + rows; ++row) {
       expect_rows(row, first_row + rows);
+      copy_planes(row);
       if (has_half_rows()) keep_row_before();
       const component_lines made = make(row);
       if (has_half_rows()) write_half_rows(row, made, row + 1 == way_.from.height);
@@ -111,6 +114,7 @@ class rows_of_way {
   lines_of_way lines_;
   uint16_t* next_;
   chroma_lines upper_;  // of the row before
+  std::array<bool, component_count> needed_{};
   int cached_[3] = {-1, -1, -1};
   mutable expected_memory expected_;  // changes no result
 
@@ -142,7 +146,15 @@ class rows_of_way {
                   int64_t{p.groups(width)} * p.layout->group_bytes);
   }
 
-  bool has_half_rows() const { return way_.to.half_height && way_.to.has_chroma; }
+  // Which components of the source are read: all where something is computed, else those of planes that are not copied.
+  void find_needed() {
+    if (computes(way_)) return needed_.fill(true);
+    for (size_t i = 0; i < way_.to.plane_count; ++i)
+      for (size_t c = 0; c < needed_.size(); ++c)
+        if (way_.copy_of[i] < 0 && way_.to.planes[i].samples[c] > 0) needed_[c] = true;
+  }
+  bool makes_chroma() const { return way_.to.has_chroma && (needed_[second] || needed_[third]); }
+  bool has_half_rows() const { return way_.to.half_height && makes_chroma(); }
   bool needs_alpha() const { return way_.composites || (way_.from.has_alpha && way_.to.has_alpha); }
 
   void find_lines() {
@@ -197,11 +209,6 @@ class rows_of_way {
     line[count] = line[count - 1];
   }
 
-  int samples_of(const shape& s, const int component) const {
-    const bool is_chroma = s.has_chroma && (component == second || component == third);
-    return is_chroma ? s.chroma_width() : s.width;
-  }
-
   // Reading.
 
   // The planes that have a row for so many rows of the image.
@@ -214,8 +221,9 @@ class rows_of_way {
     }
   }
   bool is_wanted(const stored_plane& p) const {
-    return p.has(first) || (p.has(alpha) && needs_alpha()) ||
-           ((p.has(second) || p.has(third)) && (way_.reads_chroma || !way_.from.has_chroma));
+    return (p.has(first) && needed_[first]) || (p.has(alpha) && needed_[alpha] && needs_alpha()) ||
+           (p.has(second) && needed_[second] && (way_.reads_chroma || !way_.from.has_chroma)) ||
+           (p.has(third) && needed_[third] && (way_.reads_chroma || !way_.from.has_chroma));
   }
 
   void over_background(uint16_t* line, const uint16_t* by, const int count, const int component) const {
@@ -387,7 +395,7 @@ class rows_of_way {
   // The row in the components and columns of the destination.
   component_lines make(const int row) {
     read_planes(row, 1, lines_.read);
-    if (way_.reads_chroma && !way_.from.half_height)
+    if (way_.reads_chroma && needed_[second] && !way_.from.half_height)
       finish_chroma({lines_.read.of[second], lines_.read.of[third]}, lines_.read.of[alpha]);
     finish_pixels(lines_.read);
     component_lines made = lines_.read;
@@ -396,9 +404,9 @@ class rows_of_way {
     if (way_.from.colour == model::alpha) return made;
     if (way_.has_to_rgb || way_.from.colour == model::rgb || way_.from.colour == model::luminance)
       make_of_rgb(row, made);
-    else if (way_.to.has_chroma && !way_.reads_chroma)
+    else if (makes_chroma() && !way_.reads_chroma)
       set_chroma(made, neutral());
-    else if (way_.to.has_chroma && !way_.keeps_half_rows)
+    else if (makes_chroma() && !way_.keeps_half_rows)
       set_chroma(made, in_columns_of_destination(doubled(chroma_of(row))));
     return made;
   }
@@ -452,6 +460,18 @@ class rows_of_way {
 
   // Writing.
 
+  void copy_planes(const int row) const {
+    for (size_t i = 0; i < way_.to.plane_count; ++i) {
+      const stored_plane& p = way_.to.planes[i];
+      if (way_.copy_of[i] < 0 || row % p.layout->image_rows != 0) continue;
+      const auto original = static_cast<size_t>(way_.copy_of[i]);
+      const int of_plane = row / p.layout->image_rows;
+      std::memcpy(static_cast<uint8_t*>(destination_.data[i]) + destination_.stride[i] * of_plane,
+                  static_cast<const uint8_t*>(source_.data[original]) + source_.stride[original] * of_plane,
+                  static_cast<size_t>(p.layout->row_bytes(way_.to.width)));
+    }
+  }
+
   // The lines of chroma of this row must not be those of the row before.
   void keep_row_before() {
     std::swap(lines_.read.of[second], lines_.read_before.cb);
@@ -482,7 +502,7 @@ class rows_of_way {
   void write(const int row, const int image_rows, const component_lines& lines) const {
     for (size_t i = 0; i < way_.to.plane_count; ++i) {
       const stored_plane& p = way_.to.planes[i];
-      if (p.layout->image_rows != image_rows) continue;
+      if (p.layout->image_rows != image_rows || way_.copy_of[i] >= 0) continue;
       fill_groups(p, lines);
       auto* plane = static_cast<uint8_t*>(destination_.data[i]);
       write_row(p, plane + destination_.stride[i] * row, way_.to.width, lines, fills_words(way_.to));
@@ -491,7 +511,7 @@ class rows_of_way {
   // Each component repeats its last sample up to the end of the last group.
   void fill_groups(const stored_plane& p, const component_lines& lines) const {
     for (const component i : {first, second, third, alpha})
-      if (p.has(i)) repeat_last(lines.of[i], samples_of(way_.to, i), p.groups(way_.to.width) * p.samples[i]);
+      if (p.has(i)) repeat_last(lines.of[i], way_.to.samples_of(i), p.groups(way_.to.width) * p.samples[i]);
   }
   static void repeat_last(uint16_t* line, const int count, const int stored_samples) {
     for (int i = count; i < stored_samples; ++i) line[i] = line[count - 1];

@@ -28,6 +28,9 @@ struct shape {
   bool half_height = false;  // of chroma
   int depth = 8;
 
+  int samples_of(const int component) const {
+    return has_chroma && (component == second || component == third) ? chroma_width() : width;
+  }
   int chroma_width() const { return half_width ? width - width / 2 : width; }
   int chroma_height() const { return half_height ? height - height / 2 : height; }
 };

@@ -1,4 +1,4 @@
-// Where rows are copied, or an entry point gives the bytes that lines give.
+// Where planes are copied, or an entry point gives the bytes that lines give.
 #include <algorithm>
 #include <iterator>
 
@@ -68,29 +68,41 @@ bool is_copied(const stored_plane& p) {
          (sample == sample_type::u8 || sample == sample_type::u16 || sample == sample_type::u8_and_2);
 }
 
-bool same_planes(const way& w) {
-  if (w.from.plane_count != w.to.plane_count) return false;
-  for (size_t i = 0; i < w.from.plane_count; ++i) {
-    const catalogue::plane& a = *w.from.planes[i].layout;
-    const catalogue::plane& b = *w.to.planes[i].layout;
-    if (a.components != b.components || a.group_bytes != b.group_bytes || a.group_pixels != b.group_pixels ||
-        a.image_rows != b.image_rows || !is_copied(w.from.planes[i]) || !is_copied(w.to.planes[i]))
-      return false;
-  }
+bool is_same(const catalogue::plane& a, const catalogue::plane& b) {
+  return a.components == b.components && a.sample == b.sample && a.group_bytes == b.group_bytes &&
+         a.group_pixels == b.group_pixels && a.image_rows == b.image_rows && a.upper_bits == b.upper_bits;
+}
+
+// Whether all samples of its rows are of the picture.
+bool is_full(const stored_plane& p, const shape& s) {
+  for (const component c : {first, second, third, alpha})
+    if (p.has(c) && p.groups(s.width) * p.samples[c] != s.samples_of(c)) return false;
   return true;
 }
 
-bool computes(const way& w) {
-  return w.composites || w.scales_range || w.widens_rgb || w.narrows_rgb || w.has_to_rgb || w.has_from_rgb ||
-         w.has_luminance;
+int find_original(const stored_plane& p, const way& w) {
+  if (!is_copied(p) || !is_full(p, w.to)) return -1;
+  for (size_t i = 0; i < w.from.plane_count; ++i)
+    if (is_same(*p.layout, *w.from.planes[i].layout)) return static_cast<int>(i);
+  return -1;
+}
+
+// Whether all planes are copied.
+bool find_originals(way& w) {
+  bool all = true;
+  for (size_t i = 0; i < w.to.plane_count; ++i) {
+    w.copy_of[i] = find_original(w.to.planes[i], w);
+    all = all && w.copy_of[i] >= 0;
+  }
+  return all;
 }
 
 }  // namespace
 
 void find_short_cut(way& w) {
-  if (computes(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;
-  w.copies = same_planes(w);
-  if (w.copies) return;
+  if (computes(w)) return;
+  w.copies = find_originals(w);
+  if (w.copies || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;
   for (const short_cut& s : short_cuts) {
     if (s.nearest_alone && w.how.filter != chroma_filter::nearest) continue;
     for (const catalogue::conversion& c : catalogue::conversions)

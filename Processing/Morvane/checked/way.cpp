@@ -95,6 +95,11 @@ std::string matrix_of(const shape& s) {
 
 }  // namespace
 
+bool computes(const way& w) {
+  return w.composites || w.scales_range || w.widens_rgb || w.narrows_rgb || w.has_to_rgb || w.has_from_rgb ||
+         w.has_luminance;
+}
+
 problem find_way(const shape& from, const shape& to, const choices& how, way& result) {
   if (const problem p = check_pair(from, to, how.has_via); is_wrong(p)) return p;
   if (const problem p = check_width(from); is_wrong(p)) return p;

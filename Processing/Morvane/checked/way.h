@@ -1,6 +1,7 @@
 // The way from one picture to another: what is done to a row, with all coefficients, decided once for a plan.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -42,8 +43,11 @@ struct way {
   bool halves_rows = false;
   bool keeps_half_rows = false;  // rows of chroma are those of the source, of which there are half as many
 
-  // Without lines: rows are copied, or an entry point converts them, because the caller named it or because its bytes
-  // are the same.
+  // Planes of the destination whose rows are those of a plane of the source.
+  std::array<int, MORVANE_MAX_PLANES> copy_of = {-1, -1, -1, -1};
+
+  // Without lines: all planes are copied, or an entry point converts them, because the caller named it or because its
+  // bytes are the same.
   bool copies = false;
   const catalogue::conversion* by = nullptr;
   bool is_via = false;
@@ -60,6 +64,9 @@ struct way {
   kernel::rgb_lines_to_ycbcr_wide wide_from = {};
   kernel::rgb_lines_to_luminance luminance = {};
 };
+
+// Whether samples become others, apart from chroma of another sampling.
+bool computes(const way& w);
 
 // Refuses pairs of formats between which there is no conversion, and pictures of different size.
 problem find_way(const shape& from, const shape& to, const choices& how, way& result);
