@@ -1,8 +1,10 @@
 // The shared library from outside: it exports what the public header declares and nothing else, its conversions are
 // those of the catalogue and of the expectations, and it needs no library beside those of the language.
+#include <cxxabi.h>
 #include <gtest/gtest.h>
 #include <stdio.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -30,13 +32,22 @@ std::string output_of(const std::string& command) {
 // That of all functions so far.
 constexpr std::string_view version = "MORVANE_0.1";
 
+// A function of C is called as it is written.
+std::string demangled(const std::string& symbol) {
+  int status = 0;
+  const std::unique_ptr<char, decltype(&std::free)> name(abi::__cxa_demangle(symbol.c_str(), nullptr, nullptr, &status),
+                                                         &std::free);
+  return status == 0 ? name.get() : symbol;
+}
+
 // The exported functions by full name, and how often each is overloaded.
 std::map<std::string, int> exported_functions() {
   std::map<std::string, int> exported;
-  std::istringstream symbols(output_of(MORVANE_NM " -DC --defined-only " MORVANE_SHARED_LIBRARY));
+  std::istringstream symbols(output_of(MORVANE_NM " -D --defined-only " MORVANE_SHARED_LIBRARY));
   for (std::string line; std::getline(symbols, line);) {
-    const std::string name = line.substr(line.find(' ', line.find(' ') + 1) + 1);
-    if (name != version) exported[name.substr(0, name.find_first_of("(@"))] += 1;
+    const std::string symbol = line.substr(line.find_last_of(' ') + 1);
+    const std::string name = demangled(symbol.substr(0, symbol.find('@')));
+    if (symbol != version) exported[name.substr(0, name.find('('))] += 1;
   }
   return exported;
 }

@@ -79,10 +79,10 @@ mutant(got_and_needed_exchanged
        ROWS checked_errors.of_every_code_say_all
        PROGRAM checked_test)
 
-mutant(bands_begin_at_any_row
+mutant(bands_end_at_any_row
        FILE checked/interface.cpp
-       FROM [[first >= height || first % unit != 0]]
-       TO [[first >= height]]
+       FROM [[rows > height - first || (rows % unit != 0 && rows != height - first)]]
+       TO [[rows > height - first]]
        ROWS checked_errors.bands_and_scratch_memory
        PROGRAM checked_test)
 
@@ -203,7 +203,7 @@ mutant(scratch_memory_of_another_hand
        FILE checked/run.cpp
        FROM [[static_cast<uint8_t*>(scratch) + bytes * hand);]]
        TO [[static_cast<uint8_t*>(scratch) + 0 * bytes * hand);]]
-       ROWS plans_with_threads.*
+       ROWS plans_with_threads.have_scratch*
        PROGRAM checked_test)
 
 mutant(part_of_a_picture_left_to_nobody

@@ -53,8 +53,10 @@ if(apple)
   list(APPEND library_objects ${object})
 endif()
 if(test)
-  get_filename_component(tests ${test} DIRECTORY)
-  execute_process(COMMAND ${compiler} ${common_flags} -I${scratch}/library -I${tests} -c ${test} -o ${scratch}/test.o
+  get_filename_component(tests ${CMAKE_CURRENT_LIST_DIR} DIRECTORY)
+  list(LENGTH backends number_of_backends)
+  execute_process(COMMAND ${compiler} ${common_flags} -DMORVANE_NUMBER_OF_BACKENDS=${number_of_backends}
+                          -I${scratch}/library -I${tests} -c ${test} -o ${scratch}/test.o
                   COMMAND_ERROR_IS_FATAL ANY)
   list(PREPEND objects ${scratch}/test.o)
 endif()

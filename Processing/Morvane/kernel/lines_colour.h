@@ -269,12 +269,14 @@ struct rgb_lines_to_ycbcr_narrow
   MORVANE_INLINE void rule(const uint16_t* r, const uint16_t* g, const uint16_t* b, uint16_t* luma, uint16_t* cb,
                            uint16_t* cr) const {
     const int16_t red = halved(*r), green = halved(*g), blue = halved(*b);
-    const auto minus = [](const int16_t x, const int16_t a) { return -rounded_product(x, a); };
     *luma = static_cast<uint16_t>(of.black + 2 * sum(red, of.y_r, green, of.y_g, blue, of.y_b));
-    *cb = static_cast<uint16_t>(32768 +
-                                2 * (rounded_product(blue, of.cb_b) + minus(green, of.cb_g) + minus(red, of.cb_r)));
-    *cr = static_cast<uint16_t>(32768 +
-                                2 * (rounded_product(red, of.cr_r) + minus(green, of.cr_g) + minus(blue, of.cr_b)));
+    *cb = difference(blue, of.cb_b, green, of.cb_g, red, of.cb_r);
+    *cr = difference(red, of.cr_r, green, of.cr_g, blue, of.cr_b);
+  }
+  MORVANE_INLINE static uint16_t difference(const int16_t x, const int16_t a, const int16_t y, const int16_t b,
+                                            const int16_t z, const int16_t c) {
+    const int half = rounded_product(x, a) - rounded_product(y, b) - rounded_product(z, c);
+    return static_cast<uint16_t>(32768 + 2 * half);
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* r, const uint8_t* g, const uint8_t* b) const {
