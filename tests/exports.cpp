@@ -47,7 +47,7 @@ std::map<std::string, int> exported_functions() {
   for (std::string line; std::getline(symbols, line);) {
     const std::string symbol = line.substr(line.find_last_of(' ') + 1);
     const std::string name = demangled(symbol.substr(0, symbol.find('@')));
-    if (symbol != version) exported[name.substr(0, name.find('('))] += 1;
+    if (name != version) exported[name.substr(0, name.find('('))] += 1;
   }
   return exported;
 }
