@@ -10,6 +10,7 @@
 #include "backend/choice.h"
 #include "catalogue/conversions.h"
 #include "catalogue/layout.h"
+#include "checked/variants.h"
 #include "morvane.hpp"
 #include "rules/convert.h"
 #include "rules/promises/pictures.h"
@@ -29,17 +30,6 @@ std::string step_of(const description& from, const description& to, const option
 
 bool is_short_cut(const std::string& step) {
   return step.starts_with("copy rows") || step.find(" by ") != std::string::npos;
-}
-
-morvane_picture planes_of(rules::stored_picture& stored) {
-  morvane_picture result{};
-  result.struct_size = sizeof result;
-  for (std::size_t i = 0; i < 4; ++i) {
-    result.data[i] = stored.of().data[i];
-    result.stride[i] = stored.of().stride[i];
-    result.bytes[i] = static_cast<std::int64_t>(stored.plane(i).size());
-  }
-  return result;
 }
 
 // Samples at random, or of few values, so that all of a picture's extremes meet.

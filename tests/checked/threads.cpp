@@ -26,17 +26,6 @@ constexpr int width = 37;
 constexpr int height = 23;
 constexpr int thread_count = 3;
 
-morvane_picture planes_of(rules::stored_picture& stored) {
-  morvane_picture result{};
-  result.struct_size = sizeof result;
-  for (std::size_t i = 0; i < MORVANE_MAX_PLANES; ++i) {
-    result.data[i] = stored.of().data[i];
-    result.stride[i] = stored.of().stride[i];
-    result.bytes[i] = static_cast<std::int64_t>(stored.plane(i).size());
-  }
-  return result;
-}
-
 // What each thread does: it takes bands, of which another thread may convert the neighbours, until none is left.
 class shared_run {
  public:

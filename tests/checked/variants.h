@@ -7,6 +7,7 @@
 
 #include "morvane.h"
 #include "rules/picture.h"
+#include "rules/promises/pictures.h"
 
 namespace morvane::tests {
 
@@ -50,6 +51,17 @@ inline morvane_description described(const rules::picture& p) {
                         number_of(p.of), MORVANE_RANGE_DEFAULT};
   if (p.in) d.range = *p.in == rules::range::full ? MORVANE_FULL : MORVANE_VIDEO;
   return d;
+}
+
+inline morvane_picture planes_of(rules::stored_picture& stored) {
+  morvane_picture result{};
+  result.struct_size = sizeof result;
+  for (std::size_t i = 0; i < MORVANE_MAX_PLANES; ++i) {
+    result.data[i] = stored.of().data[i];
+    result.stride[i] = stored.of().stride[i];
+    result.bytes[i] = static_cast<std::int64_t>(stored.plane(i).size());
+  }
+  return result;
 }
 
 inline morvane_options options_of(const rules::options& how) {

@@ -98,21 +98,6 @@ void call(const way& w, const catalogue::planes<const uint8_t>& from, const cata
   w.by->convert(c);
 }
 
-void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
-                 const int rows) {
-  for (size_t i = 0; i < w.to.plane_count; ++i) {
-    const auto original = static_cast<size_t>(w.copy_of[i]);
-    const int64_t row_bytes = w.to.planes[i].layout->row_bytes(w.to.width);
-    const int64_t count = rows_of(w.to, i, rows);
-    const bool is_tight = source.stride[original] == row_bytes && destination.stride[i] == row_bytes;
-    const auto bytes = static_cast<size_t>(is_tight ? row_bytes * count : row_bytes);
-    const uint8_t* from = row_of(source, w.from, original, first);
-    uint8_t* to = row_of(destination, w.to, i, first);
-    for (int64_t row = 0; row < (is_tight ? 1 : count); ++row)
-      std::memcpy(to + destination.stride[i] * row, from + source.stride[original] * row, bytes);
-  }
-}
-
 // Rows of pictures that an entry point cannot be given pass through scratch memory, those of the destination too: some
 // entry points leave bytes as they are.
 class rows_in_scratch {
@@ -232,6 +217,22 @@ problem find_via(const named_entry_point& wish, way& w) {
   return none();
 }
 
+void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
+                 const int rows) {
+  for (size_t i = 0; i < w.to.plane_count; ++i) {
+    if (w.copy_of[i] < 0) continue;
+    const auto original = static_cast<size_t>(w.copy_of[i]);
+    const int64_t row_bytes = w.to.planes[i].layout->row_bytes(w.to.width);
+    const int64_t count = rows_of(w.to, i, rows);
+    const bool is_tight = source.stride[original] == row_bytes && destination.stride[i] == row_bytes;
+    const auto bytes = static_cast<size_t>(is_tight ? row_bytes * count : row_bytes);
+    const uint8_t* from = row_of(source, w.from, original, first);
+    uint8_t* to = row_of(destination, w.to, i, first);
+    for (int64_t row = 0; row < (is_tight ? 1 : count); ++row)
+      std::memcpy(to + destination.stride[i] * row, from + source.stride[original] * row, bytes);
+  }
+}
+
 int64_t direct_scratch_bytes(const way& w) {
   if (!w.is_via) return 0;
   const auto planes = [&](const shape& s) { return static_cast<int64_t>(s.plane_count) * scratch_stride(w, s); };
@@ -240,13 +241,13 @@ int64_t direct_scratch_bytes(const way& w) {
 
 bool suits(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
            const int rows) {
-  if (w.copies || w.is_via) return true;
+  if (w.by == nullptr) return false;
+  if (w.is_via) return true;
   return first % unit_rows(w) == 0 && rows % unit_rows(w) == 0 && can_be_called(w, source, destination);
 }
 
 void convert_directly(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
                       const int rows, void* scratch) {
-  if (w.copies) return copy_planes(w, source, destination, first, rows);
   const auto call_from = [&](const int row, const int count) {
     call(w, planes_from<const uint8_t>(source, w.from, row), planes_from<uint8_t>(destination, w.to, row), count);
   };

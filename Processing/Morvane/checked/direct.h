@@ -20,14 +20,13 @@ problem find_via(const named_entry_point& wish, way& w);
 // Takes a copy of rows or an entry point where it gives the same bytes as lines do.
 void find_short_cut(way& w);
 
-inline bool is_direct(const way& w) {
-  return w.copies || w.by != nullptr;
-}
+// Copies the planes that the way says, whole or beside lines for the others.
+void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows);
 
 int64_t direct_scratch_bytes(const way& w);
 
-// Whether the way can be taken for these rows, with these strides and addresses. Where it cannot, lines convert, if
-// nobody asked for the entry point.
+// Whether an entry point converts these rows, with these strides and addresses. One that nobody asked for is left out
+// where it does not suit.
 bool suits(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows);
 
 void convert_directly(const way& w, const morvane_picture& source, const morvane_picture& destination, int first,

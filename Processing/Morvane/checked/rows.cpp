@@ -1,7 +1,6 @@
 #include "rows.h"
 
 #include <array>
-#include <cstring>
 #include <utility>
 
 #include "../backend/dispatch.h"
@@ -99,7 +98,6 @@ class rows_of_way {
   void convert(const int first_row, const int rows) {
     for (int row = first_row; row < first_row + rows; ++row) {
       expect_rows(row, first_row + rows);
-      copy_planes(row);
       if (has_half_rows()) keep_row_before();
       const component_lines made = make(row);
       if (has_half_rows()) write_half_rows(row, made, row + 1 == way_.from.height);
@@ -459,18 +457,6 @@ class rows_of_way {
   }
 
   // Writing.
-
-  void copy_planes(const int row) const {
-    for (size_t i = 0; i < way_.to.plane_count; ++i) {
-      const stored_plane& p = way_.to.planes[i];
-      if (way_.copy_of[i] < 0 || row % p.layout->image_rows != 0) continue;
-      const auto original = static_cast<size_t>(way_.copy_of[i]);
-      const int of_plane = row / p.layout->image_rows;
-      std::memcpy(static_cast<uint8_t*>(destination_.data[i]) + destination_.stride[i] * of_plane,
-                  static_cast<const uint8_t*>(source_.data[original]) + source_.stride[original] * of_plane,
-                  static_cast<size_t>(p.layout->row_bytes(way_.to.width)));
-    }
-  }
 
   // The lines of chroma of this row must not be those of the row before.
   void keep_row_before() {

@@ -33,10 +33,9 @@ int64_t scratch_bytes_of(const way& w) {
 
 void run_band(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
               const int rows, void* scratch) {
-  if (is_direct(w) && suits(w, source, destination, first, rows))
-    convert_directly(w, source, destination, first, rows, scratch);
-  else
-    convert_rows(w, source, destination, first, rows, scratch);
+  if (suits(w, source, destination, first, rows)) return convert_directly(w, source, destination, first, rows, scratch);
+  copy_planes(w, source, destination, first, rows);
+  if (!w.copies) convert_rows(w, source, destination, first, rows, scratch);
 }
 
 void run_all(const way& w, crew* hands, const morvane_picture& source, const morvane_picture& destination,

@@ -13,10 +13,15 @@
 
 namespace Processing::Morvane::format_conversion::kernel {
 
-// A factor of a rounded product, in every word.
 template <class V>
 MORVANE_INLINE auto repeat_signed(const int value) {
   return V::repeat(static_cast<uint16_t>(value));
+}
+
+// Rounded products with one factor.
+template <class V>
+MORVANE_INLINE auto times(const typename V::block v, const int factor) {
+  return V::rounded_product(v, repeat_signed<V>(factor));
 }
 
 template <class V>
@@ -53,10 +58,6 @@ struct narrow_coefficients_to_rgb {
   MORVANE_INLINE auto lifted_grey(const typename V::block luma) const {
     return V::add_words(repeat_signed<V>(black + lift), times<V>(around_middle<V>(luma), y));
   }
-  template <class V>
-  MORVANE_INLINE static auto times(const typename V::block v, const int16_t factor) {
-    return V::rounded_product(v, repeat_signed<V>(factor));
-  }
   MORVANE_INLINE void rule_of_pixel(const uint16_t luma, const uint16_t cb, const uint16_t cr, uint16_t* r, uint16_t* g,
                                     uint16_t* b) const {
     const int16_t u = around_middle(cb);
@@ -78,19 +79,21 @@ struct narrow_coefficients_to_rgb {
   }
 };
 
-struct ycbcr_lines_to_rgb_narrow
-    : line_kernel<ycbcr_lines_to_rgb_narrow, read_line, read_line, read_line, written_line, written_line, written_line>,
-      narrow_coefficients_to_rgb {
+template <class Coefficients>
+struct ycbcr_lines_to_rgb : line_kernel<ycbcr_lines_to_rgb<Coefficients>, read_line, read_line, read_line, written_line,
+                                        written_line, written_line>,
+                            Coefficients {
   MORVANE_INLINE void rule(const uint16_t* luma, const uint16_t* cb, const uint16_t* cr, uint16_t* r, uint16_t* g,
                            uint16_t* b) const {
-    rule_of_pixel(*luma, *cb, *cr, r, g, b);
+    this->rule_of_pixel(*luma, *cb, *cr, r, g, b);
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr) const {
-    const auto rgb = rgb_of<V>(V::load(luma), V::load(cb), V::load(cr));
+    const auto rgb = this->template rgb_of<V>(V::load(luma), V::load(cb), V::load(cr));
     return to_planes(rgb.r, rgb.g, rgb.b);
   }
 };
+using ycbcr_lines_to_rgb_narrow = ycbcr_lines_to_rgb<narrow_coefficients_to_rgb>;
 
 // Red, green and blue alike, of luma without chroma.
 struct luma_line_to_grey_narrow : line_kernel<luma_line_to_grey_narrow, read_line, written_line>,
@@ -151,19 +154,7 @@ struct wide_coefficients_to_rgb {
   }
 };
 
-struct ycbcr_lines_to_rgb_wide
-    : line_kernel<ycbcr_lines_to_rgb_wide, read_line, read_line, read_line, written_line, written_line, written_line>,
-      wide_coefficients_to_rgb {
-  MORVANE_INLINE void rule(const uint16_t* luma, const uint16_t* cb, const uint16_t* cr, uint16_t* r, uint16_t* g,
-                           uint16_t* b) const {
-    rule_of_pixel(*luma, *cb, *cr, r, g, b);
-  }
-  template <class V>
-  MORVANE_INLINE auto convert(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr) const {
-    const auto rgb = rgb_of<V>(V::load(luma), V::load(cb), V::load(cr));
-    return to_planes(rgb.r, rgb.g, rgb.b);
-  }
-};
+using ycbcr_lines_to_rgb_wide = ycbcr_lines_to_rgb<wide_coefficients_to_rgb>;
 
 // A kernel of lines to RGB, of pairs of pixels with chroma of every second one, which is doubled on the way. Lines of
 // luma and of RGB have two samples for each sample of chroma.
@@ -241,10 +232,6 @@ struct narrow_from_rgb {
                                 const int c) {
     return rounded_product(x, static_cast<int16_t>(a)) + rounded_product(y, static_cast<int16_t>(b)) +
            rounded_product(z, static_cast<int16_t>(c));
-  }
-  template <class V>
-  MORVANE_INLINE static auto times(const typename V::block v, const int factor) {
-    return V::rounded_product(v, repeat_signed<V>(factor));
   }
   template <class V>
   MORVANE_INLINE static auto doubled(const int bottom, const typename V::block v) {
