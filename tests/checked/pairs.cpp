@@ -61,6 +61,23 @@ TEST_P(checked_pairs, are_as_the_rules_say) {
   }
 }
 
+// Rows so wide that they are converted in pieces. The last ones are as long as the others and the longest and shortest
+// there are, and of odd width.
+TEST_P(checked_pairs, of_wide_rows_are_as_the_rules_say) {
+  constexpr size wide[] = {{960, 3}, {1199, 2}, {721, 5}};
+  constexpr std::size_t variant_of_width[] = {1, 2, 3};
+  int number = static_cast<int>(GetParam() - catalogue::formats.data());
+  for (const catalogue::format& to : catalogue::formats) {
+    if (!rules::convertible(GetParam()->name, to.name)) continue;
+    const std::size_t i = static_cast<std::size_t>(number) % std::size(wide);
+    compare({GetParam()->name, to.name, variants()[0], wide[i].width, wide[i].height, number, number * 5 + 1}, 2);
+    const std::size_t other = (i + 1) % std::size(wide);
+    compare({GetParam()->name, to.name, variants()[variant_of_width[other]], wide[other].width, 3, number, number}, 4);
+    ++number;
+    if (HasFailure()) return;
+  }
+}
+
 TEST_P(checked_pairs, are_refused_where_the_rules_have_none) {
   for (const catalogue::format& to : catalogue::formats) {
     const morvane_description from_is{sizeof from_is, GetParam()->id, 4, 4, 0, 0};

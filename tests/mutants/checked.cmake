@@ -115,23 +115,22 @@ mutant(group_behind_the_last_one
 
 mutant(chroma_of_another_row_kept
        FILE checked/rows.cpp
-       FROM [[if (cached_[place] == row) return lines;]]
-       TO [[if (cached_[place] >= 0) return lines;]]
+       FROM [[if (kept.row != row) kept = {row, 0};]]
+       TO [[if (kept.row < 0) kept = {row, 0};]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
 mutant(chroma_kept_from_run_to_run
        FILE checked/rows.cpp
-       FROM [[  int cached_[3] = {-1, -1, -1};]]
-       TO [[  inline static int cached_[3] = {-1, -1, -1};]]
+       FROM [[  kept_row kept_[3];]]
+       TO [[  inline static kept_row kept_[3];]]
        ROWS *checked_threads.share_a_plan/y_uv_420
        PROGRAM threads_test)
 
 mutant(no_sample_behind_the_last_one
        FILE checked/rows.cpp
-       FROM [[line[count] = line[count - 1];
-  }]]
-       TO [[}]]
+       FROM [[if (piece_.is_last) line[count] = line[count - 1];]]
+       TO [[]]
        ROWS *are_as_the_rules_say/uyvy
        PROGRAM checked_test)
 
@@ -232,6 +231,41 @@ mutant(half_a_group_copied
        FROM [[if (!is_copied(p) || !is_full(p, w.to)) return -1;]]
        TO [[if (!is_copied(p)) return -1;]]
        ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(piece_that_repeats_its_first_sample_before_it
+       FILE checked/rows.cpp
+       FROM [[if (piece_.is_first) line[-1] = line[0];]]
+       TO [[line[-1] = line[0];]]
+       ROWS *of_wide_rows_are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(piece_that_forgets_the_sample_before_it
+       FILE checked/rows.cpp
+       FROM [[line[-1] = line[count - 1]; }]]
+       TO [[line[-1] = line[count - 2]; }]]
+       ROWS *of_wide_rows_are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(piece_that_does_not_read_ahead
+       FILE checked/columns.h
+       FROM [[count + std::min(ahead, left - count)]]
+       TO [[count]]
+       ROWS *of_wide_rows_are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(upper_chroma_of_the_first_piece
+       FILE checked/rows.cpp
+       FROM [[lines_.upper.from(chroma_samples(way_.to, piece_.first_column))]]
+       TO [[lines_.upper]]
+       ROWS *of_wide_rows_are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(lines_too_short_for_the_longest_piece
+       FILE checked/row_lines.cpp
+       FROM [[std::min(width_, most_columns)]]
+       TO [[std::min(width_, columns_of_piece)]]
+       ROWS *of_wide_rows_are_as_the_rules_say/bgra
        PROGRAM checked_test)
 
 mutant(plane_written_beside_its_copy
