@@ -8,6 +8,19 @@ namespace Processing::Morvane::checked {
 namespace {
 
 constexpr int64_t margin = 32;  // in samples; a cache line
+
+// A load waits for stores before it that have the lower 12 bits of its address. So no two of the lines that belong
+// together may begin a multiple of 4096 bytes apart: the longest lines of pieces are 1696 bytes apart, and lines of
+// rows leave a remainder of 704.
+constexpr int64_t period = 2048;  // in samples
+constexpr int64_t remainder_of_row = 352;
+
+int64_t samples_for(const int columns) {
+  const int64_t samples = (int64_t{columns} + margin - 1) / margin * margin + 4 * margin;
+  if (columns <= most_columns) return samples;
+  return (samples + period - 1 - remainder_of_row) / period * period + remainder_of_row;
+}
+
 constexpr int64_t alignment = 64;
 
 // All components where something is computed, else those of planes that are not copied.
@@ -55,7 +68,7 @@ class lines_in_scratch {
 
   uint16_t* next(const int columns) {
     uint16_t* result = memory_ == nullptr ? nullptr : memory_ + samples_ + margin;
-    samples_ += (int64_t{columns} + margin - 1) / margin * margin + 3 * margin;
+    samples_ += samples_for(columns);
     return result;
   }
 };
