@@ -19,6 +19,7 @@
 #include "report/page.h"
 #include "report/pairs.h"
 #include "report/plot.h"
+#include "report/summary_of_pairs.h"
 #include "report/table.h"
 #include "report/targets.h"
 
@@ -157,6 +158,7 @@ int write_report(const options& o) {
   write_pictures(o.report, r, pairs, aims);
   if (!o.docs.empty() && !r.all().empty()) refresh_performance_page(o.docs, r, aims, arm, o.commit);
   if (!o.docs.empty() && !pairs.empty()) refresh_performance_page(o.docs, pairs, aims, o.commit);
+  for (const pair_figure& f : summary(pairs, aims)) std::cout << sentence(f) << '\n';
   std::cout << misses(r, aims).size() + misses(pairs, aims).size() << " targets missed; " << page.string()
             << " tells which\n";
   return EXIT_SUCCESS;
