@@ -122,7 +122,7 @@ results measured_for_report(const options& o) {
 
 measured_pairs pairs_for_report(const options& o, const std::vector<format_pair>& pairs, const targets& aims) {
   if (pairs.empty()) return {};
-  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / 150 + 1 << " min\n";
+  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / 240 + 1 << " min\n";
   return measure_pairs({.pairs = pairs, .on_threads = aims.pairs.on_threads},
                        with_those_given({few_repetitions, "--benchmark_min_time=0.002"}, o));
 }

@@ -19,11 +19,11 @@ description describe(const catalogue::format& f, const size& s) {
   return {.format = f.id, .width = s.xres, .height = s.yres};
 }
 
+// Half of what a frame moves has room in it too.
 std::int64_t slot_for(const format_pair& p, const size& each) {
-  const std::int64_t most =
-      std::max({lay_out(describe(*p.source, each), alignment).bytes,
-                lay_out(describe(*p.destination, each), alignment).bytes, bytes_moved(p, each) / 2});
-  return (most + alignment - 1) / alignment * alignment;
+  const std::int64_t larger = std::max(lay_out(describe(*p.source, each), alignment).bytes,
+                                       lay_out(describe(*p.destination, each), alignment).bytes);
+  return (larger + alignment - 1) / alignment * alignment;
 }
 
 // A format with everything that a source of this kind may hold.
