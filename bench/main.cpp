@@ -19,6 +19,7 @@
 #include "report/page.h"
 #include "report/pairs.h"
 #include "report/plot.h"
+#include "report/summary_of_pairs.h"
 #include "report/table.h"
 #include "report/targets.h"
 
@@ -121,7 +122,7 @@ results measured_for_report(const options& o) {
 
 measured_pairs pairs_for_report(const options& o, const std::vector<format_pair>& pairs, const targets& aims) {
   if (pairs.empty()) return {};
-  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / 150 + 1 << " min\n";
+  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / 240 + 1 << " min\n";
   return measure_pairs({.pairs = pairs, .on_threads = aims.pairs.on_threads},
                        with_those_given({few_repetitions, "--benchmark_min_time=0.002"}, o));
 }
@@ -157,6 +158,7 @@ int write_report(const options& o) {
   write_pictures(o.report, r, pairs, aims);
   if (!o.docs.empty() && !r.all().empty()) refresh_performance_page(o.docs, r, aims, arm, o.commit);
   if (!o.docs.empty() && !pairs.empty()) refresh_performance_page(o.docs, pairs, aims, o.commit);
+  for (const pair_figure& f : summary(pairs, aims)) std::cout << sentence(f) << '\n';
   std::cout << misses(r, aims).size() + misses(pairs, aims).size() << " targets missed; " << page.string()
             << " tells which\n";
   return EXIT_SUCCESS;

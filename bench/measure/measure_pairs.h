@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "measure/pairs.h"
+#include "measure/ring.h"
 
 namespace morvane::bench {
 
@@ -15,14 +15,21 @@ struct pair_measurement {
   std::vector<std::string> steps{};  // of the plan
   std::int64_t bytes = 0;            // read plus written
   std::int64_t pixels = 0;
+
+  // Of one frame of a ring, so that all of it comes from memory and goes there.
   double nanoseconds = 0;          // with linear chroma
   double nearest_nanoseconds = 0;  // with nearest chroma
   double copy_nanoseconds = 0;     // of a memcpy that moves as many bytes
-  double tiny_nanoseconds = 0;     // of a picture with next to no rows
 
-  // Nothing where swscale has no such pair.
+  // The same, by swscale; nothing where it has no such pair.
   std::optional<double> swscale_nearest_nanoseconds{};
   std::optional<double> swscale_bilinear_nanoseconds{};
+
+  double tiny_nanoseconds = 0;  // of a picture with next to no rows
+
+  // Of one and the same picture of in_cache, which stays in the nearest caches.
+  double in_cache_nanoseconds = 0;
+  double in_cache_copy_nanoseconds = 0;
 
   // Of the plan, over different pictures of in_cache; nothing where that was not wanted.
   std::optional<double> gain_of_two_threads{};
@@ -31,7 +38,9 @@ struct pair_measurement {
   // Whether the plan takes rows through lines of samples; another one is a single step.
   bool goes_by_lines() const { return steps.size() > 1; }
   double share_of_memcpy() const { return copy_nanoseconds / nanoseconds; }
+  double share_in_cache() const { return in_cache_copy_nanoseconds / in_cache_nanoseconds; }
   double gigabytes_per_second() const { return static_cast<double>(bytes) / nanoseconds; }
+  double copied_gigabytes_per_second() const { return static_cast<double>(bytes) / copy_nanoseconds; }
   double times_tiny() const { return nanoseconds / tiny_nanoseconds; }
   // How many times as fast as swscale, both with nearest chroma, or linear beside bilinear.
   std::optional<double> times_nearest() const { return times(swscale_nearest_nanoseconds, nearest_nanoseconds); }
@@ -49,6 +58,7 @@ struct pair_request {
   std::vector<format_pair> pairs{};
   std::vector<format_pair> on_threads{};  // those of them that are measured on two threads as well
   size picture = full_hd;
+  std::int64_t bytes_of_ring = bytes_beyond_caches();
 };
 
 // Each pair by itself, its runs alternating with those that it is compared with: what disturbs the machine for a while

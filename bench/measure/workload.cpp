@@ -145,14 +145,21 @@ job make_job(const catalogue::conversion& c, catalogue::call call) {
   return [&c, call, opaque] { c.convert(call); };
 }
 
+void fill_with_noise(std::uint8_t* memory, std::size_t bytes) {
+  std::mt19937_64 random(1);
+  for (std::size_t i = 0; i < bytes; i += sizeof(std::uint64_t)) {
+    const std::uint64_t value = random();
+    std::memcpy(memory + i, &value, std::min(sizeof value, bytes - i));
+  }
+}
+
 arena::arena(const std::vector<workload>& workloads) : arena(bytes_needed(workloads)) {
 }
 
 arena::arena(std::size_t bytes_of_a_half) : half_((bytes_of_a_half + page - 1) / page * page) {
   const std::size_t total = 2 * half_ + 2 * page;
   memory_.reset(new std::uint8_t[total]);
-  std::mt19937 random(1);
-  std::generate_n(memory_.get(), total, [&random] { return static_cast<std::uint8_t>(random()); });
+  fill_with_noise(memory_.get(), total);
 }
 
 std::uint8_t* arena::source() const {

@@ -73,6 +73,8 @@ using job = std::function<void()>;
 // The call of a conversion, where it reports opacity too.
 job make_job(const catalogue::conversion& c, catalogue::call call);
 
+void fill_with_noise(std::uint8_t* memory, std::size_t bytes);
+
 // Memory for the largest workload, filled with noise and touched, so that no page is missing when the clock runs.
 class arena {
  public:

@@ -130,13 +130,13 @@ bool swscale_has(const catalogue::format& from, const catalogue::format& to) {
   return sws_isSupportedInput(pixel_format(from)) > 0 && sws_isSupportedOutput(pixel_format(to)) > 0;
 }
 
-job swscale_job(const swscale_picture& from, const swscale_picture& to, int width, int height, resampling chroma) {
+swscale_conversion swscale_between(const catalogue::format& from, const catalogue::format& to, const size& picture,
+                                   resampling chroma) {
   av_log_set_level(AV_LOG_ERROR);
-  const setting s{.from = pixel_format(*from.format),
-                  .to = pixel_format(*to.format),
-                  .luma = luma_between(*from.format, *to.format)};
-  const context sws = make_context(s, width, height, chroma == resampling::nearest ? SWS_POINT : SWS_BILINEAR);
-  return [sws, in = from.planes, out = to.planes, height] {
+  const setting s{.from = pixel_format(from), .to = pixel_format(to), .luma = luma_between(from, to)};
+  const context sws =
+      make_context(s, picture.xres, picture.yres, chroma == resampling::nearest ? SWS_POINT : SWS_BILINEAR);
+  return [sws, height = picture.yres](const swscale_planes& in, const swscale_planes& out) {
     sws_scale(sws.get(), in.data.data(), in.stride.data(), 0, height, out.data.data(), out.stride.data());
   };
 }
@@ -159,7 +159,7 @@ bool swscale_has(const catalogue::format&, const catalogue::format&) {
   return false;
 }
 
-job swscale_job(const swscale_picture&, const swscale_picture&, int, int, resampling) {
+swscale_conversion swscale_between(const catalogue::format&, const catalogue::format&, const size&, resampling) {
   return {};
 }
 

@@ -1,6 +1,8 @@
 // swscale between any two formats that it has.
 #pragma once
 
+#include <functional>
+
 #include "catalogue/formats.h"
 #include "measure/workload.h"
 
@@ -8,15 +10,14 @@ namespace morvane::bench {
 
 enum class resampling { nearest, bilinear };
 
-struct swscale_picture {
-  const catalogue::format* format = nullptr;
-  catalogue::planes<std::uint8_t> planes{};
-};
+using swscale_planes = catalogue::planes<std::uint8_t>;
+using swscale_conversion = std::function<void(const swscale_planes& from, const swscale_planes& to)>;
 
 // False where the library was not there when this was built.
 bool swscale_has(const catalogue::format& from, const catalogue::format& to);
 
-// One conversion, of a pair that swscale has. The sizes are the same, so chroma alone is resampled.
-job swscale_job(const swscale_picture& from, const swscale_picture& to, int width, int height, resampling chroma);
+// Of a pair that swscale has. The sizes are the same, so chroma alone is resampled.
+swscale_conversion swscale_between(const catalogue::format& from, const catalogue::format& to, const size& picture,
+                                   resampling chroma);
 
 }  // namespace morvane::bench

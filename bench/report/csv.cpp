@@ -52,15 +52,16 @@ void write_csv(std::ostream& out, const results& r, const targets& aims) {
 }
 
 void write_csv(std::ostream& out, const measured_pairs& all) {
-  out << "source,destination,steps,pixels,bytes,nanoseconds,nearest_nanoseconds,gigabytes_per_second,memcpy_"
-         "nanoseconds,"
-         "share_of_memcpy,tiny_nanoseconds,times_swscale_nearest,times_swscale_bilinear,gain_of_two_threads\n";
+  out << "source,destination,steps,pixels,bytes,nanoseconds,nearest_nanoseconds,gigabytes_per_second,"
+         "memcpy_nanoseconds,share_of_memcpy,share_in_cache,tiny_nanoseconds,times_swscale_nearest,"
+         "times_swscale_bilinear,gain_of_two_threads\n";
   for (const pair_measurement& m : all)
     out << m.source << ',' << m.destination << ',' << in_quotes(joined(m.steps)) << ',' << m.pixels << ',' << m.bytes
         << ',' << fixed(m.nanoseconds, 1) << ',' << fixed(m.nearest_nanoseconds, 1) << ','
         << fixed(m.gigabytes_per_second(), 3) << ',' << fixed(m.copy_nanoseconds, 1) << ','
-        << in_full(m.share_of_memcpy()) << ',' << fixed(m.tiny_nanoseconds, 1) << ',' << in_full(m.times_nearest())
-        << ',' << in_full(m.times_bilinear()) << ',' << in_full(m.gain_of_two_threads) << '\n';
+        << in_full(m.share_of_memcpy()) << ',' << in_full(m.share_in_cache()) << ',' << fixed(m.tiny_nanoseconds, 1)
+        << ',' << in_full(m.times_nearest()) << ',' << in_full(m.times_bilinear()) << ','
+        << in_full(m.gain_of_two_threads) << '\n';
 }
 
 }  // namespace morvane::bench

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <sstream>
 
-#include "measure/pair_jobs.h"
 #include "report/machine.h"
 #include "report/plot.h"
 #include "report/steps.h"
+#include "report/summary_of_pairs.h"
 #include "report/text.h"
 #include "section.h"
 
@@ -97,22 +97,6 @@ std::string arm_sentence(const std::vector<arm_figure>& arm) {
          " times the instructions for the same job (median of " + std::to_string(fewer.size()) + " conversions).\n";
 }
 
-std::string line_of(const std::string& title, const std::optional<spread>& of, int digits = 2) {
-  if (!of) return {};
-  return "| " + title + " | " + fixed(of->middle, digits) + " | " + fixed(of->least, digits) + " (`" + of->slowest +
-         "`) | " + std::to_string(of->count) + " |\n";
-}
-
-std::string pairs_table(const measured_pairs& all) {
-  const auto tiny_picture = spread_of(all, [](const pair_measurement& m) { return std::optional(m.times_tiny()); });
-  const auto threads = spread_of(all, [](const pair_measurement& m) { return m.gain_of_two_threads; });
-  return "| one picture of 1920x1080 | median | least | pairs |\n|---|---|---|---|\n" +
-         line_of("share of memcpy, by lines of samples", shares_of_memcpy(all)) +
-         line_of("times as fast as swscale", times_swscale(all), 1) +
-         line_of("times as long as a picture of " + name_of(tiny), tiny_picture, 0) +
-         line_of("times as fast on two threads, 1920x16", threads);
-}
-
 std::string measured_on(const std::string& commit) {
   return "Measured on one core of " + processor_name() + ", commit " + commit + ".\n\n";
 }
@@ -140,7 +124,7 @@ void refresh_performance_page(const fs::path& directory, const measured_pairs& a
     measured += "![how many times as fast as swscale every pair of formats is](images/pairs_beside_swscale.svg)\n\n";
     docs::write(directory / "images/pairs_beside_swscale.svg", picture);
   }
-  replace_measured(directory, "measured pairs", measured + measured_on(commit) + pairs_table(all));
+  replace_measured(directory, "measured pairs", measured + measured_on(commit) + table_of(summary(all, aims)));
 }
 
 }  // namespace morvane::bench

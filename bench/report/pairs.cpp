@@ -25,7 +25,8 @@ class judge {
   }
 
   void median(const std::optional<spread>& of, const std::string& target, double wanted) {
-    if (of && of->middle < wanted) found_.push_back(made("median of pairs", full_hd, target, of->middle, wanted, ""));
+    if (of && of->median() < wanted)
+      found_.push_back(made("median of pairs", full_hd, target, of->median(), wanted, ""));
   }
 
  private:
@@ -75,7 +76,8 @@ std::string times_text(const std::optional<double>& times) {
 
 std::string tip_of(const pair_measurement& m) {
   std::string result = m.source + " to " + m.destination + "\n" + fixed(m.share_of_memcpy()) + " of memcpy, " +
-                       fixed(m.gigabytes_per_second(), 1) + " GB/s";
+                       fixed(m.gigabytes_per_second(), 1) + " GB/s\nin cache: " + fixed(m.share_in_cache()) +
+                       " of memcpy";
   if (m.times_swscale())
     result += "\nbeside swscale, nearest chroma: " + times_text(m.times_nearest()) +
               "\nbeside swscale, linear chroma: " + times_text(m.times_bilinear());
@@ -112,22 +114,28 @@ std::vector<matrix::step> steps_around(double aim, double lower, const std::vect
 
 }  // namespace
 
+spread::spread(std::vector<value> values) : ascending_(std::move(values)) {
+  std::stable_sort(ascending_.begin(), ascending_.end(),
+                   [](const value& a, const value& b) { return a.figure < b.figure; });
+}
+
+double spread::median() const {
+  std::vector<double> figures;
+  for (const value& v : ascending_) figures.push_back(v.figure);
+  return bench::median(std::move(figures));
+}
+
+std::size_t spread::below(double figure) const {
+  return static_cast<std::size_t>(std::partition_point(ascending_.begin(), ascending_.end(),
+                                                       [figure](const value& v) { return v.figure < figure; }) -
+                                  ascending_.begin());
+}
+
 std::optional<spread> spread_of(const measured_pairs& all, const figure& of) {
-  std::vector<double> values;
-  spread result;
-  for (const pair_measurement& m : all) {
-    const std::optional<double> value = of(m);
-    if (!value) continue;
-    if (values.empty() || *value < result.least) {
-      result.least = *value;
-      result.slowest = m.name();
-    }
-    values.push_back(*value);
-  }
-  if (values.empty()) return {};
-  result.count = values.size();
-  result.middle = median(std::move(values));
-  return result;
+  std::vector<spread::value> values;
+  for (const pair_measurement& m : all)
+    if (const std::optional<double> value = of(m)) values.push_back({*value, m.name()});
+  return values.empty() ? std::nullopt : std::optional(spread(std::move(values)));
 }
 
 std::optional<spread> shares_of_memcpy(const measured_pairs& all) {
@@ -153,7 +161,9 @@ std::string picture_of_shares(const measured_pairs& all, const targets& aims) {
   if (all.empty()) return {};
   matrix m = matrix_of(all, [](const pair_measurement& p) { return p.share_of_memcpy(); });
   m.title = "Any picture to any other, " + name_of(full_hd) + ", as a share of memcpy that moves as many bytes";
-  m.explanation = "1.00 is as fast as a plain copy. Blank: formats that have nothing in common.";
+  m.explanation =
+      "1.00 is as fast as a plain copy. Frames come from memory and go there. Blank: formats that have nothing in "
+      "common.";
   const double aim = aims.pairs.share_of_memcpy;
   const double middle = aims.pairs.median_share_of_memcpy;
   m.steps = steps_around(aim, aim / 2, {middle, middle + 0.15, middle + 0.35}, 2);

@@ -14,12 +14,24 @@ namespace morvane::bench {
 
 using measured_pairs = std::vector<pair_measurement>;
 
-// A figure of the pairs that have it.
-struct spread {
-  std::size_t count = 0;
-  double least = 0;
-  double middle = 0;  // the median
-  std::string slowest{};
+// A figure of the pairs that have it, one at least.
+class spread {
+ public:
+  struct value {
+    double figure = 0;
+    std::string pair{};
+  };
+
+  explicit spread(std::vector<value> values);
+
+  const std::vector<value>& ascending() const { return ascending_; }
+  std::size_t count() const { return ascending_.size(); }
+  double median() const;
+  // How many are less.
+  std::size_t below(double figure) const;
+
+ private:
+  std::vector<value> ascending_;
 };
 
 // Nothing where no pair has the figure.

@@ -95,8 +95,8 @@ void write_json(std::ostream& out, const results& r) {
 }
 
 void write_table(std::ostream& out, const measured_pairs& all) {
-  constexpr std::string_view titles_of_pairs[] = {"us",       "GB/s", "of memcpy", "nearest",
-                                                  "bilinear", "tiny", "2 threads"};
+  constexpr std::string_view titles_of_pairs[] = {"us",      "GB/s",     "of memcpy", "in cache",
+                                                  "nearest", "bilinear", "tiny",      "2 threads"};
   std::size_t width = 0;
   for (const pair_measurement& m : all) width = std::max(width, m.name().size());
   const auto word = [&](std::string_view text) { out << std::left << std::setw(static_cast<int>(width)) << text; };
@@ -110,6 +110,7 @@ void write_table(std::ostream& out, const measured_pairs& all) {
     figure(fixed(m.nanoseconds / 1000, 1));
     number(m.gigabytes_per_second());
     number(m.share_of_memcpy());
+    number(m.share_in_cache());
     number(m.times_nearest());
     number(m.times_bilinear());
     figure(fixed(100 / m.times_tiny(), 3) + " %");
@@ -130,6 +131,7 @@ void write_json(std::ostream& out, const measured_pairs& all) {
                     {"nearest_nanoseconds", m.nearest_nanoseconds},
                     {"gigabytes_per_second", m.gigabytes_per_second()},
                     {"share_of_memcpy", m.share_of_memcpy()},
+                    {"share_in_cache", m.share_in_cache()},
                     {"tiny_nanoseconds", m.tiny_nanoseconds},
                     {"times_swscale_nearest", or_null(m.times_nearest())},
                     {"times_swscale_bilinear", or_null(m.times_bilinear())},

@@ -17,11 +17,15 @@ TEST(pair_measurement, compares_each_filter_with_the_same_of_swscale) {
                            .nanoseconds = 1000,
                            .nearest_nanoseconds = 500,
                            .copy_nanoseconds = 400,
-                           .tiny_nanoseconds = 10,
                            .swscale_nearest_nanoseconds = 2000,
-                           .swscale_bilinear_nanoseconds = 3000};
+                           .swscale_bilinear_nanoseconds = 3000,
+                           .tiny_nanoseconds = 10,
+                           .in_cache_nanoseconds = 50,
+                           .in_cache_copy_nanoseconds = 10};
   EXPECT_DOUBLE_EQ(m.share_of_memcpy(), 0.4);
+  EXPECT_DOUBLE_EQ(m.share_in_cache(), 0.2);
   EXPECT_DOUBLE_EQ(m.gigabytes_per_second(), 6);
+  EXPECT_DOUBLE_EQ(m.copied_gigabytes_per_second(), 15);
   EXPECT_DOUBLE_EQ(m.times_tiny(), 100);
   EXPECT_DOUBLE_EQ(m.times_nearest().value(), 4);
   EXPECT_DOUBLE_EQ(m.times_bilinear().value(), 3);
@@ -41,23 +45,28 @@ TEST(pair_measurement, goes_by_lines_where_there_are_several_steps) {
 }
 
 TEST(measure_pairs, gives_every_figure) {
-  const std::vector<pair_measurement> all = measure_pairs(
-      {.pairs = pairs_named("uyvy:bgra,alpha:alpha"), .on_threads = pairs_named("uyvy:bgra"), .picture = small},
-      at_once);
+  const std::vector<pair_measurement> all = measure_pairs({.pairs = pairs_named("uyvy:bgra,alpha:alpha"),
+                                                           .on_threads = pairs_named("uyvy:bgra"),
+                                                           .picture = small,
+                                                           .bytes_of_ring = 1 << 20},
+                                                          at_once);
   ASSERT_EQ(all.size(), 2);
   EXPECT_EQ(all[0].name(), "uyvy:bgra");
   EXPECT_EQ(all[0].bytes, 64 * 16 * 6);
   EXPECT_EQ(all[0].pixels, 64 * 16);
   EXPECT_TRUE(all[0].goes_by_lines());
   for (const pair_measurement& m : all) {
-    EXPECT_GT(m.nanoseconds, m.tiny_nanoseconds);
-    EXPECT_GT(m.nearest_nanoseconds, m.tiny_nanoseconds);
-    EXPECT_GT(m.tiny_nanoseconds, 0);
+    EXPECT_GT(m.nanoseconds, 0);
+    EXPECT_GT(m.nearest_nanoseconds, 0);
     EXPECT_GT(m.copy_nanoseconds, 0);
+    EXPECT_GT(m.tiny_nanoseconds, 0);
+    EXPECT_GT(m.in_cache_nanoseconds, 0);
+    EXPECT_GT(m.in_cache_copy_nanoseconds, 0);
   }
   const bool has_swscale = swscale_has(*catalogue::find_format("uyvy"), *catalogue::find_format("bgra"));
   EXPECT_EQ(all[0].times_nearest().has_value(), has_swscale);
   EXPECT_EQ(all[0].times_bilinear().has_value(), has_swscale);
+  EXPECT_GT(all[0].times_swscale().value_or(1), 0);
   EXPECT_FALSE(all[1].times_swscale());
   EXPECT_GT(all[0].gain_of_two_threads.value_or(0), 0);
   EXPECT_FALSE(all[1].gain_of_two_threads);

@@ -82,8 +82,17 @@ TEST(pairs, read_no_plane_that_the_destination_does_not_keep) {
   EXPECT_EQ(bytes_moved(pair_named("uyvy:y"), {10, 10}), 200 + 100);
 }
 
+// For the pair of the largest formats as well.
 arena memory_for(int count) {
-  return arena(pictures::bytes_for(small, count));
+  std::size_t most = 0;
+  for (const format_pair& p : all_pairs()) most = std::max(most, ring::bytes_for(p, small, count));
+  return arena(most);
+}
+
+ring filled(const arena& memory, const format_pair& p, const size& each, int count = 1) {
+  const ring result(memory, p, each, count);
+  noise().fill_sources(result);
+  return result;
 }
 
 std::vector<std::uint8_t> bytes_of(const morvane_picture& p) {
@@ -95,50 +104,62 @@ std::vector<std::uint8_t> bytes_of(const morvane_picture& p) {
   return result;
 }
 
-std::vector<std::uint8_t> results_after(const job& work, const pictures& all) {
-  for (int i = 0; i < all.count(); ++i)
+// What a ring's destinations hold after the work was done once for each of them.
+std::vector<std::uint8_t> results_after(const job& work, const ring& frames) {
+  for (int i = 0; i < frames.count(); ++i)
     for (int p = 0; p < MORVANE_MAX_PLANES; ++p)
-      if (void* data = all.destination(i).data[p])
-        std::memset(data, 0, static_cast<std::size_t>(all.destination(i).bytes[p]));
-  work();
+      if (void* data = frames.destination(i).data[p])
+        std::memset(data, 0, static_cast<std::size_t>(frames.destination(i).bytes[p]));
+  for (int i = 0; i < frames.count(); ++i) work();
   std::vector<std::uint8_t> result;
-  for (int i = 0; i < all.count(); ++i) {
-    const std::vector<std::uint8_t> bytes = bytes_of(all.destination(i));
+  for (int i = 0; i < frames.count(); ++i) {
+    const std::vector<std::uint8_t> bytes = bytes_of(frames.destination(i));
     result.insert(result.end(), bytes.begin(), bytes.end());
   }
   return result;
 }
 
-TEST(pair_jobs, convert_every_picture) {
+TEST(pair_jobs, convert_every_frame_of_a_ring_in_turn) {
   const arena memory = memory_for(3);
   for (const format_pair& p : pairs_named("uyvy:bgra,p010:y_u_v_420,vuya_f32:pa16")) {
-    const pictures all(memory, p, small, 3);
-    all.fill_sources();
+    ring frames = filled(memory, p, small, 3);
     const auto expected = results_after(
-        [&all] {
-          for (int i = 0; i < 3; ++i) convert(all.from(), all.source(i), all.to(), all.destination(i));
+        [&frames, i = 0]() mutable {
+          convert(frames.from(), frames.source(i), frames.to(), frames.destination(i));
+          ++i;
         },
-        all);
-    EXPECT_TRUE(results_after(convert_all(all), all) == expected) << p.name();
-    EXPECT_TRUE(results_after(convert_all(all, {.threads = 2}), all) == expected) << p.name();
+        frames);
+    EXPECT_TRUE(results_after(convert_next(frames), frames) == expected) << p.name();
+    EXPECT_TRUE(results_after(convert_next(frames, {.threads = 2}), frames) == expected) << p.name();
+  }
+}
+
+TEST(pair_jobs, take_turns_on_one_ring) {
+  const arena memory = memory_for(4);
+  ring frames = filled(memory, pair_named("uyvy:y"), small, 4);
+  const auto is_touched = [&frames](int i) {
+    const std::vector<std::uint8_t> bytes = bytes_of(frames.destination(i));
+    return std::any_of(bytes.begin(), bytes.end(), [](std::uint8_t b) { return b != 0; });
+  };
+  results_after([] {}, frames);  // clears them
+  convert_next(frames)();
+  EXPECT_TRUE(is_touched(0));
+  EXPECT_FALSE(is_touched(1));
+  copy_next(frames)();
+  EXPECT_TRUE(is_touched(1));
+  EXPECT_FALSE(is_touched(2));
+  if (swscale_has(*frames.formats().source, *frames.formats().destination)) {
+    convert_next_by_swscale(frames, resampling::nearest)();
+    EXPECT_TRUE(is_touched(2));
+    EXPECT_FALSE(is_touched(3));
   }
 }
 
 TEST(pair_jobs, convert_with_the_filter_that_is_asked_for) {
   const arena memory = memory_for(1);
-  const pictures all(memory, pair_named("uyvy:vuya"), small);
-  all.fill_sources();
-  EXPECT_TRUE(results_after(convert_all(all, {.filter = filter::nearest}), all) !=
-              results_after(convert_all(all), all));
-}
-
-TEST(pair_jobs, sources_have_contents_that_their_format_can_have) {
-  const arena memory = memory_for(1);
-  const pictures grey(memory, pair_named("y_10u16:y"), {64, 16});  // whose rows end without padding
-  grey.fill_sources();
-  const std::vector<std::uint8_t> bytes = bytes_of(grey.source(0));
-  for (std::size_t i = 1; i < bytes.size(); i += 2) EXPECT_LT(bytes[i], 4);
-  EXPECT_GT(std::count_if(bytes.begin(), bytes.end(), [](std::uint8_t b) { return b > 100; }), 100);
+  ring one = filled(memory, pair_named("uyvy:vuya"), small);
+  EXPECT_TRUE(results_after(convert_next(one, {.filter = filter::nearest}), one) !=
+              results_after(convert_next(one), one));
 }
 
 TEST(pair_jobs, a_tiny_picture_has_whole_groups_of_every_format) {
@@ -152,9 +173,10 @@ TEST(pair_jobs, a_tiny_picture_has_whole_groups_of_every_format) {
 TEST(pair_jobs, exist_for_every_pair) {
   const arena memory = memory_for(2);
   for (const format_pair& p : all_pairs()) {
-    const pictures all(memory, p, small, 2);
-    EXPECT_NO_THROW(all.fill_sources()) << p.name();
-    EXPECT_NO_THROW(convert_all(all)()) << p.name();
+    ring frames(memory, p, small, 2);
+    EXPECT_NO_THROW(noise().fill_sources(frames)) << p.name();
+    EXPECT_NO_THROW(convert_next(frames)()) << p.name();
+    EXPECT_NO_THROW(copy_next(frames)()) << p.name();
     EXPECT_NO_THROW(convert_tiny_picture(p)()) << p.name();
   }
 }
@@ -169,10 +191,9 @@ TEST(swscale, converts_every_pair_that_it_has) {
   const arena memory = memory_for(1);
   for (const format_pair& p : all_pairs()) {
     if (!swscale_has(*p.source, *p.destination)) continue;
-    const pictures one(memory, p, small);
-    one.fill_sources();
+    ring one = filled(memory, p, small);
     for (const resampling chroma : {resampling::nearest, resampling::bilinear}) {
-      const std::vector<std::uint8_t> result = results_after(convert_by_swscale(one, chroma), one);
+      const std::vector<std::uint8_t> result = results_after(convert_next_by_swscale(one, chroma), one);
       EXPECT_NE(std::count(result.begin(), result.end(), 0), static_cast<std::ptrdiff_t>(result.size())) << p.name();
     }
   }

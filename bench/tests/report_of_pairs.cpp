@@ -13,6 +13,7 @@
 #include "report/html.h"
 #include "report/page.h"
 #include "report/pairs.h"
+#include "report/summary_of_pairs.h"
 #include "report/table.h"
 
 namespace morvane::bench {
@@ -31,7 +32,9 @@ pair_measurement pair(const std::string& source, const std::string& destination,
                      .nanoseconds = 1000,
                      .nearest_nanoseconds = 1000,
                      .copy_nanoseconds = 1000 * share,
-                     .tiny_nanoseconds = 1};
+                     .tiny_nanoseconds = 1,
+                     .in_cache_nanoseconds = 50,
+                     .in_cache_copy_nanoseconds = 50 * share / 2};
   if (!times_swscale) return m;
   m.swscale_nearest_nanoseconds = 1000 * *times_swscale;
   m.swscale_bilinear_nanoseconds = 2000 * *times_swscale;
@@ -130,12 +133,58 @@ TEST(spread, has_the_pairs_with_the_figure) {
   copy.steps = {"copy"};
   const measured_pairs all = {pair("uyvy", "y", 0.5), pair("y", "y", 0.2, 3), pair("y", "uyvy", 0.4, 5), copy};
   const spread shares = shares_of_memcpy(all).value();
-  EXPECT_EQ(shares.count, 3);
-  EXPECT_DOUBLE_EQ(shares.middle, 0.4);
-  EXPECT_DOUBLE_EQ(shares.least, 0.2);
-  EXPECT_EQ(shares.slowest, "y:y");
-  EXPECT_DOUBLE_EQ(times_swscale(all).value().middle, 4);
+  EXPECT_EQ(shares.count(), 3);
+  EXPECT_DOUBLE_EQ(shares.median(), 0.4);
+  EXPECT_DOUBLE_EQ(shares.ascending()[0].figure, 0.2);
+  EXPECT_EQ(shares.ascending()[0].pair, "y:y");
+  EXPECT_EQ(shares.ascending()[1].pair, "y:uyvy");
+  EXPECT_EQ(shares.ascending()[2].pair, "uyvy:y");
+  EXPECT_DOUBLE_EQ(times_swscale(all).value().median(), 4);
   EXPECT_FALSE(times_swscale({copy}));
+}
+
+TEST(spread, counts_what_is_less) {
+  const spread values({{0.3, "a"}, {0.1, "b"}, {0.2, "c"}});
+  EXPECT_EQ(values.below(0.1), 0);
+  EXPECT_EQ(values.below(0.3), 2);
+  EXPECT_EQ(values.below(0.31), 3);
+}
+
+std::vector<std::string> sentences_of(const measured_pairs& all) {
+  std::vector<std::string> result;
+  for (const pair_figure& f : summary(all, aims_of_pairs())) result.push_back(sentence(f));
+  return result;
+}
+
+TEST(summary_of_pairs, has_medians_and_names_the_worst) {
+  pair_measurement copy = pair("uyvy", "uyvy", 0.01, 0.4);
+  copy.steps = {"copy"};
+  copy.gain_of_two_threads = 1.5;
+  pair_measurement linear = pair("y16", "y", 0.4, 5);
+  linear.swscale_bilinear_nanoseconds = 900;
+  const std::vector<std::string> expected = {
+      "share of memcpy at 1920x1080, by lines of samples: median 0.40 (target 0.45), least 0.20 (y:y), 0.29 (y:uyvy), "
+      "0.40 (y16:y); 2 of 5 pairs below 0.30",
+      "share of memcpy in cache, 1920x16, by lines of samples: median 0.20, least 0.10 (y:y), 0.14 (y:uyvy), 0.20 "
+      "(y16:y); 5 pairs",
+      "times as fast as swscale at 1920x1080, nearest chroma: median 3.00, least 0.40 (uyvy:uyvy), 0.96 (y:y), 3.00 "
+      "(uyvy:y); 2 of 5 pairs below 0.97",
+      "times as fast as swscale at 1920x1080, linear chroma: median 1.92, least 0.80 (uyvy:uyvy), 0.90 (y16:y), 1.92 "
+      "(y:y); 2 of 5 pairs below 0.97",
+      "times as fast as swscale at 1920x1080, the lesser of both: median 0.96 (target 8.00), least 0.40 (uyvy:uyvy), "
+      "0.90 (y16:y), 0.96 (y:y); 3 of 5 pairs below 0.97",
+      "times as long as a picture of 48x2: median 1000, least 1000 (uyvy:y), 1000 (y:y), 1000 (y:uyvy); 0 of 6 pairs "
+      "below 100",
+      "times as fast on two threads, 1920x16: median 1.50, least 1.50 (uyvy:uyvy); 1 of 1 pairs below 1.80",
+      "GB/s of memcpy at 1920x1080: median 17.8, least 12.0 (uyvy:y), 15.0 (y16:y), 15.0 (y:L); 6 pairs"};
+  const std::vector<std::string> found = sentences_of({pair("uyvy", "y", 0.5, 3), pair("y", "y", 0.2, 0.96),
+                                                       pair("y", "uyvy", 0.29, 6), linear, pair("y", "L", 0.4), copy});
+  EXPECT_EQ(found, expected);
+}
+
+TEST(summary_of_pairs, leaves_out_what_was_not_measured) {
+  EXPECT_TRUE(sentences_of({}).empty());
+  EXPECT_EQ(sentences_of({pair("y", "L", 0.4)}).size(), 4);
 }
 
 TEST(pictures_of_pairs, have_the_measured_formats_on_both_axes) {
@@ -172,10 +221,11 @@ TEST(pictures_of_pairs, colour_ratios_to_swscale_and_leave_others_grey) {
 
 TEST(pictures_of_pairs, tell_the_figures_of_a_cell) {
   EXPECT_TRUE(has(picture_of_shares({pair("y", "uyvy", 0.5, 3)}, aims_of_pairs()),
-                  "<title>y to uyvy\n0.50 of memcpy, 6.0 GB/s\nbeside swscale, nearest chroma: 3.0 times as fast\n"
+                  "<title>y to uyvy\n0.50 of memcpy, 6.0 GB/s\nin cache: 0.25 of memcpy\nbeside swscale, nearest "
+                  "chroma: 3.0 times as fast\n"
                   "beside swscale, linear chroma: 6.0 times as fast</title>"));
   EXPECT_TRUE(has(picture_of_shares({pair("y", "L", 0.5)}, aims_of_pairs()),
-                  "<title>y to L\n0.50 of memcpy, 6.0 GB/s</title>"));
+                  "<title>y to L\n0.50 of memcpy, 6.0 GB/s\nin cache: 0.25 of memcpy</title>"));
 }
 
 std::string page_of(measured_pairs all) {
@@ -191,14 +241,17 @@ TEST(page_of_pairs, has_pictures_misses_and_every_pair) {
   slow.gain_of_two_threads = 1.9;
   const std::string page = page_of({good_pair(), slow});
   EXPECT_TRUE(has(page, "<h2>Any picture to any other</h2>"));
-  EXPECT_TRUE(has(page, "median 0.57 (target 0.45), least 0.25 with uyvy:y (target 0.30), 2 pairs</li>")) << page;
-  EXPECT_TRUE(has(page, "at most 0.10 % of the time of a picture of 1920x1080, with uyvy:bgra (target 1.00 %)"));
-  EXPECT_TRUE(has(page, "median 1.90, least 1.90 with uyvy:y (target 1.80)"));
-  EXPECT_TRUE(has(page, "<h3>Missed: 1</h3>"));
   EXPECT_TRUE(has(page,
-                  "<tr><td>uyvy</td><td>y</td><td class=\"wide\">read uyvy, write y</td><td class=\"n\">1</td>"
-                  "<td class=\"n\">6.0</td><td class=\"n bad\">0.25</td><td class=\"n\">3.00</td>"
-                  "<td class=\"n\">6.00</td><td class=\"n\">1000</td><td class=\"n\">1.90</td></tr>"));
+                  "<li>share of memcpy at 1920x1080, by lines of samples: median 0.57 (target 0.45), least 0.25 "
+                  "(uyvy:y), 0.90 (uyvy:bgra); 1 of 2 pairs below 0.30</li>"))
+      << page;
+  EXPECT_TRUE(has(page, "<li>times as fast on two threads, 1920x16: median 1.90, least 1.90 (uyvy:y); 0 of 1 pairs"));
+  EXPECT_TRUE(has(page, "<h3>Missed: 1</h3>"));
+  EXPECT_TRUE(
+      has(page,
+          "<tr><td>uyvy</td><td>y</td><td class=\"wide\">read uyvy, write y</td><td class=\"n\">1</td>"
+          "<td class=\"n\">6.0</td><td class=\"n bad\">0.25</td><td class=\"n\">0.12</td><td class=\"n\">3.00</td>"
+          "<td class=\"n\">6.00</td><td class=\"n\">1000</td><td class=\"n\">1.90</td></tr>"));
   EXPECT_FALSE(has(page, "<h2>Targets</h2>"));
 }
 
@@ -210,14 +263,15 @@ TEST(tables_of_pairs, have_a_line_for_each) {
   std::ostringstream text;
   write_table(text, {pair("uyvy", "y", 0.25, 3), pair("y", "L", 0.5)});
   EXPECT_EQ(text.str(),
-            "pair           us       GB/s  of memcpy    nearest   bilinear       tiny  2 threads\n"
-            "uyvy:y        1.0       6.00       0.25       3.00       6.00    0.100 %          -\n"
-            "y:L           1.0       6.00       0.50          -          -    0.100 %          -\n");
+            "pair           us       GB/s  of memcpy   in cache    nearest   bilinear       tiny  2 threads\n"
+            "uyvy:y        1.0       6.00       0.25       0.12       3.00       6.00    0.100 %          -\n"
+            "y:L           1.0       6.00       0.50       0.25          -          -    0.100 %          -\n");
   std::ostringstream csv;
   write_csv(csv, {pair("uyvy", "y", 0.25, 3), pair("y", "L", 0.5)});
-  EXPECT_TRUE(has(csv.str(),
-                  "\nuyvy,y,\"read uyvy, write y\",1000,6000,1000.0,1000.0,6.000,250.0,0.2500,1.0,3.0000,6.0000,\n"
-                  "y,L,\"read y, write L\",1000,6000,1000.0,1000.0,6.000,500.0,0.5000,1.0,,,\n"))
+  EXPECT_TRUE(
+      has(csv.str(),
+          "\nuyvy,y,\"read uyvy, write y\",1000,6000,1000.0,1000.0,6.000,250.0,0.2500,0.1250,1.0,3.0000,6.0000,\n"
+          "y,L,\"read y, write L\",1000,6000,1000.0,1000.0,6.000,500.0,0.5000,0.2500,1.0,,,\n"))
       << csv.str();
 }
 
@@ -229,6 +283,7 @@ TEST(tables_of_pairs, are_json_for_other_programs) {
   EXPECT_EQ(list[0]["source"], "uyvy");
   EXPECT_EQ(list[0]["steps"], nlohmann::json({"read uyvy", "write y"}));
   EXPECT_EQ(list[0]["share_of_memcpy"], 0.25);
+  EXPECT_EQ(list[0]["share_in_cache"], 0.125);
   EXPECT_EQ(list[0]["times_swscale_bilinear"], 6);
   EXPECT_TRUE(list[1]["times_swscale_nearest"].is_null());
 }
@@ -241,8 +296,17 @@ TEST(performance_page_of_pairs, renews_its_own_section_and_pictures) {
   std::ifstream in(docs / "performance.md");
   const std::string text{std::istreambuf_iterator<char>(in), {}};
   EXPECT_TRUE(has(text, ", commit abc.\n")) << text;
-  EXPECT_TRUE(has(text, "\n| share of memcpy, by lines of samples | 0.57 | 0.25 (`uyvy:y`) | 2 |\n"));
-  EXPECT_TRUE(has(text, "\n| times as fast as swscale | 11.5 | 3.0 (`uyvy:y`) | 2 |\n"));
+  EXPECT_TRUE(has(text, "\n| | median (target) | least | pairs | below the target of each |\n|---|---|---|---|---|\n"));
+  EXPECT_TRUE(has(text,
+                  "\n| share of memcpy at 1920x1080, by lines of samples | 0.57 (0.45) | 0.25 `uyvy:y`, 0.90 "
+                  "`uyvy:bgra` | 2 | 1 (0.30) |\n"))
+      << text;
+  EXPECT_TRUE(has(text,
+                  "\n| share of memcpy in cache, 1920x16, by lines of samples | 0.29 | 0.12 `uyvy:y`, 0.45 "
+                  "`uyvy:bgra` | 2 |  |\n"));
+  EXPECT_TRUE(has(text,
+                  "\n| times as fast as swscale at 1920x1080, the lesser of both | 11.50 (8.00) | 3.00 `uyvy:y`, 20.00 "
+                  "`uyvy:bgra` | 2 | 0 (0.97) |\n"));
   EXPECT_FALSE(has(text, "old"));
   EXPECT_TRUE(text.ends_with("<!-- end measured pairs -->\nafter\n"));
   for (const char* picture : {"images/pairs_of_memcpy.svg", "images/pairs_beside_swscale.svg"}) {
