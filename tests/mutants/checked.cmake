@@ -151,8 +151,8 @@ mutant(short_cut_past_a_matrix
 
 mutant(short_cut_of_half_a_group
        FILE checked/short_cuts.cpp
-       FROM [[if (w.copies || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
-       TO [[if (w.copies) return;]]
+       FROM [[if (copies_all(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
+       TO [[if (copies_all(w)) return;]]
        ROWS *are_as_the_rules_say/uyvy
        PROGRAM checked_test)
 
@@ -236,7 +236,7 @@ mutant(half_a_group_copied
 
 mutant(plane_written_beside_its_copy
        FILE checked/rows.cpp
-       FROM [[if (p.layout->image_rows != image_rows || way_.copy_of[i] >= 0) continue;]]
+       FROM [[if (p.layout->image_rows != image_rows || way_.is_direct(i)) continue;]]
        TO [[if (p.layout->image_rows != image_rows) continue;]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)

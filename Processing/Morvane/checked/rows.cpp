@@ -44,11 +44,6 @@ int64_t line_samples(const way& w) {
   return (int64_t{w.from.width} + 31) / 32 * 32 + 2 * margin;
 }
 
-// Whether the largest sample of red, green, blue or luminance stands for 65535.
-bool fills_words(const shape& s) {
-  return s.colour == model::luminance || (s.colour == model::rgb && s.full_range);
-}
-
 bool is_grey(const shape& s) {
   return s.colour == model::luminance || (s.colour == model::ycbcr && !s.has_chroma);
 }
@@ -144,12 +139,13 @@ class rows_of_way {
                   int64_t{p.groups(width)} * p.layout->group_bytes);
   }
 
-  // Which components of the source are read: all where something is computed, else those of planes that are not copied.
+  // Which components of the source are read: all where something is computed, else those of planes that are
+  // made of lines.
   void find_needed() {
     if (computes(way_)) return needed_.fill(true);
     for (size_t i = 0; i < way_.to.plane_count; ++i)
       for (size_t c = 0; c < needed_.size(); ++c)
-        if (way_.copy_of[i] < 0 && way_.to.planes[i].samples[c] > 0) needed_[c] = true;
+        if (!way_.is_direct(i) && way_.to.planes[i].samples[c] > 0) needed_[c] = true;
   }
   bool makes_chroma() const { return way_.to.has_chroma && (needed_[second] || needed_[third]); }
   bool has_half_rows() const { return way_.to.half_height && makes_chroma(); }
@@ -488,7 +484,7 @@ class rows_of_way {
   void write(const int row, const int image_rows, const component_lines& lines) const {
     for (size_t i = 0; i < way_.to.plane_count; ++i) {
       const stored_plane& p = way_.to.planes[i];
-      if (p.layout->image_rows != image_rows || way_.copy_of[i] >= 0) continue;
+      if (p.layout->image_rows != image_rows || way_.is_direct(i)) continue;
       fill_groups(p, lines);
       auto* plane = static_cast<uint8_t*>(destination_.data[i]);
       write_row(p, plane + destination_.stride[i] * row, way_.to.width, lines, fills_words(way_.to));
