@@ -89,7 +89,7 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.factor; }) std::tie(k.from, k.to, k.factor, k.bits) = std::tuple{4096, 0, 9576, 13};
   if constexpr (requires { k.background; }) k.background = 12345;
   if constexpr (requires { k.value; }) k.value = 4711;
-  if constexpr (requires { k.places; }) k.places = places_in(Kernel::gathered_bytes, full);
+  if constexpr (requires { k.places; }) k.places = places_in(Kernel::gathered, full);
   return k;
 }
 

@@ -236,13 +236,9 @@ void copy_planes(const way& w, const morvane_picture& source, const morvane_pict
 void rearrange_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
                       const int rows) {
   for (int row = first; row < first + rows; ++row)
-    for (size_t i = 0; i < w.to.plane_count; ++i) {
-      const rearranged_plane& by = w.rearranged[i];
-      if (!by.is_there() || row % w.to.planes[i].layout->image_rows != 0) continue;
-      source_rows from{};
-      for (size_t k = 0; k < by.source_count; ++k) from[k] = row_of(source, w.from, by.sources[k], row);
-      rearrange_row(by, from, row_of(destination, w.to, i, row));
-    }
+    for (const rearrangement& r : w.rearranged)
+      if (const int image_rows = w.to.planes[r.written[0]].layout->image_rows; row % image_rows == 0)
+        rearrange_row(r, source, destination, row / image_rows);
 }
 
 int64_t direct_scratch_bytes(const way& w) {

@@ -1,6 +1,7 @@
 #include "rearranged.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "../backend/dispatch.h"
@@ -14,25 +15,33 @@ using catalogue::sample_type;
 
 // The kernels.
 
-struct kernel_of_bytes {
-  int stored = 0;              // bytes of a unit
-  std::array<int, 3> bytes{};  // that a unit is gathered from, of each source
-  void (*run)(const source_rows& from, uint8_t* to, int units, const kernel::byte_places& places) = nullptr;
+// A place in a row of each plane that is read, or of each that is written.
+using source_rows = std::array<const uint8_t*, 3>;
+using destination_rows = std::array<uint8_t*, 3>;
+
+struct kernel_entry {
+  std::array<int, 3> written{};  // bytes of a unit in each plane
+  std::array<int, 3> read{};
+  void (*run)(const source_rows& from, const destination_rows& to, int units,
+              const kernel::byte_places& places) = nullptr;
 };
 
-template <class Kernel, size_t... i>
-void run(const source_rows& from, uint8_t* to, const int units, const kernel::byte_places& places,
-         std::index_sequence<i...>) {
+template <class Kernel, size_t... s, size_t... d>
+void run(const source_rows& from, std::index_sequence<s...>, const destination_rows& to, std::index_sequence<d...>,
+         const int units, const kernel::byte_places& places) {
   Kernel k{};
   k.places = places;
-  backend::line_of<Kernel>()(from[i]..., to, units, k);
+  backend::line_of<Kernel>()(from[s]..., to[d]..., units, k);
 }
 
-template <int stored, int... bytes>
-constexpr kernel_of_bytes entry_of(kernel::rearrange<stored, bytes...>) {
-  return {stored, {bytes...}, [](const source_rows& from, uint8_t* to, int units, const kernel::byte_places& places) {
-            run<kernel::rearrange<stored, bytes...>>(from, to, units, places,
-                                                     std::make_index_sequence<sizeof...(bytes)>());
+template <int... written, int... read>
+constexpr kernel_entry entry_of(kernel::rearrange<kernel::of_planes<written...>, kernel::of_planes<read...>>) {
+  return {{written...},
+          {read...},
+          [](const source_rows& from, const destination_rows& to, const int units, const kernel::byte_places& places) {
+            using rearrange = kernel::rearrange<kernel::of_planes<written...>, kernel::of_planes<read...>>;
+            run<rearrange>(from, std::make_index_sequence<sizeof...(read)>(), to,
+                           std::make_index_sequence<sizeof...(written)>(), units, places);
           }};
 }
 
@@ -94,6 +103,30 @@ origin origin_of(const component c, const shape& from) {
   return {c};
 }
 
+bool contains(const std::vector<size_t>& planes, const size_t plane) {
+  return std::find(planes.begin(), planes.end(), plane) != planes.end();
+}
+
+// The planes of the source that hold the components of one of the destination.
+std::vector<size_t> planes_read(const shape& from, const stored_plane& p) {
+  std::vector<size_t> planes;
+  for (const component c : {first, second, third, alpha}) {
+    const component of = origin_of(c, from).source;
+    if (!p.has(c) || of == unused) continue;
+    size_t plane = 0;
+    while (!from.planes[plane].has(of)) ++plane;
+    if (!contains(planes, plane)) planes.push_back(plane);
+  }
+  return planes;
+}
+
+// Those that are made of the same planes as the first of them.
+std::vector<size_t> made_alike(const shape& from, const shape& to, std::vector<size_t> planes) {
+  const std::vector<size_t> read = planes_read(from, to.planes[planes.front()]);
+  std::erase_if(planes, [&](const size_t plane) { return planes_read(from, to.planes[plane]) != read; });
+  return planes;
+}
+
 // A byte of a period: the kept bits of a byte of a source, and others that are always set.
 struct byte_of_period {
   size_t source = 0;
@@ -105,158 +138,198 @@ struct byte_of_period {
 // A period is as many pixels as have whole groups in all planes concerned.
 class search {
  public:
-  search(const shape& from, const shape& to, const stored_plane& p) : from_(from), to_(to), plane_(p) {}
-
-  rearranged_plane find() {
-    if (!is_full(plane_, to_) || !has_whole_bytes(*plane_.layout)) return {};
-    if (!find_sources() || !find_period() || !find_bytes()) return {};
-    for (int periods = 1; periods <= 4; ++periods)
-      for (size_t i = 0; i < kernels.size(); ++i)
-        if (suits(kernels[i], periods)) return made_by(i, periods);
+  search(const shape& from, const shape& to, const std::vector<size_t>& planes) : from_(from), to_(to) {
+    result_.written = planes;
+  }
+  std::optional<rearrangement> find() {
+    if (find_read_planes() && find_period() && find_bytes() && find_kernel()) return result_;
     return {};
   }
 
  private:
   const shape& from_;
   const shape& to_;
-  const stored_plane& plane_;
-  rearranged_plane result_;
+  rearrangement result_;
   int pixels_ = 0;  // of a period
-  std::array<byte_of_period, 4> bytes_{};
-  size_t byte_count_ = 0;
+  std::vector<byte_of_period> bytes_;
 
-  const stored_plane& source(const size_t i) const { return from_.planes[result_.sources[i]]; }
-
-  size_t plane_with(const component c) const {
+  const stored_plane& read(const size_t i) const { return from_.planes[result_.read[i]]; }
+  const stored_plane& written(const size_t i) const { return to_.planes[result_.written[i]]; }
+  size_t read_with(const component c) const {
     size_t i = 0;
-    while (!from_.planes[i].has(c)) ++i;
+    while (!read(i).has(c)) ++i;
     return i;
   }
-  size_t source_with(const component c) const {
-    size_t i = 0;
-    while (!source(i).has(c)) ++i;
-    return i;
+
+  bool can_make(const catalogue::plane& p, const catalogue::plane& of) const {
+    return has_whole_bytes(of) && of.image_rows == p.image_rows && keeps_all_bits(of, p);
   }
-  bool add_source(const size_t plane) {
-    const auto end = result_.sources.begin() + static_cast<ptrdiff_t>(result_.source_count);
-    if (std::find(result_.sources.begin(), end, plane) != end) return true;
-    if (end == result_.sources.end()) return false;
-    result_.sources[result_.source_count++] = plane;
-    const catalogue::plane& p = *from_.planes[plane].layout;
-    return has_whole_bytes(p) && p.image_rows == plane_.layout->image_rows && keeps_all_bits(p, *plane_.layout);
-  }
-  bool find_sources() {
-    for (const component c : {first, second, third, alpha}) {
-      const component of = origin_of(c, from_).source;
-      if (plane_.has(c) && of != unused && !add_source(plane_with(of))) return false;
+  bool find_read_planes() {
+    for (const size_t plane : result_.written) {
+      const stored_plane& p = to_.planes[plane];
+      if (!is_full(p, to_) || !has_whole_bytes(*p.layout) || p.layout->image_rows != written(0).layout->image_rows)
+        return false;
+      for (const size_t i : planes_read(from_, p)) {
+        if (!can_make(*p.layout, *from_.planes[i].layout)) return false;
+        if (!contains(result_.read, i)) result_.read.push_back(i);
+      }
     }
     return true;
   }
 
-  bool is_whole_periods(const stored_plane& p) const {
-    const int group = p.layout->group_pixels;
-    return pixels_ % group == 0 && p.groups(to_.width) == result_.periods * (pixels_ / group);
+  template <class Take>
+  void each_plane(const Take take) const {
+    for (size_t i = 0; i < result_.read.size(); ++i) take(read(i));
+    for (size_t i = 0; i < result_.written.size(); ++i) take(written(i));
   }
-  // Kernels take sources of which a unit has more bytes first.
+  // Kernels take the planes of which a unit has more bytes first.
+  void sort(std::vector<size_t>& planes, const shape& s) const {
+    std::stable_sort(planes.begin(), planes.end(), [&](const size_t a, const size_t b) {
+      return bytes_in(s.planes[a], pixels_) > bytes_in(s.planes[b], pixels_);
+    });
+  }
   bool find_period() {
-    pixels_ = plane_.layout->group_pixels;
-    for (size_t i = 0; i < result_.source_count; ++i) pixels_ = std::max(pixels_, source(i).layout->group_pixels);
+    each_plane([&](const stored_plane& p) { pixels_ = std::max(pixels_, p.layout->group_pixels); });
     result_.periods = (to_.width - 1) / pixels_ + 1;
-    bool is_whole = is_whole_periods(plane_);
-    for (size_t i = 0; i < result_.source_count; ++i) is_whole = is_whole && is_whole_periods(source(i));
-    std::stable_sort(result_.sources.begin(), result_.sources.begin() + static_cast<ptrdiff_t>(result_.source_count),
-                     [&](const size_t a, const size_t b) {
-                       return bytes_in(from_.planes[a], pixels_) > bytes_in(from_.planes[b], pixels_);
-                     });
+    bool is_whole = true;
+    each_plane([&](const stored_plane& p) {
+      const int groups = pixels_ / p.layout->group_pixels;
+      is_whole = is_whole && pixels_ % p.layout->group_pixels == 0 && p.groups(to_.width) == result_.periods * groups;
+    });
+    sort(result_.read, from_);
+    sort(result_.written, to_);
     return is_whole;
   }
 
-  bool add_byte(const byte_of_period& b) {
-    if (byte_count_ == bytes_.size()) return false;
-    bytes_[byte_count_++] = b;
-    return true;
-  }
-  bool add_constant(const int sample) {
-    const int value = stored_as(*plane_.layout, sample);
-    for (int i = 0; i < bytes_of_sample(*plane_.layout); ++i)
-      if (!add_byte({0, 0, 0, value >> 8 * i & 255})) return false;
-    return true;
+  void add_constant(const catalogue::plane& to, const int sample) {
+    const int value = stored_as(to, sample);
+    for (int i = 0; i < bytes_of_sample(to); ++i) bytes_.push_back({0, 0, 0, value >> 8 * i & 255});
   }
   // A byte that becomes a word is its upper byte, and where the largest one stands for 65535 the lower one too.
-  bool add_sample(const component c, const int index) {
+  bool add_sample(const stored_plane& to, const component c, const int index) {
     const component of = origin_of(c, from_).source;
-    const size_t i = source_with(of);
-    if (samples_in(source(i), of, pixels_) != samples_in(plane_, c, pixels_)) return false;
-    const catalogue::plane& p = *source(i).layout;
-    const bool widens = bytes_of_sample(p) < bytes_of_sample(*plane_.layout);
+    const size_t i = read_with(of);
+    const catalogue::plane& p = *read(i).layout;
+    const bool widens = bytes_of_sample(p) < bytes_of_sample(*to.layout);
     const bool repeats = widens && is_filled(of, fills_words(from_));
-    if (repeats && plane_.layout->depth() < 16) return false;
-    const int place = place_of(source(i), of, index);
-    const int kept = stored_as(*plane_.layout, 65535) & (widens ? repeats ? 65535 : 0xff00 : stored_as(p, 65535));
-    for (int k = 0; k < bytes_of_sample(*plane_.layout); ++k)
-      if (!add_byte({i, widens ? place : place + k, kept >> 8 * k & 255, 0})) return false;
+    if (samples_in(read(i), of, pixels_) != samples_in(to, c, pixels_) || (repeats && to.layout->depth() < 16))
+      return false;
+    const int place = place_of(read(i), of, index);
+    const int kept = stored_as(*to.layout, 65535) & (repeats ? 65535 : widens ? 0xff00 : stored_as(p, 65535));
+    for (int k = 0; k < bytes_of_sample(*to.layout); ++k)
+      bytes_.push_back({i, widens ? place : place + k, kept >> 8 * k & 255, 0});
     return true;
   }
-  bool find_bytes() {
+  bool find_bytes(const stored_plane& to) {
     std::array<int, component_count> index{};
-    for (int group = 0; group < pixels_ / plane_.layout->group_pixels; ++group)
-      for (size_t item = 0; item < static_cast<size_t>(plane_.item_count); ++item) {
-        const component c = plane_.items[item];
+    for (int group = 0; group < pixels_ / to.layout->group_pixels; ++group)
+      for (size_t item = 0; item < static_cast<size_t>(to.item_count); ++item) {
+        const component c = to.items[item];
         const origin o = origin_of(c, from_);
-        if (!(o.source == unused ? add_constant(o.constant) : add_sample(c, index[c]++))) return false;
+        if (o.source == unused)
+          add_constant(*to.layout, o.constant);
+        else if (!add_sample(to, c, index[c]++))
+          return false;
       }
     return true;
   }
+  bool find_bytes() {
+    for (size_t i = 0; i < result_.written.size(); ++i)
+      if (!find_bytes(written(i))) return false;
+    return true;
+  }
 
-  int bytes_of_source(const size_t i, const int periods) const {
-    return i < result_.source_count ? periods * bytes_in(source(i), pixels_) : 0;
+  bool is_as(const std::array<int, 3>& bytes, const std::vector<size_t>& planes, const shape& s) const {
+    for (size_t i = 0; i < bytes.size(); ++i)
+      if (bytes[i] != (i < planes.size() ? result_.periods_of_unit * bytes_in(s.planes[planes[i]], pixels_) : 0))
+        return false;
+    return planes.size() <= bytes.size();
   }
-  bool suits(const kernel_of_bytes& k, const int periods) const {
-    for (size_t i = 0; i < k.bytes.size(); ++i)
-      if (k.bytes[i] != bytes_of_source(i, periods)) return false;
-    return k.stored == periods * static_cast<int>(byte_count_);
+  bool find_kernel() {
+    for (result_.periods_of_unit = 1; result_.periods_of_unit <= 4; ++result_.periods_of_unit)
+      for (result_.kernel = 0; result_.kernel < kernels.size(); ++result_.kernel) {
+        const kernel_entry& k = kernels[result_.kernel];
+        if (!is_as(k.written, result_.written, to_) || !is_as(k.read, result_.read, from_)) continue;
+        set_places();
+        return true;
+      }
+    return false;
   }
-  rearranged_plane made_by(const size_t kernel, const int periods) {
-    result_.kernel = static_cast<int>(kernel);
-    result_.periods_of_unit = periods;
-    for (size_t i = 0; i < static_cast<size_t>(kernels[kernel].stored); ++i) {
-      const byte_of_period& b = bytes_[i % byte_count_];
-      int place = b.place + static_cast<int>(i / byte_count_) * bytes_of_source(b.source, 1);
-      for (size_t before = 0; before < b.source; ++before) place += bytes_of_source(before, periods);
-      result_.places.from[i] = static_cast<uint8_t>(place);
-      result_.places.kept[i] = static_cast<uint8_t>(b.kept);
-      result_.places.set[i] = static_cast<uint8_t>(b.set);
+  void set_places() {
+    size_t unit = 0;
+    size_t begin = 0;
+    for (size_t i = 0; i < result_.written.size(); ++i) {
+      const auto count = static_cast<size_t>(bytes_in(written(i), pixels_));
+      for (int period = 0; period < result_.periods_of_unit; ++period)
+        for (size_t k = 0; k < count; ++k) set_place(unit++, period, bytes_[begin + k]);
+      begin += count;
     }
-    return result_;
+  }
+  void set_place(const size_t i, const int period, const byte_of_period& b) {
+    int place = b.place;
+    if (b.kept != 0) place += period * bytes_in(read(b.source), pixels_);
+    for (size_t before = 0; before < b.source; ++before)
+      place += result_.periods_of_unit * bytes_in(read(before), pixels_);
+    result_.places.from[i] = static_cast<uint8_t>(place);
+    result_.places.kept[i] = static_cast<uint8_t>(b.kept);
+    result_.places.set[i] = static_cast<uint8_t>(b.set);
   }
 };
 
+template <class Rows>
+Rows rows_of(const morvane_picture& picture, const std::vector<size_t>& planes, const int row) {
+  Rows rows{};
+  for (size_t i = 0; i < planes.size(); ++i)
+    rows[i] = static_cast<uint8_t*>(picture.data[planes[i]]) + picture.stride[planes[i]] * row;
+  return rows;
+}
+template <class Rows>
+Rows units_on(Rows rows, const std::array<int, 3>& bytes, const int units) {
+  for (size_t i = 0; i < rows.size(); ++i)
+    if (rows[i] != nullptr) rows[i] += int64_t{units} * bytes[i];
+  return rows;
+}
+
 // Periods behind the last whole unit pass through a unit of their own.
-void rearrange_rest(const rearranged_plane& by, const int rest, const source_rows& from, uint8_t* to) {
-  const kernel_of_bytes& k = kernels[static_cast<size_t>(by.kernel)];
+void rearrange_rest(const rearrangement& by, const int rest, const source_rows& from, const destination_rows& to) {
+  const kernel_entry& k = kernels[by.kernel];
   uint8_t gathered[3][4] = {};
-  uint8_t made[4];
-  for (size_t i = 0; i < by.source_count; ++i)
-    std::copy_n(from[i], k.bytes[i] * rest / by.periods_of_unit, gathered[i]);
-  k.run({gathered[0], gathered[1], gathered[2]}, made, 1, by.places);
-  std::copy_n(made, k.stored * rest / by.periods_of_unit, to);
+  uint8_t made[3][4];
+  for (size_t i = 0; i < by.read.size(); ++i) std::copy_n(from[i], k.read[i] * rest / by.periods_of_unit, gathered[i]);
+  k.run({gathered[0], gathered[1], gathered[2]}, {made[0], made[1], made[2]}, 1, by.places);
+  for (size_t i = 0; i < by.written.size(); ++i) std::copy_n(made[i], k.written[i] * rest / by.periods_of_unit, to[i]);
 }
 
 }  // namespace
 
-rearranged_plane find_rearranged(const shape& from, const shape& to, const stored_plane& p) {
-  return search(from, to, p).find();
+bool is_written(const rearrangements& all, const size_t plane) {
+  return std::any_of(all.begin(), all.end(), [&](const rearrangement& r) { return contains(r.written, plane); });
 }
 
-void rearrange_row(const rearranged_plane& by, const source_rows& from, uint8_t* to) {
-  const kernel_of_bytes& k = kernels[static_cast<size_t>(by.kernel)];
+rearrangements find_rearrangements(const shape& from, const shape& to, std::vector<size_t> planes) {
+  rearrangements found;
+  while (!planes.empty()) {
+    std::vector<size_t> tried = made_alike(from, to, planes);
+    std::optional<rearrangement> r = search(from, to, tried).find();
+    if (!r && tried.size() > 1) {
+      tried = {planes.front()};
+      r = search(from, to, tried).find();
+    }
+    if (r) found.push_back(*r);
+    std::erase_if(planes, [&](const size_t plane) { return contains(tried, plane); });
+  }
+  return found;
+}
+
+void rearrange_row(const rearrangement& by, const morvane_picture& source, const morvane_picture& destination,
+                   const int row) {
+  const kernel_entry& k = kernels[by.kernel];
+  const auto from = rows_of<source_rows>(source, by.read, row);
+  const auto to = rows_of<destination_rows>(destination, by.written, row);
   const int units = by.periods / by.periods_of_unit;
   k.run(from, to, units, by.places);
   const int rest = by.periods % by.periods_of_unit;
-  if (rest == 0) return;
-  source_rows behind = from;
-  for (size_t i = 0; i < by.source_count; ++i) behind[i] += int64_t{units} * k.bytes[i];
-  rearrange_rest(by, rest, behind, to + int64_t{units} * k.stored);
+  if (rest != 0) rearrange_rest(by, rest, units_on(from, k.read, units), units_on(to, k.written, units));
 }
 
 }  // namespace Processing::Morvane::checked

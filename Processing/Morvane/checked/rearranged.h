@@ -4,31 +4,31 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "../kernel/rearranged.h"
 #include "shape.h"
 
 namespace Processing::Morvane::checked {
 
-// A row of each plane that bytes are gathered from.
-using source_rows = std::array<const uint8_t*, 3>;
-
-// How a row is rearranged: period by period, of which some make a unit of the kernel.
-struct rearranged_plane {
-  int kernel = -1;  // its place among those that rearrange bytes, or none
+// How rows of some planes become those of others: period by period, of which some make a unit of a kernel.
+struct rearrangement {
+  size_t kernel = 0;  // its place among those that rearrange bytes
   format_conversion::kernel::byte_places places{};
-  std::array<size_t, 3> sources{};  // planes
-  size_t source_count = 0;
-  int periods = 0;          // of a row
-  int periods_of_unit = 0;  // so many become a unit
-
-  bool is_there() const { return kernel >= 0; }
+  std::vector<size_t> read;  // planes
+  std::vector<size_t> written;
+  int periods = 0;  // of a row
+  int periods_of_unit = 0;
 };
+using rearrangements = std::vector<rearrangement>;
 
-// Of pictures between which nothing is computed: what makes a plane of the destination, if bytes that are rearranged
-// do.
-rearranged_plane find_rearranged(const shape& from, const shape& to, const stored_plane& p);
+bool is_written(const rearrangements& all, size_t plane);
 
-void rearrange_row(const rearranged_plane& by, const source_rows& from, uint8_t* to);
+// Of pictures between which nothing is computed: what makes these planes of the destination, as far as there are
+// kernels; several at once where they are made of the same planes.
+rearrangements find_rearrangements(const shape& from, const shape& to, std::vector<size_t> planes);
+
+// The row of that number in each of these planes.
+void rearrange_row(const rearrangement& by, const morvane_picture& source, const morvane_picture& destination, int row);
 
 }  // namespace Processing::Morvane::checked

@@ -81,10 +81,12 @@ int find_original(const stored_plane& p, const way& w) {
 }
 
 void find_direct_planes(way& w) {
+  std::vector<size_t> others;
   for (size_t i = 0; i < w.to.plane_count; ++i) {
     w.copy_of[i] = find_original(w.to.planes[i], w);
-    if (w.copy_of[i] < 0) w.rearranged[i] = find_rearranged(w.from, w.to, w.to.planes[i]);
+    if (w.copy_of[i] < 0) others.push_back(i);
   }
+  w.rearranged = find_rearrangements(w.from, w.to, others);
 }
 
 bool shares_components(const stored_plane& a, const stored_plane& b) {
@@ -102,10 +104,14 @@ bool is_read_by_lines(const stored_plane& p, const way& w) {
 
 // A plane that lines read would be read twice, once for the planes beside them.
 void leave_to_lines(way& w) {
-  for (size_t again = 0; again < w.to.plane_count; ++again)
-    for (rearranged_plane& by : w.rearranged)
-      for (size_t k = 0; k < by.source_count; ++k)
-        if (is_read_by_lines(w.from.planes[by.sources[k]], w)) by.kernel = -1;
+  const auto is_left = [&](const rearrangement& r) {
+    return std::any_of(r.read.begin(), r.read.end(),
+                       [&](const size_t i) { return is_read_by_lines(w.from.planes[i], w); });
+  };
+  for (auto left = w.rearranged.begin(); left != w.rearranged.end();) {
+    left = std::find_if(w.rearranged.begin(), w.rearranged.end(), is_left);
+    if (left != w.rearranged.end()) w.rearranged.erase(left);
+  }
 }
 
 bool needs_lines(const way& w) {

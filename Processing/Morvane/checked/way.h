@@ -46,8 +46,8 @@ struct way {
 
   // Planes of the destination that need no lines: their rows are those of a plane of the source, or rearranged bytes.
   std::array<int, MORVANE_MAX_PLANES> copy_of = {-1, -1, -1, -1};
-  std::array<rearranged_plane, MORVANE_MAX_PLANES> rearranged{};
-  bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || rearranged[plane].is_there(); }
+  rearrangements rearranged;
+  bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || is_written(rearranged, plane); }
 
   // Without lines: all planes are direct, or an entry point converts them, because the caller named it or because its
   // bytes are the same.

@@ -1,4 +1,4 @@
-// Bytes of one or more planes that are arranged in another way in another plane, without lines between.
+// Bytes of one or more planes that are arranged in another way in others, without lines between.
 #pragma once
 
 #include <cstddef>
@@ -34,10 +34,13 @@ struct byte_places {
   }
 };
 
-// Bytes are gathered as double words: so many of each source, one source behind the other. Where they are fewer than
-// four, the rest of a double word may be anything.
+// So many bytes of each of some planes, one behind the other in a double word. Where they are fewer than four, the rest
+// of it may be anything.
 template <int... bytes>
-struct gathered {};
+struct of_planes {
+  static constexpr int count = (0 + ... + bytes);
+  static constexpr bool of_three = sizeof...(bytes) == 3 || ((bytes == 3) || ...);  // which takes exchanges over lanes
+};
 
 template <class V>
 struct four_blocks {
@@ -59,93 +62,141 @@ MORVANE_INLINE four_blocks<V> of_halves(const typename V::two_blocks& lower, con
 }
 
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<>) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<>) {
   const auto none = V::repeat(0);
   return {{none, none}, {none, none}};
 }
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<4>, const uint8_t* src) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<4>, const uint8_t* src) {
   return {half_dwords<V>(src), half_dwords<V>(blocks_on<V>(src, 2))};
 }
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<3>, const uint8_t* src) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<3>, const uint8_t* src) {
   return {V::load_threes(src), V::load_threes(src + 3 * V::block_bytes / 2)};
 }
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<2>, const uint8_t* src) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<2>, const uint8_t* src) {
   const auto half = half_dwords<V>(src);
   return of_halves<V>(half, half);
 }
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<1>, const uint8_t* src) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<1>, const uint8_t* src) {
   const auto half = half_dwords<V>(src, src);
   return of_halves<V>(half, half);
 }
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<1, 1>, const uint8_t* a, const uint8_t* b) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<1, 1>, const uint8_t* a, const uint8_t* b) {
   const auto half = half_dwords<V>(a, b);
   return of_halves<V>(half, half);
 }
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<2, 2>, const uint8_t* a, const uint8_t* b) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<2, 2>, const uint8_t* a, const uint8_t* b) {
   return of_halves<V>(half_dwords<V>(a), half_dwords<V>(b));
 }
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<2, 1, 1>, const uint8_t* a, const uint8_t* b, const uint8_t* c) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<2, 1, 1>, const uint8_t* a, const uint8_t* b, const uint8_t* c) {
   return of_halves<V>(half_dwords<V>(a), half_dwords<V>(b, c));
 }
 template <class V>
-MORVANE_INLINE four_blocks<V> gather(gathered<1, 1, 1>, const uint8_t* a, const uint8_t* b, const uint8_t* c) {
+MORVANE_INLINE four_blocks<V> gather(of_planes<1, 1, 1>, const uint8_t* a, const uint8_t* b, const uint8_t* c) {
   return of_halves<V>(half_dwords<V>(a, b), half_dwords<V>(c, c));
 }
 
-// The first bytes of double words, without the others.
+// The lower and the upper halves of double words.
 template <class V>
-MORVANE_INLINE auto lower_words(const typename V::two_blocks& dwords) {
-  return V::deinterleave2_words(dwords.first, dwords.second).first;
+MORVANE_INLINE auto halves(const typename V::two_blocks& dwords) {
+  return V::deinterleave2_words(dwords.first, dwords.second);
 }
-template <int bytes, class V>
-MORVANE_INLINE auto first_bytes(const four_blocks<V>& dwords) {
-  if constexpr (bytes == 4)
-    return in_a_row(dwords.lower, dwords.upper);
-  else if constexpr (bytes == 3)
-    return in_a_row(V::threes(dwords.lower), V::threes(dwords.upper));
-  else if constexpr (bytes == 2)
-    return in_a_row(lower_words<V>(dwords.lower), lower_words<V>(dwords.upper));
-  else
-    return V::deinterleave2(lower_words<V>(dwords.lower), lower_words<V>(dwords.upper)).first;
+
+template <class V>
+MORVANE_INLINE auto scatter(of_planes<4>, const four_blocks<V>& dwords) {
+  return in_a_row(dwords.lower, dwords.upper);
+}
+template <class V>
+MORVANE_INLINE auto scatter(of_planes<3>, const four_blocks<V>& dwords) {
+  return in_a_row(V::threes(dwords.lower), V::threes(dwords.upper));
+}
+template <class V>
+MORVANE_INLINE auto scatter(of_planes<2>, const four_blocks<V>& dwords) {
+  return in_a_row(halves<V>(dwords.lower).first, halves<V>(dwords.upper).first);
+}
+template <class V>
+MORVANE_INLINE auto scatter(of_planes<1>, const four_blocks<V>& dwords) {
+  return V::deinterleave2(halves<V>(dwords.lower).first, halves<V>(dwords.upper).first).first;
+}
+template <class V>
+MORVANE_INLINE auto scatter(of_planes<2, 2>, const four_blocks<V>& dwords) {
+  const auto lower = halves<V>(dwords.lower);
+  const auto upper = halves<V>(dwords.upper);
+  return to_planes(in_a_row(lower.first, upper.first), in_a_row(lower.second, upper.second));
+}
+template <class V>
+MORVANE_INLINE auto scatter(of_planes<2, 1, 1>, const four_blocks<V>& dwords) {
+  const auto lower = halves<V>(dwords.lower);
+  const auto upper = halves<V>(dwords.upper);
+  const auto last = V::deinterleave2(lower.second, upper.second);
+  return to_planes(in_a_row(lower.first, upper.first), last.first, last.second);
+}
+template <class V>
+MORVANE_INLINE auto scatter(of_planes<1, 1, 1>, const four_blocks<V>& dwords) {
+  const auto lower = halves<V>(dwords.lower);
+  const auto upper = halves<V>(dwords.upper);
+  const auto first = V::deinterleave2(lower.first, upper.first);
+  return to_planes(first.first, first.second, V::deinterleave2(lower.second, upper.second).first);
 }
 
 template <int>
-using source_pointer = const uint8_t*;
+using read_bytes = const uint8_t*;
+template <int>
+using written_bytes = uint8_t*;
 
-template <int stored, int... bytes>
-struct rearrange : line_kernel<rearrange<stored, bytes...>, from<bytes>..., to<stored>> {
-  static constexpr bool bound_by_memory = true;
-  static constexpr int gathered_bytes = (0 + ... + bytes);
+template <class Written, class Read>
+struct rearrange;
+
+template <int... written, int... read>
+struct rearrange<of_planes<written...>, of_planes<read...>>
+    : line_kernel<rearrange<of_planes<written...>, of_planes<read...>>, from<read>..., to<written>...> {
+  static constexpr bool bound_by_memory = !of_planes<written...>::of_three && !of_planes<read...>::of_three;
+  static constexpr bool fills_registers = true;
+  static constexpr int gathered = of_planes<read...>::count;
   byte_places places;
 
   template <int count>
-  MORVANE_INLINE static void append(uint8_t*& to, const uint8_t* src) {
-    for (int i = 0; i < count; ++i) *to++ = src[i];
+  MORVANE_INLINE static void append(uint8_t*& next, const uint8_t* src) {
+    for (int i = 0; i < count; ++i) *next++ = src[i];
   }
-  MORVANE_INLINE void rule(const source_pointer<bytes>... src, uint8_t* dst) const {
+  template <int count>
+  MORVANE_INLINE void take(const uint8_t* dword, int& next, uint8_t* dst) const {
+    for (int i = 0; i < count; ++i) dst[i] = places.byte(dword, next++);
+  }
+  MORVANE_INLINE void rule(const read_bytes<read>... src, const written_bytes<written>... dst) const {
     uint8_t dword[4] = {};
-    [[maybe_unused]] uint8_t* next = dword;
-    (append<bytes>(next, src), ...);
-    for (int i = 0; i < stored; ++i) dst[i] = places.byte(dword, i);
+    [[maybe_unused]] uint8_t* end = dword;
+    (append<read>(end, src), ...);
+    int next = 0;
+    (take<written>(dword, next, dst), ...);
   }
   template <class V>
-  MORVANE_INLINE auto convert(const source_pointer<bytes>... src) const {
-    const auto dwords = gather<V>(gathered<bytes...>(), src...);
-    const four_blocks<V> made = {places.template arranged<V>(dwords.lower), places.template arranged<V>(dwords.upper)};
-    return first_bytes<stored>(made);
+  MORVANE_INLINE auto convert(const read_bytes<read>... src) const {
+    const auto dwords = gather<V>(of_planes<read...>(), src...);
+    return scatter<V>(of_planes<written...>(),
+                      {places.template arranged<V>(dwords.lower), places.template arranged<V>(dwords.upper)});
   }
 };
 
+template <class... Written>
+using of_four_bytes = kernel_list<rearrange<Written, of_planes<4>>...>;
+template <class... Read>
+using to_four_bytes = kernel_list<rearrange<of_planes<4>, Read>...>;
+template <class... Read>
+using to_three_bytes = kernel_list<rearrange<of_planes<3>, Read>...>;
+
 using rearrange_kernels =
-    kernel_list<rearrange<4>, rearrange<4, 4>, rearrange<3, 4>, rearrange<2, 4>, rearrange<1, 4>, rearrange<4, 3>,
-                rearrange<1, 3>, rearrange<4, 2>, rearrange<4, 1>, rearrange<3, 1>, rearrange<4, 1, 1>,
-                rearrange<4, 2, 2>, rearrange<4, 2, 1, 1>, rearrange<4, 1, 1, 1>, rearrange<3, 1, 1, 1>>;
+    joined_lists<of_four_bytes<of_planes<4>, of_planes<3>, of_planes<2>, of_planes<1>, of_planes<2, 2>,
+                               of_planes<2, 1, 1>, of_planes<1, 1, 1>>,
+                 to_four_bytes<of_planes<>, of_planes<3>, of_planes<2>, of_planes<1>, of_planes<1, 1>, of_planes<2, 2>,
+                               of_planes<2, 1, 1>, of_planes<1, 1, 1>>,
+                 to_three_bytes<of_planes<1>, of_planes<1, 1, 1>>,
+                 kernel_list<rearrange<of_planes<1, 1, 1>, of_planes<3>>>>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel
