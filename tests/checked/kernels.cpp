@@ -62,7 +62,7 @@ struct plane_memory {
 
 // Of the first few of four bytes.
 kernel::byte_places places_in(const int gathered, const bool backwards) {
-  kernel::byte_places p = {{}, {255, 192, 0, 255}, {0, 3, 128, 0}};
+  kernel::byte_places p = {{}, 0xff00c0ff, 0x00800300};
   for (int i = 0; i < std::min(gathered, 4); ++i)
     p.from[i] = static_cast<std::uint8_t>(backwards ? gathered - 1 - i : i);
   return p;

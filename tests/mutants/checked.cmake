@@ -240,3 +240,31 @@ mutant(plane_written_beside_its_copy
        TO [[if (p.layout->image_rows != image_rows) continue;]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
+
+mutant(unused_bits_of_words_rearranged_too
+       FILE checked/rearranged.cpp
+       FROM [[widens ? 0xff00 : stored_as(p, 65535)]]
+       TO [[widens ? 0xff00 : 65535]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(samples_behind_the_last_unit_left_out
+       FILE checked/rearranged.cpp
+       FROM [[  if (rest != 0) rearrange_rest]]
+       TO [[  if (false) rearrange_rest]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(part_of_a_period_rearranged
+       FILE checked/rearranged.cpp
+       FROM [[ && p.groups(to_.width) == result_.periods * groups;]]
+       TO [[;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(rows_of_another_sampling_rearranged
+       FILE checked/rearranged.cpp
+       FROM [[has_whole_bytes(of) && of.image_rows == p.image_rows &&]]
+       TO [[has_whole_bytes(of) &&]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)

@@ -271,8 +271,8 @@ class search {
     for (size_t before = 0; before < b.source; ++before)
       place += result_.periods_of_unit * bytes_in(read(before), pixels_);
     result_.places.from[i] = static_cast<uint8_t>(place);
-    result_.places.kept[i] = static_cast<uint8_t>(b.kept);
-    result_.places.set[i] = static_cast<uint8_t>(b.set);
+    result_.places.kept |= static_cast<uint32_t>(b.kept) << 8 * i;
+    result_.places.set |= static_cast<uint32_t>(b.set) << 8 * i;
   }
 };
 

@@ -10,27 +10,27 @@
 
 namespace Processing::Morvane::format_conversion::kernel {
 
-// Of up to four bytes that are gathered: each byte that is stored is one of them, of which some bits are kept and
-// others always set.
+// What becomes of double words: byte k of the result is one of their bytes, of which some bits are kept, and others are
+// always set.
 struct byte_places {
   uint8_t from[4];
-  uint8_t kept[4];
-  uint8_t set[4];
+  uint32_t kept;
+  uint32_t set;
 
-  MORVANE_INLINE uint8_t byte(const uint8_t* gathered, const int place) const {
-    return static_cast<uint8_t>((gathered[from[place]] & kept[place]) | set[place]);
-  }
-  MORVANE_INLINE static uint32_t as_dword(const uint8_t (&bytes)[4]) {
-    return bytes[0] | uint32_t{bytes[1]} << 8 | uint32_t{bytes[2]} << 16 | uint32_t{bytes[3]} << 24;
-  }
-  template <class V>
-  MORVANE_INLINE auto arranged(const typename V::block gathered) const {
-    const auto bytes = V::rearrange_dwords(gathered, as_dword(from));
-    return V::or_blocks(V::and_blocks(bytes, V::repeat_dword(as_dword(kept))), V::repeat_dword(as_dword(set)));
+  MORVANE_INLINE uint32_t arranged(const uint32_t dword) const {
+    uint32_t bytes = 0;
+    for (int k = 0; k < 4; ++k) bytes |= (dword >> 8 * from[k] & 255) << 8 * k;
+    return (bytes & kept) | set;
   }
   template <class V>
-  MORVANE_INLINE auto arranged(const typename V::two_blocks& gathered) const {
-    return typename V::two_blocks{arranged<V>(gathered.first), arranged<V>(gathered.second)};
+  MORVANE_INLINE auto arranged(const typename V::block dwords) const {
+    const uint32_t places = from[0] | uint32_t{from[1]} << 8 | uint32_t{from[2]} << 16 | uint32_t{from[3]} << 24;
+    return V::or_blocks(V::and_blocks(V::rearrange_dwords(dwords, places), V::repeat_dword(kept)),
+                        V::repeat_dword(set));
+  }
+  template <class V>
+  MORVANE_INLINE auto arranged(const typename V::two_blocks& dwords) const {
+    return typename V::two_blocks{arranged<V>(dwords.first), arranged<V>(dwords.second)};
   }
 };
 
@@ -150,6 +150,42 @@ using read_bytes = const uint8_t*;
 template <int>
 using written_bytes = uint8_t*;
 
+template <int bytes>
+MORVANE_INLINE uint32_t dword_at(const uint8_t* p) {
+  if constexpr (bytes == 1) {
+    return *p;
+  } else if constexpr (bytes == 4) {
+    uint32_t dword;
+    __builtin_memcpy(&dword, p, 4);
+    return dword;
+  } else {
+    return stored_word(p) | (bytes == 3 ? uint32_t{p[2]} << 16 : 0);
+  }
+}
+template <int bytes>
+MORVANE_INLINE void put_dword(uint8_t* p, const uint32_t dword) {
+  if constexpr (bytes == 1) {
+    *p = static_cast<uint8_t>(dword);
+  } else if constexpr (bytes == 4) {
+    __builtin_memcpy(p, &dword, 4);
+  } else {
+    put_word(p, static_cast<uint16_t>(dword));
+    if constexpr (bytes == 3) p[2] = static_cast<uint8_t>(dword >> 16);
+  }
+}
+
+// The next few bytes of a double word, of which some have been passed already.
+template <int bytes>
+MORVANE_INLINE void append(uint32_t& dword, int& passed, const uint8_t* src) {
+  dword |= dword_at<bytes>(src) << 8 * passed;
+  passed += bytes;
+}
+template <int bytes>
+MORVANE_INLINE void take(const uint32_t dword, int& passed, uint8_t* dst) {
+  put_dword<bytes>(dst, dword >> 8 * passed);
+  passed += bytes;
+}
+
 template <class Written, class Read>
 struct rearrange;
 
@@ -161,20 +197,13 @@ struct rearrange<of_planes<written...>, of_planes<read...>>
   static constexpr int gathered = of_planes<read...>::count;
   byte_places places;
 
-  template <int count>
-  MORVANE_INLINE static void append(uint8_t*& next, const uint8_t* src) {
-    for (int i = 0; i < count; ++i) *next++ = src[i];
-  }
-  template <int count>
-  MORVANE_INLINE void take(const uint8_t* dword, int& next, uint8_t* dst) const {
-    for (int i = 0; i < count; ++i) dst[i] = places.byte(dword, next++);
-  }
   MORVANE_INLINE void rule(const read_bytes<read>... src, const written_bytes<written>... dst) const {
-    uint8_t dword[4] = {};
-    [[maybe_unused]] uint8_t* end = dword;
-    (append<read>(end, src), ...);
-    int next = 0;
-    (take<written>(dword, next, dst), ...);
+    uint32_t dword = 0;
+    int passed = 0;
+    (append<read>(dword, passed, src), ...);
+    dword = places.arranged(dword);
+    passed = 0;
+    (take<written>(dword, passed, dst), ...);
   }
   template <class V>
   MORVANE_INLINE auto convert(const read_bytes<read>... src) const {
