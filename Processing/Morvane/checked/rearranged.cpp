@@ -103,27 +103,26 @@ origin origin_of(const component c, const shape& from) {
   return {c};
 }
 
-bool contains(const std::vector<size_t>& planes, const size_t plane) {
-  return std::find(planes.begin(), planes.end(), plane) != planes.end();
-}
-
 // The planes of the source that hold the components of one of the destination.
-std::vector<size_t> planes_read(const shape& from, const stored_plane& p) {
-  std::vector<size_t> planes;
+plane_numbers planes_read(const shape& from, const stored_plane& p) {
+  plane_numbers planes;
   for (const component c : {first, second, third, alpha}) {
     const component of = origin_of(c, from).source;
     if (!p.has(c) || of == unused) continue;
     size_t plane = 0;
     while (!from.planes[plane].has(of)) ++plane;
-    if (!contains(planes, plane)) planes.push_back(plane);
+    if (!planes.contains(plane)) planes.add(plane);
   }
   return planes;
 }
 
 // Those that are made of the same planes as the first of them.
-std::vector<size_t> made_alike(const shape& from, const shape& to, std::vector<size_t> planes) {
-  const std::vector<size_t> read = planes_read(from, to.planes[planes.front()]);
-  std::erase_if(planes, [&](const size_t plane) { return planes_read(from, to.planes[plane]) != read; });
+plane_numbers made_alike(const shape& from, const shape& to, plane_numbers planes) {
+  const plane_numbers read = planes_read(from, to.planes[planes[0]]);
+  planes.keep_if([&](const size_t plane) {
+    const plane_numbers other = planes_read(from, to.planes[plane]);
+    return std::equal(read.begin(), read.end(), other.begin(), other.end());
+  });
   return planes;
 }
 
@@ -138,7 +137,7 @@ struct byte_of_period {
 // A period is as many pixels as have whole groups in all planes concerned.
 class search {
  public:
-  search(const shape& from, const shape& to, const std::vector<size_t>& planes) : from_(from), to_(to) {
+  search(const shape& from, const shape& to, const plane_numbers& planes) : from_(from), to_(to) {
     result_.written = planes;
   }
   std::optional<rearrangement> find() {
@@ -150,8 +149,8 @@ class search {
   const shape& from_;
   const shape& to_;
   rearrangement result_;
-  int pixels_ = 0;  // of a period
-  std::vector<byte_of_period> bytes_;
+  int pixels_ = 0;                // of a period
+  few<byte_of_period, 4> bytes_;  // more of them no kernel writes
 
   const stored_plane& read(const size_t i) const { return from_.planes[result_.read[i]]; }
   const stored_plane& written(const size_t i) const { return to_.planes[result_.written[i]]; }
@@ -171,7 +170,7 @@ class search {
         return false;
       for (const size_t i : planes_read(from_, p)) {
         if (!can_make(*p.layout, *from_.planes[i].layout)) return false;
-        if (!contains(result_.read, i)) result_.read.push_back(i);
+        if (!result_.read.contains(i)) result_.read.add(i);
       }
     }
     return true;
@@ -183,9 +182,10 @@ class search {
     for (size_t i = 0; i < result_.written.size(); ++i) take(written(i));
   }
   // Kernels take the planes of which a unit has more bytes first.
-  void sort(std::vector<size_t>& planes, const shape& s) const {
-    std::stable_sort(planes.begin(), planes.end(), [&](const size_t a, const size_t b) {
-      return bytes_in(s.planes[a], pixels_) > bytes_in(s.planes[b], pixels_);
+  void sort(plane_numbers& planes, const shape& s) const {
+    std::sort(planes.begin(), planes.end(), [&](const size_t a, const size_t b) {
+      const int more = bytes_in(s.planes[a], pixels_) - bytes_in(s.planes[b], pixels_);
+      return more != 0 ? more > 0 : a < b;
     });
   }
   bool find_period() {
@@ -201,9 +201,16 @@ class search {
     return is_whole;
   }
 
-  void add_constant(const catalogue::plane& to, const int sample) {
+  bool add(const byte_of_period& b) {
+    if (bytes_.is_full()) return false;
+    bytes_.add(b);
+    return true;
+  }
+  bool add_constant(const catalogue::plane& to, const int sample) {
     const int value = stored_as(to, sample);
-    for (int i = 0; i < bytes_of_sample(to); ++i) bytes_.push_back({0, 0, 0, value >> 8 * i & 255});
+    for (int i = 0; i < bytes_of_sample(to); ++i)
+      if (!add({0, 0, 0, value >> 8 * i & 255})) return false;
+    return true;
   }
   // A byte that becomes a word is its upper byte, and where the largest one stands for 65535 the lower one too.
   bool add_sample(const stored_plane& to, const component c, const int index) {
@@ -217,7 +224,7 @@ class search {
     const int place = place_of(read(i), of, index);
     const int kept = stored_as(*to.layout, 65535) & (repeats ? 65535 : widens ? 0xff00 : stored_as(p, 65535));
     for (int k = 0; k < bytes_of_sample(*to.layout); ++k)
-      bytes_.push_back({i, widens ? place : place + k, kept >> 8 * k & 255, 0});
+      if (!add({i, widens ? place : place + k, kept >> 8 * k & 255, 0})) return false;
     return true;
   }
   bool find_bytes(const stored_plane& to) {
@@ -226,20 +233,16 @@ class search {
       for (size_t item = 0; item < static_cast<size_t>(to.item_count); ++item) {
         const component c = to.items[item];
         const origin o = origin_of(c, from_);
-        if (o.source == unused)
-          add_constant(*to.layout, o.constant);
-        else if (!add_sample(to, c, index[c]++))
-          return false;
+        if (!(o.source == unused ? add_constant(*to.layout, o.constant) : add_sample(to, c, index[c]++))) return false;
       }
     return true;
   }
   bool find_bytes() {
-    for (size_t i = 0; i < result_.written.size(); ++i)
-      if (!find_bytes(written(i))) return false;
-    return true;
+    return std::all_of(result_.written.begin(), result_.written.end(),
+                       [&](const size_t plane) { return find_bytes(to_.planes[plane]); });
   }
 
-  bool is_as(const std::array<int, 3>& bytes, const std::vector<size_t>& planes, const shape& s) const {
+  bool is_as(const std::array<int, 3>& bytes, const plane_numbers& planes, const shape& s) const {
     for (size_t i = 0; i < bytes.size(); ++i)
       if (bytes[i] != (i < planes.size() ? result_.periods_of_unit * bytes_in(s.planes[planes[i]], pixels_) : 0))
         return false;
@@ -277,7 +280,7 @@ class search {
 };
 
 template <class Rows>
-Rows rows_of(const morvane_picture& picture, const std::vector<size_t>& planes, const int row) {
+Rows rows_of(const morvane_picture& picture, const plane_numbers& planes, const int row) {
   Rows rows{};
   for (size_t i = 0; i < planes.size(); ++i)
     rows[i] = static_cast<uint8_t*>(picture.data[planes[i]]) + picture.stride[planes[i]] * row;
@@ -303,20 +306,20 @@ void rearrange_rest(const rearrangement& by, const int rest, const source_rows& 
 }  // namespace
 
 bool is_written(const rearrangements& all, const size_t plane) {
-  return std::any_of(all.begin(), all.end(), [&](const rearrangement& r) { return contains(r.written, plane); });
+  return std::any_of(all.begin(), all.end(), [&](const rearrangement& r) { return r.written.contains(plane); });
 }
 
-rearrangements find_rearrangements(const shape& from, const shape& to, std::vector<size_t> planes) {
+rearrangements find_rearrangements(const shape& from, const shape& to, plane_numbers planes) {
   rearrangements found;
-  while (!planes.empty()) {
-    std::vector<size_t> tried = made_alike(from, to, planes);
+  while (planes.size() > 0) {
+    plane_numbers tried = made_alike(from, to, planes);
     std::optional<rearrangement> r = search(from, to, tried).find();
     if (!r && tried.size() > 1) {
-      tried = {planes.front()};
+      tried.keep_if([&](const size_t plane) { return plane == planes[0]; });
       r = search(from, to, tried).find();
     }
-    if (r) found.push_back(*r);
-    std::erase_if(planes, [&](const size_t plane) { return contains(tried, plane); });
+    if (r) found.add(*r);
+    planes.keep_if([&](const size_t plane) { return !tried.contains(plane); });
   }
   return found;
 }

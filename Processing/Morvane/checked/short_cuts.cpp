@@ -81,10 +81,10 @@ int find_original(const stored_plane& p, const way& w) {
 }
 
 void find_direct_planes(way& w) {
-  std::vector<size_t> others;
+  plane_numbers others;
   for (size_t i = 0; i < w.to.plane_count; ++i) {
     w.copy_of[i] = find_original(w.to.planes[i], w);
-    if (w.copy_of[i] < 0) others.push_back(i);
+    if (w.copy_of[i] < 0) others.add(i);
   }
   w.rearranged = find_rearrangements(w.from, w.to, others);
 }
@@ -104,14 +104,17 @@ bool is_read_by_lines(const stored_plane& p, const way& w) {
 
 // A plane that lines read would be read twice, once for the planes beside them.
 void leave_to_lines(way& w) {
-  const auto is_left = [&](const rearrangement& r) {
-    return std::any_of(r.read.begin(), r.read.end(),
-                       [&](const size_t i) { return is_read_by_lines(w.from.planes[i], w); });
+  const auto is_apart = [&](const rearrangement& r) {
+    return std::none_of(r.read.begin(), r.read.end(),
+                        [&](const size_t i) { return is_read_by_lines(w.from.planes[i], w); });
   };
-  for (auto left = w.rearranged.begin(); left != w.rearranged.end();) {
-    left = std::find_if(w.rearranged.begin(), w.rearranged.end(), is_left);
-    if (left != w.rearranged.end()) w.rearranged.erase(left);
-  }
+  size_t before = 0;
+  do {
+    before = w.rearranged.size();
+    rearrangements apart = w.rearranged;
+    apart.keep_if(is_apart);
+    w.rearranged = apart;
+  } while (w.rearranged.size() < before);
 }
 
 bool needs_lines(const way& w) {
