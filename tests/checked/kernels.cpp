@@ -2,6 +2,7 @@
 // entry point or a plan of the checked interface runs it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -59,6 +60,14 @@ struct plane_memory {
   }
 };
 
+// Of the first few of four bytes.
+kernel::byte_places places_in(const int gathered, const bool backwards) {
+  kernel::byte_places p = {{}, 0xff00c0ff, 0x00800300};
+  for (int i = 0; i < std::min(gathered, 4); ++i)
+    p.from[i] = static_cast<std::uint8_t>(backwards ? gathered - 1 - i : i);
+  return p;
+}
+
 // Coefficients of BT.709 and samples of eight to ten bits.
 template <class Kernel>
 Kernel with_members(const bool full) {
@@ -80,6 +89,7 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.factor; }) std::tie(k.from, k.to, k.factor, k.bits) = std::tuple{4096, 0, 9576, 13};
   if constexpr (requires { k.background; }) k.background = 12345;
   if constexpr (requires { k.value; }) k.value = 4711;
+  if constexpr (requires { k.places; }) k.places = places_in(Kernel::gathered, full);
   return k;
 }
 
@@ -181,10 +191,11 @@ std::set<std::size_t> kernels_of_plans() {
   const recorder recording([&](const line_call& line) { kernels.insert(line.kernel); });
   for (const format from : formats())
     for (const format to : formats())
-      for (const range r : ranges)
-        for (const matrix m : matrices)
-          convert_all({.format = from, .width = 4, .height = 4, .range = r},
-                      {.format = to, .width = 4, .height = 4, .matrix = m, .range = range::full});
+      for (const range of_source : ranges)
+        for (const range of_result : {range::video, range::full})
+          for (const matrix m : matrices)
+            convert_all({.format = from, .width = 4, .height = 4, .range = of_source},
+                        {.format = to, .width = 4, .height = 4, .matrix = m, .range = of_result});
   return kernels;
 }
 

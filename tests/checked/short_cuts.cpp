@@ -29,7 +29,7 @@ std::string step_of(const description& from, const description& to, const option
 }
 
 bool is_short_cut(const std::string& step) {
-  return step.starts_with("copy rows") || step.find(" by ") != std::string::npos;
+  return step.starts_with("copy rows") || step.starts_with("rearrange") || step.find(" by ") != std::string::npos;
 }
 
 // Samples at random, or of few values, so that all of a picture's extremes meet.
@@ -78,15 +78,16 @@ TEST(short_cuts, have_the_bytes_of_the_rules) {
   backend::choose(backend::available().back());
 }
 
-// So that none is lost: entry points, and formats whose rows are copied.
+// So that none is lost: entry points, formats whose rows are copied, and formats whose bytes are rearranged.
 TEST(short_cuts, are_taken) {
   std::set<std::string> linear, nearest;
-  int copies = 0;
+  int copies = 0, rearranged = 0;
   each_pair(48, 4, [&](const description& from, const description& to) {
     for (std::set<std::string>* found : {&linear, &nearest}) {
       const options how = {.filter = found == &nearest ? filter::nearest : filter::linear};
       const std::string step = step_of(from, to, how);
       if (step.starts_with("copy rows")) ++copies;
+      if (step.starts_with("rearrange")) ++rearranged;
       const std::size_t by = step.find(" by ");
       if (by != std::string::npos) found->insert(step.substr(by + 4));
     }
@@ -94,6 +95,7 @@ TEST(short_cuts, are_taken) {
   EXPECT_EQ(linear.size(), 14U);
   EXPECT_EQ(nearest.size(), 31U);
   EXPECT_EQ(copies, 2 * 40);
+  EXPECT_EQ(rearranged, 2 * 162);
   EXPECT_TRUE(linear.contains("uyvy::yuy2"));
 }
 
@@ -109,7 +111,7 @@ TEST(short_cuts, are_not_taken_where_something_is_computed) {
   EXPECT_FALSE(is_short_cut(step_of(of("uyvy", 3, 4), of("uyvy", 3, 4), {})));
   EXPECT_TRUE(is_short_cut(step_of(of("y_uv_420", 5, 3), of("y_uv_420", 5, 3), {})));
   EXPECT_FALSE(is_short_cut(step_of(of("vuya_f32", 4, 4), of("vuya_f32", 4, 4), {})));
-  EXPECT_FALSE(is_short_cut(step_of(of("bgrx", 4, 4), of("bgrx", 4, 4), {})));
+  EXPECT_EQ(step_of(of("bgrx", 4, 4), of("bgrx", 4, 4), {}), "rearrange bgrx as bgrx");
 }
 
 // Of a picture whose first byte is at an odd address, and of bands that begin between two rows of chroma.

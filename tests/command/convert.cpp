@@ -193,7 +193,7 @@ TEST_F(convert, steps_and_losses_are_named_on_request) {
             "morvane: steps: read pa16, chroma 4:2:2 to 4:2:0, write y_u_v_420\n"
             "morvane: losses: 16 to 8 bits, chroma 4:2:2 to 4:2:0, alpha dropped\n");
   EXPECT_EQ(run("morvane convert -v -f rgba -t bgra -s 8x2 --frames 1 in.raw out.raw --src-stride 48").err,
-            "morvane: steps: read rgba, write bgra\nmorvane: losses: none\n");
+            "morvane: steps: rearrange rgba as bgra\nmorvane: losses: none\n");
 }
 
 TEST_F(convert, what_formats_force_is_no_fault) {
@@ -265,7 +265,7 @@ TEST_F(convert, via_is_reached_by_the_rules) {
   const bytes frame = noise(8 * 4 * 2);
   write("in.raw", frame);
   EXPECT_EQ(run("morvane convert -v -f yuy2 -t bgra -s 8x4 --via uyvy::rgbx_601 in.raw out.raw").err,
-            "morvane: steps: yuy2 to uyvy by yuy2::uyvy, uyvy to rgbx by uyvy::rgbx_601, read rgbx, write bgra\n"
+            "morvane: steps: yuy2 to uyvy by yuy2::uyvy, uyvy to rgbx by uyvy::rgbx_601, rearrange rgbx as bgra\n"
             "morvane: losses: none\n");
   const description from = {.format = format_named("uyvy"), .width = 8, .height = 4, .matrix = matrix::bt601};
   const bytes uyvy = converted(frame, "yuy2", "uyvy", 8, 4);

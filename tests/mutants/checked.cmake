@@ -150,8 +150,8 @@ mutant(short_cut_past_a_matrix
 
 mutant(short_cut_of_half_a_group
        FILE checked/short_cuts.cpp
-       FROM [[if (w.copies || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
-       TO [[if (w.copies) return;]]
+       FROM [[if (copies_all(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
+       TO [[if (copies_all(w)) return;]]
        ROWS *are_as_the_rules_say/uyvy
        PROGRAM checked_test)
 
@@ -270,7 +270,35 @@ mutant(lines_too_short_for_the_longest_piece
 
 mutant(plane_written_beside_its_copy
        FILE checked/rows.cpp
-       FROM [[if (p.layout->image_rows != image_rows || way_.copy_of[i] >= 0) continue;]]
+       FROM [[if (p.layout->image_rows != image_rows || way_.is_direct(i)) continue;]]
        TO [[if (p.layout->image_rows != image_rows) continue;]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(unused_bits_of_words_rearranged_too
+       FILE checked/rearranged.cpp
+       FROM [[widens ? 0xff00 : stored_as(p, 65535)]]
+       TO [[widens ? 0xff00 : 65535]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(samples_behind_the_last_unit_left_out
+       FILE checked/rearranged.cpp
+       FROM [[  if (rest != 0) rearrange_rest]]
+       TO [[  if (false) rearrange_rest]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(part_of_a_period_rearranged
+       FILE checked/rearranged.cpp
+       FROM [[ && p.groups(to_.width) == result_.periods * groups;]]
+       TO [[;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(rows_of_another_sampling_rearranged
+       FILE checked/rearranged.cpp
+       FROM [[has_whole_bytes(of) && of.image_rows == p.image_rows &&]]
+       TO [[has_whole_bytes(of) &&]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)

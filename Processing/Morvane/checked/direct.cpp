@@ -206,7 +206,6 @@ problem find_via(const named_entry_point& wish, way& w) {
     return wrong(MORVANE_VIA, "options.rescale", 1, 0, "is set, and %.60s does not stretch luma", wish.name);
   for (const shape* s : {&w.from, &w.to})
     if (const problem p = check_size(wish, *s); is_wrong(p)) return p;
-  w.copies = false;
   w.by = c;
   w.is_via = true;
   for (const shape* s : {&w.from, &w.to})
@@ -231,6 +230,15 @@ void copy_planes(const way& w, const morvane_picture& source, const morvane_pict
     for (int64_t row = 0; row < (is_tight ? 1 : count); ++row)
       std::memcpy(to + destination.stride[i] * row, from + source.stride[original] * row, bytes);
   }
+}
+
+// Row by row, because several planes may be made of the same row of the source.
+void rearrange_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
+                      const int rows) {
+  for (int row = first; row < first + rows; ++row)
+    for (const rearrangement& r : w.rearranged)
+      if (const int image_rows = w.to.planes[r.written[0]].layout->image_rows; row % image_rows == 0)
+        rearrange_row(r, source, destination, row / image_rows);
 }
 
 int64_t direct_scratch_bytes(const way& w) {

@@ -1,4 +1,4 @@
-// Ways without lines: rows that are copied, and entry points that convert them.
+// Ways without lines: rows that are copied or rearranged, and entry points that convert them.
 #pragma once
 
 #include <cstdint>
@@ -17,11 +17,13 @@ struct named_entry_point {
 // Takes the entry point that was asked for.
 problem find_via(const named_entry_point& wish, way& w);
 
-// Takes a copy of rows or an entry point where it gives the same bytes as lines do.
+// Takes copies of rows, rearranged bytes or an entry point where they give the same bytes as lines do.
 void find_short_cut(way& w);
 
-// Copies the planes that the way says, whole or beside lines for the others.
+// Copy or rearrange the planes that the way says, all of them or beside lines for the others.
 void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows);
+void rearrange_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, int first,
+                      int rows);
 
 int64_t direct_scratch_bytes(const way& w);
 

@@ -23,7 +23,7 @@ int64_t samples_for(const int columns) {
 
 constexpr int64_t alignment = 64;
 
-// All components where something is computed, else those of planes that are not copied.
+// All components where something is computed, else those of planes that are made of lines.
 std::array<bool, component_count> components_read(const way& w) {
   std::array<bool, component_count> result{};
   if (computes(w)) {
@@ -32,7 +32,7 @@ std::array<bool, component_count> components_read(const way& w) {
   }
   for (size_t i = 0; i < w.to.plane_count; ++i)
     for (size_t c = 0; c < result.size(); ++c)
-      if (w.copy_of[i] < 0 && w.to.planes[i].samples[c] > 0) result[c] = true;
+      if (!w.is_direct(i) && w.to.planes[i].samples[c] > 0) result[c] = true;
   return result;
 }
 

@@ -12,11 +12,6 @@ namespace {
 
 using backend::line_of;
 
-// Whether the largest sample of red, green, blue or luminance stands for 65535.
-bool fills_words(const shape& s) {
-  return s.colour == model::luminance || (s.colour == model::rgb && s.full_range);
-}
-
 bool is_grey(const shape& s) {
   return s.colour == model::luminance || (s.colour == model::ycbcr && !s.has_chroma);
 }
@@ -379,7 +374,7 @@ class rows_of_way {
   void write(const int row, const int image_rows, const component_lines& lines) const {
     for (size_t i = 0; i < way_.to.plane_count; ++i) {
       const stored_plane& p = way_.to.planes[i];
-      if (p.layout->image_rows != image_rows || way_.copy_of[i] >= 0) continue;
+      if (p.layout->image_rows != image_rows || way_.is_direct(i)) continue;
       if (piece_.is_last) fill_groups(p, lines);
       auto* plane = static_cast<uint8_t*>(destination_.data[i]);
       uint8_t* at = plane + destination_.stride[i] * row + bytes_before(p, piece_.first_column);

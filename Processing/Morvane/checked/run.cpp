@@ -35,7 +35,8 @@ void run_band(const way& w, const morvane_picture& source, const morvane_picture
               const int rows, void* scratch) {
   if (suits(w, source, destination, first, rows)) return convert_directly(w, source, destination, first, rows, scratch);
   copy_planes(w, source, destination, first, rows);
-  if (!w.copies) convert_rows(w, source, destination, first, rows, scratch);
+  rearrange_planes(w, source, destination, first, rows);
+  if (w.needs_lines) convert_rows(w, source, destination, first, rows, scratch);
 }
 
 void run_all(const way& w, crew* hands, const morvane_picture& source, const morvane_picture& destination,

@@ -58,6 +58,16 @@ problem colour(const morvane_description& d, const char* name, shape& s) {
 
 }  // namespace
 
+bool fills_words(const shape& s) {
+  return s.colour == model::luminance || (s.colour == model::rgb && s.full_range);
+}
+
+bool is_full(const stored_plane& p, const shape& s) {
+  for (const component c : {first, second, third, alpha})
+    if (p.has(c) && p.groups(s.width) * p.samples[c] != s.samples_of(c)) return false;
+  return true;
+}
+
 const catalogue::format* format_of_id(const int32_t id) {
   for (const catalogue::format& f : catalogue::formats)
     if (f.id == id) return &f;

@@ -35,6 +35,12 @@ struct shape {
   int chroma_height() const { return half_height ? height - height / 2 : height; }
 };
 
+// Whether the largest sample of red, green, blue or luminance stands for 65535.
+bool fills_words(const shape& s);
+
+// Whether all samples of the rows of a plane are of the picture.
+bool is_full(const stored_plane& p, const shape& s);
+
 const catalogue::format* format_of_id(int32_t id);
 
 problem unknown_format(const char* argument, int32_t id);

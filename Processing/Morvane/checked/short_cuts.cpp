@@ -1,4 +1,4 @@
-// Where planes are copied, or an entry point gives the bytes that lines give.
+// Where planes are copied or rearranged, or an entry point gives the bytes that lines give.
 #include <algorithm>
 #include <iterator>
 
@@ -73,13 +73,6 @@ bool is_same(const catalogue::plane& a, const catalogue::plane& b) {
          a.group_pixels == b.group_pixels && a.image_rows == b.image_rows && a.upper_bits == b.upper_bits;
 }
 
-// Whether all samples of its rows are of the picture.
-bool is_full(const stored_plane& p, const shape& s) {
-  for (const component c : {first, second, third, alpha})
-    if (p.has(c) && p.groups(s.width) * p.samples[c] != s.samples_of(c)) return false;
-  return true;
-}
-
 int find_original(const stored_plane& p, const way& w) {
   if (!is_copied(p) || !is_full(p, w.to)) return -1;
   for (size_t i = 0; i < w.from.plane_count; ++i)
@@ -87,22 +80,57 @@ int find_original(const stored_plane& p, const way& w) {
   return -1;
 }
 
-// Whether all planes are copied.
-bool find_originals(way& w) {
-  bool all = true;
+void find_direct_planes(way& w) {
+  plane_numbers others;
   for (size_t i = 0; i < w.to.plane_count; ++i) {
     w.copy_of[i] = find_original(w.to.planes[i], w);
-    all = all && w.copy_of[i] >= 0;
+    if (w.copy_of[i] < 0) others.add(i);
   }
-  return all;
+  w.rearranged = find_rearrangements(w.from, w.to, others);
+}
+
+bool shares_components(const stored_plane& a, const stored_plane& b) {
+  for (const component c : {first, second, third, alpha})
+    if (a.has(c) && b.has(c)) return true;
+  return false;
+}
+
+// Whether lines read a plane of the source, for one of the destination that needs them.
+bool is_read_by_lines(const stored_plane& p, const way& w) {
+  for (size_t i = 0; i < w.to.plane_count; ++i)
+    if (!w.is_direct(i) && shares_components(p, w.to.planes[i])) return true;
+  return false;
+}
+
+// A plane that lines read would be read twice, once for the planes beside them.
+void leave_to_lines(way& w) {
+  const auto is_apart = [&](const rearrangement& r) {
+    return std::none_of(r.read.begin(), r.read.end(),
+                        [&](const size_t i) { return is_read_by_lines(w.from.planes[i], w); });
+  };
+  size_t before = 0;
+  do {
+    before = w.rearranged.size();
+    rearrangements apart = w.rearranged;
+    apart.keep_if(is_apart);
+    w.rearranged = apart;
+  } while (w.rearranged.size() < before);
+}
+
+bool needs_lines(const way& w) {
+  for (size_t i = 0; i < w.to.plane_count; ++i)
+    if (!w.is_direct(i)) return true;
+  return false;
 }
 
 }  // namespace
 
 void find_short_cut(way& w) {
   if (computes(w)) return;
-  w.copies = find_originals(w);
-  if (w.copies || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;
+  find_direct_planes(w);
+  leave_to_lines(w);
+  w.needs_lines = needs_lines(w);
+  if (copies_all(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;
   for (const short_cut& s : short_cuts) {
     if (s.nearest_alone && w.how.filter != chroma_filter::nearest) continue;
     for (const catalogue::conversion& c : catalogue::conversions)

@@ -34,10 +34,6 @@ item_lines lines_of_items(const stored_plane& p, const component_lines& lines) {
   return items;
 }
 
-bool is_filled(const component c, const bool fills_words) {
-  return c == alpha || fills_words;
-}
-
 // Reading.
 
 template <class Kernel>
@@ -159,6 +155,10 @@ stored_plane stored(const catalogue::plane& p) {
     if (result.item_count < 4) result.items[static_cast<size_t>(result.item_count++)] = c;
   });
   return result;
+}
+
+bool is_filled(const component c, const bool fills_words) {
+  return c == alpha || fills_words;
 }
 
 void read_row(const stored_plane& p, const uint8_t* row, const int width, const component_lines& lines,

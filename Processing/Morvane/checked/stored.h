@@ -33,6 +33,7 @@ stored_plane stored(const catalogue::plane& p);
 
 // The largest sample of alpha always stands for 65535; whether that of the other components does is said by
 // `fills_words`, of a source or of a destination.
+bool is_filled(component c, bool fills_words);
 
 // Components without a line are left out. The line for what is unused is there, and overwritten.
 void read_row(const stored_plane& p, const uint8_t* row, int width, const component_lines& lines, bool fills_words);

@@ -1,5 +1,7 @@
 #include "way.h"
 
+#include <algorithm>
+
 namespace Processing::Morvane::checked {
 
 namespace {
@@ -100,6 +102,11 @@ bool computes(const way& w) {
          w.has_luminance;
 }
 
+bool copies_all(const way& w) {
+  return std::all_of(w.copy_of.begin(), w.copy_of.begin() + static_cast<ptrdiff_t>(w.to.plane_count),
+                     [](const int original) { return original >= 0; });
+}
+
 problem find_way(const shape& from, const shape& to, const choices& how, way& result) {
   if (const problem p = check_pair(from, to, how.has_via); is_wrong(p)) return p;
   if (const problem p = check_width(from); is_wrong(p)) return p;
@@ -121,7 +128,9 @@ std::vector<std::string> steps_of(const way& w) {
   if (w.by != nullptr)
     return {std::string(w.from.format->name) + " to " + std::string(w.to.format->name) + " by " +
             std::string(w.by->name)};
-  if (w.copies) return {"copy rows of " + std::string(w.to.format->name)};
+  if (copies_all(w)) return {"copy rows of " + std::string(w.to.format->name)};
+  if (!w.needs_lines)
+    return {"rearrange " + std::string(w.from.format->name) + " as " + std::string(w.to.format->name)};
   std::vector<std::string> steps = {"read " + std::string(w.from.format->name)};
   const auto add = [&](const bool is_done, const std::string& step) {
     if (is_done) steps.push_back(step);

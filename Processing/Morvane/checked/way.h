@@ -7,6 +7,7 @@
 
 #include "../catalogue/conversions.h"
 #include "colour.h"
+#include "rearranged.h"
 #include "shape.h"
 
 namespace Processing::Morvane::checked {
@@ -43,12 +44,14 @@ struct way {
   bool halves_rows = false;
   bool keeps_half_rows = false;  // rows of chroma are those of the source, of which there are half as many
 
-  // Planes of the destination whose rows are those of a plane of the source.
+  // Planes of the destination that need no lines: their rows are those of a plane of the source, or rearranged bytes.
   std::array<int, MORVANE_MAX_PLANES> copy_of = {-1, -1, -1, -1};
+  rearrangements rearranged;
+  bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || is_written(rearranged, plane); }
 
-  // Without lines: all planes are copied, or an entry point converts them, because the caller named it or because its
+  // Without lines: all planes are direct, or an entry point converts them, because the caller named it or because its
   // bytes are the same.
-  bool copies = false;
+  bool needs_lines = true;
   const catalogue::conversion* by = nullptr;
   bool is_via = false;
   int argument = 0;
@@ -67,6 +70,9 @@ struct way {
 
 // Whether samples become others, apart from chroma of another sampling.
 bool computes(const way& w);
+
+// Whether all planes of the destination are copies.
+bool copies_all(const way& w);
 
 // Refuses pairs of formats between which there is no conversion, and pictures of different size.
 problem find_way(const shape& from, const shape& to, const choices& how, way& result);

@@ -44,6 +44,15 @@ struct neon_blocks {
     const uint16x8_t words = vdupq_n_u16(value);
     return block_of(words, words);
   }
+  MORVANE_INLINE static block repeat_dword(const uint32_t value) {
+    const uint32x4_t dwords = vdupq_n_u32(value);
+    return block_of(dwords, dwords);
+  }
+  MORVANE_INLINE static block rearrange_dwords(const block b, const uint32_t from) {
+    const uint8x16_t first_of_dword = {0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8, 8, 12, 12, 12, 12};
+    const uint8x16_t index = vorrq_u8(first_of_dword, vreinterpretq_u8_u32(vdupq_n_u32(from)));
+    return {vqtbl1q_u8(b.lo, index), vqtbl1q_u8(b.hi, index)};
+  }
   MORVANE_INLINE static block swap_bytes(const block b) { return {vrev16q_u8(b.lo), vrev16q_u8(b.hi)}; }
   MORVANE_INLINE static block and_blocks(const block a, const block b) {
     return {vandq_u8(a.lo, b.lo), vandq_u8(a.hi, b.hi)};

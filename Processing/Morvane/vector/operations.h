@@ -67,6 +67,10 @@ concept has_blocks = requires(const uint8_t* source, typename V::block block, ty
   { V::load(source) } -> gives<typename V::block>;
   // A 16-bit value over and over, low byte first.
   { V::repeat(uint16_t{}) } -> gives<typename V::block>;
+  // A 32-bit value over and over.
+  { V::repeat_dword(uint32_t{}) } -> gives<typename V::block>;
+  // Byte k of each 32-bit word becomes that which byte k of the second argument says, a number from 0 to 3.
+  { V::rearrange_dwords(block, uint32_t{}) } -> gives<typename V::block>;
   // Exchanges bytes 2k and 2k + 1.
   { V::swap_bytes(block) } -> gives<typename V::block>;
   { V::and_blocks(block, block) } -> gives<typename V::block>;

@@ -98,6 +98,11 @@ struct x86_vectors {
   }
 
   MORVANE_INLINE static block repeat(const uint16_t value) { return {R::repeat_word(value)}; }
+  MORVANE_INLINE static block repeat_dword(const uint32_t value) { return {R::repeat_dword(static_cast<int>(value))}; }
+  MORVANE_INLINE static block rearrange_dwords(const block b, const uint32_t from) {
+    const reg first_of_dword = R::repeat_lane(_mm_setr_epi8(0, 0, 0, 0, 4, 4, 4, 4, 8, 8, 8, 8, 12, 12, 12, 12));
+    return {R::shuffle(b.v, R::bit_or(first_of_dword, repeat_dword(from).v))};
+  }
   MORVANE_INLINE static block swap_bytes(const block b) {
     const reg swapped = R::repeat_lane(_mm_setr_epi8(1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14));
     return {R::shuffle(b.v, swapped)};

@@ -1,0 +1,338 @@
+#include "rearranged.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "../backend/dispatch.h"
+
+namespace Processing::Morvane::checked {
+
+namespace {
+
+namespace kernel = format_conversion::kernel;
+using catalogue::sample_type;
+
+// The kernels.
+
+// A place in a row of each plane that is read, or of each that is written.
+using source_rows = std::array<const uint8_t*, 3>;
+using destination_rows = std::array<uint8_t*, 3>;
+
+struct kernel_entry {
+  std::array<int, 3> written{};  // bytes of a unit in each plane
+  std::array<int, 3> read{};
+  void (*run)(const source_rows& from, const destination_rows& to, int units,
+              const kernel::byte_places& places) = nullptr;
+};
+
+template <class Kernel, size_t... s, size_t... d>
+void run(const source_rows& from, std::index_sequence<s...>, const destination_rows& to, std::index_sequence<d...>,
+         const int units, const kernel::byte_places& places) {
+  Kernel k{};
+  k.places = places;
+  backend::line_of<Kernel>()(from[s]..., to[d]..., units, k);
+}
+
+template <int... written, int... read>
+constexpr kernel_entry entry_of(kernel::rearrange<kernel::of_planes<written...>, kernel::of_planes<read...>>) {
+  return {{written...},
+          {read...},
+          [](const source_rows& from, const destination_rows& to, const int units, const kernel::byte_places& places) {
+            using rearrange = kernel::rearrange<kernel::of_planes<written...>, kernel::of_planes<read...>>;
+            run<rearrange>(from, std::make_index_sequence<sizeof...(read)>(), to,
+                           std::make_index_sequence<sizeof...(written)>(), units, places);
+          }};
+}
+
+template <class... Kernel>
+constexpr auto entries_of(kernel::kernel_list<Kernel...>) {
+  return std::array{entry_of(Kernel())...};
+}
+
+constexpr auto kernels = entries_of(kernel::rearrange_kernels());
+
+// Samples of planes.
+
+bool has_whole_bytes(const catalogue::plane& p) {
+  return p.sample == sample_type::u8 || p.sample == sample_type::u16 || low_bits(p.sample) != 0;
+}
+
+int bytes_of_sample(const catalogue::plane& p) {
+  return p.sample == sample_type::u8 ? 1 : 2;
+}
+
+// How a working sample is stored that needs no rounding.
+int stored_as(const catalogue::plane& p, const int sample) {
+  const int rest = 16 - p.depth();
+  return p.sample == sample_type::u16 ? sample >> rest << rest : sample >> rest;
+}
+
+bool keeps_all_bits(const catalogue::plane& from, const catalogue::plane& to) {
+  if (low_bits(from.sample) != 0 || low_bits(to.sample) != 0) return from.sample == to.sample;
+  return to.depth() >= from.depth();
+}
+
+int bytes_in(const stored_plane& p, const int pixels) {
+  return pixels / p.layout->group_pixels * p.layout->group_bytes;
+}
+
+int samples_in(const stored_plane& p, const component c, const int pixels) {
+  return pixels / p.layout->group_pixels * p.samples[c];
+}
+
+// The first byte of a sample, among those of its component.
+int place_of(const stored_plane& p, const component c, const int index) {
+  int left = index % p.samples[c];
+  int item = 0;
+  while (p.items[static_cast<size_t>(item)] != c || left-- > 0) ++item;
+  return index / p.samples[c] * p.layout->group_bytes + item * bytes_of_sample(*p.layout);
+}
+
+// What a component is made of: one of the source, or a constant.
+struct origin {
+  component source = unused;
+  int constant = 0;
+};
+
+origin origin_of(const component c, const shape& from) {
+  if (c == unused || (c == alpha && !from.has_alpha)) return {unused, 65535};
+  if (c == alpha) return {alpha};
+  if (from.colour == model::luminance) return {first};
+  if (from.colour == model::ycbcr && !from.has_chroma && c != first) return {unused, 32768};
+  return {c};
+}
+
+// The planes of the source that hold the components of one of the destination.
+plane_numbers planes_read(const shape& from, const stored_plane& p) {
+  plane_numbers planes;
+  for (const component c : {first, second, third, alpha}) {
+    const component of = origin_of(c, from).source;
+    if (!p.has(c) || of == unused) continue;
+    size_t plane = 0;
+    while (!from.planes[plane].has(of)) ++plane;
+    if (!planes.contains(plane)) planes.add(plane);
+  }
+  return planes;
+}
+
+// Those that are made of the same planes as the first of them.
+plane_numbers made_alike(const shape& from, const shape& to, plane_numbers planes) {
+  const plane_numbers read = planes_read(from, to.planes[planes[0]]);
+  planes.keep_if([&](const size_t plane) {
+    const plane_numbers other = planes_read(from, to.planes[plane]);
+    return std::equal(read.begin(), read.end(), other.begin(), other.end());
+  });
+  return planes;
+}
+
+// A byte of a period: the kept bits of a byte of a source, and others that are always set.
+struct byte_of_period {
+  size_t source = 0;
+  int place = 0;
+  int kept = 0;
+  int set = 0;
+};
+
+// A period is as many pixels as have whole groups in all planes concerned.
+class search {
+ public:
+  search(const shape& from, const shape& to, const plane_numbers& planes) : from_(from), to_(to) {
+    result_.written = planes;
+  }
+  std::optional<rearrangement> find() {
+    if (find_read_planes() && find_period() && find_bytes() && find_kernel()) return result_;
+    return {};
+  }
+
+ private:
+  const shape& from_;
+  const shape& to_;
+  rearrangement result_;
+  int pixels_ = 0;                // of a period
+  few<byte_of_period, 4> bytes_;  // more of them no kernel writes
+
+  const stored_plane& read(const size_t i) const { return from_.planes[result_.read[i]]; }
+  const stored_plane& written(const size_t i) const { return to_.planes[result_.written[i]]; }
+  size_t read_with(const component c) const {
+    size_t i = 0;
+    while (!read(i).has(c)) ++i;
+    return i;
+  }
+
+  bool can_make(const catalogue::plane& p, const catalogue::plane& of) const {
+    return has_whole_bytes(of) && of.image_rows == p.image_rows && keeps_all_bits(of, p);
+  }
+  bool find_read_planes() {
+    for (const size_t plane : result_.written) {
+      const stored_plane& p = to_.planes[plane];
+      if (!is_full(p, to_) || !has_whole_bytes(*p.layout) || p.layout->image_rows != written(0).layout->image_rows)
+        return false;
+      for (const size_t i : planes_read(from_, p)) {
+        if (!can_make(*p.layout, *from_.planes[i].layout)) return false;
+        if (!result_.read.contains(i)) result_.read.add(i);
+      }
+    }
+    return true;
+  }
+
+  template <class Take>
+  void each_plane(const Take take) const {
+    for (size_t i = 0; i < result_.read.size(); ++i) take(read(i));
+    for (size_t i = 0; i < result_.written.size(); ++i) take(written(i));
+  }
+  // Kernels take the planes of which a unit has more bytes first.
+  void sort(plane_numbers& planes, const shape& s) const {
+    std::sort(planes.begin(), planes.end(), [&](const size_t a, const size_t b) {
+      const int more = bytes_in(s.planes[a], pixels_) - bytes_in(s.planes[b], pixels_);
+      return more != 0 ? more > 0 : a < b;
+    });
+  }
+  bool find_period() {
+    each_plane([&](const stored_plane& p) { pixels_ = std::max(pixels_, p.layout->group_pixels); });
+    result_.periods = (to_.width - 1) / pixels_ + 1;
+    bool is_whole = true;
+    each_plane([&](const stored_plane& p) {
+      const int groups = pixels_ / p.layout->group_pixels;
+      is_whole = is_whole && pixels_ % p.layout->group_pixels == 0 && p.groups(to_.width) == result_.periods * groups;
+    });
+    sort(result_.read, from_);
+    sort(result_.written, to_);
+    return is_whole;
+  }
+
+  bool add(const byte_of_period& b) {
+    if (bytes_.is_full()) return false;
+    bytes_.add(b);
+    return true;
+  }
+  bool add_constant(const catalogue::plane& to, const int sample) {
+    const int value = stored_as(to, sample);
+    for (int i = 0; i < bytes_of_sample(to); ++i)
+      if (!add({0, 0, 0, value >> 8 * i & 255})) return false;
+    return true;
+  }
+  // A byte that becomes a word is its upper byte, and where the largest one stands for 65535 the lower one too.
+  bool add_sample(const stored_plane& to, const component c, const int index) {
+    const component of = origin_of(c, from_).source;
+    const size_t i = read_with(of);
+    const catalogue::plane& p = *read(i).layout;
+    const bool widens = bytes_of_sample(p) < bytes_of_sample(*to.layout);
+    const bool repeats = widens && is_filled(of, fills_words(from_));
+    if (samples_in(read(i), of, pixels_) != samples_in(to, c, pixels_) || (repeats && to.layout->depth() < 16))
+      return false;
+    const int place = place_of(read(i), of, index);
+    const int kept = stored_as(*to.layout, 65535) & (repeats ? 65535 : widens ? 0xff00 : stored_as(p, 65535));
+    for (int k = 0; k < bytes_of_sample(*to.layout); ++k)
+      if (!add({i, widens ? place : place + k, kept >> 8 * k & 255, 0})) return false;
+    return true;
+  }
+  bool find_bytes(const stored_plane& to) {
+    std::array<int, component_count> index{};
+    for (int group = 0; group < pixels_ / to.layout->group_pixels; ++group)
+      for (size_t item = 0; item < static_cast<size_t>(to.item_count); ++item) {
+        const component c = to.items[item];
+        const origin o = origin_of(c, from_);
+        if (!(o.source == unused ? add_constant(*to.layout, o.constant) : add_sample(to, c, index[c]++))) return false;
+      }
+    return true;
+  }
+  bool find_bytes() {
+    return std::all_of(result_.written.begin(), result_.written.end(),
+                       [&](const size_t plane) { return find_bytes(to_.planes[plane]); });
+  }
+
+  bool is_as(const std::array<int, 3>& bytes, const plane_numbers& planes, const shape& s) const {
+    for (size_t i = 0; i < bytes.size(); ++i)
+      if (bytes[i] != (i < planes.size() ? result_.periods_of_unit * bytes_in(s.planes[planes[i]], pixels_) : 0))
+        return false;
+    return planes.size() <= bytes.size();
+  }
+  bool find_kernel() {
+    for (result_.periods_of_unit = 1; result_.periods_of_unit <= 4; ++result_.periods_of_unit)
+      for (result_.kernel = 0; result_.kernel < kernels.size(); ++result_.kernel) {
+        const kernel_entry& k = kernels[result_.kernel];
+        if (!is_as(k.written, result_.written, to_) || !is_as(k.read, result_.read, from_)) continue;
+        set_places();
+        return true;
+      }
+    return false;
+  }
+  void set_places() {
+    size_t unit = 0;
+    size_t begin = 0;
+    for (size_t i = 0; i < result_.written.size(); ++i) {
+      const auto count = static_cast<size_t>(bytes_in(written(i), pixels_));
+      for (int period = 0; period < result_.periods_of_unit; ++period)
+        for (size_t k = 0; k < count; ++k) set_place(unit++, period, bytes_[begin + k]);
+      begin += count;
+    }
+  }
+  void set_place(const size_t i, const int period, const byte_of_period& b) {
+    int place = b.place;
+    if (b.kept != 0) place += period * bytes_in(read(b.source), pixels_);
+    for (size_t before = 0; before < b.source; ++before)
+      place += result_.periods_of_unit * bytes_in(read(before), pixels_);
+    result_.places.from[i] = static_cast<uint8_t>(place);
+    result_.places.kept |= static_cast<uint32_t>(b.kept) << 8 * i;
+    result_.places.set |= static_cast<uint32_t>(b.set) << 8 * i;
+  }
+};
+
+template <class Rows>
+Rows rows_of(const morvane_picture& picture, const plane_numbers& planes, const int row) {
+  Rows rows{};
+  for (size_t i = 0; i < planes.size(); ++i)
+    rows[i] = static_cast<uint8_t*>(picture.data[planes[i]]) + picture.stride[planes[i]] * row;
+  return rows;
+}
+template <class Rows>
+Rows units_on(Rows rows, const std::array<int, 3>& bytes, const int units) {
+  for (size_t i = 0; i < rows.size(); ++i)
+    if (rows[i] != nullptr) rows[i] += int64_t{units} * bytes[i];
+  return rows;
+}
+
+// Periods behind the last whole unit pass through a unit of their own.
+void rearrange_rest(const rearrangement& by, const int rest, const source_rows& from, const destination_rows& to) {
+  const kernel_entry& k = kernels[by.kernel];
+  uint8_t gathered[3][4] = {};
+  uint8_t made[3][4];
+  for (size_t i = 0; i < by.read.size(); ++i) std::copy_n(from[i], k.read[i] * rest / by.periods_of_unit, gathered[i]);
+  k.run({gathered[0], gathered[1], gathered[2]}, {made[0], made[1], made[2]}, 1, by.places);
+  for (size_t i = 0; i < by.written.size(); ++i) std::copy_n(made[i], k.written[i] * rest / by.periods_of_unit, to[i]);
+}
+
+}  // namespace
+
+bool is_written(const rearrangements& all, const size_t plane) {
+  return std::any_of(all.begin(), all.end(), [&](const rearrangement& r) { return r.written.contains(plane); });
+}
+
+rearrangements find_rearrangements(const shape& from, const shape& to, plane_numbers planes) {
+  rearrangements found;
+  while (planes.size() > 0) {
+    plane_numbers tried = made_alike(from, to, planes);
+    std::optional<rearrangement> r = search(from, to, tried).find();
+    if (!r && tried.size() > 1) {
+      tried.keep_if([&](const size_t plane) { return plane == planes[0]; });
+      r = search(from, to, tried).find();
+    }
+    if (r) found.add(*r);
+    planes.keep_if([&](const size_t plane) { return !tried.contains(plane); });
+  }
+  return found;
+}
+
+void rearrange_row(const rearrangement& by, const morvane_picture& source, const morvane_picture& destination,
+                   const int row) {
+  const kernel_entry& k = kernels[by.kernel];
+  const auto from = rows_of<source_rows>(source, by.read, row);
+  const auto to = rows_of<destination_rows>(destination, by.written, row);
+  const int units = by.periods / by.periods_of_unit;
+  k.run(from, to, units, by.places);
+  const int rest = by.periods % by.periods_of_unit;
+  if (rest != 0) rearrange_rest(by, rest, units_on(from, k.read, units), units_on(to, k.written, units));
+}
+
+}  // namespace Processing::Morvane::checked

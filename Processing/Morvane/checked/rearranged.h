@@ -1,0 +1,35 @@
+// Planes of the destination that have the bytes of planes of the source in another order, or constants.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "../kernel/rearranged.h"
+#include "few.h"
+#include "shape.h"
+
+namespace Processing::Morvane::checked {
+
+using plane_numbers = few<size_t, MORVANE_MAX_PLANES>;
+
+// How rows of some planes become those of others: period by period, of which some make a unit of a kernel.
+struct rearrangement {
+  size_t kernel = 0;  // its place among those that rearrange bytes
+  format_conversion::kernel::byte_places places{};
+  plane_numbers read;
+  plane_numbers written;
+  int periods = 0;  // of a row
+  int periods_of_unit = 0;
+};
+using rearrangements = few<rearrangement, MORVANE_MAX_PLANES>;
+
+bool is_written(const rearrangements& all, size_t plane);
+
+// Of pictures between which nothing is computed: what makes these planes of the destination, as far as there are
+// kernels; several at once where they are made of the same planes.
+rearrangements find_rearrangements(const shape& from, const shape& to, plane_numbers planes);
+
+// The row of that number in each of these planes.
+void rearrange_row(const rearrangement& by, const morvane_picture& source, const morvane_picture& destination, int row);
+
+}  // namespace Processing::Morvane::checked
