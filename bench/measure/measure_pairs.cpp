@@ -111,12 +111,19 @@ pair_measurement measure_pair(rings& memory, const format_pair& p, const std::ve
           .in_cache_copy_nanoseconds = medians.at(copy_in_cache)};
 }
 
+std::optional<double> lesser(const std::optional<double> a, const std::optional<double> b) {
+  return a && b ? std::min(a, b) : a ? a : b;
+}
+
 }  // namespace
 
 std::optional<double> pair_measurement::times_swscale() const {
-  const std::optional<double> a = times_nearest();
-  const std::optional<double> b = times_bilinear();
-  return a && b ? std::min(a, b) : a ? a : b;
+  return lesser(times_nearest(), times_bilinear());
+}
+
+std::optional<double> pair_measurement::copy_times_swscale() const {
+  return lesser(times(swscale_nearest_nanoseconds, copy_nanoseconds),
+                times(swscale_bilinear_nanoseconds, copy_nanoseconds));
 }
 
 std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const std::vector<std::string>& options) {

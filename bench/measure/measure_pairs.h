@@ -47,6 +47,8 @@ struct pair_measurement {
   std::optional<double> times_bilinear() const { return times(swscale_bilinear_nanoseconds, nanoseconds); }
   // The lesser of both.
   std::optional<double> times_swscale() const;
+  // The same of memcpy: no conversion that waits for memory can be faster.
+  std::optional<double> copy_times_swscale() const;
 
  private:
   static std::optional<double> times(std::optional<double> theirs, double own) {

@@ -30,6 +30,7 @@ TEST(pair_measurement, compares_each_filter_with_the_same_of_swscale) {
   EXPECT_DOUBLE_EQ(m.times_nearest().value(), 4);
   EXPECT_DOUBLE_EQ(m.times_bilinear().value(), 3);
   EXPECT_DOUBLE_EQ(m.times_swscale().value(), 3);
+  EXPECT_DOUBLE_EQ(m.copy_times_swscale().value(), 5);
 }
 
 TEST(pair_measurement, without_swscale_there_is_nothing_to_compare) {

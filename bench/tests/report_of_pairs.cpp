@@ -173,6 +173,9 @@ TEST(summary_of_pairs, has_medians_and_names_the_worst) {
       "(y:y); 2 of 5 pairs below 0.97",
       "times as fast as swscale at 1920x1080, the lesser of both: median 0.96 (target 8.00), least 0.40 (uyvy:uyvy), "
       "0.90 (y16:y), 0.96 (y:y); 3 of 5 pairs below 0.97",
+      "times as fast as swscale at 1920x1080 that memcpy is: median 6.00, least 2.25 (y16:y), 4.80 (y:y), 6.00 "
+      "(uyvy:y); "
+      "5 pairs",
       "times as long as a picture of 48x2: median 1000, least 1000 (uyvy:y), 1000 (y:y), 1000 (y:uyvy); 0 of 6 pairs "
       "below 100",
       "times as fast on two threads, 1920x16: median 1.50, least 1.50 (uyvy:uyvy); 1 of 1 pairs below 1.80",
