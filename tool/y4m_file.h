@@ -3,11 +3,15 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "morvane.hpp"
 
 namespace morvane::tool {
+
+// What every file begins with.
+inline constexpr std::string_view y4m_magic = "YUV4MPEG2";
 
 bool names_y4m(const std::string& path);
 
