@@ -123,6 +123,7 @@ TEST_F(free_memory, is_what_groups_of_version_1_leave) {
   write_group_of_version_1("/user/shell", INT64_MAX / 4096 * 4096, 20 * million);
   write_group_of_version_1("/user", 500 * million, 400 * million);
   write_group_of_version_1("/a", 1000, 900);
+  write_group("/b", "1000", 900);
   expect_free(100 * million, "100.0 MB");
   write("/sys/fs/cgroup/memory/user/memory.stat",
         "active_file 1\ninactive_file 2\ntotal_inactive_file 60000000\ntotal_active_file 30000000\n");
