@@ -42,6 +42,19 @@ TEST_F(y4m_convert, what_is_known_of_the_video_is_handed_on) {
   EXPECT_EQ(std::string(first.begin(), first.end()), "YUV4MPEG2 W7 H5 F30000:1001 Ip A1:1 C420mpeg2 XCOLORRANGE=FULL");
 }
 
+TEST_F(y4m_convert, words_of_single_frames_are_dropped) {
+  const std::string words[] = {"", " Ip", " Itpp Xmine=FRAME Xa  "};
+  bytes content = text_bytes(header);
+  for (std::size_t i = 0; i < 3; ++i)
+    content = content + text_bytes("FRAME" + words[i] + "\n") + part(frames, i * 59, 59);
+  write("words.y4m", content);
+  quietly("morvane convert words.y4m out.raw -t y_u_v_420 && morvane convert words.y4m out.y4m");
+  EXPECT_EQ(read("out.raw"), frames);
+  EXPECT_EQ(read("out.y4m"), file("YUV4MPEG2 W7 H5 F30000:1001 Ip A1:1 C420jpeg\n", frames, 3));
+  quietly("morvane convert words.y4m last.raw -t y_u_v_420 --skip 2");
+  EXPECT_EQ(read("last.raw"), part(frames, 118, 59));
+}
+
 TEST_F(y4m_convert, the_range_of_the_file_is_that_of_its_picture) {
   write("full.y4m", file("YUV4MPEG2 W7 H5 C420mpeg2 XCOLORRANGE=FULL\n", frames, 3));
   write("raw", frames);
