@@ -44,6 +44,7 @@ struct convert_options {
   std::int64_t skip = 0;
   std::optional<std::int64_t> frames;
   int threads = 1;
+  bool y4m = false;
   bool keep = false;
   bool verbose = false;
   bool time = false;

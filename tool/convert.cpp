@@ -13,6 +13,7 @@
 #include "input_gate.h"
 #include "memory.h"
 #include "names.h"
+#include "output.h"
 #include "progress.h"
 #include "table.h"
 
@@ -73,9 +74,20 @@ morvane::description destination_of(const format_info& f, extent size, const con
   return d;
 }
 
+void require_place_for_y4m(const convert_options& o) {
+  if (!o.y4m) return;
+  if (is_png(o.output)) wrong_arguments("--y4m writes YUV4MPEG2, and ", o.output.front(), " is a PNG");
+  if (o.output.size() > 1)
+    wrong_arguments("--y4m writes all planes to one file; there are ", o.output.size(), " files");
+}
+
+bool writes_y4m(const convert_options& o) {
+  return o.y4m || is_y4m(o.output);
+}
+
 const format_info& destination_format(const format_info& source, const convert_options& o) {
   if (!o.to.empty()) return format_named(o.to);
-  if (is_y4m(o.output)) return y4m_holds(source.format) ? source : format_named("y_u_v_420");
+  if (writes_y4m(o)) return y4m_holds(source.format) ? source : format_named("y_u_v_420");
   if (!is_png(o.output)) wrong_arguments("the format of ", joined(o.output, ","), " is missing; give it with -t");
   return format_named(source.has_alpha && o.background.empty() ? "bgra" : "bgrx");
 }
@@ -140,8 +152,7 @@ std::string whole_frames(std::int64_t frames) {
 std::string left_behind(const stream_end& end, frame_sink& sink, const convert_options& o) {
   if (end.frames == 0 || !(o.keep || sink.is_in_place())) return "";
   if (o.keep) sink.keep(end.frames);
-  const std::string place = o.output == file_list{"-"} ? "standard output" : joined(o.output, ",");
-  return text("; ", whole_frames(end.frames), " left in ", place);
+  return text("; ", whole_frames(end.frames), " left in ", output_name(joined(o.output, ",")));
 }
 
 void convert_all(frame_source& source, chain& way, frame_sink& sink, const morvane::description& to,
@@ -178,6 +189,7 @@ void convert_all(frame_source& source, chain& way, frame_sink& sink, const morva
 }  // namespace
 
 void convert(const convert_options& given) {
+  require_place_for_y4m(given);
   const auto source = open_source({given.input, given.from, given.size, given.source_strides, given.skip, given.keep});
   const y4m_stream* video = source->header();
   const convert_options o = completed(given, video);
@@ -187,8 +199,8 @@ void convert(const convert_options& given) {
   chain way(description_of(source->format(), size, o), to, choices_of(o, video));
   const extent written = written_size(size, o.crop);
   remark_on(way, o.verbose);
-  const auto sink =
-      open_sink({o.output, written, o.destination_strides, video_of(video, to, o), siting_of(video, o)}, format);
+  const auto sink = open_sink(
+      {o.output, written, o.destination_strides, writes_y4m(o), video_of(video, to, o), siting_of(video, o)}, format);
   convert_all(*source, way, *sink, to, o);
   sink->commit();
   if (o.time) print_times(way);

@@ -6,8 +6,10 @@
 #include <filesystem>
 #include <iterator>
 #include <system_error>
+#include <utility>
 
 #include "errors.h"
+#include "input_file.h"
 #include "names.h"
 #include "output.h"
 #include "picture.h"
@@ -226,6 +228,13 @@ class png_sink : public frame_sink {
   bool written_ = false;
 };
 
+// An input that says itself what its frames are; null where it does not.
+std::unique_ptr<frame_source> open_described_source(const source_wish& wish) {
+  input_file file(wish.files.front());
+  if (file.at_end()) io_failure(file.name(), " is empty");
+  return file.begins_with(y4m_magic) ? open_y4m_source(wish, std::move(file)) : nullptr;
+}
+
 }  // namespace
 
 bool is_png(const file_list& files) {
@@ -237,8 +246,10 @@ bool is_y4m(const file_list& files) {
 }
 
 std::unique_ptr<frame_source> open_source(const source_wish& wish) {
-  if (is_y4m(wish.files)) return open_y4m_source(wish);
+  if (is_y4m(wish.files)) return open_y4m_source(wish, input_file(wish.files.front()));
   if (is_png(wish.files)) return std::make_unique<png_source>(wish.files.front(), wish);
+  if (wish.files.size() == 1 && (wish.format.empty() || wish.size.empty()))
+    if (auto source = open_described_source(wish)) return source;
   const std::string name = joined(wish.files, ",");
   if (wish.format.empty()) wrong_arguments("the format of ", name, " is missing; give it with -f");
   const format_info& f = format_named(wish.format);
@@ -257,7 +268,7 @@ std::unique_ptr<frame_sink> open_sink(const sink_wish& wish, const format_info& 
     if (!wish.strides.empty()) wrong_arguments(path, " is a PNG, which has no stride");
     return std::make_unique<png_sink>(path, wish.size);
   }
-  if (is_y4m(wish.files)) return open_y4m_sink(wish, format);
+  if (wish.is_y4m || is_y4m(wish.files)) return open_y4m_sink(wish, format);
   require_file_for_every_plane(format, wish.files);
   require_distinct(wish.files);
   return std::make_unique<raw_sink>(wish, format);

@@ -14,7 +14,8 @@
 namespace morvane::tool {
 
 // Where frames stand: one file, plane after plane, or as many files as the format has planes. "-" is standard input or
-// output; one name ending in .png is a PNG, and one ending in .y4m is YUV4MPEG2.
+// output; one name ending in .png is a PNG, and one ending in .y4m is YUV4MPEG2. So is an input of any name that begins
+// so where format or size are missing, and an output of any name on request.
 using file_list = std::vector<std::string>;
 
 bool is_png(const file_list& files);
@@ -68,7 +69,8 @@ struct sink_wish {
   file_list files;  // a PNG takes one frame
   extent size;      // what is written of every image, from the top left
   stride_list strides;
-  y4m_stream video;  // for YUV4MPEG2: what else is known of the frames
+  bool is_y4m = false;  // whatever the file's name is
+  y4m_stream video;     // for YUV4MPEG2: what else is known of the frames
   morvane::siting siting = morvane::siting::left;
 };
 

@@ -47,19 +47,34 @@ input_file::~input_file() {
   if (descriptor_ > STDIN_FILENO) ::close(descriptor_);
 }
 
-bool input_file::at_end() {
-  if (buffer_start_ < buffer_.size()) return false;
-  buffer_.resize(buffer_bytes);
-  buffer_start_ = 0;
+// False where the file has ended.
+bool input_file::fill_buffer_behind(std::size_t kept) {
+  buffer_.resize(kept + buffer_bytes);
   std::size_t got = 0;
   try {
-    got = read_some(buffer_.data(), buffer_.size());
+    got = read_some(buffer_.data() + kept, buffer_bytes);
   } catch (...) {
-    buffer_.clear();
+    buffer_.resize(kept);
     throw;
   }
-  buffer_.resize(got);
-  return buffer_.empty();
+  buffer_.resize(kept + got);
+  return got > 0;
+}
+
+bool input_file::at_end() {
+  if (buffer_start_ < buffer_.size()) return false;
+  buffer_start_ = 0;
+  return !fill_buffer_behind(0);
+}
+
+// Pipes may hand out a few bytes at a time.
+bool input_file::begins_with(std::string_view bytes) {
+  if (at_end()) return bytes.empty();
+  for (bool more = true;; more = fill_buffer_behind(buffer_.size())) {
+    const std::size_t there = std::min(buffer_.size() - buffer_start_, bytes.size());
+    const bool same = std::memcmp(buffer_.data() + buffer_start_, bytes.data(), there) == 0;
+    if (!same || there == bytes.size() || !more) return same && there == bytes.size();
+  }
 }
 
 int input_file::get() {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace morvane::tool {
@@ -21,6 +22,8 @@ class input_file {
   std::optional<std::int64_t> size() const { return size_; }
 
   bool at_end();
+  // Whether these bytes come next; they are still to be read then.
+  bool begins_with(std::string_view bytes);
   // The next byte; -1 at the end.
   int get();
   // As many bytes as there are, up to these; fewer at the end alone.
@@ -30,6 +33,7 @@ class input_file {
 
  private:
   std::size_t read_some(std::uint8_t* into, std::size_t bytes);
+  bool fill_buffer_behind(std::size_t kept);
 
   std::string name_;
   int descriptor_;

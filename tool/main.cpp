@@ -155,17 +155,24 @@ void add_colours(CLI::App& command, convert_options& o) {
 void add_convert(CLI::App& app) {
   static convert_options o;
   static file_names names;
-  CLI::App* command = add(app, "convert", "Convert frames from one format to another",
-                          "Formats of several planes have them one after the other in every frame of a file, or each\n"
-                          "in a file of its own. 'morvane info' lists them in their order.\n\n"
-                          "Example (a frame of zeros, which is dark green):\n"
-                          "  morvane convert -f uyvy -t bgra -s 1920x1080 --frames 1 /dev/zero green.bgra\n\n"
-                          "Example (video and its alpha from two files into one):\n"
-                          "  morvane convert -f uyvy_a -t bgra -s 640x360 --frames 1 --planes /dev/zero,/dev/zero "
-                          "clear.bgra\n\n"
-                          "Example (luma, Cb and Cr into three files):\n"
-                          "  morvane convert -f uyvy -t y_u_v_420 -s 640x360 --frames 1 /dev/zero --dst-planes "
-                          "y.raw,cb.raw,cr.raw");
+  CLI::App* command =
+      add(app, "convert", "Convert frames from one format to another",
+          "Formats of several planes have them one after the other in every frame of a file, or each\n"
+          "in a file of its own. 'morvane info' lists them in their order.\n\n"
+          "An input that begins with YUV4MPEG2 needs no name ending in .y4m: without -f or without -s\n"
+          "it is read as a .y4m. From one .y4m to another, what its first line says of rate, aspect and\n"
+          "the like is handed on; words behind FRAME, which are for one frame alone, are dropped.\n\n"
+          "Example (a frame of zeros, which is dark green):\n"
+          "  morvane convert -f uyvy -t bgra -s 1920x1080 --frames 1 /dev/zero green.bgra\n\n"
+          "Example (video and its alpha from two files into one):\n"
+          "  morvane convert -f uyvy_a -t bgra -s 640x360 --frames 1 --planes /dev/zero,/dev/zero "
+          "clear.bgra\n\n"
+          "Example (luma, Cb and Cr into three files):\n"
+          "  morvane convert -f uyvy -t y_u_v_420 -s 640x360 --frames 1 /dev/zero --dst-planes "
+          "y.raw,cb.raw,cr.raw\n\n"
+          "Example (YUV4MPEG2 through a pipe):\n"
+          "  morvane convert -f uyvy -s 640x360 --frames 1 /dev/zero - --y4m | "
+          "morvane convert - -t bgra green.bgra");
   add_convert_files(*command, o, names);
   add_colours(*command, o);
   command->add_option("--via", o.via, "A conversion of 'morvane conversions' to use instead of the rules")
@@ -176,6 +183,7 @@ void add_convert(CLI::App& app) {
   command->add_option("-j,--threads", o.threads, "Threads that share the conversion of a frame")
       ->check(quiet(CLI::Range(1, 256)))
       ->type_name("N");
+  command->add_flag("--y4m", o.y4m, "Write YUV4MPEG2, whatever the name of OUT");
   command->add_flag("--keep", o.keep, "Leave the whole frames that were done when IN or the disk ends too early");
   command->add_flag("-v,--verbose", o.verbose, "Say which steps are taken and what they lose");
   command->add_flag("--time", o.time, "Print the speed, converting the first frame 20 times");

@@ -143,6 +143,8 @@ int parse_length(std::string_view digits) {
 const format_info& format_named(const std::string& name) {
   const std::vector<morvane::format> found = morvane::formats_called(name);
   if (found.size() == 1) return info_of(found.front());
+  if (lower(name).starts_with("y4m") || lower(name).starts_with("yuv4mpeg"))
+    wrong_arguments(name, " is no pixel format: YUV4MPEG2 says its own, and 'morvane convert --y4m' writes it");
   if (found.empty()) wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(lower(name)), "formats"));
   std::vector<std::string> candidates;
   for (const morvane::format f : found) candidates.emplace_back(info_of(f).name);

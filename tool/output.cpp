@@ -92,7 +92,11 @@ mode_t usual_mode() {
 
 }  // namespace
 
-output_file::output_file(const std::string& path) : name_(path == "-" ? "standard output" : path) {
+std::string output_name(const std::string& path) {
+  return path == "-" ? "standard output" : path;
+}
+
+output_file::output_file(const std::string& path) : name_(output_name(path)) {
   struct stat found {};
   if (path == "-") {
     stream_ = stdout;

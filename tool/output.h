@@ -9,6 +9,9 @@
 
 namespace morvane::tool {
 
+// What messages call it.
+std::string output_name(const std::string& path);
+
 class output_file {
  public:
   // "-" is standard output. Pipes and devices are written in place. Where a file may be written but nothing may be put

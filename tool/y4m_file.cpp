@@ -14,7 +14,6 @@ namespace morvane::tool {
 
 namespace {
 
-constexpr std::string_view magic = "YUV4MPEG2";
 constexpr std::string_view frame_magic = "FRAME";
 constexpr std::string_view range_word = "COLORRANGE=";
 constexpr std::string_view sampling_word = "YSCSS=";
@@ -204,8 +203,8 @@ y4m_stream read_y4m_header(const next_byte& next, const std::string& name) {
   const std::optional<std::string> line = read_line(next, name);
   if (!line) refuse(name, "it is empty");
   const std::vector<std::string_view> words = words_of(*line);
-  if (words.empty() || words.front() != magic || line->front() == ' ')
-    refuse(name, "it begins with ", shown(*line), ", not with ", magic);
+  if (words.empty() || words.front() != y4m_magic || line->front() == ' ')
+    refuse(name, "it begins with ", shown(*line), ", not with ", y4m_magic);
   header_reader reader(name);
   std::for_each(words.begin() + 1, words.end(), [&](std::string_view word) { reader.take(word); });
   return reader.result();
@@ -221,7 +220,7 @@ bool read_y4m_frame_header(const next_byte& next, const std::string& name) {
 
 std::string y4m_header(const y4m_stream& stream, morvane::siting siting, const std::string& name) {
   const std::string colour = colour_to_write(stream, siting, name);
-  std::string line = text(magic, " W", stream.width, " H", stream.height);
+  std::string line = text(y4m_magic, " W", stream.width, " H", stream.height);
   add(line, 'F', stream.rate);
   add(line, 'I', stream.interlacing);
   add(line, 'A', stream.aspect);

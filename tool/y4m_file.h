@@ -3,11 +3,15 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "morvane.hpp"
 
 namespace morvane::tool {
+
+// What every file begins with.
+inline constexpr std::string_view y4m_magic = "YUV4MPEG2";
 
 bool names_y4m(const std::string& path);
 
@@ -31,7 +35,7 @@ using next_byte = std::function<int()>;
 // the file.
 y4m_stream read_y4m_header(const next_byte& next, const std::string& name);
 
-// Reads the line before a frame; false behind the last one.
+// Reads the line before a frame, whose words are for this frame alone and are dropped; false behind the last one.
 bool read_y4m_frame_header(const next_byte& next, const std::string& name);
 
 // Whether there is a word for the format.

@@ -1,8 +1,9 @@
 // YUV4MPEG2 files as sources and sinks.
 #include "y4m_frames.h"
 
+#include <utility>
+
 #include "errors.h"
-#include "input_file.h"
 #include "names.h"
 #include "output.h"
 
@@ -12,8 +13,8 @@ namespace {
 
 class y4m_source : public frame_source {
  public:
-  explicit y4m_source(const source_wish& wish)
-      : file_(wish.files.front()), header_(read_y4m_header(next_, file_.name())), layout_(layout_of(format(), size())) {
+  y4m_source(const source_wish& wish, input_file file)
+      : file_(std::move(file)), header_(read_y4m_header(next_, file_.name())), layout_(layout_of(format(), size())) {
     if (!wish.format.empty() && format_named(wish.format).format != header_.format)
       wrong_arguments(file_.name(), " is ", format().name, ", not ", wish.format);
     if (!wish.size.empty() && parse_size(wish.size) != size())
@@ -94,12 +95,12 @@ class y4m_sink : public frame_sink {
 
 }  // namespace
 
-std::unique_ptr<frame_source> open_y4m_source(const source_wish& wish) {
-  return std::make_unique<y4m_source>(wish);
+std::unique_ptr<frame_source> open_y4m_source(const source_wish& wish, input_file file) {
+  return std::make_unique<y4m_source>(wish, std::move(file));
 }
 
 std::unique_ptr<frame_sink> open_y4m_sink(const sink_wish& wish, const format_info& format) {
-  const std::string& name = wish.files.front();
+  const std::string name = output_name(wish.files.front());
   if (!wish.strides.empty()) wrong_arguments(name, " is YUV4MPEG2, which has no stride");
   y4m_stream stream = wish.video;
   stream.format = format.format;

@@ -45,7 +45,7 @@ enum morvane_code {
   MORVANE_NO_WAY = 6,          /* formats between which there is no conversion, or pictures of different size */
   MORVANE_STRIDE = 7,          /* a stride shorter than a row */
   MORVANE_PLANE_TOO_SHORT = 8, /* a plane with fewer bytes than its rows need */
-  MORVANE_OVERLAP = 9,         /* planes that share bytes, of which one is written */
+  MORVANE_OVERLAP = 9,         /* planes or scratch memory that share bytes, of which one is written */
   MORVANE_ROWS = 10,           /* a band that is outside the picture or does not begin and end where it may */
   MORVANE_SCRATCH = 11,        /* less scratch memory than the plan needs */
   MORVANE_NO_MEMORY = 12,
@@ -217,7 +217,7 @@ MORVANE_C_API void morvane_plan_destroy(morvane_plan* plan);
 MORVANE_C_API const char* morvane_plan_step(const morvane_plan* plan, int32_t index);
 MORVANE_C_API const char* morvane_plan_loss(const morvane_plan* plan, int32_t index);
 
-/* The memory that a run needs beside the pictures, at any address. */
+/* The memory that a run needs beside the pictures, at any address outside their rows. */
 MORVANE_C_API int64_t morvane_plan_scratch_bytes(const morvane_plan* plan);
 /* Bands begin at a multiple of so many rows: 2 where two rows share one of chroma that is written, else 1. */
 MORVANE_C_API int32_t morvane_plan_row_granularity(const morvane_plan* plan);

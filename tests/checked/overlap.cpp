@@ -1,5 +1,5 @@
-// Planes of the destination that share bytes with another plane, by so much as one byte, and planes that lie between
-// each other's rows and share none.
+// Planes of the destination and scratch memory that share bytes with another plane, by so much as one byte, and those
+// that lie between a plane's rows and share none.
 #include <algorithm>
 #include <set>
 
@@ -88,6 +88,111 @@ TEST(checked_overlap, of_two_planes_of_the_source_is_allowed) {
   convert(from, {sizeof(morvane_picture), {read.data(), read.data(), read.data()}, {4, 2, 2}, {16, 8, 8}}, to,
           {sizeof(morvane_picture), {written.data()}, {8}, {32}});
   EXPECT_EQ(std::count(written.begin(), written.end(), 130), 32);
+}
+
+// Two pictures in one piece of memory, their rows so far apart that scratch memory fits between any two of them.
+class run_in_one_memory {
+ public:
+  static constexpr int rows = 4, row_bytes = 12, gap = 7;
+
+  explicit run_in_one_memory(int threads) {
+    const morvane_description from = description{.format = format_named("uyvy"), .width = 6, .height = rows};
+    const morvane_description to = description{.format = format_named("yuy2"), .width = 6, .height = rows};
+    const morvane_options how = options{.threads = threads};
+    plan_ = morvane_plan_create(&from, &to, &how, nullptr);
+    needed_ = morvane_plan_scratch_bytes(plan_);
+    memory_.resize(static_cast<std::size_t>((2 * rows + 2) * step()));
+  }
+  ~run_in_one_memory() { morvane_plan_destroy(plan_); }
+  run_in_one_memory(const run_in_one_memory&) = delete;
+  run_in_one_memory& operator=(const run_in_one_memory&) = delete;
+
+  std::int64_t needed() const { return needed_; }
+  // Of the last refusal.
+  const std::string& message() const { return message_; }
+  // The rows of the source come first; those of the destination follow from the last one on.
+  std::int64_t begin_of(int row) const { return (row + 1) * step(); }
+  bool is_shared(int row, std::int64_t scratch, std::int64_t bytes) const {
+    return scratch < begin_of(row) + row_bytes && begin_of(row) < scratch + bytes;
+  }
+
+  refusal all(std::int64_t scratch, std::int64_t bytes) {
+    return done([&](const morvane_picture& in, const morvane_picture& out, morvane_error& e) {
+      return morvane_plan_run(plan_, &in, &out, memory_.data() + scratch, bytes, &e);
+    });
+  }
+  refusal band(std::int64_t scratch, std::int64_t bytes) {
+    return done([&](const morvane_picture& in, const morvane_picture& out, morvane_error& e) {
+      return morvane_plan_run_rows(plan_, &in, &out, 1, 1, memory_.data() + scratch, bytes, &e);
+    });
+  }
+
+ private:
+  std::int64_t step() const { return needed_ + row_bytes + 2 * gap; }
+
+  template <class Call>
+  refusal done(const Call& call) {
+    std::generate(memory_.begin(), memory_.end(), [n = 0]() mutable { return static_cast<std::uint8_t>(n++ * 7); });
+    const std::vector<std::uint8_t> before = memory_;
+    const std::int64_t bytes = (rows - 1) * step() + row_bytes;
+    const morvane_picture in{sizeof in, {memory_.data() + begin_of(0)}, {step()}, {bytes}};
+    const morvane_picture out{sizeof out, {memory_.data() + begin_of(2 * rows - 1)}, {-step()}, {bytes}};
+    morvane_error e;
+    EXPECT_EQ(call(in, out, e), e.code);
+    if (e.code == MORVANE_OK) return {};
+    EXPECT_EQ(memory_, before) << "bytes are written";
+    message_ = e.message;
+    return refusal_of(e);
+  }
+
+  std::vector<std::uint8_t> memory_;
+  morvane_plan* plan_ = nullptr;
+  std::int64_t needed_ = 0;
+  std::string message_;
+};
+
+TEST(checked_overlap, of_scratch_memory_is_that_of_bytes) {
+  run_in_one_memory run(1);
+  const refusal shared{MORVANE_OVERLAP, "scratch", 0, 0};
+  for (int row = 0; row < 2 * run.rows; ++row)
+    for (const std::int64_t edge : {run.begin_of(row) - run.needed(), run.begin_of(row) + run.row_bytes})
+      for (std::int64_t at = edge - run.gap + 1; at < edge + run.gap; ++at) {
+        const refusal expected = run.is_shared(row, at, run.needed()) ? shared : refusal();
+        ASSERT_EQ(run.all(at, run.needed()), expected) << at - edge << " from row " << row;
+        ASSERT_EQ(run.band(at, run.needed()), expected) << at - edge << " from row " << row;
+        const std::string whose = row < run.rows ? "source" : "destination";
+        if (expected == shared) {
+          ASSERT_EQ(run.message(), "scratch shares bytes with plane 0 of the " + whose);
+        }
+      }
+}
+
+TEST(checked_overlap, of_scratch_memory_and_any_plane) {
+  attempt a;
+  morvane_plan* plan = morvane_plan_create(&a.to, &a.from, nullptr, nullptr);
+  std::vector<std::uint8_t> scratch(static_cast<std::size_t>(morvane_plan_scratch_bytes(plan)));
+  const auto bytes = static_cast<std::int64_t>(scratch.size());
+  a.destination.data[1] = scratch.data() + bytes - 1;
+  morvane_error e;
+  EXPECT_EQ(morvane_plan_run(plan, &a.destination, &a.source, scratch.data(), bytes, &e), MORVANE_OVERLAP);
+  EXPECT_STREQ(e.message, "scratch shares bytes with plane 1 of the source");
+  morvane_plan_destroy(plan);
+}
+
+// What is given beyond the need is not used.
+TEST(checked_overlap, of_more_scratch_memory_than_is_needed_is_allowed) {
+  run_in_one_memory run(1);
+  EXPECT_EQ(run.all(run.begin_of(0) - run.needed(), run.needed() + run.row_bytes), refusal());
+  EXPECT_EQ(run.all(run.begin_of(0) - run.needed(), INT64_MAX), refusal());
+}
+
+// A band is converted by its caller alone, whatever threads the plan has.
+TEST(checked_overlap, of_the_scratch_memory_of_every_thread) {
+  run_in_one_memory run(3);
+  const std::int64_t last = run.begin_of(0) - run.needed() + 1;
+  EXPECT_EQ(run.all(last, run.needed()), (refusal{MORVANE_OVERLAP, "scratch", 0, 0}));
+  EXPECT_EQ(run.all(last - 1, run.needed()), refusal());
+  EXPECT_EQ(run.band(last, run.needed()), refusal());
 }
 
 }  // namespace

@@ -43,6 +43,22 @@ TEST_F(streams, a_frame_leaves_while_the_input_is_open) {
   EXPECT_FALSE(exists("late"));
 }
 
+// Nobody reads the output until the sixth frame was taken from the input. A frame is longer than what a pipe holds, so
+// the feeder is done when all but the end of the last frame was read.
+TEST_F(streams, six_frames_are_read_while_the_first_cannot_leave) {
+  const bytes six = noise(std::size_t{6} * 320 * 240 * 2);
+  write("six", six);
+  const outcome o =
+      run("mkfifo live out; exec 4<> out\n"
+          "morvane convert -f uyvy -t yuy2 -s 320x240 live - >&4 4>&- & command=$!\n"
+          "if timeout 30 cat six > live; then head -c 921600 <&4 > all; else echo stuck; kill -9 $command; fi\n"
+          "wait $command");
+  EXPECT_EQ(o.out, "");
+  EXPECT_EQ(o.err, "");
+  EXPECT_EQ(o.exit_code, 0);
+  EXPECT_EQ(read("all"), converted(six, "uyvy", "yuy2", 320, 240));
+}
+
 TEST_F(streams, whole_frames_before_a_short_one_go_down_a_pipe) {
   const outcome o = run("head -c 200 in | " + line + "- - > out");
   EXPECT_EQ(o.exit_code, 1);

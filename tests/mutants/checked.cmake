@@ -51,6 +51,27 @@ mutant(rows_between_rows_refused
        ROWS checked_overlap.is_that_of_bytes
        PROGRAM checked_test)
 
+mutant(scratch_memory_in_the_source
+       FILE checked/layout.cpp
+       FROM [[plane_sharing(used, source, from); plane >= 0]]
+       TO [[plane_sharing(used, source, from); plane > 0]]
+       ROWS checked_overlap.of_scratch_memory*
+       PROGRAM checked_test)
+
+mutant(scratch_memory_in_the_destination
+       FILE checked/layout.cpp
+       FROM [[plane_sharing(used, destination, to); plane >= 0]]
+       TO [[plane_sharing(used, destination, to); plane > 0]]
+       ROWS checked_overlap.of_scratch_memory*
+       PROGRAM checked_test)
+
+mutant(scratch_memory_of_one_thread_compared
+       FILE checked/interface.cpp
+       FROM [[checked::is_apart({scratch.data, needed}]]
+       TO [[checked::is_apart({scratch.data, checked::scratch_bytes_of(plan.way)}]]
+       ROWS checked_overlap.of_the_scratch_memory*
+       PROGRAM checked_test)
+
 mutant(stride_of_a_single_row_counts
        FILE checked/layout.cpp
        FROM [[const int64_t span = rows > 1 ? span_of(stride, rows, row_bytes) : row_bytes;]]

@@ -106,32 +106,31 @@ problem check_pictures(const morvane_plan& plan, const morvane_picture* source, 
   return checked::are_apart(plan.way.from, *source, plan.way.to, *destination);
 }
 
-struct scratch_memory {
-  void* data;
-  int64_t bytes;
-};
-
-problem check_scratch(const scratch_memory& scratch, const int64_t needed) {
+// Memory behind what is needed is not used, so it may be anybody's.
+problem check_scratch(const morvane_plan& plan, const morvane_picture& source, const morvane_picture& destination,
+                      const checked::scratch_memory& scratch, const int64_t needed) {
   if (scratch.data == nullptr) return checked::wrong(MORVANE_NULL, "scratch", 0, needed, "is null");
   if (scratch.bytes < needed)
     return checked::wrong(MORVANE_SCRATCH, "scratch_bytes", scratch.bytes, needed, "is %lld, and %lld are needed",
                           static_cast<long long>(scratch.bytes), static_cast<long long>(needed));
-  return checked::none();
+  return checked::is_apart({scratch.data, needed}, plan.way.from, source, plan.way.to, destination);
 }
 
 problem run(const morvane_plan& plan, const morvane_picture* source, const morvane_picture* destination,
-            const scratch_memory& scratch) {
+            const checked::scratch_memory& scratch) {
   if (const problem p = check_pictures(plan, source, destination); is_wrong(p)) return p;
-  if (const problem p = check_scratch(scratch, scratch_bytes_of(plan)); is_wrong(p)) return p;
+  const int64_t needed = scratch_bytes_of(plan);
+  if (const problem p = check_scratch(plan, *source, *destination, scratch, needed); is_wrong(p)) return p;
   checked::run_all(plan.way, plan.hands.get(), *source, *destination, scratch.data);
   return checked::none();
 }
 
 problem run_rows(const morvane_plan& plan, const morvane_picture* source, const morvane_picture* destination,
-                 const int32_t first, const int32_t rows, const scratch_memory& scratch) {
+                 const int32_t first, const int32_t rows, const checked::scratch_memory& scratch) {
   if (const problem p = check_pictures(plan, source, destination); is_wrong(p)) return p;
   if (const problem p = check_band(plan, first, rows); is_wrong(p)) return p;
-  if (const problem p = check_scratch(scratch, checked::scratch_bytes_of(plan.way)); is_wrong(p)) return p;
+  const int64_t needed = checked::scratch_bytes_of(plan.way);
+  if (const problem p = check_scratch(plan, *source, *destination, scratch, needed); is_wrong(p)) return p;
   checked::run_band(plan.way, *source, *destination, first, rows, scratch.data);
   return checked::none();
 }

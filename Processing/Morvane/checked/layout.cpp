@@ -60,6 +60,13 @@ bool share(const rows_in_memory& a, const rows_in_memory& b) {
   return false;
 }
 
+// The first plane that shares bytes with the memory, or -1.
+int plane_sharing(const rows_in_memory& memory, const shape& s, const morvane_picture& picture) {
+  for (size_t i = 0; i < s.format->plane_count(); ++i)
+    if (share(memory, rows_of(s, picture, i))) return static_cast<int>(i);
+  return -1;
+}
+
 problem plane_fits(const shape& s, const morvane_picture& picture, const char* name, const size_t i) {
   const catalogue::plane& p = s.format->planes[i];
   if (picture.data[i] == nullptr)
@@ -130,6 +137,17 @@ problem are_apart(const shape& source, const morvane_picture& from, const shape&
         return wrong(MORVANE_OVERLAP, part("destination", "data", d).text, 0, 0,
                      "shares bytes with plane %zu of the destination", other);
   }
+  return none();
+}
+
+problem is_apart(const scratch_memory& scratch, const shape& source, const morvane_picture& from,
+                 const shape& destination, const morvane_picture& to) {
+  const rows_in_memory used{
+      .lowest = reinterpret_cast<uintptr_t>(scratch.data), .count = 1, .bytes = static_cast<uintptr_t>(scratch.bytes)};
+  if (const int plane = plane_sharing(used, source, from); plane >= 0)
+    return wrong(MORVANE_OVERLAP, "scratch", 0, 0, "shares bytes with plane %d of the source", plane);
+  if (const int plane = plane_sharing(used, destination, to); plane >= 0)
+    return wrong(MORVANE_OVERLAP, "scratch", 0, 0, "shares bytes with plane %d of the destination", plane);
   return none();
 }
 

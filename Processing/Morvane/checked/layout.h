@@ -17,4 +17,13 @@ problem fits(const shape& s, const morvane_picture* picture, const char* name);
 problem are_apart(const shape& source, const morvane_picture& from, const shape& destination,
                   const morvane_picture& to);
 
+struct scratch_memory {
+  void* data;
+  int64_t bytes;
+};
+
+// Whether scratch memory shares no bytes with any plane. Both pictures fit.
+problem is_apart(const scratch_memory& scratch, const shape& source, const morvane_picture& from,
+                 const shape& destination, const morvane_picture& to);
+
 }  // namespace Processing::Morvane::checked
