@@ -58,8 +58,7 @@ std::vector<pair_figure> summary(const measured_pairs& all, const targets& aims)
   add(times + ", nearest chroma", spread_of(all, &pair_measurement::times_nearest), 0, aims.never_slower());
   add(times + ", linear chroma", spread_of(all, &pair_measurement::times_bilinear), 0, aims.never_slower());
   add(times + ", the lesser of both", times_swscale(all), aims.pairs.median_of_swscale, aims.never_slower());
-  add("times as fast as swscale" + large + " that memcpy is", spread_of(all, &pair_measurement::copy_times_swscale), 0,
-      0);
+  add(times + " that memcpy is", spread_of(all, &pair_measurement::copy_times_swscale));
   add("times as long as a picture of " + name_of(tiny), of_every_pair(all, &pair_measurement::times_tiny), 0,
       aims.pairs.times_tiny_picture, 0);
   add("times as fast on two threads, " + name_of(in_cache),

@@ -221,8 +221,8 @@ mutant(irregular_entry_point_without_consent
 
 mutant(scratch_memory_of_another_hand
        FILE checked/run.cpp
-       FROM [[static_cast<uint8_t*>(scratch) + bytes * hand);]]
-       TO [[static_cast<uint8_t*>(scratch) + 0 * bytes * hand);]]
+       FROM [[static_cast<uint8_t*>(scratch) + w.scratch_bytes * hand);]]
+       TO [[static_cast<uint8_t*>(scratch) + 0 * w.scratch_bytes * hand);]]
        ROWS plans_with_threads.have_scratch*
        PROGRAM checked_test)
 
@@ -277,7 +277,7 @@ mutant(piece_that_does_not_read_ahead
 
 mutant(upper_chroma_of_the_first_piece
        FILE checked/rows.cpp
-       FROM [[lines_.upper.from(chroma_samples(way_.to, piece_.first_column))]]
+       FROM [[lines_.upper.from(way_.to.chroma_samples(piece_.first_column))]]
        TO [[lines_.upper]]
        ROWS *of_wide_rows_are_as_the_rules_say/bgra
        PROGRAM checked_test)

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdint>
 
 #include "shape.h"
 
@@ -42,25 +41,15 @@ inline piece piece_from(const int column, const int row, const int width, const 
 }
 
 // The samples of chroma in columns.
-inline int chroma_samples(const shape& s, const int columns) {
-  return s.half_width ? columns - columns / 2 : columns;
-}
 inline columns chroma_samples(const shape& s, const columns& c) {
-  return {chroma_samples(s, c.begin), chroma_samples(s, c.end)};
-}
-
-// Where the group that begins with a column is in a row.
-inline int64_t bytes_before(const stored_plane& p, const int column) {
-  return int64_t{column / p.layout->group_pixels} * p.layout->group_bytes;
+  return {s.chroma_samples(c.begin), s.chroma_samples(c.end)};
 }
 
 // Lines of a picture from a column on.
 inline component_lines lines_from(const component_lines& lines, const shape& s, const int column) {
   component_lines result = lines;
-  for (int i = first; i < component_count; ++i) {
-    const bool is_halved = s.half_width && (i == second || i == third);
-    if (result.of[i] != nullptr) result.of[i] += is_halved ? column / 2 : column;
-  }
+  for (int i = first; i < component_count; ++i)
+    if (result.of[i] != nullptr) result.of[i] += s.samples_of(i, column);
   return result;
 }
 

@@ -77,6 +77,7 @@ problem make_plan(const morvane_description* source, const morvane_description* 
     const checked::named_entry_point wish = {options->via, options->allow_irregular != 0, options->rescale != 0};
     if (const problem p = checked::find_via(wish, plan.way); is_wrong(p)) return p;
   }
+  plan.way.scratch_bytes = checked::scratch_bytes_of(plan.way);
   return options == nullptr ? checked::none() : hire(options->threads, plan);
 }
 
@@ -85,7 +86,7 @@ int32_t hands_of(const morvane_plan& plan) {
 }
 
 int64_t scratch_bytes_of(const morvane_plan& plan) {
-  return hands_of(plan) * checked::scratch_bytes_of(plan.way);
+  return hands_of(plan) * plan.way.scratch_bytes;
 }
 
 problem check_band(const morvane_plan& plan, const int32_t first, const int32_t rows) {
@@ -129,7 +130,7 @@ problem run_rows(const morvane_plan& plan, const morvane_picture* source, const 
                  const int32_t first, const int32_t rows, const checked::scratch_memory& scratch) {
   if (const problem p = check_pictures(plan, source, destination); is_wrong(p)) return p;
   if (const problem p = check_band(plan, first, rows); is_wrong(p)) return p;
-  const int64_t needed = checked::scratch_bytes_of(plan.way);
+  const int64_t needed = plan.way.scratch_bytes;
   if (const problem p = check_scratch(plan, *source, *destination, scratch, needed); is_wrong(p)) return p;
   checked::run_band(plan.way, *source, *destination, first, rows, scratch.data);
   return checked::none();

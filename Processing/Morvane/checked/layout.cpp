@@ -128,10 +128,9 @@ problem are_apart(const shape& source, const morvane_picture& from, const shape&
                   const morvane_picture& to) {
   for (size_t d = 0; d < destination.format->plane_count(); ++d) {
     const rows_in_memory written = rows_of(destination, to, d);
-    for (size_t s = 0; s < source.format->plane_count(); ++s)
-      if (share(written, rows_of(source, from, s)))
-        return wrong(MORVANE_OVERLAP, part("destination", "data", d).text, 0, 0,
-                     "shares bytes with plane %zu of the source", s);
+    if (const int plane = plane_sharing(written, source, from); plane >= 0)
+      return wrong(MORVANE_OVERLAP, part("destination", "data", d).text, 0, 0,
+                   "shares bytes with plane %d of the source", plane);
     for (size_t other = 0; other < d; ++other)
       if (share(written, rows_of(destination, to, other)))
         return wrong(MORVANE_OVERLAP, part("destination", "data", d).text, 0, 0,

@@ -74,7 +74,7 @@ bool keeps_all_bits(const catalogue::plane& from, const catalogue::plane& to) {
 }
 
 int bytes_in(const stored_plane& p, const int pixels) {
-  return pixels / p.layout->group_pixels * p.layout->group_bytes;
+  return static_cast<int>(p.layout->row_bytes(pixels));
 }
 
 int samples_in(const stored_plane& p, const component c, const int pixels) {

@@ -82,9 +82,9 @@ class rows_of_way {
   // The next piece begins where this one ends.
   static void keep_last(uint16_t* line, const int count) { line[-1] = line[count - 1]; }
   columns all_read() const { return {0, piece_.read}; }
-  int chroma_made() const { return chroma_samples(way_.to, piece_.made); }
+  int chroma_made() const { return way_.to.chroma_samples(piece_.made); }
   // Of the source, for the columns that are made.
-  int chroma_used() const { return chroma_samples(way_.from, piece_.made); }
+  int chroma_used() const { return way_.from.chroma_samples(piece_.made); }
 
   // Reading.
 
@@ -95,7 +95,7 @@ class rows_of_way {
       const stored_plane& p = way_.from.planes[i];
       if (p.layout->image_rows != image_rows || !is_wanted(p)) continue;
       const auto* plane = static_cast<const uint8_t*>(source_.data[i]);
-      const uint8_t* at = plane + source_.stride[i] * row + bytes_before(p, piece_.first_column + c.begin);
+      const uint8_t* at = plane + source_.stride[i] * row + p.layout->row_bytes(piece_.first_column + c.begin);
       read_row(p, at, c.count(), lines, fills_words(way_.from));
     }
   }
@@ -141,7 +141,7 @@ class rows_of_way {
   // A row of chroma of a 4:2:0 source, from the piece on. Three rows are kept, because neighbours are asked for again.
   chroma_lines chroma_row(const int row) {
     const int place = row % 3;
-    const chroma_lines lines = lines_.kept[place].from(chroma_samples(way_.from, piece_.first_column));
+    const chroma_lines lines = lines_.kept[place].from(way_.from.chroma_samples(piece_.first_column));
     kept_row& kept = kept_[place];
     if (kept.row != row) kept = {row, 0};
     const columns c = {kept.end - piece_.first_column, piece_.read};
@@ -161,7 +161,7 @@ class rows_of_way {
     if (way_.how.filter == chroma_filter::nearest) return near;
     const int beside = piece_.row % 2 == 0 ? nearest - 1 : nearest + 1;
     const chroma_lines far = chroma_row(std::clamp(beside, 0, way_.from.chroma_height() - 1));
-    const int count = chroma_samples(way_.from, piece_.read);
+    const int count = way_.from.chroma_samples(piece_.read);
     run<kernel::between_lines>(near.cb, far.cb, lines_.between.cb, count);
     run<kernel::between_lines>(near.cr, far.cr, lines_.between.cr, count);
     return lines_.between;
@@ -361,7 +361,7 @@ class rows_of_way {
     }
     write(piece_.row / 2, 2, out);
   }
-  chroma_lines upper() const { return lines_.upper.from(chroma_samples(way_.to, piece_.first_column)); }
+  chroma_lines upper() const { return lines_.upper.from(way_.to.chroma_samples(piece_.first_column)); }
   void keep_as_upper(const chroma_lines& made) const {
     std::copy_n(made.cb, chroma_made(), upper().cb);
     std::copy_n(made.cr, chroma_made(), upper().cr);
@@ -377,17 +377,14 @@ class rows_of_way {
       if (p.layout->image_rows != image_rows || way_.is_direct(i)) continue;
       if (piece_.is_last) fill_groups(p, lines);
       auto* plane = static_cast<uint8_t*>(destination_.data[i]);
-      uint8_t* at = plane + destination_.stride[i] * row + bytes_before(p, piece_.first_column);
+      uint8_t* at = plane + destination_.stride[i] * row + p.layout->row_bytes(piece_.first_column);
       write_row(p, at, piece_.made, lines, fills_words(way_.to));
     }
   }
   // Each component repeats its last sample up to the end of the last group.
   void fill_groups(const stored_plane& p, const component_lines& lines) const {
-    for (const component i : {first, second, third, alpha}) {
-      const bool is_chroma = way_.to.has_chroma && (i == second || i == third);
-      const int count = is_chroma ? chroma_made() : piece_.made;
-      if (p.has(i)) repeat_last(lines.of[i], count, p.groups(piece_.made) * p.samples[i]);
-    }
+    for (const component i : {first, second, third, alpha})
+      if (p.has(i)) repeat_last(lines.of[i], way_.to.samples_of(i, piece_.made), p.groups(piece_.made) * p.samples[i]);
   }
   static void repeat_last(uint16_t* line, const int count, const int stored_samples) {
     for (int i = count; i < stored_samples; ++i) line[i] = line[count - 1];

@@ -36,7 +36,7 @@ void run_band(const way& w, const morvane_picture& source, const morvane_picture
   if (suits(w, source, destination, first, rows)) return convert_directly(w, source, destination, first, rows, scratch);
   copy_planes(w, source, destination, first, rows);
   rearrange_planes(w, source, destination, first, rows);
-  if (w.needs_lines) convert_rows(w, source, destination, first, rows, scratch);
+  if (w.needs_lines()) convert_rows(w, source, destination, first, rows, scratch);
 }
 
 void run_all(const way& w, crew* hands, const morvane_picture& source, const morvane_picture& destination,
@@ -45,11 +45,10 @@ void run_all(const way& w, crew* hands, const morvane_picture& source, const mor
   const auto run_alone = [&] { run_band(w, source, destination, 0, height, scratch); };
   if (hands == nullptr) return run_alone();
   const int rows = rows_of_part(w, hands->hands());
-  const int64_t bytes = scratch_bytes_of(w);
   const auto part = [&](const int hand, const int i) {
     const int first = i * rows;
     run_band(w, source, destination, first, std::min(rows, height - first),
-             static_cast<uint8_t*>(scratch) + bytes * hand);
+             static_cast<uint8_t*>(scratch) + w.scratch_bytes * hand);
   };
   if (!hands->run((height - 1) / rows + 1, part)) run_alone();
 }

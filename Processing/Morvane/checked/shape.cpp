@@ -64,7 +64,7 @@ bool fills_words(const shape& s) {
 
 bool is_full(const stored_plane& p, const shape& s) {
   for (const component c : {first, second, third, alpha})
-    if (p.has(c) && p.groups(s.width) * p.samples[c] != s.samples_of(c)) return false;
+    if (p.has(c) && p.groups(s.width) * p.samples[c] != s.samples_of(c, s.width)) return false;
   return true;
 }
 

@@ -28,10 +28,11 @@ struct shape {
   bool half_height = false;  // of chroma
   int depth = 8;
 
-  int samples_of(const int component) const {
-    return has_chroma && (component == second || component == third) ? chroma_width() : width;
+  // In so many columns of the image.
+  int samples_of(const int component, const int columns) const {
+    return has_chroma && (component == second || component == third) ? chroma_samples(columns) : columns;
   }
-  int chroma_width() const { return half_width ? width - width / 2 : width; }
+  int chroma_samples(const int columns) const { return half_width ? columns - columns / 2 : columns; }
   int chroma_height() const { return half_height ? height - height / 2 : height; }
 };
 

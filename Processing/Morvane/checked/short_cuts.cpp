@@ -117,19 +117,12 @@ void leave_to_lines(way& w) {
   } while (w.rearranged.size() < before);
 }
 
-bool needs_lines(const way& w) {
-  for (size_t i = 0; i < w.to.plane_count; ++i)
-    if (!w.is_direct(i)) return true;
-  return false;
-}
-
 }  // namespace
 
 void find_short_cut(way& w) {
   if (computes(w)) return;
   find_direct_planes(w);
   leave_to_lines(w);
-  w.needs_lines = needs_lines(w);
   if (copies_all(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;
   for (const short_cut& s : short_cuts) {
     if (s.nearest_alone && w.how.filter != chroma_filter::nearest) continue;

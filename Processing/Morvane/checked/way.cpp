@@ -102,6 +102,12 @@ bool computes(const way& w) {
          w.has_luminance;
 }
 
+bool way::needs_lines() const {
+  for (size_t i = 0; i < to.plane_count; ++i)
+    if (!is_direct(i)) return true;
+  return false;
+}
+
 bool copies_all(const way& w) {
   return std::all_of(w.copy_of.begin(), w.copy_of.begin() + static_cast<ptrdiff_t>(w.to.plane_count),
                      [](const int original) { return original >= 0; });
@@ -129,7 +135,7 @@ std::vector<std::string> steps_of(const way& w) {
     return {std::string(w.from.format->name) + " to " + std::string(w.to.format->name) + " by " +
             std::string(w.by->name)};
   if (copies_all(w)) return {"copy rows of " + std::string(w.to.format->name)};
-  if (!w.needs_lines)
+  if (!w.needs_lines())
     return {"rearrange " + std::string(w.from.format->name) + " as " + std::string(w.to.format->name)};
   std::vector<std::string> steps = {"read " + std::string(w.from.format->name)};
   const auto add = [&](const bool is_done, const std::string& step) {

@@ -51,10 +51,12 @@ struct way {
 
   // Without lines: all planes are direct, or an entry point converts them, because the caller named it or because its
   // bytes are the same.
-  bool needs_lines = true;
+  bool needs_lines() const;
   const catalogue::conversion* by = nullptr;
   bool is_via = false;
   int argument = 0;
+
+  int64_t scratch_bytes = 0;  // of one thread
 
   bool narrow = false;  // the form of the matrices
   background behind = {};
