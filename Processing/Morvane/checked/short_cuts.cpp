@@ -18,7 +18,6 @@ constexpr short_cut short_cuts[] = {
     {"L::bgra"},
     {"alpha::alpha_u16"},
     {"cb_cr_16_422::cbcr_16_422"},
-    {"pa16::ya_uv"},
     {"uyvy::p216"},
     {"uyvy::y"},
     {"uyvy::y_u_v_422"},
