@@ -52,10 +52,10 @@ TEST(pairs, are_named_in_a_list) {
 }
 
 TEST(pairs, an_asterisk_stands_for_all_formats_that_there_is_a_way_from_or_to) {
-  EXPECT_EQ(names_of("*:alpha"), "alpha:alpha alpha_u16:alpha alpha_10u16:alpha alpha_12u16:alpha");
+  EXPECT_EQ(names_of("*:alpha"), "alpha:alpha alpha_10u16:alpha alpha_12u16:alpha alpha_u16:alpha");
   EXPECT_EQ(names_of("alpha:*,*:alpha"),
-            "alpha:alpha alpha:alpha_u16 alpha:alpha_10u16 alpha:alpha_12u16 alpha_u16:alpha alpha_10u16:alpha "
-            "alpha_12u16:alpha");
+            "alpha:alpha alpha:alpha_10u16 alpha:alpha_12u16 alpha:alpha_u16 alpha_10u16:alpha alpha_12u16:alpha "
+            "alpha_u16:alpha");
   EXPECT_EQ(pairs_named("*:*"), all_pairs());
 }
 

@@ -557,28 +557,28 @@ mutant(fill_without_its_end_beyond_8192_bytes
        BACKEND avx2)
 
 mutant(v4l2_name_of_another_format
-       FILE catalogue/formats.h
+       FILE catalogue/formats/packed_video.h
        FROM [[.v4l2 = "V4L2_PIX_FMT_YUYV"]]
        TO [[.v4l2 = "V4L2_PIX_FMT_UYVY"]]
        ROWS formats.*
        TEST formats.cpp)
 
 mutant(fourcc_of_another_format
-       FILE catalogue/formats.h
+       FILE catalogue/formats/planar_video.h
        FROM [[.fourcc = "NV12"]]
        TO [[.fourcc = "NV21"]]
        ROWS formats.*
        TEST formats.cpp)
 
 mutant(chroma_in_the_wrong_order
-       FILE catalogue/formats.h
+       FILE catalogue/formats/planar_video.h
        FROM [["Cb Cr", 2, 10}}}}]]
        TO [["Cr Cb", 2, 10}}}}]]
        ROWS formats.*
        TEST formats.cpp)
 
 mutant(any_height_of_4_2_0
-       FILE catalogue/formats.h
+       FILE catalogue/formats/planar_video.h
        FROM [[.height_multiple = 2,
      .fourcc = "NV12"]]
        TO [[.height_multiple = 1,
