@@ -217,7 +217,8 @@ MORVANE_C_API void morvane_plan_destroy(morvane_plan* plan);
 MORVANE_C_API const char* morvane_plan_step(const morvane_plan* plan, int32_t index);
 MORVANE_C_API const char* morvane_plan_loss(const morvane_plan* plan, int32_t index);
 
-/* The memory that a run needs beside the pictures, at any address outside their rows. */
+/* The memory that a run needs beside the pictures, at any address outside their rows. Where it is 0, `scratch` may be
+ * NULL. */
 MORVANE_C_API int64_t morvane_plan_scratch_bytes(const morvane_plan* plan);
 /* Bands begin at a multiple of so many rows: 2 where two rows share one of chroma that is written, else 1. */
 MORVANE_C_API int32_t morvane_plan_row_granularity(const morvane_plan* plan);

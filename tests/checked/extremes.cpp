@@ -67,7 +67,7 @@ TEST(checked_extremes, plans_and_runs) {
     morvane_plan* plan = morvane_plan_create(&described, &described, nullptr, &e);
     const bool fits = bytes_needed(f, d.width, d.height, 0) >= 0;
     ASSERT_EQ(plan != nullptr, fits && d.width <= 1 << 28) << e.message;
-    EXPECT_GT(morvane_plan_scratch_bytes(plan), plan == nullptr ? -1 : 0);
+    EXPECT_GE(morvane_plan_scratch_bytes(plan), 0);
     morvane_plan_destroy(plan);
     std::array<std::uint8_t, 8> read{}, written{};
     morvane_picture source{sizeof source, {}, {}, {}}, destination{sizeof destination, {}, {}, {}};

@@ -97,10 +97,12 @@ class run_in_one_memory {
 
   explicit run_in_one_memory(int threads) {
     const morvane_description from = description{.format = format_named("uyvy"), .width = 6, .height = rows};
-    const morvane_description to = description{.format = format_named("yuy2"), .width = 6, .height = rows};
+    const morvane_description to =
+        description{.format = format_named("yuy2"), .width = 6, .height = rows, .matrix = matrix::bt601};
     const morvane_options how = options{.threads = threads};
     plan_ = morvane_plan_create(&from, &to, &how, nullptr);
     needed_ = morvane_plan_scratch_bytes(plan_);
+    EXPECT_GT(needed_, 0);
     memory_.resize(static_cast<std::size_t>((2 * rows + 2) * step()));
   }
   ~run_in_one_memory() { morvane_plan_destroy(plan_); }

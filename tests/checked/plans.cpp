@@ -122,8 +122,9 @@ TEST(checked_plans, turn_pictures_over_by_negative_strides) {
 }
 
 TEST(checked_plans, use_scratch_memory_at_any_address) {
-  const description from = of("uyvy", 33, 4), to = of("bgra", 33, 4);
+  const description from = of("uyvy", 33, 4), to = of("bgra64", 33, 4);
   const plan p(from, to);
+  ASSERT_GT(p.scratch_bytes(), 0U);
   image source(from), first(to), second(to);
   fill(source);
   p.run(source.picture(), first.picture());
@@ -131,6 +132,38 @@ TEST(checked_plans, use_scratch_memory_at_any_address) {
   for (const std::size_t offset : {std::size_t{1}, std::size_t{17}, std::size_t{63}}) {
     p.run(source.picture(), second.picture(), scratch.data() + offset, p.scratch_bytes());
     EXPECT_EQ(bytes_of(first), bytes_of(second)) << offset;
+  }
+}
+
+// YCbCr that a kernel reads, matrices and writes in one pass, by the formats that it reads and writes. Over lines they
+// would have the same bytes, and take longer.
+TEST(checked_plans, decode_without_lines) {
+  const auto is_decoded = [](const char* from, const char* to, const options& how) {
+    const plan p(of(from, 34, 4), of(to, 34, 4), how);
+    return p.scratch_bytes() == 0 && p.steps().back() == std::string("write ") + to;
+  };
+  for (const char* from : {"uyvy", "yuy2", "uyvy_a", "y_uv_420", "y_uv_422", "y_u_v_420", "y_u_v_422", "p010"})
+    for (const char* to : {"bgra", "rgba", "bgrx", "rgbx", "bgr"}) {
+      const bool has_two_alphas = std::string(from) == "uyvy_a" && std::string(to).ends_with("a");
+      EXPECT_EQ(is_decoded(from, to, {}), !has_two_alphas) << from << " to " << to;
+      EXPECT_EQ(is_decoded(from, to, {.filter = filter::nearest, .siting = siting::center}), !has_two_alphas);
+      EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
+    }
+  EXPECT_FALSE(is_decoded("p216", "bgra", {}));
+  EXPECT_FALSE(is_decoded("uyvy_a", "bgrx", {.background = color{1, 2, 3}}));
+  EXPECT_FALSE(is_decoded("uyvy", "r_g_b", {}));
+}
+
+TEST(checked_plans, need_no_scratch_memory_without_lines) {
+  for (const auto& [from_name, to_name] : {std::pair{"uyvy", "bgra"}, {"bgra", "rgba"}, {"uyvy", "uyvy"}}) {
+    const description from = of(from_name, 34, 4), to = of(to_name, 34, 4);
+    const plan p(from, to);
+    EXPECT_EQ(p.scratch_bytes(), 0U) << from_name;
+    image source(from), made(to), again(to);
+    fill(source);
+    p.run(source.picture(), made.picture(), nullptr, 0);
+    p.run(source.picture(), again.picture());
+    EXPECT_EQ(bytes_of(made), bytes_of(again)) << from_name;
   }
 }
 

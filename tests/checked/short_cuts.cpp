@@ -280,7 +280,7 @@ TEST(plans_with_threads, have_the_same_bytes) {
 
 // Until the second thread has come to a part and left something in its memory.
 TEST(plans_with_threads, have_scratch_memory_each) {
-  const description from = of("y_uv_420", 1000, 600), to = of("bgra", 1000, 600);
+  const description from = of("y_uv_420", 1000, 600), to = of("bgra64", 1000, 600);
   image source(from), alone(to), made(to);
   for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * i / 7);
   plan(from, to).run(source.picture(), alone.picture());

@@ -323,3 +323,24 @@ mutant(rows_of_another_sampling_rearranged
        TO [[has_whole_bytes(of) &&]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
+
+mutant(last_pair_without_a_next_one
+       FILE checked/decoded.cpp
+       FROM [[std::copy_n(last, bytes, gathered[i] + bytes);]]
+       TO [[std::copy_n(last, 0, gathered[i] + bytes);]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(far_row_on_the_other_side
+       FILE checked/decoded.cpp
+       FROM [[row % 2 == 0 ? near - 1 : near + 1]]
+       TO [[row % 2 == 0 ? near + 1 : near - 1]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(decoder_that_no_plan_takes
+       FILE checked/decoded.cpp
+       FROM [[if (!is_matrix_alone(w) || !is_of_bytes(w.to)) return {};]]
+       TO [[if (is_matrix_alone(w) || !is_of_bytes(w.to)) return {};]]
+       ROWS checked_plans.decode_without_lines
+       PROGRAM checked_test)

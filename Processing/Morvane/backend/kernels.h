@@ -4,6 +4,7 @@
 #include "../kernel/black.h"
 #include "../kernel/card_10.h"
 #include "../kernel/chroma.h"
+#include "../kernel/decoded_rows.h"
 #include "../kernel/depth.h"
 #include "../kernel/difference.h"
 #include "../kernel/full_chroma.h"
@@ -28,6 +29,7 @@ using all_kernels =
                          kernel::rgb_to_video_kernels, kernel::video_to_rgb_kernels, kernel::full_chroma_kernels,
                          kernel::key_kernels, kernel::words_kernels, kernel::card_10_kernels, kernel::black_kernels,
                          kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
-                         kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels>::type;
+                         kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels,
+                         kernel::decode_kernels>::type;
 
 }  // namespace Processing::Morvane::backend

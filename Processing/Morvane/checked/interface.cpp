@@ -73,6 +73,7 @@ problem make_plan(const morvane_description* source, const morvane_description* 
   if (const problem p = checked::find_way(from, to, how, plan.way); is_wrong(p)) return p;
   if (options == nullptr || options->via == nullptr) {
     checked::find_short_cut(plan.way);
+    plan.way.decoded = checked::find_decoder(plan.way);
   } else {
     const checked::named_entry_point wish = {options->via, options->allow_irregular != 0, options->rescale != 0};
     if (const problem p = checked::find_via(wish, plan.way); is_wrong(p)) return p;
@@ -110,7 +111,7 @@ problem check_pictures(const morvane_plan& plan, const morvane_picture* source, 
 // Memory behind what is needed is not used, so it may be anybody's.
 problem check_scratch(const morvane_plan& plan, const morvane_picture& source, const morvane_picture& destination,
                       const checked::scratch_memory& scratch, const int64_t needed) {
-  if (scratch.data == nullptr) return checked::wrong(MORVANE_NULL, "scratch", 0, needed, "is null");
+  if (scratch.data == nullptr && needed > 0) return checked::wrong(MORVANE_NULL, "scratch", 0, needed, "is null");
   if (scratch.bytes < needed)
     return checked::wrong(MORVANE_SCRATCH, "scratch_bytes", scratch.bytes, needed, "is %lld, and %lld are needed",
                           static_cast<long long>(scratch.bytes), static_cast<long long>(needed));

@@ -28,12 +28,14 @@ int row_granularity(const way& w) {
 }
 
 int64_t scratch_bytes_of(const way& w) {
-  return std::max(scratch_bytes(w), direct_scratch_bytes(w));
+  const bool has_lines = !w.decoded && w.needs_lines();
+  return std::max(has_lines ? scratch_bytes(w) : 0, direct_scratch_bytes(w));
 }
 
 void run_band(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
               const int rows, void* scratch) {
   if (suits(w, source, destination, first, rows)) return convert_directly(w, source, destination, first, rows, scratch);
+  if (w.decoded) return decode_rows(w, source, destination, first, rows);
   copy_planes(w, source, destination, first, rows);
   rearrange_planes(w, source, destination, first, rows);
   if (w.needs_lines()) convert_rows(w, source, destination, first, rows, scratch);

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "../catalogue/conversions.h"
 #include "colour.h"
+#include "decoded.h"
 #include "rearranged.h"
 #include "shape.h"
 
@@ -48,6 +50,9 @@ struct way {
   std::array<int, MORVANE_MAX_PLANES> copy_of = {-1, -1, -1, -1};
   rearrangements rearranged;
   bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || is_written(rearranged, plane); }
+
+  // Without lines too: YCbCr to RGB.
+  std::optional<decoder> decoded;
 
   // Without lines: all planes are direct, or an entry point converts them, because the caller named it or because its
   // bytes are the same.

@@ -29,13 +29,17 @@ struct neon_lines : neon_blocks {
   MORVANE_INLINE static block subtract_words_to_zero(const block a, const block b) {
     return block_of(vqsubq_u16(as_words(a.lo), as_words(b.lo)), vqsubq_u16(as_words(a.hi), as_words(b.hi)));
   }
+  MORVANE_INLINE static int16x8_t signed_lanes(const uint8x16_t v) { return vreinterpretq_s16_u8(v); }
+  MORVANE_INLINE static block add_signed_to_limit(const block a, const block b) {
+    return {vreinterpretq_u8_s16(vqaddq_s16(signed_lanes(a.lo), signed_lanes(b.lo))),
+            vreinterpretq_u8_s16(vqaddq_s16(signed_lanes(a.hi), signed_lanes(b.hi)))};
+  }
   MORVANE_INLINE static block average_up(const block a, const block b) {
     return block_of(vrhaddq_u16(as_words(a.lo), as_words(b.lo)), vrhaddq_u16(as_words(a.hi), as_words(b.hi)));
   }
   MORVANE_INLINE static block average_down(const block a, const block b) {
     return block_of(vhaddq_u16(as_words(a.lo), as_words(b.lo)), vhaddq_u16(as_words(a.hi), as_words(b.hi)));
   }
-  MORVANE_INLINE static int16x8_t signed_lanes(const uint8x16_t v) { return vreinterpretq_s16_u8(v); }
   MORVANE_INLINE static block rounded_product(const block a, const block b) {
     return {vreinterpretq_u8_s16(vqrdmulhq_s16(signed_lanes(a.lo), signed_lanes(b.lo))),
             vreinterpretq_u8_s16(vqrdmulhq_s16(signed_lanes(a.hi), signed_lanes(b.hi)))};
@@ -63,9 +67,17 @@ struct neon_lines : neon_blocks {
             vreinterpretq_u8_s16(vcombine_s16(vqshrn_n_s32(s.third, bits), vqshrn_n_s32(s.fourth, bits)))};
   }
   MORVANE_INLINE static uint8x16_t pack_words(const block b) {
-    return vcombine_u8(vqmovn_u16(as_words(b.lo)), vqmovn_u16(as_words(b.hi)));
+    return vcombine_u8(vqmovun_s16(signed_lanes(b.lo)), vqmovun_s16(signed_lanes(b.hi)));
   }
   MORVANE_INLINE static block pack_words(const block a, const block b) { return {pack_words(a), pack_words(b)}; }
+  MORVANE_INLINE static block pack_words_in_turn(const block a, const block b) {
+    const uint8x16_t first = pack_words(a), second = pack_words(b);
+    return {vzip1q_u8(first, second), vzip2q_u8(first, second)};
+  }
+  MORVANE_INLINE static two_blocks transpose2_words(const block a, const block b) {
+    return {block_of(vtrn1q_u16(as_words(a.lo), as_words(b.lo)), vtrn1q_u16(as_words(a.hi), as_words(b.hi))),
+            block_of(vtrn2q_u16(as_words(a.lo), as_words(b.lo)), vtrn2q_u16(as_words(a.hi), as_words(b.hi)))};
+  }
 
   MORVANE_INLINE static two_blocks load_threes(const uint8_t* p) {
     const uint8x16_t from_first = {0, 1, 2, 255, 3, 4, 5, 255, 6, 7, 8, 255, 9, 10, 11, 255};

@@ -117,6 +117,8 @@ concept has_lines = requires(const uint8_t* source, typename V::block block, typ
   // a + b, at most 65535, and a - b, at least 0.
   { V::add_words_to_limit(block, block) } -> gives<typename V::block>;
   { V::subtract_words_to_zero(block, block) } -> gives<typename V::block>;
+  // a + b of signed words, at least -32768 and at most 32767.
+  { V::add_signed_to_limit(block, block) } -> gives<typename V::block>;
   // (a + b + 1) >> 1 and (a + b) >> 1.
   { V::average_up(block, block) } -> gives<typename V::block>;
   { V::average_down(block, block) } -> gives<typename V::block>;
@@ -127,8 +129,12 @@ concept has_lines = requires(const uint8_t* source, typename V::block block, typ
   { V::repeat_sum(int32_t{}) } -> gives<typename V::word_sums>;
   { V::add_products(sums, block, int16_t{}, block, int16_t{}) } -> gives<typename V::word_sums>;
   { V::template signed_words<13>(sums) } -> gives<typename V::block>;
-  // The words of two blocks as bytes; what is above 255 becomes that. Words are at most 32767.
+  // Words a0 b0 a2 b2... and a1 b1 a3 b3...
+  { V::transpose2_words(block, block) } -> gives<typename V::two_blocks>;
+  // Signed words of two blocks as bytes, at least 0 and at most 255: those of the one and then of the other, or in
+  // turn.
   { V::pack_words(block, block) } -> gives<typename V::block>;
+  { V::pack_words_in_turn(block, block) } -> gives<typename V::block>;
   // Pixels of three bytes as pixels of four, of which the fourth byte may be anything, and back.
   { V::load_threes(source) } -> gives<typename V::two_blocks>;
   requires can_be_stored<V, decltype(V::threes(two))>;

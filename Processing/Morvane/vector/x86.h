@@ -131,6 +131,9 @@ struct x86_vectors {
   MORVANE_INLINE static block subtract_words_to_zero(const block a, const block b) {
     return {R::subtract_words_to_zero(a.v, b.v)};
   }
+  MORVANE_INLINE static block add_signed_to_limit(const block a, const block b) {
+    return {R::add_signed_to_limit(a.v, b.v)};
+  }
   MORVANE_INLINE static block average_up(const block a, const block b) { return {R::average_words(a.v, b.v)}; }
   MORVANE_INLINE static block average_down(const block a, const block b) {
     const reg rounded_up = R::bit_and(R::bit_xor(a.v, b.v), R::repeat_word(1));
@@ -153,6 +156,15 @@ struct x86_vectors {
   }
   MORVANE_INLINE static block pack_words(const block a, const block b) {
     return {Self::from_packing(R::pack_words(a.v, b.v))};
+  }
+  // Packing takes eight words of the one and eight of the other to each lane of 128 bits.
+  MORVANE_INLINE static block pack_words_in_turn(const block a, const block b) {
+    const reg in_turn = R::repeat_lane(_mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15));
+    return {R::shuffle(R::pack_words(a.v, b.v), in_turn)};
+  }
+  MORVANE_INLINE static two_blocks transpose2_words(const block a, const block b) {
+    return {{R::even_and_odd_words(a.v, R::template shift_dwords_left<16>(b.v))},
+            {R::even_and_odd_words(R::template shift_dwords_right<16>(a.v), b.v)}};
   }
   MORVANE_INLINE static block repeat_even_words(const block b) {
     const reg even = R::repeat_lane(_mm_setr_epi8(0, 1, 0, 1, 4, 5, 4, 5, 8, 9, 8, 9, 12, 13, 12, 13));

@@ -28,6 +28,9 @@ struct ymm {
   MORVANE_INLINE static type invert(const type v) { return _mm256_xor_si256(v, _mm256_set1_epi16(-1)); }
   MORVANE_INLINE static type bit_xor(const type a, const type b) { return _mm256_xor_si256(a, b); }
 
+  // Words 0, 2, 4... of the one and 1, 3, 5... of the other.
+  MORVANE_INLINE static type even_and_odd_words(const type a, const type b) { return _mm256_blend_epi16(a, b, 0xaa); }
+
   MORVANE_INLINE static type add_bytes(const type a, const type b) { return _mm256_add_epi8(a, b); }
   MORVANE_INLINE static type add_words(const type a, const type b) { return _mm256_add_epi16(a, b); }
   MORVANE_INLINE static type subtract_words(const type a, const type b) { return _mm256_sub_epi16(a, b); }
@@ -35,6 +38,7 @@ struct ymm {
   MORVANE_INLINE static type subtract_words_to_zero(const type a, const type b) { return _mm256_subs_epu16(a, b); }
   // At most 65535.
   MORVANE_INLINE static type add_words_to_limit(const type a, const type b) { return _mm256_adds_epu16(a, b); }
+  MORVANE_INLINE static type add_signed_to_limit(const type a, const type b) { return _mm256_adds_epi16(a, b); }
   MORVANE_INLINE static type least_words(const type a, const type b) { return _mm256_min_epu16(a, b); }
   MORVANE_INLINE static type average_words(const type a, const type b) { return _mm256_avg_epu16(a, b); }
   MORVANE_INLINE static type rounded_product(const type a, const type b) { return _mm256_mulhrs_epi16(a, b); }
@@ -71,6 +75,10 @@ struct ymm {
   template <int bits>
   MORVANE_INLINE static type shift_dwords_left(const type v) {
     return _mm256_slli_epi32(v, bits);
+  }
+  template <int bits>
+  MORVANE_INLINE static type shift_dwords_right(const type v) {
+    return _mm256_srli_epi32(v, bits);
   }
   template <int bits>
   MORVANE_INLINE static type shift_dwords_right_signed(const type v) {

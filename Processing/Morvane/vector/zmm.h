@@ -28,11 +28,17 @@ struct zmm {
   MORVANE_INLINE static type invert(const type v) { return _mm512_ternarylogic_epi32(v, v, v, 0x55); }
   MORVANE_INLINE static type bit_xor(const type a, const type b) { return _mm512_xor_si512(a, b); }
 
+  // Words 0, 2, 4... of the one and 1, 3, 5... of the other.
+  MORVANE_INLINE static type even_and_odd_words(const type a, const type b) {
+    return _mm512_mask_mov_epi16(a, 0xaaaaaaaa, b);
+  }
+
   MORVANE_INLINE static type add_bytes(const type a, const type b) { return _mm512_add_epi8(a, b); }
   MORVANE_INLINE static type add_words(const type a, const type b) { return _mm512_add_epi16(a, b); }
   MORVANE_INLINE static type subtract_words(const type a, const type b) { return _mm512_sub_epi16(a, b); }
   MORVANE_INLINE static type subtract_words_to_zero(const type a, const type b) { return _mm512_subs_epu16(a, b); }
   MORVANE_INLINE static type add_words_to_limit(const type a, const type b) { return _mm512_adds_epu16(a, b); }
+  MORVANE_INLINE static type add_signed_to_limit(const type a, const type b) { return _mm512_adds_epi16(a, b); }
   MORVANE_INLINE static type least_words(const type a, const type b) { return _mm512_min_epu16(a, b); }
   MORVANE_INLINE static type average_words(const type a, const type b) { return _mm512_avg_epu16(a, b); }
   MORVANE_INLINE static type rounded_product(const type a, const type b) { return _mm512_mulhrs_epi16(a, b); }
@@ -66,6 +72,10 @@ struct zmm {
   template <int bits>
   MORVANE_INLINE static type shift_dwords_left(const type v) {
     return _mm512_slli_epi32(v, bits);
+  }
+  template <int bits>
+  MORVANE_INLINE static type shift_dwords_right(const type v) {
+    return _mm512_srli_epi32(v, bits);
   }
   template <int bits>
   MORVANE_INLINE static type shift_dwords_right_signed(const type v) {

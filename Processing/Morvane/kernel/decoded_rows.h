@@ -1,0 +1,326 @@
+// Rows of YCbCr with chroma for every second pixel to rows of RGB in bytes, in one pass. A kernel is a reader, which
+// knows where samples come from, the narrow matrix, and a writer: they meet in registers, with the bytes that lines
+// give.
+//
+// A unit is a pair of pixels. The even pixel has the pair's chroma, the odd one the average of that and of the next
+// pair's, `next` bytes further on, which is read behind the last pair too; `next` is 0 where chroma is repeated
+// instead. Of planes of chroma there are a near row and a far one, which are the same where rows are not filtered.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "lines.h"
+#include "lines_colour.h"
+#include "lines_groups.h"
+#include "lines_stored.h"
+#include "list.h"
+#include "stored.h"
+
+namespace Processing::Morvane::format_conversion::kernel {
+
+// Working samples of the even and of the odd pixel.
+struct samples_of_pair {
+  uint16_t y[2], cb[2], cr[2];
+};
+
+// The same of the pixels in two blocks: one after the other, or the even ones in the first and the odd ones in the
+// second.
+enum class pixel_order { in_sequence, even_and_odd };
+
+template <class V>
+struct samples_of_pixels {
+  typename V::two_blocks y, cb, cr;
+};
+
+// Three parts of the near row and one of the far one. Samples of up to ten bits end in zeros, and no average is
+// rounded.
+template <class V>
+MORVANE_INLINE auto between_rows(const typename V::block near, const typename V::block far) {
+  return V::average_up(near, V::average_up(near, far));
+}
+template <class V>
+MORVANE_INLINE typename V::two_blocks with_next(const typename V::block own, const typename V::block next) {
+  return {own, V::average_up(own, next)};
+}
+
+// Bytes; words with the sample in their upper bits; and words with the sample in their lower ten. `block` is that of so
+// many of a plane, `two_of` makes samples 0, 2, 4... and 1, 3, 5... of two.
+
+struct samples_in_bytes {
+  static constexpr int bytes = 1;
+  static constexpr int low_bits = 0;
+
+  MORVANE_INLINE static uint16_t sample(const uint8_t* p) { return static_cast<uint16_t>(*p << 8); }
+  template <class V>
+  MORVANE_INLINE static auto block(const uint8_t* p, const int half) {
+    const auto words = V::interleave2(V::repeat(0), V::load(p));
+    return half == 0 ? words.first : words.second;
+  }
+  template <class V>
+  MORVANE_INLINE static typename V::two_blocks two_of(const uint8_t* p) {
+    const auto both = V::load(p);
+    return {V::template shift_left_words<8>(both), V::and_blocks(both, V::repeat(0xff00))};
+  }
+};
+
+template <class Samples>
+struct samples_in_words {
+  static constexpr int bytes = 2;
+
+  template <class V>
+  MORVANE_INLINE typename V::two_blocks two_of(const uint8_t* p) const {
+    const auto& samples = static_cast<const Samples&>(*this);
+    return V::deinterleave2_words(samples.template block<V>(p, 0), samples.template block<V>(p, 1));
+  }
+};
+
+struct samples_in_upper_bits : samples_in_words<samples_in_upper_bits> {
+  static constexpr int low_bits = 0;
+  uint16_t kept;
+
+  MORVANE_INLINE uint16_t sample(const uint8_t* p) const { return stored_word(p) & kept; }
+  template <class V>
+  MORVANE_INLINE auto block(const uint8_t* p, const int number) const {
+    return V::and_blocks(V::load(blocks_on<V>(p, number)), V::repeat(kept));
+  }
+};
+
+struct samples_in_lower_ten_bits : samples_in_words<samples_in_lower_ten_bits> {
+  static constexpr int low_bits = 10;
+
+  MORVANE_INLINE static uint16_t sample(const uint8_t* p) { return static_cast<uint16_t>(stored_word(p) << 6); }
+  template <class V>
+  MORVANE_INLINE static auto block(const uint8_t* p, const int number) {
+    return V::template shift_left_words<6>(V::load(blocks_on<V>(p, number)));
+  }
+};
+
+// Readers. Where words alternate between Cb and Cr, those of the even and of the odd pixels are transposed:
+//   own Cb0 Cr0 Cb1 Cr1...  and  odd ones cb0 cr0 cb1 cr1...  to  Cb0 cb0 Cb1 cb1...  and  Cr0 cr0 Cr1 cr1...
+
+template <first_of_pair begins>
+struct packed_pairs {
+  using planes = plane_list<from<4>>;
+  static constexpr pixel_order order = pixel_order::in_sequence;
+  static constexpr int bytes_to_next = 4;
+  static constexpr int low_bits = 0;
+  static constexpr bool begins_with_luma = begins == first_of_pair::luma;
+  static constexpr int y = begins_with_luma ? 0 : 1;
+
+  MORVANE_INLINE static uint16_t word(const uint8_t byte) { return static_cast<uint16_t>(byte << 8); }
+  MORVANE_INLINE static samples_of_pair pair(const ptrdiff_t next, const uint8_t* p) {
+    const uint16_t cb = word(p[1 - y]), cr = word(p[3 - y]);
+    return {{word(p[y]), word(p[y + 2])},
+            {cb, average_up(cb, word(p[next + 1 - y]))},
+            {cr, average_up(cr, word(p[next + 3 - y]))}};
+  }
+  // The first or the second bytes of words.
+  template <class V, bool second>
+  MORVANE_INLINE static auto bytes(const typename V::block pairs) {
+    if constexpr (second)
+      return V::and_blocks(pairs, V::repeat(0xff00));
+    else
+      return V::template shift_left_words<8>(pairs);
+  }
+  template <class V>
+  MORVANE_INLINE static typename V::two_blocks chroma(const ptrdiff_t next, const uint8_t* p) {
+    const auto own = bytes<V, begins_with_luma>(V::load(p));
+    return V::transpose2_words(own, V::average_up(own, bytes<V, begins_with_luma>(V::load(p + next))));
+  }
+  template <class V>
+  MORVANE_INLINE static samples_of_pixels<V> pixels(const ptrdiff_t next, int, const uint8_t* p) {
+    const auto* further = blocks_on<V>(p, 1);
+    const auto first = chroma<V>(next, p), second = chroma<V>(next, further);
+    return {{bytes<V, !begins_with_luma>(V::load(p)), bytes<V, !begins_with_luma>(V::load(further))},
+            {first.first, second.first},
+            {first.second, second.second}};
+  }
+};
+
+// A plane of luma, and the near and the far row of a plane of Cb Cr.
+template <class Samples>
+struct two_planes : Samples {
+  using planes = plane_list<from<2 * Samples::bytes>, from<2 * Samples::bytes>, from<2 * Samples::bytes>>;
+  static constexpr pixel_order order = Samples::bytes == 1 ? pixel_order::even_and_odd : pixel_order::in_sequence;
+  static constexpr int bytes_to_next = 2 * Samples::bytes;
+  static constexpr bool begins_with_luma = true;
+
+  MORVANE_INLINE uint16_t chroma(const uint8_t* near, const uint8_t* far, const ptrdiff_t at) const {
+    return nearer_to_first(this->sample(near + at), this->sample(far + at));
+  }
+  MORVANE_INLINE samples_of_pair pair(const ptrdiff_t next, const uint8_t* luma, const uint8_t* near,
+                                      const uint8_t* far) const {
+    const uint16_t cb = chroma(near, far, 0), cr = chroma(near, far, Samples::bytes);
+    return {{this->sample(luma), this->sample(luma + Samples::bytes)},
+            {cb, average_up(cb, chroma(near, far, next))},
+            {cr, average_up(cr, chroma(near, far, next + Samples::bytes))}};
+  }
+  // Cb and Cr of bytes.
+  template <class V>
+  MORVANE_INLINE typename V::two_blocks of_bytes(const uint8_t* near, const uint8_t* far) const {
+    const auto n = this->template two_of<V>(near), f = this->template two_of<V>(far);
+    return {between_rows<V>(n.first, f.first), between_rows<V>(n.second, f.second)};
+  }
+  // Of words, of the even and the odd pixels of a block.
+  template <class V>
+  MORVANE_INLINE typename V::two_blocks of_words(const ptrdiff_t next, const uint8_t* near, const uint8_t* far,
+                                                 const int number) const {
+    const auto between = [&](const ptrdiff_t at) {
+      return between_rows<V>(this->template block<V>(near + at, number), this->template block<V>(far + at, number));
+    };
+    const auto own = between(0);
+    return V::transpose2_words(own, V::average_up(own, between(next)));
+  }
+  template <class V>
+  MORVANE_INLINE samples_of_pixels<V> pixels(const ptrdiff_t next, int, const uint8_t* luma, const uint8_t* near,
+                                             const uint8_t* far) const {
+    if constexpr (Samples::bytes == 1) {
+      const auto own = of_bytes<V>(near, far), after = of_bytes<V>(near + next, far + next);
+      return {this->template two_of<V>(luma), with_next<V>(own.first, after.first),
+              with_next<V>(own.second, after.second)};
+    } else {
+      const auto first = of_words<V>(next, near, far, 0), second = of_words<V>(next, near, far, 1);
+      return {{this->template block<V>(luma, 0), this->template block<V>(luma, 1)},
+              {first.first, second.first},
+              {first.second, second.second}};
+    }
+  }
+};
+
+// A plane of luma, and the near and the far row of a plane of Cb and of one of Cr.
+template <class Samples>
+struct three_planes : Samples {
+  static constexpr int bytes = Samples::bytes;
+  using planes = plane_list<from<2 * bytes>, from<bytes>, from<bytes>, from<bytes>, from<bytes>>;
+  static constexpr pixel_order order = pixel_order::even_and_odd;
+  static constexpr int bytes_to_next = bytes;
+  static constexpr bool begins_with_luma = true;
+
+  MORVANE_INLINE uint16_t chroma(const uint8_t* near, const uint8_t* far) const {
+    return nearer_to_first(this->sample(near), this->sample(far));
+  }
+  MORVANE_INLINE samples_of_pair pair(const ptrdiff_t next, const uint8_t* luma, const uint8_t* near_cb,
+                                      const uint8_t* far_cb, const uint8_t* near_cr, const uint8_t* far_cr) const {
+    const uint16_t cb = chroma(near_cb, far_cb), cr = chroma(near_cr, far_cr);
+    return {{this->sample(luma), this->sample(luma + bytes)},
+            {cb, average_up(cb, chroma(near_cb + next, far_cb + next))},
+            {cr, average_up(cr, chroma(near_cr + next, far_cr + next))}};
+  }
+  template <class V>
+  MORVANE_INLINE auto chroma(const uint8_t* near, const uint8_t* far, const int number) const {
+    return between_rows<V>(this->template block<V>(near, number), this->template block<V>(far, number));
+  }
+  template <class V>
+  MORVANE_INLINE auto chroma(const ptrdiff_t next, const uint8_t* near, const uint8_t* far, const int number) const {
+    return with_next<V>(chroma<V>(near, far, number), chroma<V>(near + next, far + next, number));
+  }
+  template <class V>
+  MORVANE_INLINE samples_of_pixels<V> pixels(const ptrdiff_t next, const int number, const uint8_t* luma,
+                                             const uint8_t* near_cb, const uint8_t* far_cb, const uint8_t* near_cr,
+                                             const uint8_t* far_cr) const {
+    return {this->template two_of<V>(blocks_on<V>(luma, number)), chroma<V>(next, near_cb, far_cb, number),
+            chroma<V>(next, near_cr, far_cr, number)};
+  }
+};
+
+// Writers: the bytes of R, G, B and 255 in an order that is data, four of a pixel or the first three.
+
+template <int bytes_of_pixel>
+struct bytes_in_order {
+  static constexpr int bytes = bytes_of_pixel;
+  uint32_t places;
+
+  MORVANE_INLINE void put(uint8_t* dst, const uint8_t* rgbx) const {
+    for (int k = 0; k < bytes; ++k) dst[k] = rgbx[places >> 8 * k & 3];
+  }
+  template <class V>
+  MORVANE_INLINE auto ordered(const typename V::two_blocks& rgbx) const {
+    const typename V::two_blocks result = {V::rearrange_dwords(rgbx.first, places),
+                                           V::rearrange_dwords(rgbx.second, places)};
+    if constexpr (bytes == 3)
+      return V::threes(result);
+    else
+      return result;
+  }
+  template <class V>
+  MORVANE_INLINE auto pixels(const typename V::block r, const typename V::block g, const typename V::block b) const {
+    const auto rg = V::interleave2(r, g);
+    const auto bx = V::interleave2(b, V::repeat(65535));
+    return in_a_row(ordered<V>(V::interleave2_words(rg.first, bx.first)),
+                    ordered<V>(V::interleave2_words(rg.second, bx.second)));
+  }
+};
+
+template <class Reader, class Writer, class Sources = typename Reader::planes>
+struct decode;
+
+template <class Reader, class Writer, class... From>
+struct decode<Reader, Writer, plane_list<From...>>
+    : line_kernel<decode<Reader, Writer>, From..., to<2 * Writer::bytes>>, narrow_coefficients_to_rgb {
+  static constexpr bool fills_registers = true;
+  static constexpr int bytes_to_next = Reader::bytes_to_next;
+  Reader from;
+  Writer to;
+  int32_t next;  // bytes_to_next, or 0
+
+  MORVANE_INLINE static uint8_t byte(const uint16_t v) { return static_cast<uint8_t>(rounding<8>{true}.of(v)); }
+  MORVANE_INLINE void rule(const typename From::pointer... src, uint8_t* dst) const {
+    const samples_of_pair pair = from.pair(next, src...);
+    for (int i = 0; i < 2; ++i) {
+      uint16_t r, g, b;
+      rule_of_pixel(pair.y[i], pair.cb[i], pair.cr[i], &r, &g, &b);
+      const uint8_t rgbx[] = {byte(r), byte(g), byte(b), 255};
+      to.put(dst + i * Writer::bytes, rgbx);
+    }
+  }
+  // A sum t becomes the sample 4 t, and that the byte (2 t * 255 + 16384) >> 15, both within limits: what is beyond
+  // them stays so, and packing cuts it off.
+  template <class V>
+  MORVANE_INLINE static auto steps_of_bytes(const typename V::block sum) {
+    return times<V>(sum, 510);
+  }
+  template <class V>
+  MORVANE_INLINE rgb_blocks<V> steps_of_bytes(const typename V::block luma, const typename V::block cb,
+                                              const typename V::block cr) const {
+    const auto u = around_middle<V>(cb);
+    const auto v = around_middle<V>(cr);
+    const auto grey = V::add_words(repeat_signed<V>(black), times<V>(around_middle<V>(luma), y));
+    const auto green = V::subtract_words(V::subtract_words(grey, times<V>(u, g_cb)), times<V>(v, g_cr));
+    return {steps_of_bytes<V>(V::add_signed_to_limit(grey, times<V>(v, r_cr))), steps_of_bytes<V>(green),
+            steps_of_bytes<V>(V::add_signed_to_limit(grey, times<V>(u, b_cb)))};
+  }
+  template <class V>
+  MORVANE_INLINE static auto packed(const typename V::block first, const typename V::block second) {
+    if constexpr (Reader::order == pixel_order::in_sequence)
+      return V::pack_words(first, second);
+    else
+      return V::pack_words_in_turn(first, second);
+  }
+  template <class V>
+  MORVANE_INLINE auto converted(const int number, const typename From::pointer... src) const {
+    const auto [luma, cb, cr] = from.template pixels<V>(next, number, src...);
+    const auto first = steps_of_bytes<V>(luma.first, cb.first, cr.first);
+    const auto second = steps_of_bytes<V>(luma.second, cb.second, cr.second);
+    return to.template pixels<V>(packed<V>(first.r, second.r), packed<V>(first.g, second.g),
+                                 packed<V>(first.b, second.b));
+  }
+  // Planes of chroma in bytes have twice as many pairs in a block.
+  template <class V>
+  MORVANE_INLINE auto convert(const typename From::pointer... src) const {
+    if constexpr (bytes_to_next == 1)
+      return in_a_row(converted<V>(0, src...), converted<V>(1, src...));
+    else
+      return converted<V>(0, src...);
+  }
+};
+
+template <class Reader>
+using decoders_of = kernel_list<decode<Reader, bytes_in_order<4>>, decode<Reader, bytes_in_order<3>>>;
+
+using decode_kernels =
+    joined_lists<decoders_of<packed_pairs<first_of_pair::chroma>>, decoders_of<packed_pairs<first_of_pair::luma>>,
+                 decoders_of<two_planes<samples_in_bytes>>, decoders_of<two_planes<samples_in_upper_bits>>,
+                 decoders_of<three_planes<samples_in_bytes>>>::type;
+
+}  // namespace Processing::Morvane::format_conversion::kernel
