@@ -104,8 +104,8 @@ TEST(short_cuts, are_taken) {
   EXPECT_EQ(nearest.entry_points.size(), 31U);
   EXPECT_EQ(linear.copies, 40);
   EXPECT_EQ(nearest.copies, 40);
-  EXPECT_EQ(linear.rearranged, 162);
-  EXPECT_EQ(nearest.rearranged, 162 + 36);
+  EXPECT_EQ(linear.rearranged, 191);
+  EXPECT_EQ(nearest.rearranged, 191 + 51);
   EXPECT_TRUE(linear.entry_points.contains("uyvy::yuy2"));
 }
 
@@ -145,6 +145,16 @@ TEST(short_cuts, are_not_taken_where_something_is_computed) {
   EXPECT_TRUE(is_short_cut(step_of(of("y_uv_420", 5, 3), of("y_uv_420", 5, 3), {})));
   EXPECT_FALSE(is_short_cut(step_of(of("vuya_f32", 4, 4), of("vuya_f32", 4, 4), {})));
   EXPECT_EQ(step_of(of("bgrx", 4, 4), of("bgrx", 4, 4), {}), "rearrange bgrx as bgrx");
+}
+
+// Words become bytes or words of fewer bits, where the largest one does not stand for 65535.
+TEST(short_cuts, round_words) {
+  for (const auto& [from, to] :
+       {std::pair{"y16", "y"}, {"p216", "y_uv_422"}, {"p010", "y_u_v_420"}, {"y16", "p010"}, {"pa16", "y_uv_422"}})
+    EXPECT_EQ(step_of(of(from, 48, 5), of(to, 48, 5), {}), std::string("rearrange ") + from + " as " + to);
+  for (const auto& [from, to] :
+       {std::pair{"alpha_u16", "alpha"}, {"ya_uv_16", "ya_uv"}, {"y_10u16", "y"}, {"bgra64", "bgra"}})
+    EXPECT_FALSE(is_short_cut(step_of(of(from, 48, 5), of(to, 48, 5), {}))) << from << " to " << to;
 }
 
 std::vector<std::uint8_t> bytes_of(const image& i) {

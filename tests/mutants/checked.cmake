@@ -324,6 +324,13 @@ mutant(rows_of_another_sampling_rearranged
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
+mutant(words_cut_instead_of_rounded
+       FILE checked/rearranged.cpp
+       FROM [[to.depth() < from.depth() ? 1 << (15 - to.depth()) : 0]]
+       TO [[0 * (from.depth() + to.depth())]]
+       ROWS *are_as_the_rules_say/p216
+       PROGRAM checked_test)
+
 mutant(chroma_of_the_lower_row_stays
        FILE checked/rearranged.cpp
        FROM [[row % 2 == 0 ? by.of_upper_rows : by.of_lower_rows]]

@@ -69,9 +69,14 @@ int stored_as(const catalogue::plane& p, const int sample) {
   return p.sample == sample_type::u16 ? sample >> rest << rest : sample >> rest;
 }
 
-bool keeps_all_bits(const catalogue::plane& from, const catalogue::plane& to) {
-  if (low_bits(from.sample) != 0 || low_bits(to.sample) != 0) return from.sample == to.sample;
-  return to.depth() >= from.depth();
+// Samples in the lower bits of words would have to be shifted.
+bool keeps_upper_bits(const catalogue::plane& from, const catalogue::plane& to) {
+  return from.sample == to.sample || (low_bits(from.sample) == 0 && low_bits(to.sample) == 0);
+}
+
+// Half a step of a sample of fewer bits.
+int rounded_by(const catalogue::plane& from, const catalogue::plane& to) {
+  return to.depth() < from.depth() ? 1 << (15 - to.depth()) : 0;
 }
 
 int bytes_in(const stored_plane& p, const int pixels) {
@@ -127,12 +132,13 @@ plane_numbers made_alike(const shape& from, const shape& to, plane_numbers plane
   return planes;
 }
 
-// A byte of a period: the kept bits of a byte of a source, and others that are always set.
+// A byte of a period: the kept bits of a byte of a source, whose word is rounded, and others that are always set.
 struct byte_of_period {
   size_t source = 0;
   int place = 0;
   int kept = 0;
   int set = 0;
+  int rounded_by = 0;
 };
 
 // A period is as many pixels as have whole groups in all planes concerned.
@@ -164,7 +170,7 @@ class search {
   }
 
   bool can_make(const catalogue::plane& p, const catalogue::plane& of) const {
-    return has_whole_bytes(of) && (of.image_rows == p.image_rows || nearest_) && keeps_all_bits(of, p);
+    return has_whole_bytes(of) && (of.image_rows == p.image_rows || nearest_) && keeps_upper_bits(of, p);
   }
   bool find_read_planes() {
     for (const size_t plane : result_.written) {
@@ -214,19 +220,23 @@ class search {
       if (!add({0, 0, 0, value >> 8 * i & 255})) return false;
     return true;
   }
-  // A byte that becomes a word is its upper byte, and where the largest one stands for 65535 the lower one too.
+  // A byte that becomes a word is its upper byte, and where the largest one stands for 65535 the lower one too. Of a
+  // word that becomes a byte it is the upper one.
   bool add_sample(const stored_plane& to, const component c, const int index) {
     const component of = origin_of(c, from_).source;
     const size_t i = read_with(of);
     const catalogue::plane& p = *read(i).layout;
+    const int half = rounded_by(p, *to.layout);
     const bool widens = bytes_of_sample(p) < bytes_of_sample(*to.layout);
-    const bool repeats = widens && is_filled(of, fills_words(from_));
-    if (samples_in(read(i), of, pixels_) != samples_in(to, c, pixels_) || (repeats && to.layout->depth() < 16))
-      return false;
-    const int place = place_of(read(i), of, index);
-    const int kept = stored_as(*to.layout, 65535) & (repeats ? 65535 : widens ? 0xff00 : stored_as(p, 65535));
+    const bool narrows = bytes_of_sample(p) > bytes_of_sample(*to.layout);
+    const bool fills = is_filled(of, fills_words(from_));
+    if (samples_in(read(i), of, pixels_) != samples_in(to, c, pixels_)) return false;
+    if (fills && (half != 0 || (widens && to.layout->depth() < 16))) return false;
+    const int place = place_of(read(i), of, index) + (narrows ? 1 : 0);
+    const int read_bits = narrows || (widens && fills) ? 65535 : widens ? 0xff00 : stored_as(p, 65535);
+    const int kept = stored_as(*to.layout, 65535) & read_bits;
     for (int k = 0; k < bytes_of_sample(*to.layout); ++k)
-      if (!add({i, widens ? place : place + k, kept >> 8 * k & 255, 0})) return false;
+      if (!add({i, widens ? place : place + k, kept >> 8 * k & 255, 0, half})) return false;
     return true;
   }
   bool find_bytes(const stored_plane& to) {
@@ -278,6 +288,7 @@ class search {
     result_.places.from[i] = static_cast<uint8_t>(place);
     result_.places.kept |= static_cast<uint32_t>(b.kept) << 8 * i;
     result_.places.set |= static_cast<uint32_t>(b.set) << 8 * i;
+    result_.places.added |= static_cast<uint32_t>(b.rounded_by) << 8 * (place & 2);
   }
 };
 

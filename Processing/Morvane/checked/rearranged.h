@@ -1,4 +1,5 @@
-// Planes of the destination that have the bytes of planes of the source in another order, or constants.
+// Planes of the destination that have the bytes of planes of the source in another order, words rounded to fewer bits,
+// or constants.
 #pragma once
 
 #include <cstddef>
