@@ -60,9 +60,9 @@ struct plane_memory {
   }
 };
 
-// Of the first few of four bytes.
+// Of the first few of four bytes, rounded where they are whole words.
 kernel::byte_places places_in(const int gathered, const bool backwards) {
-  kernel::byte_places p = {{}, 0xff00c0ff, 0x00800300};
+  kernel::byte_places p = {{}, 0xff00c0ff, 0x00800300, gathered == 4 ? 0x00800020U : 0x20U};
   for (int i = 0; i < std::min(gathered, 4); ++i)
     p.from[i] = static_cast<std::uint8_t>(backwards ? gathered - 1 - i : i);
   return p;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "backend/choice.h"
@@ -70,7 +71,7 @@ void each_pair(const int width, const int height, const Take& take) {
 TEST(short_cuts, have_the_bytes_of_the_rules) {
   for (const backend::kind k : backend::available()) {
     backend::choose(k);
-    for (const auto& [width, height] : {std::pair{48, 4}, {240, 6}})
+    for (const auto& [width, height] : {std::pair{48, 4}, {240, 6}, {48, 5}})
       for (const options& how : {options{}, options{.filter = filter::nearest, .siting = siting::center}})
         each_pair(width, height, [&](const description& from, const description& to) {
           if (is_short_cut(step_of(from, to, how))) expect_bytes_of_the_rules(from, to, how);
@@ -98,25 +99,57 @@ TEST(short_cuts, have_the_bytes_of_the_rules_however_both_pictures_lie) {
   });
 }
 
+// What all pairs take with one filter.
+struct taken {
+  std::set<std::string> entry_points;
+  int copies = 0, rearranged = 0;
+};
+
+taken taken_with(const options& how) {
+  taken result;
+  each_pair(48, 4, [&](const description& from, const description& to) {
+    const std::string step = step_of(from, to, how);
+    if (step.starts_with("copy rows")) ++result.copies;
+    if (step.starts_with("rearrange")) ++result.rearranged;
+    const std::size_t by = step.find(" by ");
+    if (by != std::string::npos) result.entry_points.insert(step.substr(by + 4));
+  });
+  return result;
+}
+
 // So that none is lost: entry points, formats whose rows are copied, and formats whose bytes are rearranged.
 TEST(short_cuts, are_taken) {
-  std::set<std::string> linear, nearest;
-  int copies = 0, rearranged = 0;
-  each_pair(48, 4, [&](const description& from, const description& to) {
-    for (std::set<std::string>* found : {&linear, &nearest}) {
-      const options how = {.filter = found == &nearest ? filter::nearest : filter::linear};
-      const std::string step = step_of(from, to, how);
-      if (step.starts_with("copy rows")) ++copies;
-      if (step.starts_with("rearrange")) ++rearranged;
-      const std::size_t by = step.find(" by ");
-      if (by != std::string::npos) found->insert(step.substr(by + 4));
-    }
-  });
-  EXPECT_EQ(linear.size(), 13U);
-  EXPECT_EQ(nearest.size(), 30U);
-  EXPECT_EQ(copies, 2 * 40);
-  EXPECT_EQ(rearranged, 2 * 163);
-  EXPECT_TRUE(linear.contains("uyvy::yuy2"));
+  const taken linear = taken_with({}), nearest = taken_with({.filter = filter::nearest});
+  EXPECT_EQ(linear.entry_points.size(), 13U);
+  EXPECT_EQ(nearest.entry_points.size(), 30U);
+  EXPECT_EQ(linear.copies, 40);
+  EXPECT_EQ(nearest.copies, 40);
+  EXPECT_EQ(linear.rearranged, 192);
+  EXPECT_EQ(nearest.rearranged, 192 + 51);
+  EXPECT_TRUE(linear.entry_points.contains("uyvy::yuy2"));
+}
+
+// With the nearest filter alone rows of chroma are repeated and dropped, which moves bytes and computes nothing.
+TEST(short_cuts, repeat_and_drop_rows_of_chroma) {
+  using texts = std::vector<std::string>;
+  const std::pair<const char*, const char*> up[] = {
+      {"y_u_v_420", "yuy2"}, {"y_uv_420", "uyvy"}, {"y_uv_420", "y_u_v_422"}, {"p010", "p216"}};
+  const std::pair<const char*, const char*> down[] = {
+      {"yuy2", "y_u_v_420"}, {"yuy2", "y_uv_420"}, {"y_uv_422", "y_u_v_420"}, {"uyvy", "p010"}};
+  const auto expect = [](const auto& pairs, const std::string& chroma) {
+    for (const auto& [from_name, to_name] : pairs)
+      for (const siting where : {siting::left, siting::center}) {
+        const description from = of(from_name, 48, 5), to = of(to_name, 48, 5);
+        const plan p(from, to, {.filter = filter::nearest, .siting = where});
+        EXPECT_EQ(p.steps(), (texts{std::string("rearrange ") + from_name + " as " + to_name, chroma}));
+        EXPECT_FALSE(is_short_cut(step_of(from, to, {.siting = where}))) << from_name << " to " << to_name;
+      }
+  };
+  expect(up, "chroma 4:2:0 to 4:2:2");
+  expect(down, "chroma 4:2:2 to 4:2:0");
+  EXPECT_EQ(plan(of("yuy2", 48, 5), of("y_u_v_420", 48, 5), {.filter = filter::nearest}).losses(),
+            texts{"chroma 4:2:2 to 4:2:0"});
+  EXPECT_FALSE(is_short_cut(step_of(of("p010", 48, 5), of("uyvy", 48, 5), {.filter = filter::nearest})));
 }
 
 TEST(short_cuts, are_not_taken_where_something_is_computed) {
@@ -134,24 +167,49 @@ TEST(short_cuts, are_not_taken_where_something_is_computed) {
   EXPECT_EQ(step_of(of("bgrx", 4, 4), of("bgrx", 4, 4), {}), "rearrange bgrx as bgrx");
 }
 
-// Of a picture whose first byte is at an odd address, and of bands that begin between two rows of chroma.
-TEST(short_cuts, have_the_same_bytes_at_every_address_and_band) {
+// Words become bytes or words of fewer bits, where the largest one does not stand for 65535.
+TEST(short_cuts, round_words) {
+  for (const auto& [from, to] :
+       {std::pair{"y16", "y"}, {"p216", "y_uv_422"}, {"p010", "y_u_v_420"}, {"y16", "p010"}, {"pa16", "y_uv_422"}})
+    EXPECT_EQ(step_of(of(from, 48, 5), of(to, 48, 5), {}), std::string("rearrange ") + from + " as " + to);
+  for (const auto& [from, to] :
+       {std::pair{"alpha_u16", "alpha"}, {"ya_uv_16", "ya_uv"}, {"y_10u16", "y"}, {"bgra64", "bgra"}})
+    EXPECT_FALSE(is_short_cut(step_of(of(from, 48, 5), of(to, 48, 5), {}))) << from << " to " << to;
+}
+
+std::vector<std::uint8_t> bytes_of(const image& i) {
+  return {i.data(), i.data() + i.bytes()};
+}
+
+// Of bands that begin between two rows of chroma and end there, in any order.
+TEST(short_cuts, have_the_same_bytes_in_every_band) {
+  for (const char* to_name : {"y_uv_422", "yuy2", "y_u_v_422", "p216"}) {
+    const description from = of("y_uv_420", 16, 8), to = of(to_name, 16, 8);
+    const plan p(from, to, {.filter = filter::nearest});
+    ASSERT_TRUE(is_short_cut(p.steps().front())) << to_name;
+    ASSERT_EQ(p.row_granularity(), 1);
+    image source(from), whole(to), banded(to);
+    for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * 37 + i / 16);
+    p.run(source.picture(), whole.picture());
+    std::vector<std::uint8_t> scratch(p.scratch_bytes());
+    for (const auto& [first, rows] : {std::pair{5, 3}, {0, 1}, {1, 4}})
+      p.run_rows(source.picture(), banded.picture(), first, rows, scratch.data(), scratch.size());
+    EXPECT_EQ(bytes_of(whole), bytes_of(banded)) << to_name;
+  }
+}
+
+// Of a picture whose first byte is at an odd address.
+TEST(short_cuts, have_the_same_bytes_at_every_address) {
   const description from = of("y_uv_420", 16, 8), to = of("y_uv_422", 16, 8);
   const plan p(from, to, {.filter = filter::nearest});
   ASSERT_TRUE(is_short_cut(p.steps().front()));
-  image source(from), whole(to), banded(to);
+  image source(from), even(to), odd(to);
   for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * 37 + i / 16);
-  p.run(source.picture(), whole.picture());
-  std::vector<std::uint8_t> scratch(p.scratch_bytes());
-  for (const auto& [first, rows] : {std::pair{5, 3}, {0, 1}, {1, 4}})
-    p.run_rows(source.picture(), banded.picture(), first, rows, scratch.data(), scratch.size());
-  EXPECT_TRUE(std::equal(whole.data(), whole.data() + whole.bytes(), banded.data()));
-
-  std::vector<std::uint8_t> odd(source.bytes() + 1);
-  std::copy(source.data(), source.data() + source.bytes(), odd.begin() + 1);
-  image again(to);
-  p.run(picture_in(odd.data() + 1, source.layout()), again.picture());
-  EXPECT_TRUE(std::equal(whole.data(), whole.data() + whole.bytes(), again.data()));
+  p.run(source.picture(), even.picture());
+  std::vector<std::uint8_t> moved(source.bytes() + 1);
+  std::copy(source.data(), source.data() + source.bytes(), moved.begin() + 1);
+  p.run(picture_in(moved.data() + 1, source.layout()), odd.picture());
+  EXPECT_EQ(bytes_of(even), bytes_of(odd));
 }
 
 // By name.
@@ -259,20 +317,28 @@ TEST(named_entry_points, touch_nothing_behind_rows) {
 // Threads of a plan.
 
 TEST(plans_with_threads, have_the_same_bytes) {
-  for (const auto& [from_name, to_name] :
-       {std::pair{"y_uv_420", "bgra"}, {"bgra", "y_uv_420"}, {"uyvy", "yuy2"}, {"bgra", "bgra"}, {"p010", "v210"}})
+  const options linear, nearest = {.filter = filter::nearest};
+  for (const auto& [from_name, to_name, how] : {std::tuple{"y_uv_420", "bgra", linear},
+                                                {"bgra", "y_uv_420", linear},
+                                                {"uyvy", "yuy2", linear},
+                                                {"bgra", "bgra", linear},
+                                                {"p010", "v210", linear},
+                                                {"yuy2", "y_u_v_420", nearest},
+                                                {"y_u_v_420", "yuy2", nearest}})
     for (const int height : {1, 2, 3, 17, 64}) {
       const description from = of(from_name, 90, height), to = of(to_name, 90, height);
       image source(from), alone(to);
       for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * i / 7);
-      plan(from, to).run(source.picture(), alone.picture());
+      plan(from, to, how).run(source.picture(), alone.picture());
       for (const int threads : {2, 5}) {
-        const plan shared(from, to, {.threads = threads});
+        options by_threads = how;
+        by_threads.threads = threads;
+        const plan shared(from, to, by_threads);
         std::vector<std::uint8_t> scratch(shared.scratch_bytes());
         for (int repetition = 0; repetition < 3; ++repetition) {
           image made(to);
           shared.run(source.picture(), made.picture(), scratch.data(), scratch.size());
-          EXPECT_TRUE(std::equal(alone.data(), alone.data() + alone.bytes(), made.data())) << from_name << height;
+          EXPECT_EQ(bytes_of(alone), bytes_of(made)) << from_name << height;
         }
       }
     }

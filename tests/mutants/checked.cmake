@@ -319,8 +319,8 @@ mutant(part_of_a_period_rearranged
 
 mutant(rows_of_another_sampling_rearranged
        FILE checked/rearranged.cpp
-       FROM [[has_whole_bytes(of) && of.image_rows == p.image_rows &&]]
-       TO [[has_whole_bytes(of) &&]]
+       FROM [[(of.image_rows == p.image_rows || nearest_)]]
+       TO [[(of.image_rows > 0 || nearest_)]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
@@ -343,4 +343,18 @@ mutant(decoder_that_no_plan_takes
        FROM [[if (!is_matrix_alone(w) || !is_of_bytes(w.to)) return {};]]
        TO [[if (is_matrix_alone(w) || !is_of_bytes(w.to)) return {};]]
        ROWS checked_plans.decode_without_lines
+       PROGRAM checked_test)
+
+mutant(words_cut_instead_of_rounded
+       FILE checked/rearranged.cpp
+       FROM [[to.depth() < from.depth() ? 1 << (15 - to.depth()) : 0]]
+       TO [[0 * (from.depth() + to.depth())]]
+       ROWS *are_as_the_rules_say/p216
+       PROGRAM checked_test)
+
+mutant(chroma_of_the_lower_row_stays
+       FILE checked/rearranged.cpp
+       FROM [[row % 2 == 0 ? by.of_upper_rows : by.of_lower_rows]]
+       TO [[row % 2 == 0 ? by.of_upper_rows : true]]
+       ROWS *are_as_the_rules_say/yuy2
        PROGRAM checked_test)

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "layout.h"
+
 namespace Processing::Morvane::checked {
 
 namespace {
@@ -66,11 +68,6 @@ int64_t scratch_stride(const way& w, const shape& s) {
     bytes = std::max(bytes, p.row_bytes(width) + w.by->bytes_past(p, width));
   }
   return (bytes + alignment - 1) / alignment * alignment;
-}
-
-uint8_t* row_of(const morvane_picture& picture, const shape& s, const size_t plane, const int row) {
-  return static_cast<uint8_t*>(picture.data[plane]) +
-         picture.stride[plane] * (row / s.planes[plane].layout->image_rows);
 }
 
 int64_t rows_of(const shape& s, const size_t plane, const int rows) {
@@ -236,9 +233,7 @@ void copy_planes(const way& w, const morvane_picture& source, const morvane_pict
 void rearrange_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
                       const int rows) {
   for (int row = first; row < first + rows; ++row)
-    for (const rearrangement& r : w.rearranged)
-      if (const int image_rows = w.to.planes[r.written[0]].layout->image_rows; row % image_rows == 0)
-        rearrange_row(r, source, destination, row / image_rows);
+    for (const rearrangement& r : w.rearranged) rearrange_row(r, w.from, source, w.to, destination, row);
 }
 
 int64_t direct_scratch_bytes(const way& w) {

@@ -139,6 +139,11 @@ problem are_apart(const shape& source, const morvane_picture& from, const shape&
   return none();
 }
 
+uint8_t* row_of(const morvane_picture& picture, const shape& s, const size_t plane, const int row) {
+  return static_cast<uint8_t*>(picture.data[plane]) +
+         picture.stride[plane] * (row / s.planes[plane].layout->image_rows);
+}
+
 problem is_apart(const scratch_memory& scratch, const shape& source, const morvane_picture& from,
                  const shape& destination, const morvane_picture& to) {
   const rows_in_memory used{

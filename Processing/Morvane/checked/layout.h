@@ -13,6 +13,9 @@ problem lay_out(const shape& s, int64_t alignment, morvane_layout& layout);
 // Whether the planes are there and as long as their rows need. `name` is that of the picture in messages.
 problem fits(const shape& s, const morvane_picture* picture, const char* name);
 
+// The row of a plane that a row of the image has there, alone or with the next one. The picture fits.
+uint8_t* row_of(const morvane_picture& picture, const shape& s, size_t plane, int row);
+
 // Whether no plane of the destination shares bytes with another plane. Both pictures fit.
 problem are_apart(const shape& source, const morvane_picture& from, const shape& destination,
                   const morvane_picture& to);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "../backend/dispatch.h"
+#include "layout.h"
 
 namespace Processing::Morvane::checked {
 
@@ -68,9 +69,14 @@ int stored_as(const catalogue::plane& p, const int sample) {
   return p.sample == sample_type::u16 ? sample >> rest << rest : sample >> rest;
 }
 
-bool keeps_all_bits(const catalogue::plane& from, const catalogue::plane& to) {
-  if (low_bits(from.sample) != 0 || low_bits(to.sample) != 0) return from.sample == to.sample;
-  return to.depth() >= from.depth();
+// Samples in the lower bits of words would have to be shifted.
+bool keeps_upper_bits(const catalogue::plane& from, const catalogue::plane& to) {
+  return from.sample == to.sample || (low_bits(from.sample) == 0 && low_bits(to.sample) == 0);
+}
+
+// Half a step of a sample of fewer bits.
+int rounded_by(const catalogue::plane& from, const catalogue::plane& to) {
+  return to.depth() < from.depth() ? 1 << (15 - to.depth()) : 0;
 }
 
 int bytes_in(const stored_plane& p, const int pixels) {
@@ -126,18 +132,20 @@ plane_numbers made_alike(const shape& from, const shape& to, plane_numbers plane
   return planes;
 }
 
-// A byte of a period: the kept bits of a byte of a source, and others that are always set.
+// A byte of a period: the kept bits of a byte of a source, whose word is rounded, and others that are always set.
 struct byte_of_period {
   size_t source = 0;
   int place = 0;
   int kept = 0;
   int set = 0;
+  int rounded_by = 0;
 };
 
 // A period is as many pixels as have whole groups in all planes concerned.
 class search {
  public:
-  search(const shape& from, const shape& to, const plane_numbers& planes) : from_(from), to_(to) {
+  search(const shape& from, const shape& to, const bool nearest, const plane_numbers& planes)
+      : from_(from), to_(to), nearest_(nearest) {
     result_.written = planes;
   }
   std::optional<rearrangement> find() {
@@ -148,6 +156,7 @@ class search {
  private:
   const shape& from_;
   const shape& to_;
+  const bool nearest_;
   rearrangement result_;
   int pixels_ = 0;                // of a period
   few<byte_of_period, 4> bytes_;  // more of them no kernel writes
@@ -161,13 +170,12 @@ class search {
   }
 
   bool can_make(const catalogue::plane& p, const catalogue::plane& of) const {
-    return has_whole_bytes(of) && of.image_rows == p.image_rows && keeps_all_bits(of, p);
+    return has_whole_bytes(of) && (of.image_rows == p.image_rows || nearest_) && keeps_upper_bits(of, p);
   }
   bool find_read_planes() {
     for (const size_t plane : result_.written) {
       const stored_plane& p = to_.planes[plane];
-      if (!is_full(p, to_) || !has_whole_bytes(*p.layout) || p.layout->image_rows != written(0).layout->image_rows)
-        return false;
+      if (!is_full(p, to_) || !has_whole_bytes(*p.layout)) return false;
       for (const size_t i : planes_read(from_, p)) {
         if (!can_make(*p.layout, *from_.planes[i].layout)) return false;
         if (!result_.read.contains(i)) result_.read.add(i);
@@ -212,19 +220,23 @@ class search {
       if (!add({0, 0, 0, value >> 8 * i & 255})) return false;
     return true;
   }
-  // A byte that becomes a word is its upper byte, and where the largest one stands for 65535 the lower one too.
+  // A byte that becomes a word is its upper byte, and where the largest one stands for 65535 the lower one too. Of a
+  // word that becomes a byte it is the upper one.
   bool add_sample(const stored_plane& to, const component c, const int index) {
     const component of = origin_of(c, from_).source;
     const size_t i = read_with(of);
     const catalogue::plane& p = *read(i).layout;
+    const int half = rounded_by(p, *to.layout);
     const bool widens = bytes_of_sample(p) < bytes_of_sample(*to.layout);
-    const bool repeats = widens && is_filled(of, fills_words(from_));
-    if (samples_in(read(i), of, pixels_) != samples_in(to, c, pixels_) || (repeats && to.layout->depth() < 16))
-      return false;
-    const int place = place_of(read(i), of, index);
-    const int kept = stored_as(*to.layout, 65535) & (repeats ? 65535 : widens ? 0xff00 : stored_as(p, 65535));
+    const bool narrows = bytes_of_sample(p) > bytes_of_sample(*to.layout);
+    const bool fills = is_filled(of, fills_words(from_));
+    if (samples_in(read(i), of, pixels_) != samples_in(to, c, pixels_)) return false;
+    if (fills && (half != 0 || (widens && to.layout->depth() < 16))) return false;
+    const int place = place_of(read(i), of, index) + (narrows ? 1 : 0);
+    const int read_bits = narrows || (widens && fills) ? 65535 : widens ? 0xff00 : stored_as(p, 65535);
+    const int kept = stored_as(*to.layout, 65535) & read_bits;
     for (int k = 0; k < bytes_of_sample(*to.layout); ++k)
-      if (!add({i, widens ? place : place + k, kept >> 8 * k & 255, 0})) return false;
+      if (!add({i, widens ? place : place + k, kept >> 8 * k & 255, 0, half})) return false;
     return true;
   }
   bool find_bytes(const stored_plane& to) {
@@ -276,14 +288,14 @@ class search {
     result_.places.from[i] = static_cast<uint8_t>(place);
     result_.places.kept |= static_cast<uint32_t>(b.kept) << 8 * i;
     result_.places.set |= static_cast<uint32_t>(b.set) << 8 * i;
+    result_.places.added |= static_cast<uint32_t>(b.rounded_by) << 8 * (place & 2);
   }
 };
 
 template <class Rows>
-Rows rows_of(const morvane_picture& picture, const plane_numbers& planes, const int row) {
+Rows rows_of(const morvane_picture& picture, const shape& s, const plane_numbers& planes, const int row) {
   Rows rows{};
-  for (size_t i = 0; i < planes.size(); ++i)
-    rows[i] = static_cast<uint8_t*>(picture.data[planes[i]]) + picture.stride[planes[i]] * row;
+  for (size_t i = 0; i < planes.size(); ++i) rows[i] = row_of(picture, s, planes[i], row);
   return rows;
 }
 template <class Rows>
@@ -303,36 +315,54 @@ void rearrange_rest(const rearrangement& by, const int rest, const source_rows& 
   for (size_t i = 0; i < by.written.size(); ++i) std::copy_n(made[i], k.written[i] * rest / by.periods_of_unit, to[i]);
 }
 
+// All of these planes at once. Where some of them have no lower rows, those of the others are made apart.
+rearrangements find_together(const shape& from, const shape& to, const bool nearest, const plane_numbers& planes) {
+  std::optional<rearrangement> upper = search(from, to, nearest, planes).find();
+  if (!upper) return {};
+  plane_numbers with_lower_rows = planes;
+  with_lower_rows.keep_if([&](const size_t plane) { return to.planes[plane].layout->image_rows == 1; });
+  upper->of_lower_rows = with_lower_rows.size() == planes.size();
+  rearrangements found;
+  found.add(*upper);
+  if (upper->of_lower_rows || with_lower_rows.size() == 0) return found;
+  std::optional<rearrangement> lower = search(from, to, nearest, with_lower_rows).find();
+  if (!lower) return {};
+  lower->of_upper_rows = false;
+  found.add(*lower);
+  return found;
+}
+
 }  // namespace
 
 bool is_written(const rearrangements& all, const size_t plane) {
   return std::any_of(all.begin(), all.end(), [&](const rearrangement& r) { return r.written.contains(plane); });
 }
 
-rearrangements find_rearrangements(const shape& from, const shape& to, plane_numbers planes) {
+rearrangements find_rearrangements(const shape& from, const shape& to, const bool nearest, plane_numbers planes) {
   rearrangements found;
   while (planes.size() > 0) {
     plane_numbers tried = made_alike(from, to, planes);
-    std::optional<rearrangement> r = search(from, to, tried).find();
-    if (!r && tried.size() > 1) {
+    rearrangements together = find_together(from, to, nearest, tried);
+    if (together.size() == 0 && tried.size() > 1) {
       tried.keep_if([&](const size_t plane) { return plane == planes[0]; });
-      r = search(from, to, tried).find();
+      together = find_together(from, to, nearest, tried);
     }
-    if (r) found.add(*r);
+    for (const rearrangement& r : together) found.add(r);
     planes.keep_if([&](const size_t plane) { return !tried.contains(plane); });
   }
   return found;
 }
 
-void rearrange_row(const rearrangement& by, const morvane_picture& source, const morvane_picture& destination,
-                   const int row) {
+void rearrange_row(const rearrangement& by, const shape& from, const morvane_picture& source, const shape& to,
+                   const morvane_picture& destination, const int row) {
+  if (!(row % 2 == 0 ? by.of_upper_rows : by.of_lower_rows)) return;
   const kernel_entry& k = kernels[by.kernel];
-  const auto from = rows_of<source_rows>(source, by.read, row);
-  const auto to = rows_of<destination_rows>(destination, by.written, row);
+  const auto read = rows_of<source_rows>(source, from, by.read, row);
+  const auto written = rows_of<destination_rows>(destination, to, by.written, row);
   const int units = by.periods / by.periods_of_unit;
-  k.run(from, to, units, by.places);
+  k.run(read, written, units, by.places);
   const int rest = by.periods % by.periods_of_unit;
-  if (rest != 0) rearrange_rest(by, rest, units_on(from, k.read, units), units_on(to, k.written, units));
+  if (rest != 0) rearrange_rest(by, rest, units_on(read, k.read, units), units_on(written, k.written, units));
 }
 
 }  // namespace Processing::Morvane::checked

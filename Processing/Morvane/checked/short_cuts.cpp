@@ -85,7 +85,7 @@ void find_direct_planes(way& w) {
     w.copy_of[i] = find_original(w.to.planes[i], w);
     if (w.copy_of[i] < 0) others.add(i);
   }
-  w.rearranged = find_rearrangements(w.from, w.to, others);
+  w.rearranged = find_rearrangements(w.from, w.to, w.how.filter == chroma_filter::nearest, others);
 }
 
 bool shares_components(const stored_plane& a, const stored_plane& b) {

@@ -131,16 +131,15 @@ problem find_way(const shape& from, const shape& to, const choices& how, way& re
 }
 
 std::vector<std::string> steps_of(const way& w) {
-  if (w.by != nullptr)
-    return {std::string(w.from.format->name) + " to " + std::string(w.to.format->name) + " by " +
-            std::string(w.by->name)};
-  if (copies_all(w)) return {"copy rows of " + std::string(w.to.format->name)};
-  if (!w.needs_lines())
-    return {"rearrange " + std::string(w.from.format->name) + " as " + std::string(w.to.format->name)};
-  std::vector<std::string> steps = {"read " + std::string(w.from.format->name)};
+  const std::string from(w.from.format->name), to(w.to.format->name);
+  if (w.by != nullptr) return {from + " to " + to + " by " + std::string(w.by->name)};
+  if (copies_all(w)) return {"copy rows of " + to};
+  std::vector<std::string> steps;
   const auto add = [&](const bool is_done, const std::string& step) {
     if (is_done) steps.push_back(step);
   };
+  add(!w.needs_lines(), "rearrange " + from + " as " + to);
+  add(w.needs_lines(), "read " + from);
   const std::string target = w.has_to_rgb ? "4:4:4" : sampling_of(w.to);
   add(w.widens_rgb, "RGB to full range");
   add(w.composites, "over the background");
@@ -152,7 +151,7 @@ std::vector<std::string> steps_of(const way& w) {
   add(w.halves_columns || w.halves_rows,
       "chroma " + (w.has_from_rgb ? "4:4:4" : sampling_of(w.from)) + " to " + sampling_of(w.to));
   add(w.narrows_rgb, "RGB to video range");
-  add(true, "write " + std::string(w.to.format->name));
+  add(w.needs_lines(), "write " + to);
   return steps;
 }
 

@@ -10,13 +10,19 @@
 
 namespace Processing::Morvane::format_conversion::kernel {
 
-// What becomes of double words: byte k of the result is one of their bytes, of which some bits are kept, and others are
-// always set.
+// What becomes of double words: words are rounded by what is added to them; then byte k of the result is one of their
+// bytes, of which some bits are kept, and others are always set.
 struct byte_places {
   uint8_t from[4];
   uint32_t kept;
   uint32_t set;
+  uint32_t added;
 
+  MORVANE_INLINE uint32_t rounded(const uint32_t dword) const {
+    const uint32_t lower = add_to_limit(static_cast<uint16_t>(dword), static_cast<uint16_t>(added));
+    const uint32_t upper = add_to_limit(static_cast<uint16_t>(dword >> 16), static_cast<uint16_t>(added >> 16));
+    return lower | upper << 16;
+  }
   MORVANE_INLINE uint32_t arranged(const uint32_t dword) const {
     uint32_t bytes = 0;
     for (int k = 0; k < 4; ++k) bytes |= (dword >> 8 * from[k] & 255) << 8 * k;
@@ -27,6 +33,11 @@ struct byte_places {
     const uint32_t places = from[0] | uint32_t{from[1]} << 8 | uint32_t{from[2]} << 16 | uint32_t{from[3]} << 24;
     return V::or_blocks(V::and_blocks(V::rearrange_dwords(dwords, places), V::repeat_dword(kept)),
                         V::repeat_dword(set));
+  }
+  template <class V>
+  MORVANE_INLINE auto rounded(const typename V::two_blocks& dwords) const {
+    const auto by = V::repeat_dword(added);
+    return typename V::two_blocks{V::add_words_to_limit(dwords.first, by), V::add_words_to_limit(dwords.second, by)};
   }
   template <class V>
   MORVANE_INLINE auto arranged(const typename V::two_blocks& dwords) const {
@@ -195,19 +206,23 @@ struct rearrange<of_planes<written...>, of_planes<read...>>
   static constexpr bool bound_by_memory = !of_planes<written...>::of_three && !of_planes<read...>::of_three;
   static constexpr bool fills_registers = true;
   static constexpr int gathered = of_planes<read...>::count;
+  static constexpr bool has_words = ((read % 2 == 0) || ...);
   byte_places places;
 
   MORVANE_INLINE void rule(const read_bytes<read>... src, const written_bytes<written>... dst) const {
     uint32_t dword = 0;
     int passed = 0;
     (append<read>(dword, passed, src), ...);
+    if constexpr (has_words) dword = places.rounded(dword);
     dword = places.arranged(dword);
     passed = 0;
     (take<written>(dword, passed, dst), ...);
   }
   template <class V>
   MORVANE_INLINE auto convert(const read_bytes<read>... src) const {
-    const auto dwords = gather<V>(of_planes<read...>(), src...);
+    auto dwords = gather<V>(of_planes<read...>(), src...);
+    if constexpr (has_words)
+      dwords = {places.template rounded<V>(dwords.lower), places.template rounded<V>(dwords.upper)};
     return scatter<V>(of_planes<written...>(),
                       {places.template arranged<V>(dwords.lower), places.template arranged<V>(dwords.upper)});
   }
