@@ -270,6 +270,8 @@ constexpr mistake scarce_memory[] = {
      1, "frames of this size need 240"},
     {"ulimit -v 200000; morvane convert -f uyvy -t bgra -s 8x4 -j 250 --frames 1 /dev/zero out", 1,
      "--threads is 250, and so many cannot be started"},
+    {"ulimit -v 200000; morvane pattern bars -f uyvy -s 8x4 -j 250 out", 1,
+     "--threads is 250, and so many cannot be started"},
 };
 INSTANTIATE_TEST_SUITE_P(scarce_memory, errors, testing::ValuesIn(scarce_memory));
 #endif

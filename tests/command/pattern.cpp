@@ -135,11 +135,11 @@ bytes alpha_of(const bytes& frame) {
 }
 
 // What a frame of bgra64 is in any format, by checked calls.
-bytes expected(const bytes& frame, const description& to) {
+bytes expected(const bytes& frame, const description& to, const options& how = {}) {
   const description from = described("bgra64", to.width, to.height);
   if (name_of(to.format) == "uyvy_uyvy") {
     const description one = described("uyvy", to.width, to.height);
-    return converted(frame, from, one) + converted(grey_of_alpha(frame), from, one);
+    return converted(frame, from, one, how) + converted(grey_of_alpha(frame), from, one);
   }
   const description alpha = described("alpha_u16", to.width, to.height);
   const description video = described("p216", to.width, to.height);
@@ -212,9 +212,11 @@ TEST_F(pattern, takes_the_colours_of_the_result) {
   EXPECT_EQ(words("-f nv12 --siting center"), in_colour("y_uv_420", {}, {}, {.siting = siting::center}));
   EXPECT_EQ(words("-f nv12 -j 3"), words("-f nv12"));
   const bytes key = written("key", "bgra64");
+  const options over = {.background = color{9, 8, 7}};
+  EXPECT_EQ(written("key -f uyvy_uyvy --background 9,8,7" + size),
+            expected(key, described("uyvy_uyvy", width, height), over));
   EXPECT_EQ(written("key -f uyvy --background 9,8,7" + size),
-            converted(key, described("bgra64", width, height), described("uyvy", width, height),
-                      {.background = color{9, 8, 7}}));
+            converted(key, described("bgra64", width, height), described("uyvy", width, height), over));
 }
 
 TEST_F(pattern, goes_where_converted_frames_go) {
@@ -241,7 +243,7 @@ TEST_F(pattern, goes_where_converted_frames_go) {
 }
 
 TEST_F(pattern, leaves_whole_frames_or_nothing) {
-  std::vector<std::string> endless = {"pattern", "zone", "-f", "y", "-s", "64x64", "--frames", "9000000000", "out"};
+  std::vector<std::string> endless = {"pattern", "zone", "-f", "y", "-s", "64x64", "--frames", "100000", "out"};
   EXPECT_EQ(interrupted(endless, 1, SIGINT), SIGINT);
   EXPECT_TRUE(files().empty());
   endless.emplace_back("--keep");
