@@ -24,6 +24,13 @@ const format_info& info_of(morvane::format id) {
   return *found;
 }
 
+std::vector<std::string> components_of(const plane_info& plane) {
+  std::istringstream words(plane.components);
+  std::vector<std::string> result;
+  for (std::string word; words >> word;) result.push_back(word);
+  return result;
+}
+
 const format_info* format_of_each_image(const format_info& f) {
   const plane_info& plane = f.planes[0];
   if (f.plane_count != 2 || std::string_view(plane.components) != f.planes[1].components) return nullptr;
@@ -36,13 +43,6 @@ const format_info* format_of_each_image(const format_info& f) {
   const auto found = std::find_if(all.begin(), all.end(), has_the_plane_alone);
   if (found == all.end()) throw std::logic_error(text("there is no format of one image of ", f.name));
   return &*found;
-}
-
-std::vector<std::string> components_of(const plane_info& plane) {
-  std::istringstream words(plane.components);
-  std::vector<std::string> result;
-  for (std::string word; words >> word;) result.push_back(word);
-  return result;
 }
 
 }  // namespace morvane::tool

@@ -23,9 +23,6 @@ inline std::span<const plane_info> planes_of(const format_info& f) {
 // The components of a group in storage order.
 std::vector<std::string> components_of(const plane_info& plane);
 
-// Of two images in one, which convert to nothing, the format of each; null where there is one image.
-const format_info* format_of_each_image(const format_info& f);
-
 // Bytes and samples that carry nothing.
 inline bool is_unused(std::string_view component) {
   return component == "x";
@@ -35,5 +32,8 @@ inline bool is_unused(std::string_view component) {
 inline int plane_rows(const plane_info& plane, int height) {
   return (height - 1) / plane.image_rows + 1;
 }
+
+// Of two images in one, which convert to nothing, the format of each; null where there is one image.
+const format_info* format_of_each_image(const format_info& f);
 
 }  // namespace morvane::tool
