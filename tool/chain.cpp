@@ -41,19 +41,24 @@ bool has_matrix(const morvane_entry_point& e, morvane::matrix m) {
 
 }  // namespace
 
-chain::chain(const morvane::description& source, const morvane::description& destination, const morvane::options& how) {
+morvane::plan plan_between(const morvane::description& from, const morvane::description& to,
+                           const morvane::options& how) {
   try {
-    if (how.via.empty())
-      add(source, destination, how);
-    else
-      add_around_entry_point(source, destination, how);
+    return morvane::plan(from, to, how);
   } catch (const morvane::error& e) {
     refuse(e);
   }
 }
 
+chain::chain(const morvane::description& source, const morvane::description& destination, const morvane::options& how) {
+  if (how.via.empty())
+    add(source, destination, how);
+  else
+    add_around_entry_point(source, destination, how);
+}
+
 void chain::add(const morvane::description& from, const morvane::description& to, const morvane::options& how) {
-  links_.push_back({from, to, morvane::plan(from, to, how)});
+  links_.push_back({from, to, plan_between(from, to, how)});
 }
 
 void chain::add_around_entry_point(const morvane::description& source, const morvane::description& destination,

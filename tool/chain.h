@@ -10,6 +10,10 @@
 
 namespace morvane::tool {
 
+// A plan; what the library refuses is an error of the arguments.
+morvane::plan plan_between(const morvane::description& from, const morvane::description& to,
+                           const morvane::options& how);
+
 struct step_time {
   std::int64_t runs = 0;
   double total_seconds = 0;

@@ -20,34 +20,47 @@ struct info_options {
   bool json = false;
 };
 
-struct convert_options {
-  file_list input;
-  file_list output;
-  std::string from;
-  std::string to;
-  std::string size;
-  std::string crop;
-  // As they were given; empty where they were not.
+// Words as they were given; empty where they were not.
+struct colour_options {
   std::string matrix;
   std::string range;
-  std::string to_matrix;
-  std::string to_range;
   std::string rgb_range;
   std::string background;
   bool nearest = false;
   std::optional<bool> center;
-  std::string via;
-  bool allow_irregular = false;
-  bool rescale = false;
-  stride_list source_strides;
+};
+
+// Frames that are written.
+struct output_options {
+  file_list output;
   stride_list destination_strides;
-  std::int64_t skip = 0;
   std::optional<std::int64_t> frames;
   int threads = 1;
   bool y4m = false;
   bool keep = false;
+};
+
+struct convert_options : colour_options, output_options {
+  file_list input;
+  std::string from;
+  std::string to;
+  std::string size;
+  std::string crop;
+  std::string to_matrix;
+  std::string to_range;
+  std::string via;
+  bool allow_irregular = false;
+  bool rescale = false;
+  stride_list source_strides;
+  std::int64_t skip = 0;
   bool verbose = false;
   bool time = false;
+};
+
+struct pattern_options : colour_options, output_options {
+  std::string name;
+  std::string format;
+  std::string size;
 };
 
 struct show_options {
@@ -78,6 +91,7 @@ void list_formats(const listing_options& options);
 void list_conversions(const listing_options& options);
 void info(const info_options& options);
 void convert(const convert_options& options);
+void pattern(const pattern_options& options);
 void show(const show_options& options);
 bool compare(const compare_options& options);  // true when identical
 

@@ -33,4 +33,7 @@ inline int plane_rows(const plane_info& plane, int height) {
   return (height - 1) / plane.image_rows + 1;
 }
 
+// Of two images in one, which convert to nothing, the format of each; null where there is one image.
+const format_info* format_of_each_image(const format_info& f);
+
 }  // namespace morvane::tool

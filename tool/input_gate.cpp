@@ -69,6 +69,11 @@ void wait_for_input(int descriptor) {
   }
 }
 
+void require_reading() {
+  pollfd stopped = {gate().ends[0], POLLIN, 0};
+  if (::poll(&stopped, 1, 0) > 0) throw reading_stopped{};
+}
+
 graceful_end::graceful_end() {
   write_end = gate().ends[1];
   struct sigaction note {};

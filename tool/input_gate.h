@@ -14,6 +14,9 @@ void stop_reading() noexcept;
 // Waits until the descriptor has something to read or has ended; throws reading_stopped.
 void wait_for_input(int descriptor);
 
+// For sources that wait for nothing: throws reading_stopped where reading was stopped.
+void require_reading();
+
 // While it lives, the first signal that asks the program to end stops reading instead, so that frames that are under
 // way can be finished. A second one does what it did before.
 class graceful_end {

@@ -138,18 +138,25 @@ void add_choice(CLI::App& command, const std::string& name, Noted& is_second, co
   command.add_option_function<std::string>(name, choose, help)->type_name(first + "|" + second);
 }
 
-void add_colours(CLI::App& command, convert_options& o) {
-  command.add_option("--matrix", o.matrix, "Matrix of the YCbCr pictures: bt601, bt709 (the default) or bt2020")
+void add_colours(CLI::App& command, colour_options& o) {
+  command.add_option("--matrix", o.matrix, "Matrix of YCbCr pictures: bt601, bt709 (the default) or bt2020")
       ->type_name("NAME");
-  command.add_option("--range", o.range, "Range of the YCbCr pictures: video (the default) or full")->type_name("NAME");
-  command.add_option("--to-matrix", o.to_matrix, "Matrix of OUT, where it is another")->type_name("NAME");
-  command.add_option("--to-range", o.to_range, "Range of OUT, where it is another")->type_name("NAME");
-  command.add_option("--rgb-range", o.rgb_range, "Range of the RGB pictures: full (the default) or video")
+  command.add_option("--range", o.range, "Range of YCbCr pictures: video (the default) or full")->type_name("NAME");
+  command.add_option("--rgb-range", o.rgb_range, "Range of RGB pictures: full (the default) or video")
       ->type_name("NAME");
   add_choice(command, "--chroma", o.nearest, "linear", "nearest", "How chroma is resampled");
   add_choice(command, "--siting", o.center, "left", "center", "Where the chroma of a pair of pixels is");
   command.add_option("--background", o.background, "Lay a picture with alpha over this where OUT has none")
       ->type_name("R,G,B");
+}
+
+// How frames are converted and written.
+void add_output(CLI::App& command, output_options& o) {
+  command.add_option("-j,--threads", o.threads, "Threads that share the conversion of a frame")
+      ->check(quiet(CLI::Range(1, 256)))
+      ->type_name("N");
+  command.add_flag("--y4m", o.y4m, "Write YUV4MPEG2, whatever the name of OUT");
+  command.add_flag("--keep", o.keep, "Leave the whole frames that were done when the input or the disk ends too early");
 }
 
 void add_convert(CLI::App& app) {
@@ -175,21 +182,53 @@ void add_convert(CLI::App& app) {
           "morvane convert - -t bgra green.bgra");
   add_convert_files(*command, o, names);
   add_colours(*command, o);
+  command->add_option("--to-matrix", o.to_matrix, "Matrix of OUT, where it is another")->type_name("NAME");
+  command->add_option("--to-range", o.to_range, "Range of OUT, where it is another")->type_name("NAME");
   command->add_option("--via", o.via, "A conversion of 'morvane conversions' to use instead of the rules")
       ->type_name("NAME");
   command->add_flag("--allow-irregular", o.allow_irregular, "Let it be an irregular one");
   command->add_flag("--rescale", o.rescale, "Have it stretch luma: keys to full range, grey to video range");
   command->add_option("--crop", o.crop, "Write only the top left of the result")->type_name("WxH");
-  command->add_option("-j,--threads", o.threads, "Threads that share the conversion of a frame")
-      ->check(quiet(CLI::Range(1, 256)))
-      ->type_name("N");
-  command->add_flag("--y4m", o.y4m, "Write YUV4MPEG2, whatever the name of OUT");
-  command->add_flag("--keep", o.keep, "Leave the whole frames that were done when IN or the disk ends too early");
+  add_output(*command, o);
   command->add_flag("-v,--verbose", o.verbose, "Say which steps are taken and what they lose");
   command->add_flag("--time", o.time, "Print the speed, converting the first frame 20 times");
   command->callback([] {
     take_files(names, "IN", o.input, "OUT", o.output);
     convert(o);
+  });
+}
+
+void add_pattern(CLI::App& app) {
+  static pattern_options o;
+  static file_names names;
+  CLI::App* command = add(app, "pattern", "Write frames of a test pattern, in any format",
+                          "bars   eight colour bars of 75 %: white, yellow, cyan, green, magenta, red, blue, black\n"
+                          "ramp   from black to full brightness: grey, and below it red, green and blue\n"
+                          "zone   rings around the centre that become finer towards the sides, and grow\n"
+                          "key    an orange disc with a soft edge that swings to and fro; where its alpha is 0, the\n"
+                          "       picture is blue\n\n"
+                          "A format has of a pattern what it can hold: alpha is opaque but in key, and zone has no\n"
+                          "chroma. A fill with its key carries alpha in the luma of the key.\n\n"
+                          "Example:\n  morvane pattern bars -f v210 -s 1920x1080 bars.v210\n\n"
+                          "Example (two seconds that every player shows):\n"
+                          "  morvane pattern zone -s 640x360 --frames 50 zone.y4m\n\n"
+                          "Example (what lies over red is seen through a pipe):\n"
+                          "  morvane pattern key -f bgra -s 640x360 - | "
+                          "morvane convert -f bgra -s 640x360 --background 255,0,0 - over.png -t rgbx");
+  add_files(*command, names, "PATTERN", "bars, ramp, zone or key", "OUT", sink_help);
+  command->add_option("--planes", names.second_planes, "In place of OUT: a file for every plane")->type_name("A,B,...");
+  command->add_option("-f,--format", o.format, "Format of OUT; without it a PNG is RGB, and a .y4m y_u_v_420")
+      ->type_name("FORMAT");
+  command->add_option("-s,--size", o.size, "Width and height in pixels")->type_name("WxH");
+  add_strides(*command, "--stride", o.destination_strides, "of OUT");
+  command->add_option("--frames", o.frames, "Write N frames and not one")->check(at_least(1))->type_name("N");
+  add_colours(*command, o);
+  add_output(*command, o);
+  command->callback([] {
+    file_list pattern_name;
+    take_files(names, "PATTERN", pattern_name, "OUT", o.output);
+    o.name = pattern_name.front();
+    pattern(o);
   });
 }
 
@@ -311,6 +350,7 @@ int run(int argc, char** argv) {
   add_listings(app);
   add_info(app);
   add_convert(app);
+  add_pattern(app);
   add_show(app);
   add_compare(app, exit_code);
   if (argc > 1) refuse_unknown_command(app, argv[1]);

@@ -109,22 +109,10 @@ picture over_checkerboard(const image& rgba) {
   return result;
 }
 
-// The format that has nothing but the first plane of this one.
-const format_info& first_plane_alone(const format_info& f) {
-  const plane_info& plane = f.planes[0];
-  const auto same = [&](const format_info& other) {
-    const plane_info& p = other.planes[0];
-    return other.plane_count == 1 && std::string_view(p.components) == plane.components && p.bits == plane.bits &&
-           p.group_bytes == plane.group_bytes;
-  };
-  return *std::find_if(all_formats().begin(), all_formats().end(), same);
-}
-
 // Two images in one convert to nothing: the first is shown.
 const format_info& convertible(const format_info& f) {
-  const bool two_images =
-      planes_of(f).size() == 2 && std::string_view(f.planes[0].components) == f.planes[1].components;
-  return two_images ? first_plane_alone(f) : f;
+  const format_info* image = format_of_each_image(f);
+  return image != nullptr ? *image : f;
 }
 
 void read_frame(frame_source& source, image& into) {

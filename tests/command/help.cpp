@@ -34,7 +34,7 @@ TEST_P(help, gives_examples_that_work) {
 }
 
 INSTANTIATE_TEST_SUITE_P(every_subcommand, help,
-                         testing::Values("formats", "conversions", "info", "convert", "show", "compare"),
+                         testing::Values("formats", "conversions", "info", "convert", "pattern", "show", "compare"),
                          [](const auto& of) { return std::string(of.param); });
 
 }  // namespace
