@@ -50,6 +50,7 @@ std::vector<fs::path> differences(const files& current, const fs::path& director
   return names;
 }
 
+// Removes what no format has.
 void bring_up_to_date(const fs::path& directory, const std::vector<fs::path>& names, const files& current) {
   fs::create_directories(directory / "images");
   for (const fs::path& name : names)
@@ -61,7 +62,8 @@ void bring_up_to_date(const fs::path& directory, const std::vector<fs::path>& na
 
 int run(const std::vector<std::string>& arguments) {
   const bool check = arguments.size() == 2 && arguments.front() == "--check";
-  if (!check && arguments.size() != 1) throw std::runtime_error("usage: morvane_format_pages [--check] DIRECTORY");
+  const bool writes = arguments.size() == 1 && !arguments.front().starts_with("-");
+  if (!check && !writes) throw std::runtime_error("usage: morvane_format_pages [--check] DIRECTORY");
   const fs::path directory = arguments.back();
   const files current = current_files();
   const std::vector<fs::path> names = differences(current, directory);
