@@ -147,8 +147,8 @@ void read_by_parts(const checked::stored_plane& p, const uint8_t* row, const int
   for (int first = 0; first < width; first += part) {
     const int pixels = std::min(part, width - first);
     checked::component_lines lines;
-    for (const int i : {checked::first, checked::second, checked::third, checked::alpha})
-      if (p.samples[static_cast<size_t>(i)] > 0) lines.of[i] = samples[i];
+    for (size_t i = 0; i < checked::component_count; ++i)
+      if (p.samples[i] > 0) lines.of[i] = samples[i];
     const int64_t groups_before = first / p.layout->group_pixels;
     checked::read_row(p, row + groups_before * p.layout->group_bytes, pixels, lines, false);
     for (const int i : {checked::first, checked::second, checked::third, checked::alpha}) {
