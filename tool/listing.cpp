@@ -52,8 +52,8 @@ std::string matrix_names(const morvane_entry_point& e) {
 }
 
 ordered_json names_of(const format_info& f) {
-  return {
-      {"fourcc", word(f.fourcc)}, {"ffmpeg", word(f.ffmpeg)}, {"v4l2", word(f.v4l2)}, {"gstreamer", word(f.gstreamer)}};
+  return {{"fourcc", word(f.fourcc)},       {"ffmpeg", word(f.ffmpeg)}, {"v4l2", word(f.v4l2)},
+          {"gstreamer", word(f.gstreamer)}, {"apple", word(f.apple)},   {"also", word(f.also)}};
 }
 
 ordered_json plane_json(const plane_info& p) {
@@ -121,6 +121,8 @@ std::string labelled_names(const format_info& f) {
   add(f.ffmpeg, "FFmpeg");
   add(f.v4l2, "V4L2");
   add(f.gstreamer, "GStreamer");
+  add(f.apple, "CoreVideo");
+  if (std::string_view(f.also) != "") names.emplace_back(f.also);
   return joined(names);
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <iterator>
 #include <numeric>
 #include <system_error>
 #include <utility>
@@ -31,12 +32,20 @@ std::string_view without_blanks(std::string_view fourcc) {
   return fourcc.substr(0, fourcc.find_last_not_of(' ') + 1);
 }
 
+// The names that others use for a format, with repetitions and empty ones.
+std::vector<std::string> names_elsewhere(const format_info& f) {
+  std::vector<std::string> names = words_of(f.also);
+  const std::string_view of_systems[] = {without_blanks(f.fourcc), f.ffmpeg, without_prefix(f.v4l2), f.gstreamer,
+                                         f.apple};
+  names.insert(names.begin(), std::begin(of_systems), std::end(of_systems));
+  return names;
+}
+
 // Every lower-case name a format answers to, its own first.
 std::vector<std::string> all_names(const format_info& f) {
-  std::vector<std::string> names;
-  for (const std::string_view name : {std::string_view(f.name), without_blanks(f.fourcc), std::string_view(f.ffmpeg),
-                                      std::string_view(f.v4l2), without_prefix(f.v4l2), std::string_view(f.gstreamer)})
-    if (!name.empty()) names.push_back(lower(name));
+  std::vector<std::string> names = {lower(f.name), lower(f.v4l2)};
+  for (const std::string& name : names_elsewhere(f)) names.push_back(lower(name));
+  names.erase(std::remove(names.begin(), names.end(), ""), names.end());
   return names;
 }
 
@@ -162,8 +171,7 @@ std::vector<morvane_entry_point> entry_points_named(const std::string& name) {
 
 std::vector<std::string> other_names(const format_info& f) {
   std::vector<std::string> result;
-  for (const std::string_view name :
-       {without_blanks(f.fourcc), std::string_view(f.ffmpeg), without_prefix(f.v4l2), std::string_view(f.gstreamer)}) {
+  for (const std::string& name : names_elsewhere(f)) {
     const auto same = [&](const std::string& other) { return lower(other) == lower(name); };
     if (!name.empty() && name != f.name && std::none_of(result.begin(), result.end(), same)) result.emplace_back(name);
   }
