@@ -166,9 +166,11 @@ info_options completed(info_options o) {
 }  // namespace
 
 void list_formats(const listing_options& options) {
-  if (options.json) return print_json(all_formats(), format_json);
+  const std::vector<format_info> formats =
+      options.name.empty() ? std::vector(all_formats().begin(), all_formats().end()) : formats_named(options.name);
+  if (options.json) return print_json(formats, format_json);
   std::vector<table_row> rows = {{"FORMAT", "PLANES", "BYTES/PIXEL", "OTHER NAMES", "DESCRIPTION"}};
-  for (const format_info& f : all_formats())
+  for (const format_info& f : formats)
     rows.push_back({f.name, std::to_string(f.plane_count), short_number(bytes_per_pixel(f)), joined(other_names(f)),
                     f.description});
   print_table(std::cout, rows, terminal_width());

@@ -149,14 +149,20 @@ int parse_length(std::string_view digits) {
 
 }  // namespace
 
-const format_info& format_named(const std::string& name) {
-  const std::vector<morvane::format> found = morvane::formats_called(name);
-  if (found.size() == 1) return info_of(found.front());
+std::vector<format_info> formats_named(const std::string& name) {
+  std::vector<format_info> found;
+  for (const morvane::format f : morvane::formats_called(name)) found.push_back(info_of(f));
+  if (!found.empty()) return found;
   if (lower(name).starts_with("y4m") || lower(name).starts_with("yuv4mpeg"))
     wrong_arguments(name, " is no pixel format: YUV4MPEG2 says its own, and 'morvane convert --y4m' writes it");
-  if (found.empty()) wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(lower(name)), "formats"));
+  wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(lower(name)), "formats"));
+}
+
+const format_info& format_named(const std::string& name) {
+  const std::vector<format_info> found = formats_named(name);
+  if (found.size() == 1) return info_of(found.front().format);
   std::vector<std::string> candidates;
-  for (const morvane::format f : found) candidates.emplace_back(info_of(f).name);
+  for (const format_info& f : found) candidates.emplace_back(f.name);
   wrong_arguments("format ", name, " may mean ", joined(candidates, " or "));
 }
 
