@@ -80,14 +80,5 @@ TEST(catalogue, has_unique_formats_with_components_for_every_plane) {
   }
 }
 
-TEST(catalogue, has_a_reader_or_writer_for_every_format) {
-  for (const catalogue::format& format : catalogue::formats) {
-    bool used = false;
-    for (const catalogue::conversion& row : catalogue::conversions)
-      used = used || row.source == format.name || row.destination == format.name;
-    EXPECT_TRUE(used) << format.name;
-  }
-}
-
 }  // namespace
 }  // namespace morvane::tests

@@ -10,6 +10,7 @@
 namespace morvane::tool {
 
 struct listing_options {
+  std::string name;  // of the formats to list; all of them where it is empty
   bool json = false;
 };
 

@@ -24,8 +24,8 @@ const format_info& info_of(morvane::format id) {
   return *found;
 }
 
-std::vector<std::string> components_of(const plane_info& plane) {
-  std::istringstream words(plane.components);
+std::vector<std::string> words_of(const char* text) {
+  std::istringstream words(text);
   std::vector<std::string> result;
   for (std::string word; words >> word;) result.push_back(word);
   return result;

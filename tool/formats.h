@@ -20,8 +20,11 @@ inline std::span<const plane_info> planes_of(const format_info& f) {
   return {f.planes, static_cast<std::size_t>(f.plane_count)};
 }
 
-// The components of a group in storage order.
-std::vector<std::string> components_of(const plane_info& plane);
+// Words separated by blanks: the components of a group in storage order, or names.
+std::vector<std::string> words_of(const char* text);
+inline std::vector<std::string> components_of(const plane_info& plane) {
+  return words_of(plane.components);
+}
 
 // Bytes and samples that carry nothing.
 inline bool is_unused(std::string_view component) {

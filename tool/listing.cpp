@@ -52,8 +52,8 @@ std::string matrix_names(const morvane_entry_point& e) {
 }
 
 ordered_json names_of(const format_info& f) {
-  return {
-      {"fourcc", word(f.fourcc)}, {"ffmpeg", word(f.ffmpeg)}, {"v4l2", word(f.v4l2)}, {"gstreamer", word(f.gstreamer)}};
+  return {{"fourcc", word(f.fourcc)},       {"ffmpeg", word(f.ffmpeg)}, {"v4l2", word(f.v4l2)},
+          {"gstreamer", word(f.gstreamer)}, {"apple", word(f.apple)},   {"also", word(f.also)}};
 }
 
 ordered_json plane_json(const plane_info& p) {
@@ -121,6 +121,8 @@ std::string labelled_names(const format_info& f) {
   add(f.ffmpeg, "FFmpeg");
   add(f.v4l2, "V4L2");
   add(f.gstreamer, "GStreamer");
+  add(f.apple, "CoreVideo");
+  if (std::string_view(f.also) != "") names.emplace_back(f.also);
   return joined(names);
 }
 
@@ -164,9 +166,11 @@ info_options completed(info_options o) {
 }  // namespace
 
 void list_formats(const listing_options& options) {
-  if (options.json) return print_json(all_formats(), format_json);
+  const std::vector<format_info> formats =
+      options.name.empty() ? std::vector(all_formats().begin(), all_formats().end()) : formats_named(options.name);
+  if (options.json) return print_json(formats, format_json);
   std::vector<table_row> rows = {{"FORMAT", "PLANES", "BYTES/PIXEL", "OTHER NAMES", "DESCRIPTION"}};
-  for (const format_info& f : all_formats())
+  for (const format_info& f : formats)
     rows.push_back({f.name, std::to_string(f.plane_count), short_number(bytes_per_pixel(f)), joined(other_names(f)),
                     f.description});
   print_table(std::cout, rows, terminal_width());

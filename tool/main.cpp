@@ -36,7 +36,9 @@ CLI::App* add(CLI::App& app, const std::string& name, const std::string& what, c
 
 void add_listings(CLI::App& app) {
   static listing_options formats;
-  CLI::App* command = add(app, "formats", "List the pixel formats", "Example:\n  morvane formats");
+  CLI::App* command = add(app, "formats", "List the pixel formats", "Example:\n  morvane formats NV12");
+  command->add_option("name", formats.name, "Only those of this name, the library's own or that of another program")
+      ->type_name("NAME");
   command->add_flag("--json", formats.json, "Print JSON");
   command->callback([] { list_formats(formats); });
 

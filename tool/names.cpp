@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <iterator>
 #include <numeric>
 #include <system_error>
 #include <utility>
@@ -31,12 +32,20 @@ std::string_view without_blanks(std::string_view fourcc) {
   return fourcc.substr(0, fourcc.find_last_not_of(' ') + 1);
 }
 
+// The names that others use for a format, with repetitions and empty ones.
+std::vector<std::string> names_elsewhere(const format_info& f) {
+  std::vector<std::string> names = words_of(f.also);
+  const std::string_view of_systems[] = {without_blanks(f.fourcc), f.ffmpeg, without_prefix(f.v4l2), f.gstreamer,
+                                         f.apple};
+  names.insert(names.begin(), std::begin(of_systems), std::end(of_systems));
+  return names;
+}
+
 // Every lower-case name a format answers to, its own first.
 std::vector<std::string> all_names(const format_info& f) {
-  std::vector<std::string> names;
-  for (const std::string_view name : {std::string_view(f.name), without_blanks(f.fourcc), std::string_view(f.ffmpeg),
-                                      std::string_view(f.v4l2), without_prefix(f.v4l2), std::string_view(f.gstreamer)})
-    if (!name.empty()) names.push_back(lower(name));
+  std::vector<std::string> names = {lower(f.name), lower(f.v4l2)};
+  for (const std::string& name : names_elsewhere(f)) names.push_back(lower(name));
+  names.erase(std::remove(names.begin(), names.end(), ""), names.end());
   return names;
 }
 
@@ -140,14 +149,20 @@ int parse_length(std::string_view digits) {
 
 }  // namespace
 
-const format_info& format_named(const std::string& name) {
-  const std::vector<morvane::format> found = morvane::formats_called(name);
-  if (found.size() == 1) return info_of(found.front());
+std::vector<format_info> formats_named(const std::string& name) {
+  std::vector<format_info> found;
+  for (const morvane::format f : morvane::formats_called(name)) found.push_back(info_of(f));
+  if (!found.empty()) return found;
   if (lower(name).starts_with("y4m") || lower(name).starts_with("yuv4mpeg"))
     wrong_arguments(name, " is no pixel format: YUV4MPEG2 says its own, and 'morvane convert --y4m' writes it");
-  if (found.empty()) wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(lower(name)), "formats"));
+  wrong_arguments("unknown format ", name, "; ", advice(nearest_formats(lower(name)), "formats"));
+}
+
+const format_info& format_named(const std::string& name) {
+  const std::vector<format_info> found = formats_named(name);
+  if (found.size() == 1) return info_of(found.front().format);
   std::vector<std::string> candidates;
-  for (const morvane::format f : found) candidates.emplace_back(info_of(f).name);
+  for (const format_info& f : found) candidates.emplace_back(f.name);
   wrong_arguments("format ", name, " may mean ", joined(candidates, " or "));
 }
 
@@ -162,8 +177,7 @@ std::vector<morvane_entry_point> entry_points_named(const std::string& name) {
 
 std::vector<std::string> other_names(const format_info& f) {
   std::vector<std::string> result;
-  for (const std::string_view name :
-       {without_blanks(f.fourcc), std::string_view(f.ffmpeg), without_prefix(f.v4l2), std::string_view(f.gstreamer)}) {
+  for (const std::string& name : names_elsewhere(f)) {
     const auto same = [&](const std::string& other) { return lower(other) == lower(name); };
     if (!name.empty() && name != f.name && std::none_of(result.begin(), result.end(), same)) result.emplace_back(name);
   }

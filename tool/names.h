@@ -10,7 +10,9 @@
 
 namespace morvane::tool {
 
-// The format of a name, of the library's own or of another program's, in any letter case.
+// The formats of a name, of the library's own or of another program's, in any letter case: at least one; and the only
+// one.
+std::vector<format_info> formats_named(const std::string& name);
 const format_info& format_named(const std::string& name);
 
 // The entry points with this name; overloads have several.

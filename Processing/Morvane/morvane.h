@@ -66,7 +66,7 @@ typedef int32_t morvane_format;
 
 /* The format of a name as `morvane formats` lists it, or 0. */
 MORVANE_C_API morvane_format morvane_format_named(const char* name);
-/* The formats that answer to a name of this library or of another system ("nv12", "YUY2", "V4L2_PIX_FMT_GREY"),
+/* The formats that answer to a name of this library or of another system ("nv12", "YUY2", "V4L2_PIX_FMT_GREY", "420v"),
  * whatever its case; those that answer to it as it is written hide the others. Stores up to `room` of them and returns
  * how many there are. */
 MORVANE_C_API int32_t morvane_formats_called(const char* name, morvane_format* found, int32_t room);
@@ -115,6 +115,8 @@ typedef struct morvane_format_info {
   int32_t height_multiple;
   int32_t plane_count;
   morvane_plane_info planes[MORVANE_MAX_PLANES];
+  const char* apple; /* CoreVideo's: four characters, or "24RGB" for kCVPixelFormatType_24RGB, which has none */
+  const char* also;  /* more names, separated by blanks */
 } morvane_format_info;
 
 MORVANE_C_API int32_t morvane_describe_format(morvane_format format, morvane_format_info* info, morvane_error* error);

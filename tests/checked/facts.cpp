@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <set>
 #include <string>
@@ -31,6 +32,8 @@ TEST(facts, of_every_format_are_those_of_the_catalogue) {
     EXPECT_EQ(info.ffmpeg, f.ffmpeg);
     EXPECT_EQ(info.v4l2, f.v4l2);
     EXPECT_EQ(info.gstreamer, f.gstreamer);
+    EXPECT_EQ(info.apple, f.apple);
+    EXPECT_EQ(info.also, f.also);
     EXPECT_EQ(info.has_alpha != 0, f.alpha);
     EXPECT_EQ(info.width_multiple, f.width_multiple);
     EXPECT_EQ(info.height_multiple, f.height_multiple);
@@ -89,9 +92,43 @@ TEST(formats_called, know_the_names_of_other_systems) {
   EXPECT_EQ(called("V4L2_PIX_FMT_GREY"), named("y"));
   EXPECT_EQ(called("grey"), named("y"));
   EXPECT_EQ(called("y16"), named("y16"));
+  EXPECT_EQ(called("yuv420p10"), named("y_u_v_420_10u16"));
+  EXPECT_EQ(called("Gray10"), named("y_10u16"));
+  EXPECT_EQ(called("420F"), named("y_uv_420"));
+  EXPECT_EQ(called("yu12"), named("y_u_v_420"));
+  EXPECT_EQ(called("2vuy"), named("uyvy"));
   EXPECT_TRUE(called("no such format").empty());
   EXPECT_TRUE(called("").empty());
   EXPECT_EQ(morvane_formats_called(nullptr, nullptr, 0), 0);
+}
+
+// The FourCC is one layout, the name in GStreamer another one.
+TEST(formats_called, by_an_ambiguous_name_are_all) {
+  const std::vector both = {morvane::format_named("vuya"), morvane::format_named("ayuv")};
+  EXPECT_EQ(morvane::formats_called("AYUV"), both);
+  EXPECT_EQ(morvane::formats_called("Ayuv"), both);
+  EXPECT_EQ(morvane::formats_called("ayuv"), std::vector{morvane::format_named("ayuv")});
+  EXPECT_EQ(morvane::formats_called("AYUV32"), std::vector{morvane::format_named("ayuv")});
+}
+
+// Whatever their case.
+TEST(formats_called, are_found_by_the_names_that_people_use) {
+  for (const char* name :
+       {"nv12",       "nv16",       "nv21",       "nv61",      "nv24",      "nv42",      "yv12",      "yuv420p",
+        "yuv422p",    "yuv444p",    "yuva420p",   "yuva422p",  "yuva444p",  "uyvy422",   "yuyv422",   "yvyu422",
+        "AYUV32",     "vuya",       "rgb24",      "bgr24",     "argb",      "abgr",      "rgba",      "bgra",
+        "0rgb",       "0bgr",       "rgb0",       "bgr0",      "gbrp",      "gbrap",     "yuv420p10", "yuv422p10",
+        "yuv444p10",  "yuv420p12",  "yuv422p12",  "yuv444p12", "yuv420p16", "yuv422p16", "yuv444p16", "yuva422p10",
+        "yuva444p10", "yuva444p12", "yuva444p16", "gbrp10",    "gbrp12",    "gbrp16",    "gbrap10",   "gbrap12",
+        "gbrap16",    "gray",       "gray10",     "gray12",    "gray16",    "p010",      "p012",      "p016",
+        "p210",       "p212",       "p216",       "p410",      "p412",      "p416",      "xv36",      "y416",
+        "ayuv64",     "rgba64",     "bgra64",     "v210"}) {
+    std::string word = name;
+    const std::vector<morvane_format> found = morvane::formats_called(word);
+    EXPECT_EQ(found.size(), 1U) << word;
+    for (char& c : word) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    EXPECT_EQ(morvane::formats_called(word), found) << word;
+  }
 }
 
 TEST(formats_called, by_their_own_names_are_found_alone) {

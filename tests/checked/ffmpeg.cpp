@@ -36,6 +36,11 @@ constexpr missing may_be_missing[] = {
     {"nv16", "is known by name, and neither read nor written"},
     {"vuya", "is younger than some versions"},
     {"vuyx", "is younger than some versions"},
+    {"ayuv", "is younger than some versions"},
+    {"xv36le", "is younger than some versions"},
+    {"p012le", "is younger than some versions"},
+    {"p212le", "is younger than some versions"},
+    {"p412le", "is younger than some versions"},
 };
 
 AVPixelFormat pixel_format_of(const catalogue::format& f) {
@@ -63,6 +68,17 @@ struct stored {
       seed = seed * 1664525U + 1013904223U;
       return static_cast<std::uint8_t>(seed >> 24);
     });
+  }
+  // What is unused is zero, as FFmpeg expects it.
+  void clear_unused_bits(const rules::format& f) {
+    for (std::size_t i = 0; i < f.planes.size(); ++i) {
+      const std::vector<std::uint8_t> bits = rules::bits_of_samples(f, i, is.width);
+      for (int y = 0; y < rules::rows_of_plane(f, i, is.height); ++y)
+        for (std::size_t x = 0; x < bits.size(); ++x) {
+          std::uint8_t& byte = data()[i][y * planes.stride[i] + static_cast<std::ptrdiff_t>(x)];
+          byte = static_cast<std::uint8_t>(byte & bits[x]);
+        }
+    }
   }
   std::array<std::uint8_t*, 4> data() const {
     std::array<std::uint8_t*, 4> all{};
@@ -93,35 +109,61 @@ void convert_by_ffmpeg(const catalogue::format& from, const stored& source, cons
   sws_freeContext(context);
 }
 
-// The bits of a row that are those of the picture's samples. What is behind its last column FFmpeg leaves undefined,
-// and an unused byte too.
-std::vector<std::uint8_t> bits_of_samples(const rules::format& f, std::size_t plane, int width) {
-  const rules::group& g = f.planes[plane];
-  std::vector<std::uint8_t> bits(static_cast<std::size_t>(rules::row_bytes(f, plane, width)));
-  for (int i = 0; i < rules::groups_in_row(f, plane, width); ++i)
-    for (const rules::field& sample : g.fields)
-      if (sample.what != rules::channel::unused &&
-          i * g.count(sample.what) + sample.number < rules::columns_of(f, sample.what, width))
-        rules::put(g, sample, bits.data() + i * g.bytes, ~0U);
-  return bits;
-}
-
-void expect_same(const catalogue::format& from, const catalogue::format& to, int width, int height) {
-  stored source(from, width, height), made(to, width, height), by_ffmpeg(to, width, height);
-  source.fill_at_random(static_cast<std::uint32_t>(from.id * 64 + to.id));
-  convert(source.is, source.planes, made.is, made.planes);
-  convert_by_ffmpeg(from, source, to, by_ffmpeg);
+// What is behind the last column of a row FFmpeg leaves undefined, and an unused byte too.
+// What is behind the last column of a row FFmpeg leaves undefined, and an unused byte too.
+void expect_same_bits(const catalogue::format& to, const stored& made, const stored& by_ffmpeg) {
   const rules::format& f = rules::format_of(to.name);
   for (std::size_t i = 0; i < f.planes.size(); ++i) {
-    const std::vector<std::uint8_t> bits = bits_of_samples(f, i, width);
-    for (int y = 0; y < rules::rows_of_plane(f, i, height); ++y)
+    const std::vector<std::uint8_t> bits = rules::bits_of_samples(f, i, made.is.width);
+    for (int y = 0; y < rules::rows_of_plane(f, i, made.is.height); ++y)
       for (std::size_t x = 0; x < bits.size(); ++x) {
         const std::ptrdiff_t at = y * made.planes.stride[i] + static_cast<std::ptrdiff_t>(x);
         ASSERT_EQ(made.data()[i][at] & bits[x], by_ffmpeg.data()[i][at] & bits[x])
-            << from.name << " to " << to.name << ", " << width << "x" << height << ", plane " << i << ", row " << y
+            << to.name << ", " << made.is.width << "x" << made.is.height << ", plane " << i << ", row " << y
             << ", byte " << x;
       }
   }
+}
+
+// FFmpeg sends some RGB through YCbCr of fewer bits, and alpha of bytes that becomes a plane through its scaler.
+bool is_scaled_by_ffmpeg(const catalogue::format& from, const catalogue::format& to) {
+  if (from.model != catalogue::color_model::rgb) return false;
+  const bool from_planes = from.plane_count() > 1, to_planes = to.plane_count() > 1;
+  if (from.planes[0].depth() > 8) return from_planes == to_planes;
+  return !from_planes && to_planes && from.alpha && to.alpha;
+}
+
+// So near that no two components are exchanged, and none is a bit off its place.
+void expect_near(const catalogue::format& to, const stored& made, const stored& by_ffmpeg) {
+  const rules::format& f = rules::format_of(to.name);
+  for (std::size_t i = 0; i < f.planes.size(); ++i)
+    for (int y = 0; y < rules::rows_of_plane(f, i, made.is.height); ++y)
+      for (int x = 0; x < rules::groups_in_row(f, i, made.is.width); ++x)
+        for (const rules::field& sample : f.planes[i].fields) {
+          const std::ptrdiff_t at = y * made.planes.stride[i] + std::ptrdiff_t{x} * f.planes[i].bytes;
+          const double steps = 1 << sample.bits();
+          ASSERT_NEAR(rules::get(f.planes[i], sample, made.data()[i] + at) / steps,
+                      rules::get(f.planes[i], sample, by_ffmpeg.data()[i] + at) / steps, 0.01)
+              << to.name << ", plane " << i << ", row " << y << ", group " << x;
+        }
+}
+
+void expect_same(const catalogue::format& from, const catalogue::format& to, int width, int height) {
+  SCOPED_TRACE(from.name);
+  stored source(from, width, height), made(to, width, height), by_ffmpeg(to, width, height);
+  source.fill_at_random(static_cast<std::uint32_t>(from.id * 64 + to.id));
+  source.clear_unused_bits(rules::format_of(from.name));
+  convert(source.is, source.planes, made.is, made.planes);
+  convert_by_ffmpeg(from, source, to, by_ffmpeg);
+  if (is_scaled_by_ffmpeg(from, to))
+    expect_near(to, made, by_ffmpeg);
+  else
+    expect_same_bits(to, made, by_ffmpeg);
+}
+
+// FFmpeg leaves out the last sample of chroma where the width is odd.
+bool loses_last_chroma(const catalogue::format&, const catalogue::format& to) {
+  return to.ffmpeg == "p010le" || to.ffmpeg == "p016le";
 }
 
 TEST(ffmpeg, rearranges_samples_alike) {
@@ -130,11 +172,10 @@ TEST(ffmpeg, rearranges_samples_alike) {
     for (const catalogue::format& to : catalogue::formats) {
       if (!is_converted_by_ffmpeg(from) || !is_converted_by_ffmpeg(to) || !is_rearranged(from, to)) continue;
       expect_same(from, to, 70, 6);
-      expect_same(from, to, 37, 5);
-      if (HasFailure()) return;
+      if (!loses_last_chroma(from, to)) expect_same(from, to, 37, 5);
       ++compared;
     }
-  EXPECT_GE(compared, 28);
+  EXPECT_GE(compared, 220);
 }
 
 TEST(ffmpeg, converts_all_formats_but_those_on_the_list) {

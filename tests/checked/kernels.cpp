@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <random>
 #include <set>
@@ -72,12 +73,18 @@ kernel::byte_places places_in(const int gathered, const bool backwards) {
 template <class Kernel>
 Kernel with_members(const bool full) {
   Kernel k{};
-  if constexpr (requires { k.repeated; }) k.repeated = static_cast<decltype(k.repeated)>(full ? 65535 : 0);
-  if constexpr (requires { k.last_repeated; }) k.last_repeated = 255;
+  if constexpr (requires { k.repeated[0]; }) {
+    for (std::size_t i = 0; i < std::size(k.repeated); ++i) k.repeated[i] = (i % 2 == 0) == full ? 255 : 0;
+  } else if constexpr (requires { k.repeated; }) {
+    k.repeated = full ? 65535 : 0;
+  }
   if constexpr (requires { k.kept; }) k.kept = full ? 65535 : 0xffc0;
   if constexpr (requires { k.half; }) k.half = full ? 0 : 32;
-  if constexpr (requires { k.all; }) k.all.fills_words = k.last.fills_words = full;
-  if constexpr (requires { k.by; }) k.by.fills_words = full;
+  if constexpr (requires { k.by[0]; }) {
+    for (std::size_t i = 0; i < std::size(k.by); ++i) k.by[i].fills_words = (i % 2 == 0) == full;
+  } else if constexpr (requires { k.by; }) {
+    k.by.fills_words = full;
+  }
   if constexpr (requires { k.r_cr; })
     std::tie(k.y, k.r_cr, k.g_cb, k.g_cr, k.b_cb, k.black) =
         std::tuple{9576, 14744, 1754, 4383, 17373, full ? 0 : 4096};

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <set>
 #include <string>
 #include <tuple>
@@ -13,6 +14,7 @@
 #include "catalogue/layout.h"
 #include "checked/converted.h"
 #include "checked/variants.h"
+#include "checker/checker.h"
 #include "morvane.hpp"
 #include "rules/convert.h"
 #include "rules/promises/pictures.h"
@@ -21,6 +23,7 @@ namespace morvane::tests {
 namespace {
 
 namespace backend = Processing::Morvane::backend;
+using morvane::name_of;
 
 description of(const std::string_view name, const int width, const int height) {
   return {.format = format_named(std::string(name)), .width = width, .height = height};
@@ -42,22 +45,27 @@ void fill(rules::stored_picture& picture, const std::uint32_t seed) {
     for (std::uint8_t& byte : picture.plane(i)) byte = byte < 128 ? 0 : 255;
 }
 
-void expect_bytes_of_the_rules(const description& from, const description& to, const options& how) {
+// The number says which of two pictures is padded.
+void expect_bytes_of_the_rules(const description& from, const description& to, const options& how,
+                               const std::uint32_t number) {
   const std::string source_name(name_of(from.format)), destination_name(name_of(to.format));
   const rules::options asked = {how.filter == filter::nearest ? rules::filter::nearest : rules::filter::linear,
                                 how.siting == siting::center ? rules::siting::center : rules::siting::left,
                                 {}};
   const plan p(from, to, how);
-  for (std::uint32_t seed = 0; seed < 4; ++seed) {
-    const int padding = seed < 2 ? 0 : 8;
+  for (std::uint32_t seed = 0; seed < 2; ++seed) {
+    const int padding = (seed + number) % 2 == 0 ? 0 : 8;
     rules::stored_picture source(source_name, from.width, from.height, 0, padding);
     rules::stored_picture expected(destination_name, to.width, to.height, 0xa5, padding);
-    rules::stored_picture made(destination_name, to.width, to.height, 0xa5, padding);
     fill(source, seed);
     rules::convert(source.of(), expected.of(), asked);
-    p.run(planes_of(source), planes_of(made));
-    for (std::size_t i = 0; i < 4; ++i)
-      ASSERT_TRUE(made.plane(i) == expected.plane(i)) << p.steps().front() << ", plane " << i << ", seed " << seed;
+    on_every_backend([&](backend::kind k) {
+      rules::stored_picture made(destination_name, to.width, to.height, 0xa5, padding);
+      p.run(planes_of(source), planes_of(made));
+      for (std::size_t i = 0; i < 4; ++i)
+        ASSERT_TRUE(made.plane(i) == expected.plane(i))
+            << p.steps().front() << ", plane " << i << ", seed " << seed << " on " << backend::name(k);
+    });
   }
 }
 
@@ -69,15 +77,16 @@ void each_pair(const int width, const int height, const Take& take) {
 }
 
 TEST(short_cuts, have_the_bytes_of_the_rules) {
-  for (const backend::kind k : backend::available()) {
-    backend::choose(k);
-    for (const auto& [width, height] : {std::pair{48, 4}, {240, 6}, {48, 5}})
-      for (const options& how : {options{}, options{.filter = filter::nearest, .siting = siting::center}})
-        each_pair(width, height, [&](const description& from, const description& to) {
-          if (is_short_cut(step_of(from, to, how))) expect_bytes_of_the_rules(from, to, how);
-        });
-  }
-  backend::choose(backend::available().back());
+  std::uint32_t number = 0;
+  for (const options& how : {options{}, options{.filter = filter::nearest, .siting = siting::center}})
+    each_pair(48, 4, [&](const description& from, const description& to) {
+      if (!is_short_cut(step_of(from, to, how))) return;
+      expect_bytes_of_the_rules(from, to, how, ++number);
+      description other_from = from, other_to = to;
+      if (number % 3 == 0) other_from.width = other_to.width = 240;
+      if (number % 3 == 1) other_from.height = other_to.height = 5;
+      expect_bytes_of_the_rules(other_from, other_to, how, number);
+    });
 }
 
 // Tight rows beside padded ones, and rows up beside rows down, all at addresses of words.
@@ -85,16 +94,18 @@ TEST(short_cuts, have_the_bytes_of_the_rules_however_both_pictures_lie) {
   constexpr int tight_down = 21, tight_up = 28, padded_down = 5, padded_up = 16;
   constexpr int lies[] = {tight_down, tight_up, padded_down, padded_up};
   rooms in;
+  std::size_t number = 0;
   each_pair(48, 4, [&](const description& from, const description& to) {
     for (const std::size_t linear_or_nearest : {0, 1}) {
       const variant& as = variants()[linear_or_nearest];
       const options how = {.filter = linear_or_nearest == 0 ? filter::linear : filter::nearest};
       if (!is_short_cut(step_of(from, to, how))) continue;
-      for (const int source : lies)
-        for (const int destination : lies) {
-          const conversion_case c = {name_of(from.format), name_of(to.format), as, 48, 4, source, destination};
-          ASSERT_EQ(expectation_of_pair(in, c).wrong_with_one_run(), "") << text_of(c);
-        }
+      ++number;
+      for (std::size_t i = 0; i < std::size(lies); ++i) {
+        const int destination = lies[(i + number) % std::size(lies)];
+        const conversion_case c = {name_of(from.format), name_of(to.format), as, 48, 4, lies[i], destination};
+        ASSERT_EQ(expectation_of_pair(in, c).wrong_with_one_run(), "") << text_of(c);
+      }
     }
   });
 }

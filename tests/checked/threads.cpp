@@ -87,12 +87,13 @@ void expect_of_threads(std::string_view from, std::string_view to, const variant
   morvane_plan_destroy(plan);
 }
 
+// A quarter of all pairs: each format as the source and as the destination of many.
 TEST_P(checked_threads, share_a_plan) {
-  unsigned number = 0;
-  for (const std::string_view to : rules::format_names()) {
-    if (!rules::convertible(GetParam(), to)) continue;
-    ++number;
-    expect_of_threads(GetParam(), to, variants()[number % variants().size()], number);
+  const std::vector<std::string_view> names = rules::format_names();
+  auto number = static_cast<unsigned>(std::find(names.begin(), names.end(), GetParam()) - names.begin());
+  for (const std::string_view to : names) {
+    if (!rules::convertible(GetParam(), to) || ++number % 4 != 0) continue;
+    expect_of_threads(GetParam(), to, variants()[number / 4 % variants().size()], number);
     if (HasFailure()) return;
   }
 }

@@ -82,12 +82,14 @@ void expect_rows(rules::stored_picture& source, rules::stored_picture& expected,
   morvane_plan_destroy(plan);
 }
 
+// A quarter of all pairs: each format as the source and as the destination of many.
 TEST(checked_uninitialised, memory_decides_nothing) {
   std::uint32_t number = 0;
   for (const std::string_view from : rules::format_names())
     for (const std::string_view to : rules::format_names()) {
       if (!rules::convertible(from, to)) continue;
-      const variant& v = variants()[++number % variants().size()];
+      if (++number % 4 != 0) continue;
+      const variant& v = variants()[number / 4 % variants().size()];
       rules::stored_picture source(from, width, height), expected(to, width, height);
       source.fill_at_random(number);
       source.of().of = v.source.of;

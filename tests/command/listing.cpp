@@ -71,7 +71,24 @@ TEST_F(listing, other_names_are_each_printed_once) {
   const std::vector<std::string> printed = lines(run("morvane formats").out);
   const auto y16 = std::find_if(printed.begin(), printed.end(), [](const auto& l) { return l.rfind("y16 ", 0) == 0; });
   ASSERT_NE(y16, printed.end());
-  EXPECT_NE(y16->find("  Y16, gray16le, GRAY16_LE  "), std::string::npos) << *y16;
+  EXPECT_NE(y16->find("  Y16, gray16le, GRAY16_LE, L016  "), std::string::npos) << *y16;
+}
+
+TEST_F(listing, formats_of_a_name) {
+  for (const char* name : {"NV12", "nv12", "y_uv_420", "420F", "v4l2_pix_fmt_nv12"}) {
+    const std::vector<std::string> printed = lines(run(std::string("morvane formats ") + name).out);
+    ASSERT_EQ(printed.size(), 2u) << name;
+    EXPECT_EQ(printed[1].rfind("y_uv_420 ", 0), 0u) << printed[1];
+  }
+  const json both = printed("morvane formats AYUV --json");
+  ASSERT_EQ(both.size(), 2u);
+  EXPECT_EQ(both[0]["name"], "vuya");
+  EXPECT_EQ(both[1]["name"], "ayuv");
+  EXPECT_EQ(both[1]["other_names"]["apple"], "y408");
+  EXPECT_EQ(both[0]["other_names"]["also"], "AYUV");
+  const outcome unknown = run("morvane formats uyyv");
+  EXPECT_EQ(unknown.exit_code, 2);
+  EXPECT_EQ(unknown.err, "morvane: unknown format uyyv; nearest: uyvy, yuy2, y_u_v_420\n");
 }
 
 TEST_F(listing, conversions_prints_every_row_with_its_irregularity) {

@@ -66,8 +66,14 @@ TEST(y4m, colours_are_the_formats_of_the_same_name) {
                                        {"C420paldv", "y_u_v_420"},
                                        {"C420", "y_u_v_420"},
                                        {"C422", "y_u_v_422"},
+                                       {"C444", "y_u_v_444"},
+                                       {"C444alpha", "y_u_v_a_444"},
+                                       {"C420p10", "y_u_v_420_10u16"},
+                                       {"C422p12", "y_u_v_422_12u16"},
+                                       {"C444p16", "y_u_v_444_u16"},
                                        {"Cmono", "y"},
                                        {"Cmono10", "y_10u16"},
+                                       {"Cmono12", "y_12u16"},
                                        {"Cmono16", "y16"}})
     EXPECT_EQ(name_of(header_of(std::string("YUV4MPEG2 W2 H2 ") + colour).format), format);
 }
@@ -82,6 +88,8 @@ TEST(y4m, the_word_for_the_colour_follows_format_and_siting) {
   EXPECT_EQ(written("y_u_v_420", siting::center), "YUV4MPEG2 W2 H2 C420jpeg\n");
   EXPECT_EQ(written("y_u_v_422", siting::center), "YUV4MPEG2 W2 H2 C422\n");
   EXPECT_EQ(written("y16", siting::left), "YUV4MPEG2 W2 H2 Cmono16\n");
+  EXPECT_EQ(written("y_u_v_422_10u16", siting::left), "YUV4MPEG2 W2 H2 C422p10\n");
+  EXPECT_EQ(written("y_u_v_a_444", siting::left), "YUV4MPEG2 W2 H2 C444alpha\n");
   const std::string refused = refusal([&] { written("uyvy", siting::left); });
   EXPECT_EQ(refused.rfind("b.y4m is YUV4MPEG2, which holds y_u_v_420, y_u_v_422, ", 0), 0u) << refused;
   EXPECT_TRUE(refused.ends_with(", not uyvy")) << refused;

@@ -100,7 +100,8 @@ void expect_layout(const format& f, const AVPixFmtDescriptor& d) {
 }
 
 // v210 is the name of a codec, and the others are younger than some versions.
-const std::set<std::string_view> names_that_may_be_missing = {"v210", "vuya", "vuyx"};
+const std::set<std::string_view> names_that_may_be_missing = {"v210",   "vuya",   "vuyx",   "ayuv",
+                                                              "xv36le", "p012le", "p212le", "p412le"};
 
 TEST(pixdesc_peer, describes_the_formats_alike) {
   int described = 0;
@@ -113,7 +114,7 @@ TEST(pixdesc_peer, describes_the_formats_alike) {
     expect_layout(f, *d);
     ++described;
   }
-  EXPECT_GE(described, 17);
+  EXPECT_GE(described, 55);
 }
 
 #else

@@ -146,6 +146,17 @@ std::ptrdiff_t row_bytes(const format& f, std::size_t plane, int width) {
   return std::ptrdiff_t{groups_in_row(f, plane, width)} * f.planes.at(plane).bytes;
 }
 
+std::vector<std::uint8_t> bits_of_samples(const format& f, std::size_t plane, int width) {
+  const group& g = f.planes.at(plane);
+  std::vector<std::uint8_t> bits(static_cast<std::size_t>(row_bytes(f, plane, width)));
+  for (int i = 0; i < groups_in_row(f, plane, width); ++i)
+    for (const field& sample : g.fields)
+      if (sample.what != channel::unused &&
+          i * g.count(sample.what) + sample.number < columns_of(f, sample.what, width))
+        put(g, sample, bits.data() + std::ptrdiff_t{i} * g.bytes, ~0U);
+  return bits;
+}
+
 std::ptrdiff_t natural_stride(const format& f, std::size_t plane, int width) {
   if (f.stride_pixels == 0) return row_bytes(f, plane, width);
   return std::ptrdiff_t{divided_up(width, f.stride_pixels)} * f.stride_bytes;

@@ -79,4 +79,7 @@ int rows_of_plane(const format& f, std::size_t plane, int height);
 std::ptrdiff_t row_bytes(const format& f, std::size_t plane, int width);
 std::ptrdiff_t natural_stride(const format& f, std::size_t plane, int width);
 
+// The bits of a row that are those of the picture's samples: nothing behind its last column, nothing unused.
+std::vector<std::uint8_t> bits_of_samples(const format& f, std::size_t plane, int width);
+
 }  // namespace morvane::tests::rules

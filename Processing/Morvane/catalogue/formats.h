@@ -9,6 +9,7 @@
 #include "formats/format.h"
 #include "formats/packed_video.h"
 #include "formats/planar_video.h"
+#include "formats/planar_words.h"
 #include "formats/rgb.h"
 #include "formats/single_component.h"
 
@@ -23,7 +24,7 @@ constexpr auto joined(const std::array<format, count>&... families) {
 }
 
 inline constexpr auto formats =
-    joined(packed_video_formats, planar_video_formats, rgb_formats, single_component_formats);
+    joined(packed_video_formats, planar_video_formats, planar_word_formats, rgb_formats, single_component_formats);
 
 // The format of a name, or null.
 constexpr const format* find_format(std::string_view name) {

@@ -31,12 +31,19 @@ std::string_view without_blanks(const std::string_view fourcc) {
   return fourcc.substr(0, fourcc.find_last_not_of(' ') + 1);
 }
 
+// FFmpeg understands its little-endian names without their end too.
+std::string_view without_byte_order(const std::string_view ffmpeg) {
+  return ffmpeg.ends_with("le") ? ffmpeg.substr(0, ffmpeg.size() - 2) : ffmpeg;
+}
+
 template <class Same>
 bool answers_to(const catalogue::format& f, const Same same) {
-  const std::string_view names[] = {f.name, without_blanks(f.fourcc), f.ffmpeg,
-                                    f.v4l2, without_prefix(f.v4l2),   f.gstreamer};
-  return std::any_of(std::begin(names), std::end(names),
-                     [&](const std::string_view name) { return !name.empty() && same(name); });
+  const std::string_view names[] = {f.name, without_blanks(f.fourcc), f.ffmpeg,    without_byte_order(f.ffmpeg),
+                                    f.v4l2, without_prefix(f.v4l2),   f.gstreamer, f.apple};
+  bool answers = std::any_of(std::begin(names), std::end(names),
+                             [&](const std::string_view name) { return !name.empty() && same(name); });
+  catalogue::each_word(f.also, [&](const std::string_view name) { answers = answers || same(name); });
+  return answers;
 }
 
 template <class Take>
@@ -98,6 +105,8 @@ problem describe_format(const morvane_format format, morvane_format_info* info) 
   made.ffmpeg = text_of(f->ffmpeg);
   made.v4l2 = text_of(f->v4l2);
   made.gstreamer = text_of(f->gstreamer);
+  made.apple = text_of(f->apple);
+  made.also = text_of(f->also);
   made.model = model_number(f->model);
   made.has_alpha = f->alpha ? 1 : 0;
   made.width_multiple = f->width_multiple;
@@ -147,8 +156,8 @@ void read_by_parts(const checked::stored_plane& p, const uint8_t* row, const int
   for (int first = 0; first < width; first += part) {
     const int pixels = std::min(part, width - first);
     checked::component_lines lines;
-    for (const int i : {checked::first, checked::second, checked::third, checked::alpha})
-      if (p.samples[static_cast<size_t>(i)] > 0) lines.of[i] = samples[i];
+    for (size_t i = 0; i < checked::component_count; ++i)
+      if (p.samples[i] > 0) lines.of[i] = samples[i];
     const int64_t groups_before = first / p.layout->group_pixels;
     checked::read_row(p, row + groups_before * p.layout->group_bytes, pixels, lines, false);
     for (const int i : {checked::first, checked::second, checked::third, checked::alpha}) {

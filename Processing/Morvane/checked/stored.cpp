@@ -1,6 +1,9 @@
 #include "stored.h"
 
+#include <iterator>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include "../backend/dispatch.h"
 
@@ -19,10 +22,6 @@ component component_named(const std::string_view name) {
   return name == "A" ? alpha : unused;
 }
 
-component last_of(const stored_plane& p) {
-  return p.items[static_cast<size_t>(p.item_count - 1)];
-}
-
 // The lines of the items of a group, in the order in which they are stored. Of four, the last one is null if it is that
 // of what is unused.
 using item_lines = std::array<uint16_t*, 4>;
@@ -34,48 +33,47 @@ item_lines lines_of_items(const stored_plane& p, const component_lines& lines) {
   return items;
 }
 
+// Calls run(items, lines) with both numbers as types: as many lines as items, or one less where the fourth has none.
+// There are no groups of three words.
+template <bool of_bytes, class Run>
+void with_numbers(const stored_plane& p, const item_lines& lines, const Run run) {
+  using std::integral_constant, std::make_index_sequence;
+  if (p.item_count == 1) return run(integral_constant<int, 1>(), make_index_sequence<1>());
+  if (p.item_count == 2) return run(integral_constant<int, 2>(), make_index_sequence<2>());
+  if constexpr (of_bytes)
+    if (p.item_count == 3) return run(integral_constant<int, 3>(), make_index_sequence<3>());
+  if (lines[3] == nullptr) return run(integral_constant<int, 4>(), make_index_sequence<3>());
+  run(integral_constant<int, 4>(), make_index_sequence<4>());
+}
+
+template <class Line, size_t>
+using each = Line;
+
 // Reading.
 
-template <class Kernel>
-Kernel widening(const stored_plane& p, const bool fills_words) {
-  Kernel k{};
-  k.repeated = fills_words ? 255 : 0;
-  k.last_repeated = is_filled(last_of(p), fills_words) ? 255 : 0;
-  return k;
+template <bool of_bytes, template <int, class...> class Split, class Set>
+void split(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups, const Set set) {
+  with_numbers<of_bytes>(
+      p, to, [&]<int items, size_t... i>(std::integral_constant<int, items>, std::index_sequence<i...>) {
+        Split<items, each<kernel::written_line, i>...> k{};
+        set(k);
+        line_of<decltype(k)>()(row, to[i]..., groups, k);
+      });
 }
 
 void split_bytes(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups,
                  const bool fills_words) {
-  const auto& [a, b, c, d] = to;
-  using one = kernel::split_bytes<1, kernel::written_line>;
-  using two = kernel::split_bytes<2, kernel::written_line, kernel::written_line>;
-  using three = kernel::split_bytes_to_three<3>;
-  using three_of_four = kernel::split_bytes_to_three<4>;
-  using four = kernel::split_four_bytes;
-  if (p.item_count == 1) return line_of<one>()(row, a, groups, widening<one>(p, fills_words));
-  if (p.item_count == 2) return line_of<two>()(row, a, b, groups, widening<two>(p, fills_words));
-  if (p.item_count == 3) return line_of<three>()(row, a, b, c, groups, widening<three>(p, fills_words));
-  if (d == nullptr) return line_of<three_of_four>()(row, a, b, c, groups, widening<three_of_four>(p, fills_words));
-  line_of<four>()(row, a, b, c, d, groups, widening<four>(p, fills_words));
+  split<true, kernel::split_bytes>(p, row, to, groups, [&](auto& k) {
+    for (size_t i = 0; i < std::size(k.repeated); ++i) k.repeated[i] = is_filled(p.items[i], fills_words) ? 255 : 0;
+  });
 }
 
-template <class Kernel>
-Kernel keeping(const stored_plane& p) {
-  Kernel k{};
-  k.kept = static_cast<uint16_t>(65535 << (16 - p.layout->depth()));
-  return k;
+uint16_t kept_bits(const stored_plane& p) {
+  return static_cast<uint16_t>(65535 << (16 - p.layout->depth()));
 }
 
 void split_words(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups) {
-  const auto& [a, b, c, d] = to;
-  using one = kernel::split_words<1, kernel::written_line>;
-  using two = kernel::split_words<2, kernel::written_line, kernel::written_line>;
-  using three_of_four = kernel::split_three_of_four_words;
-  using four = kernel::split_four_words;
-  if (p.item_count == 1) return line_of<one>()(row, a, groups, keeping<one>(p));
-  if (p.item_count == 2) return line_of<two>()(row, a, b, groups, keeping<two>(p));
-  if (d == nullptr) return line_of<three_of_four>()(row, a, b, c, groups, keeping<three_of_four>(p));
-  line_of<four>()(row, a, b, c, d, groups, keeping<four>(p));
+  split<false, kernel::split_words>(p, row, to, groups, [&](auto& k) { k.kept = kept_bits(p); });
 }
 
 template <int bits>
@@ -87,46 +85,27 @@ void split_low(const stored_plane& p, const uint8_t* row, uint16_t* to, const in
 
 // Writing.
 
-template <class Kernel>
-Kernel rounding_to_bytes(const stored_plane& p, const bool fills_words) {
-  Kernel k{};
-  k.all = {fills_words};
-  k.last = {is_filled(last_of(p), fills_words)};
-  return k;
+template <bool of_bytes, template <int, class...> class Join, class Set>
+void join(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups, const Set set) {
+  with_numbers<of_bytes>(
+      p, from, [&]<int items, size_t... i>(std::integral_constant<int, items>, std::index_sequence<i...>) {
+        Join<items, each<kernel::read_line, i>...> k{};
+        set(k);
+        line_of<decltype(k)>()(from[i]..., row, groups, k);
+      });
 }
 
 void join_bytes(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups, const bool fills_words) {
-  const auto& [a, b, c, d] = from;
-  using one = kernel::join_bytes<1, kernel::read_line>;
-  using two = kernel::join_bytes<2, kernel::read_line, kernel::read_line>;
-  using three = kernel::join_bytes_of_three<3>;
-  using three_to_four = kernel::join_bytes_of_three<4>;
-  using four = kernel::join_four_bytes;
-  if (p.item_count == 1) return line_of<one>()(a, row, groups, rounding_to_bytes<one>(p, fills_words));
-  if (p.item_count == 2) return line_of<two>()(a, b, row, groups, rounding_to_bytes<two>(p, fills_words));
-  if (p.item_count == 3) return line_of<three>()(a, b, c, row, groups, rounding_to_bytes<three>(p, fills_words));
-  if (d == nullptr)
-    return line_of<three_to_four>()(a, b, c, row, groups, rounding_to_bytes<three_to_four>(p, fills_words));
-  line_of<four>()(a, b, c, d, row, groups, rounding_to_bytes<four>(p, fills_words));
-}
-
-template <class Kernel>
-Kernel rounding_to_words(const stored_plane& p) {
-  Kernel k = keeping<Kernel>(p);
-  k.half = static_cast<uint16_t>(static_cast<uint16_t>(~k.kept) / 2 + (k.kept == 65535 ? 0 : 1));
-  return k;
+  join<true, kernel::join_bytes>(p, from, row, groups, [&](auto& k) {
+    for (size_t i = 0; i < std::size(k.by); ++i) k.by[i] = {is_filled(p.items[i], fills_words)};
+  });
 }
 
 void join_words(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups) {
-  const auto& [a, b, c, d] = from;
-  using one = kernel::join_words<1, kernel::read_line>;
-  using two = kernel::join_words<2, kernel::read_line, kernel::read_line>;
-  using three_to_four = kernel::join_words_of_three;
-  using four = kernel::join_four_words;
-  if (p.item_count == 1) return line_of<one>()(a, row, groups, rounding_to_words<one>(p));
-  if (p.item_count == 2) return line_of<two>()(a, b, row, groups, rounding_to_words<two>(p));
-  if (d == nullptr) return line_of<three_to_four>()(a, b, c, row, groups, rounding_to_words<three_to_four>(p));
-  line_of<four>()(a, b, c, d, row, groups, rounding_to_words<four>(p));
+  join<false, kernel::join_words>(p, from, row, groups, [&](auto& k) {
+    k.kept = kept_bits(p);
+    k.half = static_cast<uint16_t>(static_cast<uint16_t>(~k.kept) / 2 + (k.kept == 65535 ? 0 : 1));
+  });
 }
 
 template <int bits>
@@ -142,6 +121,33 @@ bool is_pairs(const stored_plane& p) {
 
 bool begins_with_luma(const stored_plane& p) {
   return p.items[0] == first;
+}
+
+// Chroma in the order in which it is stored.
+struct chroma_of_pairs {
+  uint16_t* first;
+  uint16_t* second;
+};
+
+chroma_of_pairs chroma_of(const stored_plane& p, const component_lines& lines) {
+  const size_t first_chroma = begins_with_luma(p) ? 1 : 0;
+  return {lines.of[p.items[first_chroma]], lines.of[p.items[first_chroma + 2]]};
+}
+
+void split_pairs(const stored_plane& p, const uint8_t* row, const component_lines& to, const int groups) {
+  const auto [one, other] = chroma_of(p, to);
+  if (begins_with_luma(p))
+    line_of<kernel::split_pairs<kernel::first_of_pair::luma>>()(row, to.of[first], one, other, groups);
+  else
+    line_of<kernel::split_pairs<kernel::first_of_pair::chroma>>()(row, to.of[first], one, other, groups);
+}
+
+void join_pairs(const stored_plane& p, const component_lines& from, uint8_t* row, const int groups) {
+  const auto [one, other] = chroma_of(p, from);
+  if (begins_with_luma(p))
+    line_of<kernel::join_pairs<kernel::first_of_pair::luma>>()(from.of[first], one, other, row, groups);
+  else
+    line_of<kernel::join_pairs<kernel::first_of_pair::chroma>>()(from.of[first], one, other, row, groups);
 }
 
 }  // namespace
@@ -171,10 +177,8 @@ void read_row(const stored_plane& p, const uint8_t* row, const int width, const 
   const item_lines items = lines_of_items(p, to);
   switch (p.layout->sample) {
     case sample_type::u8:
-      if (!is_pairs(p)) return split_bytes(p, row, items, groups, fills_words);
-      if (begins_with_luma(p))
-        return line_of<kernel::split_pairs<kernel::first_of_pair::luma>>()(row, y, cb, cr, groups);
-      return line_of<kernel::split_pairs<kernel::first_of_pair::chroma>>()(row, y, cb, cr, groups);
+      if (is_pairs(p)) return split_pairs(p, row, to, groups);
+      return split_bytes(p, row, items, groups, fills_words);
     case sample_type::u16:
       return split_words(p, row, items, groups);
     case sample_type::u16_low10:
@@ -198,10 +202,8 @@ void write_row(const stored_plane& p, uint8_t* row, const int width, const compo
   const item_lines items = lines_of_items(p, lines);
   switch (p.layout->sample) {
     case sample_type::u8:
-      if (!is_pairs(p)) return join_bytes(p, items, row, groups, fills_words);
-      if (begins_with_luma(p))
-        return line_of<kernel::join_pairs<kernel::first_of_pair::luma>>()(y, cb, cr, row, groups);
-      return line_of<kernel::join_pairs<kernel::first_of_pair::chroma>>()(y, cb, cr, row, groups);
+      if (is_pairs(p)) return join_pairs(p, lines, row, groups);
+      return join_bytes(p, items, row, groups, fills_words);
     case sample_type::u16:
       return join_words(p, items, row, groups);
     case sample_type::u16_low10:

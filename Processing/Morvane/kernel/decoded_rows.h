@@ -321,6 +321,7 @@ using decoders_of = kernel_list<decode<Reader, bytes_in_order<4>>, decode<Reader
 using decode_kernels =
     joined_lists<decoders_of<packed_pairs<first_of_pair::chroma>>, decoders_of<packed_pairs<first_of_pair::luma>>,
                  decoders_of<two_planes<samples_in_bytes>>, decoders_of<two_planes<samples_in_upper_bits>>,
-                 decoders_of<three_planes<samples_in_bytes>>>::type;
+                 decoders_of<three_planes<samples_in_bytes>>,
+                 decoders_of<three_planes<samples_in_lower_ten_bits>>>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

@@ -17,16 +17,15 @@ MORVANE_INLINE uint16_t widened(const uint8_t x, const uint8_t repeated) {
   return static_cast<uint16_t>(x << 8 | (x & repeated));
 }
 
-// Groups of one to four bytes, of which the first ones go to lines of their own. The last one of two or four has its
-// own `repeated`.
+// Groups of one to four bytes, of which the first ones go to lines of their own. Each has its own `repeated`.
 template <int items, class... Line>
 struct split_bytes : line_kernel<split_bytes<items, Line...>, from<items>, Line...> {
-  uint8_t repeated, last_repeated;
+  uint8_t repeated[items];
 
   template <class... Word>
   MORVANE_INLINE void rule(const uint8_t* group, Word*... to) const {
     int i = 0;
-    ((*to = widened(group[i], i == items - 1 ? last_repeated : repeated), ++i), ...);
+    ((*to = widened(group[i], repeated[i]), ++i), ...);
   }
   // Of words with two bytes each.
   template <class V>
@@ -51,19 +50,19 @@ struct split_bytes : line_kernel<split_bytes<items, Line...>, from<items>, Line.
   MORVANE_INLINE auto convert(const uint8_t* src) const {
     if constexpr (items == 1) {
       const auto bytes = V::load(src);
-      return V::interleave2(V::and_blocks(bytes, V::repeat(static_cast<uint16_t>(last_repeated * 257))), bytes);
+      return V::interleave2(V::and_blocks(bytes, V::repeat(static_cast<uint16_t>(repeated[0] * 257))), bytes);
     } else if constexpr (items == 2) {
       const auto both = V::load(src);
-      return to_planes(lower<V>(both, repeated), upper<V>(both, last_repeated));
+      return to_planes(lower<V>(both, repeated[0]), upper<V>(both, repeated[1]));
     } else {
       const auto both = load_pixels<V>(src);
-      const auto first = lower<V>(both.first, repeated);
-      const auto second = upper<V>(both.first, repeated);
-      const auto third = lower<V>(both.second, items == 3 ? last_repeated : repeated);
+      const auto first = lower<V>(both.first, repeated[0]);
+      const auto second = upper<V>(both.first, repeated[1]);
+      const auto third = lower<V>(both.second, repeated[2]);
       if constexpr (sizeof...(Line) == 3)
         return to_planes(first, second, third);
       else
-        return to_planes(first, second, third, upper<V>(both.second, last_repeated));
+        return to_planes(first, second, third, upper<V>(both.second, repeated[3]));
     }
   }
 };
@@ -95,12 +94,8 @@ struct rounding {
 // A fourth byte without a line is 255.
 template <int items, class... Line>
 struct join_bytes : line_kernel<join_bytes<items, Line...>, Line..., to<items>> {
-  rounding<8> all, last;
+  rounding<8> by[items];
 
-  template <int i>
-  MORVANE_INLINE const rounding<8>& of() const {
-    return i == items - 1 ? last : all;
-  }
   MORVANE_INLINE void rule(const uint16_t* a, uint8_t* dst) const { dst[0] = byte<0>(a); }
   MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, uint8_t* dst) const {
     dst[0] = byte<0>(a);
@@ -119,21 +114,21 @@ struct join_bytes : line_kernel<join_bytes<items, Line...>, Line..., to<items>> 
   }
   template <int i>
   MORVANE_INLINE uint8_t byte(const uint16_t* line) const {
-    return static_cast<uint8_t>(of<i>().of(*line));
+    return static_cast<uint8_t>(by[i].of(*line));
   }
   // Two bytes a word.
   template <class V, int i>
   MORVANE_INLINE auto two_of(const uint8_t* a, const typename V::block b) const {
-    return V::or_blocks(of<i>().template of<V>(V::load(a)), V::template shift_left_words<8>(b));
+    return V::or_blocks(by[i].template of<V>(V::load(a)), V::template shift_left_words<8>(b));
   }
   template <class V, int i>
   MORVANE_INLINE auto two_of(const uint8_t* a, const uint8_t* b) const {
-    return two_of<V, i>(a, of<i + 1>().template of<V>(V::load(b)));
+    return two_of<V, i>(a, by[i + 1].template of<V>(V::load(b)));
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* a) const {
-    return V::pack_words(last.template unlimited<V>(V::load(a)),
-                         last.template unlimited<V>(V::load(blocks_on<V>(a, 1))));
+    return V::pack_words(by[0].template unlimited<V>(V::load(a)),
+                         by[0].template unlimited<V>(V::load(blocks_on<V>(a, 1))));
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b) const {
@@ -142,7 +137,7 @@ struct join_bytes : line_kernel<join_bytes<items, Line...>, Line..., to<items>> 
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c) const {
     if constexpr (items == 3)
-      return V::threes(V::interleave2_words(two_of<V, 0>(a, b), of<2>().template of<V>(V::load(c))));
+      return V::threes(V::interleave2_words(two_of<V, 0>(a, b), by[2].template of<V>(V::load(c))));
     else
       return V::interleave2_words(two_of<V, 0>(a, b), two_of<V, 2>(c, V::repeat(255)));
   }

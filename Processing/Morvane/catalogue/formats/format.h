@@ -43,6 +43,16 @@ constexpr int bits_of(sample_type sample) {
   return 0;
 }
 
+// Calls take(word) for each of the words, which blanks separate.
+template <class Take>
+constexpr void each_word(const std::string_view words, Take take) {
+  for (std::size_t at = 0; at < words.size();) {
+    const std::size_t end = std::min(words.find(' ', at), words.size());
+    take(words.substr(at, end - at));
+    at = end + 1;
+  }
+}
+
 // One plane. Its rows are made of groups of pixels; a picture whose width is not a whole number of groups ends every
 // row with a whole group, and one whose height is not a whole number of plane rows ends with a whole row.
 struct plane {
@@ -57,11 +67,7 @@ struct plane {
   // Calls take(component) for each of the components in their order.
   template <class Take>
   constexpr void each_component(Take take) const {
-    for (std::size_t at = 0; at < components.size();) {
-      const std::size_t end = std::min(components.find(' ', at), components.size());
-      take(components.substr(at, end - at));
-      at = end + 1;
-    }
+    each_word(components, take);
   }
 
   constexpr int depth() const { return upper_bits != 0 ? upper_bits : bits_of(sample); }
@@ -88,6 +94,9 @@ struct format {
   std::string_view ffmpeg{};
   std::string_view v4l2{};
   std::string_view gstreamer{};
+  std::string_view
+      apple{};  // the four characters of a CoreVideo type, or where it has none the end of its name: "24RGB"
+  std::string_view also{};  // more names, separated by blanks: FourCCs that mean the same, Apple's of the other range
   std::array<plane, 4> planes{};
 
   constexpr std::size_t plane_count() const {
