@@ -20,14 +20,15 @@ using catalogue::format;
 using catalogue::plane;
 
 // Written by hand. A line for each format:
-//   name: model, whether it has alpha, multiples of width and height, FourCC, names in ffmpeg, V4L2 and GStreamer:
-//   planes
+//   name: model, whether it has alpha, multiples of width and height, that of rows where they have one, FourCC, names
+//   in ffmpeg, V4L2 and GStreamer: planes
 // and of a plane
-//   name bytes/pixels of a group, sample, components, image rows to a row where these are several
+//   name bytes/pixels of a group, sample, components, image rows to a row where these are several, what is not usual of
+//   its words
 constexpr std::string_view known_formats = R"(
 uyvy: ycbcr 2x1, 'UYVY' uyvy422 UYVY UYVY: uyvy 4/2 u8 Cb Y Cr Y
 yuy2: ycbcr 2x1, 'YUY2' yuyv422 YUYV YUY2: yuy2 4/2 u8 Y Cb Y Cr
-v210: ycbcr 2x1, 'v210' v210 - v210: v210 16/6 3x10 Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y
+v210: ycbcr 2x1 128 bytes, 'v210' v210 - v210: v210 16/6 3x10 Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y
 
 bgra: rgb alpha 1x1, 'BGRA' bgra ABGR32 BGRA: bgra 4/1 u8 B G R A
 rgba: rgb alpha 1x1, 'RGBA' rgba RGBA32 RGBA: rgba 4/1 u8 R G B A
@@ -36,6 +37,14 @@ rgbx: rgb 1x1, - rgb0 RGBX32 RGBx: rgbx 4/1 u8 R G B x
 bgr: rgb 1x1, 'BGR3' bgr24 BGR24 BGR: bgr 3/1 u8 B G R
 r_g_b: rgb 1x1, - - - RGBP: r 1/1 u8 R; g 1/1 u8 G; b 1/1 u8 B
 bgra64: rgb alpha 1x1, - bgra64le - -: bgra64 8/1 u16 B G R A
+x2rgb10: rgb 1x1, 'XR30' x2rgb10le - -: x2rgb10 4/1 3x10 B G R x
+x2bgr10: rgb 1x1, 'XB30' x2bgr10le - -: x2bgr10 4/1 3x10 R G B x
+r210: rgb 1x1 256 bytes, 'r210' r210 - r210: r210 4/1 3x10 R G B big-endian
+R10k: rgb 1x1, 'R10k' r10k - -: R10k 4/1 3x10 R G B big-endian above 2 bits
+R10l: rgb 1x1 256 bytes, 'R10l' - - -: R10l 4/1 3x10 B G R above 2 bits
+
+xv30: ycbcr 1x1, 'XV30' xv30le - -: xv30 4/1 3x10 Cb Y Cr x
+y410: ycbcr alpha 1x1, 'Y410' - - Y410: y410 4/1 3x10 Cb Y Cr A
 
 ycbcra: ycbcr alpha 1x1, - - - -: ycbcra 4/1 u8 Y Cb Cr A
 ycbcrx: ycbcr 1x1, - - - -: ycbcrx 4/1 u8 Y Cb Cr x
@@ -99,12 +108,16 @@ std::string text_of(const plane& p) {
   std::ostringstream text;
   text << p.name << " " << p.group_bytes << "/" << p.group_pixels << " " << text_of(p.sample) << " " << p.components;
   if (p.image_rows != 1) text << " " << p.image_rows << " rows";
+  if (p.order == catalogue::byte_order::big_endian) text << " big-endian";
+  if (p.unused_low_bits != 0) text << " above " << p.unused_low_bits << " bits";
   return text.str();
 }
 
 std::string text_of(const format& f) {
   std::ostringstream text;
-  text << text_of(f.model) << (f.alpha ? " alpha " : " ") << f.width_multiple << "x" << f.height_multiple << ", ";
+  text << text_of(f.model) << (f.alpha ? " alpha " : " ") << f.width_multiple << "x" << f.height_multiple;
+  if (f.row_multiple != 1) text << " " << f.row_multiple << " bytes";
+  text << ", ";
   if (f.fourcc.empty())
     text << "-";
   else

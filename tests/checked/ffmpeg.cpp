@@ -33,6 +33,9 @@ struct missing {
 };
 constexpr missing may_be_missing[] = {
     {"v210", "is a codec and no pixel format, and has a test of its own"},
+    {"r210", "is a codec and no pixel format, and has a test of its own"},
+    {"r10k", "is a codec and no pixel format, and has a test of its own"},
+    {"xv30le", "is younger than some versions"},
     {"nv16", "is known by name, and neither read nor written"},
     {"vuya", "is younger than some versions"},
     {"vuyx", "is younger than some versions"},

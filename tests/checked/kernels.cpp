@@ -78,6 +78,8 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.half; }) k.half = full ? 0 : 32;
   if constexpr (requires { k.all; }) k.all.fills_words = k.last.fills_words = full;
   if constexpr (requires { k.by; }) k.by.fills_words = full;
+  if constexpr (requires { k.order; }) k.order.is_reversed = full;
+  if constexpr (requires { k.set; }) k.set = full ? 0xc000 : 0;
   if constexpr (requires { k.r_cr; })
     std::tie(k.y, k.r_cr, k.g_cb, k.g_cr, k.b_cb, k.black) =
         std::tuple{9576, 14744, 1754, 4383, 17373, full ? 0 : 4096};

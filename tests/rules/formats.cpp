@@ -13,6 +13,7 @@ namespace {
 constexpr sampling full = {1, 1};
 constexpr sampling half = {2, 1};
 constexpr sampling quarter = {2, 2};
+constexpr bit_order big_endian = bit_order::big_endian;
 
 format of(std::string_view name, sampling chroma, std::initializer_list<std::string_view> planes,
           bit_order order = bit_order::little_endian) {
@@ -60,6 +61,8 @@ std::vector<format> table() {
       of("vuya", full, {"Cr8 Cb8 Y8 A8"}),
       of("vuyx", full, {"Cr8 Cb8 Y8 x8"}),
       of("vuya_16", full, {"Cb16 Cr16 Y16 A16"}),
+      of("xv30", full, {"Cb10 Y10 Cr10 x2"}),
+      of("y410", full, {"Cb10 Y10 Cr10 A2"}),
       of("vuya_f32", full, {"Cr32f Cb32f Y32f A32f"}),
 
       // YCbCr of a plane of luma and others of chroma.
@@ -80,6 +83,11 @@ std::vector<format> table() {
       of("bgr", full, {"B8 G8 R8"}),
       of("r_g_b", full, {"R8", "G8", "B8"}),
       of("bgra64", full, {"B16 G16 R16 A16"}),
+      of("x2rgb10", full, {"B10 G10 R10 x2"}),
+      of("x2bgr10", full, {"R10 G10 B10 x2"}),
+      with_stride(of("r210", full, {"-2 R10 G10 B10"}, big_endian), 64, 256),
+      of("R10k", full, {"R10 G10 B10 -2"}, big_endian),
+      with_stride(of("R10l", full, {"-2 B10 G10 R10"}), 64, 256),
 
       of("y", full, {"Y8"}),
       of("y_10u16", full, {"Y10 -6"}),

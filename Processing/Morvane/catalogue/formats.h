@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "formats/card_rgb.h"
+#include "formats/deep_video.h"
 #include "formats/format.h"
 #include "formats/packed_video.h"
 #include "formats/planar_video.h"
@@ -22,8 +24,8 @@ constexpr auto joined(const std::array<format, count>&... families) {
   return all;
 }
 
-inline constexpr auto formats =
-    joined(packed_video_formats, planar_video_formats, rgb_formats, single_component_formats);
+inline constexpr auto formats = joined(packed_video_formats, deep_video_formats, planar_video_formats, rgb_formats,
+                                       card_rgb_formats, single_component_formats);
 
 // The format of a name, or null.
 constexpr const format* find_format(std::string_view name) {

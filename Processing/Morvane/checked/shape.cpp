@@ -30,6 +30,7 @@ void set_planes(shape& s) {
     const catalogue::plane& p = s.format->planes[i];
     s.planes[i] = stored(p);
     s.depth = std::max(s.depth, p.depth());
+    if (s.planes[i].has(alpha)) s.alpha_depth = p.depth_of_alpha();
     if (s.colour == model::rgb || !s.planes[i].has(second)) continue;
     s.has_chroma = true;
     s.half_width = 2 * s.planes[i].samples[second] == p.group_pixels;

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "../backend/dispatch.h"
+#include "stored_packed.h"
 
 namespace Processing::Morvane::checked {
 
@@ -23,10 +24,7 @@ component last_of(const stored_plane& p) {
   return p.items[static_cast<size_t>(p.item_count - 1)];
 }
 
-// The lines of the items of a group, in the order in which they are stored. Of four, the last one is null if it is that
-// of what is unused.
-using item_lines = std::array<uint16_t*, 4>;
-
+// Of four, the last one is null if it is that of what is unused.
 item_lines lines_of_items(const stored_plane& p, const component_lines& lines) {
   item_lines items{};
   for (size_t i = 0; i < static_cast<size_t>(p.item_count); ++i) items[i] = lines.of[p.items[i]];
@@ -182,6 +180,7 @@ void read_row(const stored_plane& p, const uint8_t* row, const int width, const 
     case sample_type::u16_low12:
       return split_low<12>(p, row, items[0], groups, fills_words);
     case sample_type::u32_3x10:
+      if (p.layout->has_words_of_pixels()) return split_tens(p, row, items, groups, fills_words);
       if (p.has(alpha)) return line_of<kernel::split_yua_yva>()(row, y, cb, cr, a, groups);
       return line_of<kernel::split_v210>()(row, y, cb, cr, groups);
     case sample_type::u8_and_2:
@@ -209,6 +208,7 @@ void write_row(const stored_plane& p, uint8_t* row, const int width, const compo
     case sample_type::u16_low12:
       return join_low<12>(p, items[0], row, groups, fills_words);
     case sample_type::u32_3x10:
+      if (p.layout->has_words_of_pixels()) return join_tens(p, items, row, groups, fills_words);
       if (p.has(alpha)) return line_of<kernel::join_yua_yva>()(y, cb, cr, a, row, groups);
       return line_of<kernel::join_v210>()(y, cb, cr, row, groups);
     case sample_type::u8_and_2:

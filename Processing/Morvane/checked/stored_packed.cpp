@@ -1,0 +1,83 @@
+#include "stored_packed.h"
+
+#include <utility>
+
+#include "../backend/dispatch.h"
+
+namespace Processing::Morvane::checked {
+
+namespace {
+
+namespace kernel = format_conversion::kernel;
+using backend::line_of;
+using catalogue::byte_order;
+
+bool is_big_endian(const stored_plane& p) {
+  return p.layout->order == byte_order::big_endian;
+}
+
+uint16_t all_bits_if(const bool is_set) {
+  return is_set ? 65535 : 0;
+}
+
+// Kernels take samples from the lowest bit on.
+item_lines from_lowest_bit(const stored_plane& p, item_lines lines) {
+  if (is_big_endian(p)) std::swap(lines[0], lines[2]);
+  return lines;
+}
+
+template <class Kernel>
+Kernel splitting(const stored_plane& p, const bool fills_words) {
+  Kernel k{};
+  k.order = {is_big_endian(p)};
+  k.repeated = all_bits_if(is_filled(p.items[0], fills_words));
+  return k;
+}
+
+template <int lowest>
+void split_three_tens(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups,
+                      const bool fills_words) {
+  using three = kernel::split_three_tens<lowest>;
+  line_of<three>()(row, to[0], to[1], to[2], groups, splitting<three>(p, fills_words));
+}
+
+// An unused sample is all ones, and other unused bits are zero.
+template <class Kernel>
+Kernel joining(const stored_plane& p, const item_lines& from, const bool fills_words) {
+  Kernel k{};
+  k.order = {is_big_endian(p)};
+  k.by = {is_filled(p.items[0], fills_words)};
+  k.set = p.item_count == 4 && from[3] == nullptr ? 0xc000 : 0;
+  return k;
+}
+
+template <int lowest>
+void join_three_tens(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups,
+                     const bool fills_words) {
+  using three = kernel::join_three_tens<lowest>;
+  line_of<three>()(from[0], from[1], from[2], row, groups, joining<three>(p, from, fills_words));
+}
+
+}  // namespace
+
+void split_tens(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups,
+                const bool fills_words) {
+  const item_lines lines = from_lowest_bit(p, to);
+  using and_two = kernel::split_tens_and_two;
+  if (lines[3] != nullptr)
+    return line_of<and_two>()(row, lines[0], lines[1], lines[2], lines[3], groups, splitting<and_two>(p, fills_words));
+  if (p.layout->unused_low_bits == 2) return split_three_tens<2>(p, row, lines, groups, fills_words);
+  split_three_tens<0>(p, row, lines, groups, fills_words);
+}
+
+void join_tens(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups, const bool fills_words) {
+  const item_lines lines = from_lowest_bit(p, from);
+  using and_two = kernel::join_tens_and_two;
+  if (lines[3] != nullptr)
+    return line_of<and_two>()(lines[0], lines[1], lines[2], lines[3], row, groups,
+                              joining<and_two>(p, lines, fills_words));
+  if (p.layout->unused_low_bits == 2) return join_three_tens<2>(p, lines, row, groups, fills_words);
+  join_three_tens<0>(p, lines, row, groups, fills_words);
+}
+
+}  // namespace Processing::Morvane::checked
