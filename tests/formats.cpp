@@ -43,6 +43,16 @@ r210: rgb 1x1 256 bytes, 'r210' r210 - r210: r210 4/1 3x10 R G B big-endian
 R10k: rgb 1x1, 'R10k' r10k - -: R10k 4/1 3x10 R G B big-endian above 2 bits
 R10l: rgb 1x1 256 bytes, 'R10l' - - -: R10l 4/1 3x10 B G R above 2 bits
 
+rgb48: rgb 1x1, - rgb48le - -: rgb48 6/1 u16 R G B
+bgr48: rgb 1x1, - bgr48le - -: bgr48 6/1 u16 B G R
+rgbf32: rgb 1x1, - rgbf32le - -: rgb 12/1 f32 R G B
+rgbaf32: rgb alpha 1x1, - rgbaf32le - -: rgba 16/1 f32 R G B A
+g_b_r_f32: rgb 1x1, - gbrpf32le - -: g 4/1 f32 G; b 4/1 f32 B; r 4/1 f32 R
+r_g_b_f32: rgb 1x1, - - - -: r 4/1 f32 R; g 4/1 f32 G; b 4/1 f32 B
+
+y210: ycbcr 2x1, 'Y210' y210le - Y210: y210 8/2 u16 Y Cb Y Cr
+y212: ycbcr 2x1, 'Y212' y212le - Y212_LE: y212 8/2 u16 Y Cb Y Cr
+y216: ycbcr 2x1, 'Y216' y216le - Y216_LE: y216 8/2 u16 Y Cb Y Cr
 xv30: ycbcr 1x1, 'XV30' xv30le - -: xv30 4/1 3x10 Cb Y Cr x
 y410: ycbcr alpha 1x1, 'Y410' - - Y410: y410 4/1 3x10 Cb Y Cr A
 

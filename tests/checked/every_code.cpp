@@ -1,7 +1,10 @@
 // Every sample that a format can store, read, and every working sample, written, against what the rules say.
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cstdint>
+#include <iterator>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -24,6 +27,26 @@ std::uint32_t word_at(int x, int y, std::size_t component) {
          65535;
 }
 
+// Floats are too many; theirs lie halfway between working samples, and beyond all of these.
+std::uint32_t code_of(const rules::field& f, std::uint32_t word) {
+  if (!f.is_float || f.bits() != 32) return word;
+  using limits = std::numeric_limits<float>;
+  constexpr float others[] = {limits::quiet_NaN(),
+                              limits::infinity(),
+                              -limits::infinity(),
+                              limits::denorm_min(),
+                              -0.0F,
+                              -1.0F,
+                              1.0F,
+                              1.0F + limits::epsilon(),
+                              limits::max(),
+                              limits::lowest(),
+                              limits::min(),
+                              1.0F - limits::epsilon() / 2};
+  const float halfway = (static_cast<float>(word) - 20.5F) / 65535.0F;
+  return std::bit_cast<std::uint32_t>(word < std::size(others) ? others[word] : halfway);
+}
+
 // The words as the samples of a picture, each in as many of its bits as it has.
 void put_all_codes(const rules::picture& p) {
   const rules::format& f = rules::format_of(p.format);
@@ -32,7 +55,8 @@ void put_all_codes(const rules::picture& p) {
     for (int y = 0; y < p.height; ++y)
       for (int k = 0; k < rules::groups_in_row(f, plane, p.width); ++k) {
         std::uint8_t* group = p.data[plane] + p.stride[plane] * y + std::ptrdiff_t{k} * g.bytes;
-        for (std::size_t i = 0; i < g.fields.size(); ++i) rules::put(g, g.fields[i], group, word_at(k, y, i + plane));
+        for (std::size_t i = 0; i < g.fields.size(); ++i)
+          rules::put(g, g.fields[i], group, code_of(g.fields[i], word_at(k, y, i + plane)));
       }
   }
 }
@@ -59,8 +83,10 @@ struct format_and_deep {
   const char* deep;  // a format of the same model with 16 bits
 };
 constexpr format_and_deep formats[] = {
-    {"x2rgb10", "bgra64"}, {"x2bgr10", "bgra64"}, {"r210", "bgra64"},  {"R10k", "bgra64"},
-    {"R10l", "bgra64"},    {"xv30", "vuya_16"},   {"y410", "vuya_16"},
+    {"x2rgb10", "bgra64"}, {"x2bgr10", "bgra64"}, {"r210", "bgra64"},      {"R10k", "bgra64"},
+    {"R10l", "bgra64"},    {"xv30", "vuya_16"},   {"y410", "vuya_16"},     {"y210", "p216"},
+    {"y212", "p216"},      {"y216", "p216"},      {"rgb48", "bgra64"},     {"bgr48", "bgra64"},
+    {"rgbf32", "bgra64"},  {"rgbaf32", "bgra64"}, {"g_b_r_f32", "bgra64"}, {"r_g_b_f32", "bgra64"},
 };
 
 class every_code : public testing::TestWithParam<format_and_deep> {

@@ -38,8 +38,8 @@ void set_planes(shape& s) {
   }
 }
 
-bool is_of_video_alone(const catalogue::format& f) {
-  return f.model == color_model::ycbcr && f.planes[0].sample == catalogue::sample_type::f32;
+bool has_floats(const catalogue::format& f) {
+  return catalogue::is_float(f.planes[0].sample);
 }
 
 problem colour(const morvane_description& d, const char* name, shape& s) {
@@ -53,7 +53,7 @@ problem colour(const morvane_description& d, const char* name, shape& s) {
   const bool is_rgb = s.colour == model::rgb;
   s.full_range = d.range == MORVANE_RANGE_DEFAULT ? is_rgb : d.range == MORVANE_FULL;
   if (s.colour == model::luminance || s.colour == model::alpha) s.full_range = true;
-  if (is_of_video_alone(*s.format)) s.full_range = false;
+  if (has_floats(*s.format)) s.full_range = is_rgb;
   return none();
 }
 

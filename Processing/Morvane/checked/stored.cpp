@@ -142,6 +142,11 @@ bool begins_with_luma(const stored_plane& p) {
   return p.items[0] == first;
 }
 
+// Of floats, whose range differs then.
+bool is_ycbcr(const stored_plane& p) {
+  return p.layout->components.find("Y") != std::string_view::npos;
+}
+
 }  // namespace
 
 stored_plane stored(const catalogue::plane& p) {
@@ -174,6 +179,8 @@ void read_row(const stored_plane& p, const uint8_t* row, const int width, const 
         return line_of<kernel::split_pairs<kernel::first_of_pair::luma>>()(row, y, cb, cr, groups);
       return line_of<kernel::split_pairs<kernel::first_of_pair::chroma>>()(row, y, cb, cr, groups);
     case sample_type::u16:
+      if (p.layout->group_pixels == 2 && p.has(first)) return split_deep_pairs(p, row, to, groups);
+      if (p.item_count == 3) return split_threes(p, row, items, groups);
       return split_words(p, row, items, groups);
     case sample_type::u16_low10:
       return split_low<10>(p, row, items[0], groups, fills_words);
@@ -186,6 +193,7 @@ void read_row(const stored_plane& p, const uint8_t* row, const int width, const 
     case sample_type::u8_and_2:
       return line_of<kernel::split_yuyv_10>()(row, y, cb, cr, groups);
     case sample_type::f32:
+      if (!is_ycbcr(p)) return split_floats(p, row, to, groups);
       return line_of<kernel::split_vuya_f32>()(row, cr, cb, y, a, groups);
   }
 }
@@ -202,6 +210,8 @@ void write_row(const stored_plane& p, uint8_t* row, const int width, const compo
         return line_of<kernel::join_pairs<kernel::first_of_pair::luma>>()(y, cb, cr, row, groups);
       return line_of<kernel::join_pairs<kernel::first_of_pair::chroma>>()(y, cb, cr, row, groups);
     case sample_type::u16:
+      if (p.layout->group_pixels == 2 && p.has(first)) return join_deep_pairs(p, lines, row, groups);
+      if (p.item_count == 3) return join_threes(p, items, row, groups);
       return join_words(p, items, row, groups);
     case sample_type::u16_low10:
       return join_low<10>(p, items[0], row, groups, fills_words);
@@ -214,6 +224,7 @@ void write_row(const stored_plane& p, uint8_t* row, const int width, const compo
     case sample_type::u8_and_2:
       return line_of<kernel::join_yuyv_10>()(y, cb, cr, row, groups);
     case sample_type::f32:
+      if (!is_ycbcr(p)) return join_floats(p, lines, row, groups);
       return line_of<kernel::join_vuya_f32>()(cr, cb, y, a, row, groups);
   }
 }

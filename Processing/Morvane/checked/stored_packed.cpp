@@ -58,6 +58,22 @@ void join_three_tens(const stored_plane& p, const item_lines& from, uint8_t* row
   line_of<three>()(from[0], from[1], from[2], row, groups, joining<three>(p, from, fills_words));
 }
 
+// Samples in the upper bits of words.
+template <class Kernel>
+Kernel of_upper_bits(const stored_plane& p) {
+  const int depth = p.layout->depth();
+  Kernel k{};
+  k.kept = static_cast<uint16_t>(65535 << (16 - depth));
+  if constexpr (requires { k.half; }) k.half = static_cast<uint16_t>((1 << (16 - depth)) >> 1);
+  return k;
+}
+
+item_lines with_all_lines(const stored_plane& p, const component_lines& lines) {
+  item_lines items{};
+  for (size_t i = 0; i < static_cast<size_t>(p.item_count); ++i) items[i] = lines.of[p.items[i]];
+  return items;
+}
+
 }  // namespace
 
 void split_tens(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups,
@@ -78,6 +94,44 @@ void join_tens(const stored_plane& p, const item_lines& from, uint8_t* row, cons
                               joining<and_two>(p, lines, fills_words));
   if (p.layout->unused_low_bits == 2) return join_three_tens<2>(p, lines, row, groups, fills_words);
   join_three_tens<0>(p, lines, row, groups, fills_words);
+}
+
+void split_threes(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups) {
+  using three = kernel::split_three_words;
+  line_of<three>()(row, to[0], to[1], to[2], groups, of_upper_bits<three>(p));
+}
+
+void join_threes(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups) {
+  using three = kernel::join_three_words;
+  line_of<three>()(from[0], from[1], from[2], row, groups, of_upper_bits<three>(p));
+}
+
+void split_deep_pairs(const stored_plane& p, const uint8_t* row, const component_lines& to, const int groups) {
+  const auto& [y, cb, cr, a, rest] = to.of;
+  using in_words = kernel::split_422<kernel::words_in_pairs>;
+  line_of<in_words>()(row, y, cb, cr, groups, of_upper_bits<in_words>(p));
+}
+
+void join_deep_pairs(const stored_plane& p, const component_lines& from, uint8_t* row, const int groups) {
+  const auto& [y, cb, cr, a, rest] = from.of;
+  using in_words = kernel::join_422<kernel::words_in_pairs>;
+  line_of<in_words>()(y, cb, cr, row, groups, of_upper_bits<in_words>(p));
+}
+
+void split_floats(const stored_plane& p, const uint8_t* row, const component_lines& to, const int groups) {
+  using kernel::single_floats;
+  const auto [a, b, c, d] = with_all_lines(p, to);
+  if (p.item_count == 1) return line_of<kernel::split_floats<single_floats, 1, kernel::written_line>>()(row, a, groups);
+  if (p.item_count == 3) return line_of<kernel::split_three_numbers<single_floats>>()(row, a, b, c, groups);
+  line_of<kernel::split_four_numbers<single_floats>>()(row, a, b, c, d, groups);
+}
+
+void join_floats(const stored_plane& p, const component_lines& from, uint8_t* row, const int groups) {
+  using kernel::single_floats;
+  const auto [a, b, c, d] = with_all_lines(p, from);
+  if (p.item_count == 1) return line_of<kernel::join_floats<single_floats, 1, kernel::read_line>>()(a, row, groups);
+  if (p.item_count == 3) return line_of<kernel::join_three_numbers<single_floats>>()(a, b, c, row, groups);
+  line_of<kernel::join_four_numbers<single_floats>>()(a, b, c, d, row, groups);
 }
 
 }  // namespace Processing::Morvane::checked

@@ -191,6 +191,26 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
     store_256(p + 64, t.last_32);
   }
 
+  // Words of three registers.
+  template <class Source>
+  MORVANE_INLINE static block rearrange_three(const block a, const block b, const block c, const Source) {
+    constexpr word_table of_two = words_from([](const int i) { return Source()(i) % 64; });
+    constexpr word_table with_third = words_from([](const int i) { return Source()(i) < 64 ? i : Source()(i) - 32; });
+    return {rearrange(rearrange(a.v, b.v, of_two), c.v, with_third)};
+  }
+  MORVANE_INLINE static three_blocks deinterleave3_words(const block a, const block b, const block c) {
+    return {rearrange_three(a, b, c, [](const int i) { return 3 * i; }),
+            rearrange_three(a, b, c, [](const int i) { return 3 * i + 1; }),
+            rearrange_three(a, b, c, [](const int i) { return 3 * i + 2; })};
+  }
+  // Word `i` of three components in turn.
+  static constexpr int word_of_three(const int i) { return i % 3 * 32 + i / 3; }
+  MORVANE_INLINE static three_blocks interleave3_words(const block a, const block b, const block c) {
+    return {rearrange_three(a, b, c, [](const int i) { return word_of_three(i); }),
+            rearrange_three(a, b, c, [](const int i) { return word_of_three(32 + i); }),
+            rearrange_three(a, b, c, [](const int i) { return word_of_three(64 + i); })};
+  }
+
   // Four groups of v210. Of each sample, in the order of its line, the first byte that it lies in, and the factor that
   // moves it to the top of the word that begins there.
   struct sample_of_v210 {

@@ -83,6 +83,30 @@ struct neon_lines : neon_blocks {
     store_three_of_four(p, t.fours.first, t.fours.second);
   }
 
+  // Words 0, 3, 6... of three registers, or those behind them.
+  template <int first>
+  MORVANE_INLINE static uint8x16_t every_third_word(const uint8x16x3_t& words) {
+    const uint8x16_t from = {0, 1, 6, 7, 12, 13, 18, 19, 24, 25, 30, 31, 36, 37, 42, 43};
+    return vqtbl3q_u8(words, vaddq_u8(from, vdupq_n_u8(2 * first)));
+  }
+  MORVANE_INLINE static three_blocks deinterleave3_words(const block a, const block b, const block c) {
+    const uint8x16x3_t lo = {{a.lo, a.hi, b.lo}};
+    const uint8x16x3_t hi = {{b.hi, c.lo, c.hi}};
+    return {{every_third_word<0>(lo), every_third_word<0>(hi)},
+            {every_third_word<1>(lo), every_third_word<1>(hi)},
+            {every_third_word<2>(lo), every_third_word<2>(hi)}};
+  }
+  MORVANE_INLINE static three_blocks interleave3_words(const block a, const block b, const block c) {
+    const uint8x16_t first = {0, 1, 16, 17, 32, 33, 2, 3, 18, 19, 34, 35, 4, 5, 20, 21};
+    const uint8x16_t second = {36, 37, 6, 7, 22, 23, 38, 39, 8, 9, 24, 25, 40, 41, 10, 11};
+    const uint8x16_t third = {26, 27, 42, 43, 12, 13, 28, 29, 44, 45, 14, 15, 30, 31, 46, 47};
+    const uint8x16x3_t lo = {{a.lo, b.lo, c.lo}};
+    const uint8x16x3_t hi = {{a.hi, b.hi, c.hi}};
+    return {{vqtbl3q_u8(lo, first), vqtbl3q_u8(lo, second)},
+            {vqtbl3q_u8(lo, third), vqtbl3q_u8(hi, first)},
+            {vqtbl3q_u8(hi, second), vqtbl3q_u8(hi, third)}};
+  }
+
   // A group of v210 in each register.
   struct three_lines {
     struct six_words {

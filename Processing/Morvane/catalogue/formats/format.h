@@ -25,6 +25,10 @@ constexpr int low_bits(sample_type sample) {
   return sample == sample_type::u16_low10 ? 10 : sample == sample_type::u16_low12 ? 12 : 0;
 }
 
+constexpr bool is_float(sample_type sample) {
+  return sample == sample_type::f32;
+}
+
 // The bits of a sample in a word of its own or in a group.
 constexpr int bits_of(sample_type sample) {
   switch (sample) {
