@@ -53,6 +53,10 @@ r_g_b_f32: rgb 1x1, - - - -: r 4/1 f32 R; g 4/1 f32 G; b 4/1 f32 B
 y210: ycbcr 2x1, 'Y210' y210le - Y210: y210 8/2 u16 Y Cb Y Cr
 y212: ycbcr 2x1, 'Y212' y212le - Y212_LE: y212 8/2 u16 Y Cb Y Cr
 y216: ycbcr 2x1, 'Y216' y216le - Y216_LE: y216 8/2 u16 Y Cb Y Cr
+rgbaf16: rgb alpha 1x1, - rgbaf16le - -: rgba 8/1 f16 R G B A
+R12L: rgb 1x1, 'R12L' - - -: R12L 36/8 12 R G B R G B R G B R G B R G B R G B R G B R G B
+st2110_422_10: ycbcr 2x1, 'UYVP' - - UYVP: st2110 5/2 10 Cb Y Cr Y big-endian
+st2110_422_12: ycbcr 2x1, - - - -: st2110 6/2 12 Cb Y Cr Y big-endian
 xv30: ycbcr 1x1, 'XV30' xv30le - -: xv30 4/1 3x10 Cb Y Cr x
 y410: ycbcr alpha 1x1, 'Y410' - - Y410: y410 4/1 3x10 Cb Y Cr A
 
@@ -100,7 +104,7 @@ const char* text_of(catalogue::color_model model) {
 }
 
 const char* text_of(catalogue::sample_type sample) {
-  constexpr const char* names[] = {"u8", "u16", "u16:10", "u16:12", "3x10", "8+2", "f32"};
+  constexpr const char* names[] = {"u8", "u16", "u16:10", "u16:12", "3x10", "8+2", "f32", "f16", "10", "12"};
   return names[static_cast<std::size_t>(sample)];
 }
 

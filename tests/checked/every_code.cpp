@@ -83,10 +83,11 @@ struct format_and_deep {
   const char* deep;  // a format of the same model with 16 bits
 };
 constexpr format_and_deep formats[] = {
-    {"x2rgb10", "bgra64"}, {"x2bgr10", "bgra64"}, {"r210", "bgra64"},      {"R10k", "bgra64"},
-    {"R10l", "bgra64"},    {"xv30", "vuya_16"},   {"y410", "vuya_16"},     {"y210", "p216"},
-    {"y212", "p216"},      {"y216", "p216"},      {"rgb48", "bgra64"},     {"bgr48", "bgra64"},
-    {"rgbf32", "bgra64"},  {"rgbaf32", "bgra64"}, {"g_b_r_f32", "bgra64"}, {"r_g_b_f32", "bgra64"},
+    {"x2rgb10", "bgra64"}, {"x2bgr10", "bgra64"}, {"r210", "bgra64"},        {"R10k", "bgra64"},
+    {"R10l", "bgra64"},    {"xv30", "vuya_16"},   {"y410", "vuya_16"},       {"y210", "p216"},
+    {"y212", "p216"},      {"y216", "p216"},      {"rgb48", "bgra64"},       {"bgr48", "bgra64"},
+    {"rgbf32", "bgra64"},  {"rgbaf32", "bgra64"}, {"g_b_r_f32", "bgra64"},   {"r_g_b_f32", "bgra64"},
+    {"rgbaf16", "bgra64"}, {"R12L", "bgra64"},    {"st2110_422_10", "p216"}, {"st2110_422_12", "p216"},
 };
 
 class every_code : public testing::TestWithParam<format_and_deep> {

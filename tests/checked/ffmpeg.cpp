@@ -39,6 +39,7 @@ constexpr missing may_be_missing[] = {
     {"y210le", "is read alone"},
     {"y212le", "is younger than some versions"},
     {"y216le", "is younger than some versions"},
+    {"rgbaf16le", "is read alone"},
     {"rgbf32le", "is known by name, and neither read nor written"},
     {"rgbaf32le", "is known by name, and neither read nor written"},
     {"nv16", "is known by name, and neither read nor written"},

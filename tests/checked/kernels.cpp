@@ -74,8 +74,8 @@ Kernel with_members(const bool full) {
   Kernel k{};
   if constexpr (requires { k.repeated; }) k.repeated = static_cast<decltype(k.repeated)>(full ? 65535 : 0);
   if constexpr (requires { k.last_repeated; }) k.last_repeated = 255;
-  if constexpr (requires { k.kept; }) k.kept = full ? 65535 : 0xffc0;
-  if constexpr (requires { k.half; }) k.half = full ? 0 : 32;
+  if constexpr (requires { k.kept = 0; }) k.kept = full ? 65535 : 0xffc0;
+  if constexpr (requires { k.half = 0; }) k.half = full ? 0 : 32;
   if constexpr (requires { k.all; }) k.all.fills_words = k.last.fills_words = full;
   if constexpr (requires { k.by; }) k.by.fills_words = full;
   if constexpr (requires { k.order; }) k.order.is_reversed = full;

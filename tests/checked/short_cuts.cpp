@@ -114,7 +114,7 @@ TEST(short_cuts, are_taken) {
   });
   EXPECT_EQ(linear.size(), 13U);
   EXPECT_EQ(nearest.size(), 30U);
-  EXPECT_EQ(copies, 2 * 44);
+  EXPECT_EQ(copies, 2 * 47);
   EXPECT_EQ(rearranged, 2 * 163);
   EXPECT_TRUE(linear.contains("uyvy::yuy2"));
 }

@@ -92,6 +92,24 @@ void put_in_word(std::uint8_t* word, std::size_t i, const catalogue::plane& p, d
   for (std::size_t k = 0; k < 4; ++k) word[k] = static_cast<std::uint8_t>(word[k] | bytes[is_big_endian ? 3 - k : k]);
 }
 
+// Writes sample i of a stream.
+void put_in_stream(std::uint8_t* group, std::size_t i, const catalogue::plane& p, std::uint32_t sample) {
+  const auto bits = static_cast<std::size_t>(p.depth());
+  const bool is_big_endian = p.order == catalogue::byte_order::big_endian;
+  for (std::size_t k = 0; k < bits; ++k) {
+    const std::size_t place = i * bits + (is_big_endian ? bits - 1 - k : k);
+    const std::uint32_t in_byte = is_big_endian ? 7 - place % 8 : place % 8;
+    group[place / 8] = static_cast<std::uint8_t>(group[place / 8] | (sample >> k & 1) << in_byte);
+  }
+}
+
+// Of numbers from 2^-14 to 1, and of 0.
+std::uint32_t half_of(double value) {
+  if (value <= 0) return 0;
+  const int power = std::ilogb(value);
+  return static_cast<std::uint32_t>((power + 14) * 1024 + std::lround(std::ldexp(value, 10 - power)));
+}
+
 // Writes sample i of a group.
 void put(std::uint8_t* group, std::size_t i, const catalogue::plane& p, double value, const std::string& name) {
   switch (p.sample) {
@@ -112,6 +130,11 @@ void put(std::uint8_t* group, std::size_t i, const catalogue::plane& p, double v
       group[i] = static_cast<std::uint8_t>(sample >> 2);
       return add_little_endian(group + 32 + i / 4, (sample & 3) << (2 * (i % 4)), 1);
     }
+    case sample_type::stream_10:
+    case sample_type::stream_12:
+      return put_in_stream(group, i, p, quantized(value, name, p.depth()));
+    case sample_type::f16:
+      return add_little_endian(group + 2 * i, half_of(value), 2);
     case sample_type::f32:
       return add_little_endian(group + 4 * i, std::bit_cast<std::uint32_t>(static_cast<float>(value)), 4);
   }

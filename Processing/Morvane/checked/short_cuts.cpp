@@ -65,6 +65,7 @@ bool is_copied(const stored_plane& p) {
   const sample_type sample = p.layout->sample;
   if (p.has(unused) || p.layout->upper_bits != 0) return false;
   return sample == sample_type::u8 || sample == sample_type::u16 || sample == sample_type::u8_and_2 ||
+         sample == sample_type::stream_10 || sample == sample_type::stream_12 ||
          (p.layout->has_words_of_pixels() && p.has(alpha));
 }
 

@@ -195,6 +195,11 @@ void read_row(const stored_plane& p, const uint8_t* row, const int width, const 
     case sample_type::f32:
       if (!is_ycbcr(p)) return split_floats(p, row, to, groups);
       return line_of<kernel::split_vuya_f32>()(row, cr, cb, y, a, groups);
+    case sample_type::f16:
+      return split_floats(p, row, to, groups);
+    case sample_type::stream_10:
+    case sample_type::stream_12:
+      return split_stream(p, row, to, groups, fills_words);
   }
 }
 
@@ -226,6 +231,11 @@ void write_row(const stored_plane& p, uint8_t* row, const int width, const compo
     case sample_type::f32:
       if (!is_ycbcr(p)) return join_floats(p, lines, row, groups);
       return line_of<kernel::join_vuya_f32>()(cr, cb, y, a, row, groups);
+    case sample_type::f16:
+      return join_floats(p, lines, row, groups);
+    case sample_type::stream_10:
+    case sample_type::stream_12:
+      return join_stream(p, lines, row, groups, fills_words);
   }
 }
 

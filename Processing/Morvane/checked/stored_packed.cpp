@@ -68,6 +68,11 @@ Kernel of_upper_bits(const stored_plane& p) {
   return k;
 }
 
+// Three samples of every pixel, and not four of every two.
+bool is_rgb_stream(const stored_plane& p) {
+  return p.samples[first] == p.samples[second];
+}
+
 item_lines with_all_lines(const stored_plane& p, const component_lines& lines) {
   item_lines items{};
   for (size_t i = 0; i < static_cast<size_t>(p.item_count); ++i) items[i] = lines.of[p.items[i]];
@@ -118,9 +123,39 @@ void join_deep_pairs(const stored_plane& p, const component_lines& from, uint8_t
   line_of<in_words>()(y, cb, cr, row, groups, of_upper_bits<in_words>(p));
 }
 
+void split_stream(const stored_plane& p, const uint8_t* row, const component_lines& to, const int groups,
+                  const bool fills_words) {
+  const auto& [a, b, c, d, rest] = to.of;
+  if (is_rgb_stream(p)) {
+    kernel::split_rgb_12 k{};
+    k.repeated = all_bits_if(fills_words);
+    line_of<kernel::split_rgb_12>()(row, a, b, c, groups * p.layout->group_pixels / 2, k);
+  } else if (p.layout->depth() == 10) {
+    line_of<kernel::split_422<kernel::tens_in_pairs>>()(row, a, b, c, groups);
+  } else {
+    line_of<kernel::split_422<kernel::twelves_in_pairs>>()(row, a, b, c, groups);
+  }
+}
+
+void join_stream(const stored_plane& p, const component_lines& from, uint8_t* row, const int groups,
+                 const bool fills_words) {
+  const auto& [a, b, c, d, rest] = from.of;
+  if (is_rgb_stream(p)) {
+    kernel::join_rgb_12 k{};
+    k.by = {fills_words};
+    line_of<kernel::join_rgb_12>()(a, b, c, row, groups * p.layout->group_pixels / 2, k);
+  } else if (p.layout->depth() == 10) {
+    line_of<kernel::join_422<kernel::tens_in_pairs>>()(a, b, c, row, groups);
+  } else {
+    line_of<kernel::join_422<kernel::twelves_in_pairs>>()(a, b, c, row, groups);
+  }
+}
+
 void split_floats(const stored_plane& p, const uint8_t* row, const component_lines& to, const int groups) {
   using kernel::single_floats;
   const auto [a, b, c, d] = with_all_lines(p, to);
+  if (p.layout->sample == catalogue::sample_type::f16)
+    return line_of<kernel::split_four_numbers<kernel::half_floats>>()(row, a, b, c, d, groups);
   if (p.item_count == 1) return line_of<kernel::split_floats<single_floats, 1, kernel::written_line>>()(row, a, groups);
   if (p.item_count == 3) return line_of<kernel::split_three_numbers<single_floats>>()(row, a, b, c, groups);
   line_of<kernel::split_four_numbers<single_floats>>()(row, a, b, c, d, groups);
@@ -129,6 +164,8 @@ void split_floats(const stored_plane& p, const uint8_t* row, const component_lin
 void join_floats(const stored_plane& p, const component_lines& from, uint8_t* row, const int groups) {
   using kernel::single_floats;
   const auto [a, b, c, d] = with_all_lines(p, from);
+  if (p.layout->sample == catalogue::sample_type::f16)
+    return line_of<kernel::join_four_numbers<kernel::half_floats>>()(a, b, c, d, row, groups);
   if (p.item_count == 1) return line_of<kernel::join_floats<single_floats, 1, kernel::read_line>>()(a, row, groups);
   if (p.item_count == 3) return line_of<kernel::join_three_numbers<single_floats>>()(a, b, c, row, groups);
   line_of<kernel::join_four_numbers<single_floats>>()(a, b, c, d, row, groups);

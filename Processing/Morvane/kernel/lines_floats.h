@@ -49,6 +49,40 @@ struct single_floats {
   }
 };
 
+// Of 16 bits.
+struct half_floats {
+  static constexpr int bytes = 2;
+  static constexpr float least_normal = 0x1p-14F;
+  static constexpr uint32_t exponents_apart = 112U << 23;
+
+  MORVANE_INLINE static float at(const uint8_t* p) {
+    const uint32_t half = stored_word(p);
+    const uint32_t exponent = half >> 10 & 31;
+    const auto mantissa = half & 1023;
+    const float subnormal = static_cast<float>(mantissa) * 0x1p-24F;
+    const uint32_t wider = (half & 0x7fff) << 13;
+    const uint32_t magnitude = exponent == 31  ? wider + 2 * exponents_apart
+                               : exponent == 0 ? __builtin_bit_cast(uint32_t, subnormal)
+                                               : wider + exponents_apart;
+    return __builtin_bit_cast(float, magnitude | (half & 0x8000) << 16);
+  }
+  // Of 0 to 1. A sum from 0.5 on has the steps of the smallest halves.
+  MORVANE_INLINE static void put(uint8_t* p, const float value) {
+    const auto bits = __builtin_bit_cast(uint32_t, value);
+    const uint32_t normal = (bits - exponents_apart + 0xfff + (bits >> 13 & 1)) >> 13;
+    const uint32_t subnormal = __builtin_bit_cast(uint32_t, value + 0.5F) - __builtin_bit_cast(uint32_t, 0.5F);
+    put_word(p, static_cast<uint16_t>(value < least_normal ? subnormal : normal));
+  }
+  template <class V>
+  MORVANE_INLINE static auto load(const uint8_t* p) {
+    return V::half_floats_at(p);
+  }
+  template <class V>
+  MORVANE_INLINE static auto stored(const typename V::floats f) {
+    return V::half_floats(f);
+  }
+};
+
 // The floats of a block's words.
 template <class V>
 using parts_of_block = std::make_index_sequence<V::block_bytes / 2 / V::float_lanes>;
@@ -161,9 +195,10 @@ using join_three_numbers = join_floats<Number, 3, read_line, read_line, read_lin
 template <class Number>
 using join_four_numbers = join_floats<Number, 4, read_line, read_line, read_line, read_line>;
 
-using lines_floats_kernels = kernel_list<split_vuya_f32, join_vuya_f32, split_floats<single_floats, 1, written_line>,
-                                         split_three_numbers<single_floats>, split_four_numbers<single_floats>,
-                                         join_floats<single_floats, 1, read_line>, join_three_numbers<single_floats>,
-                                         join_four_numbers<single_floats>>;
+using lines_floats_kernels =
+    kernel_list<split_vuya_f32, join_vuya_f32, split_floats<single_floats, 1, written_line>,
+                split_three_numbers<single_floats>, split_four_numbers<single_floats>,
+                join_floats<single_floats, 1, read_line>, join_three_numbers<single_floats>,
+                join_four_numbers<single_floats>, split_four_numbers<half_floats>, join_four_numbers<half_floats>>;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

@@ -210,6 +210,35 @@ struct avx2_blocks : x86_vectors<ymm, avx2> {
     return {
         _mm256_or_si256(_mm256_madd_epi16(first_two, _mm256_set1_epi32(1 | 1024 << 16)), _mm256_slli_epi32(third, 4))};
   }
+  // Two groups of five bytes in each half. Word i of a group is its bytes i and i + 1, in which the sample lies 2 i
+  // bits below the top.
+  MORVANE_INLINE static block load_tens_of_fives(const uint8_t* p) {
+    const __m256i words = _mm256_shuffle_epi8(
+        load_halves(p, p + 4), _mm256_setr_epi8(1, 0, 2, 1, 3, 2, 4, 3, 6, 5, 7, 6, 8, 7, 9, 8, 7, 6, 8, 7, 9, 8, 10, 9,
+                                                12, 11, 13, 12, 14, 13, 15, 14));
+    const __m256i at_top = _mm256_mullo_epi16(words, ymm::repeat_lane(_mm_setr_epi16(1, 4, 16, 64, 1, 4, 16, 64)));
+    return {_mm256_and_si256(at_top, ymm::repeat_word(0xffc0))};
+  }
+  struct groups_of_five {
+    static constexpr size_t stored_bytes = 20;
+    __m256i v;
+  };
+  MORVANE_INLINE static groups_of_five fives_of_tens(const block samples) {
+    const __m256i words = _mm256_mullo_epi16(_mm256_srli_epi16(samples.v, 6),
+                                             ymm::repeat_lane(_mm_setr_epi16(64, 16, 4, 1, 64, 16, 4, 1)));
+    const __m256i upper = _mm256_shuffle_epi8(
+        words, ymm::repeat_lane(_mm_setr_epi8(1, 3, 5, 7, 6, 9, 11, 13, 15, 14, -1, -1, -1, -1, -1, -1)));
+    const __m256i lower = _mm256_shuffle_epi8(
+        words, ymm::repeat_lane(_mm_setr_epi8(-1, 0, 2, 4, -1, -1, 8, 10, 12, -1, -1, -1, -1, -1, -1, -1)));
+    return {_mm256_or_si256(upper, lower)};
+  }
+  // What is stored behind the first two groups is overwritten by the others.
+  MORVANE_INLINE static void store(uint8_t* p, const groups_of_five& g) {
+    store_128(p, low_half(g.v));
+    store_64(p + 10, high_half(g.v));
+    const auto last = static_cast<uint16_t>(_mm_extract_epi16(high_half(g.v), 4));
+    __builtin_memcpy(p + 18, &last, 2);
+  }
   MORVANE_INLINE static block load_upper_of_groups(const uint8_t* p) { return load(p); }
   // A byte of a pair, in two bits each Cr Y1 Cb Y0 from the top, in both words of its double word, and what lifts the
   // two bits of a word's sample to bits 7 and 6: the first of luma by 6, the second by 2.

@@ -270,6 +270,43 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
     return {_mm512_or_si512(lower, upper)};
   }
 
+  // Eight groups of five bytes. Word i of a group is its bytes i and i + 1, in which the sample lies 2 i bits below the
+  // top.
+  static constexpr int bytes_of_fives = 40;
+
+  MORVANE_INLINE static block load_tens_of_fives(const uint8_t* p) {
+    constexpr int skipped = bytes_of_fives - 32;
+    constexpr byte_table words = bytes_from([](const int i) {
+      const int byte = i / 8 * 5 + i % 8 / 2 + 1 - i % 2;
+      return byte < 32 ? byte : 32 + byte - skipped;
+    });
+    constexpr word_table lifts = words_from([](const int i) { return 1 << 2 * (i % 4); });
+    const __m512i all = _mm512_inserti64x4(_mm512_castsi256_si512(load_256(p)), load_256(p + skipped), 1);
+    return {_mm512_and_si512(_mm512_mullo_epi16(rearrange(all, words), load_table(lifts)), zmm::repeat_word(0xffc0))};
+  }
+  struct groups_of_five {
+    static constexpr size_t stored_bytes = bytes_of_fives;
+    __m512i v;
+  };
+  // The bytes between the first and the last one of a group end a word and begin the next.
+  static constexpr uint64_t bytes_of_two_words() {
+    uint64_t mask = 0;
+    for (int i = 0; i < bytes_of_fives; ++i) mask |= static_cast<uint64_t>(i % 5 > 0 && i % 5 < 4) << i;
+    return mask;
+  }
+  MORVANE_INLINE static groups_of_five fives_of_tens(const block samples) {
+    constexpr word_table lifts = words_from([](const int i) { return 64 >> 2 * (i % 4); });
+    constexpr byte_table begun = bytes_from([](const int i) { return i / 5 * 8 + (i % 5 < 4 ? i % 5 * 2 + 1 : 6); });
+    constexpr byte_table ended = bytes_from([](const int i) { return i / 5 * 8 + (i % 5 + 3) % 4 * 2; });
+    const __m512i words = _mm512_mullo_epi16(_mm512_srli_epi16(samples.v, 6), load_table(lifts));
+    return {_mm512_or_si512(rearrange(words, begun),
+                            _mm512_maskz_permutexvar_epi8(bytes_of_two_words(), load_table(ended), words))};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const groups_of_five& g) {
+    store_256(p, _mm512_castsi512_si256(g.v));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 32), _mm256_castsi256_si128(_mm512_extracti64x4_epi64(g.v, 1)));
+  }
+
   // Two 32-bit words hold six samples, whose upper eight bits become the first six of eight bytes.
   MORVANE_INLINE static __m512i six_of_eight_bytes(const uint8_t* p) {
     constexpr byte_table bits = bytes_from([](const int i) { return i % 8 / 3 % 2 * 32 + i % 8 % 3 * 10 + 2; });

@@ -393,6 +393,10 @@ struct neon : neon_lines {
                                          const float_words d) {
     return block_of(vcombine_u16(a.v, b.v), vcombine_u16(c.v, d.v));
   }
+  MORVANE_INLINE static floats half_floats_at(const uint8_t* p) {
+    return {vcvt_f32_f16(vreinterpret_f16_u8(vld1_u8(p)))};
+  }
+  MORVANE_INLINE static float_words half_floats(const floats f) { return {vreinterpret_u16_f16(vcvt_f16_f32(f.v))}; }
   template <int part>
   MORVANE_INLINE static floats floats_of_words(const block b) {
     const uint16x8_t words = as_words(part < 2 ? b.lo : b.hi);

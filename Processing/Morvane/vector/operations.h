@@ -158,6 +158,10 @@ concept has_tens = requires(const uint8_t* source, const uint8_t* line, typename
   requires can_be_stored<V, decltype(V::split_v210(block).cr)>;
   { V::load_for_v210(line, line, line) } -> gives<typename V::two_blocks>;
   { V::join_v210(two) } -> gives<typename V::block>;
+  // Big-endian groups of four samples in five bytes, as words with the samples in the upper bits and nothing below, and
+  // back.
+  { V::load_tens_of_fives(source) } -> gives<typename V::block>;
+  requires can_be_stored<V, decltype(V::fives_of_tens(block))>;
 };
 
 // pixels: four bytes of each pixel. weighable: the same, arranged for weighing; load3_weighable reads three-byte pixels
@@ -251,6 +255,9 @@ concept has_floats = requires(const uint8_t* source, typename V::floats floats, 
   { V::template load_words_above<4096>(source) } -> gives<typename V::floats>;
   requires can_be_stored<V, typename V::floats>;
   { V::floats_at(source) } -> gives<typename V::floats>;
+  // From half floats, and to them, rounded to the nearest and to even ones between two.
+  { V::half_floats_at(source) } -> gives<typename V::floats>;
+  requires can_be_stored<V, decltype(V::half_floats(floats))>;
   // The words of a block in parts, each as many as there are floats: those of the first part, of the second...
   { V::template floats_of_words<0>(block) } -> gives<typename V::floats>;
   { V::multiply(floats, float{}) } -> gives<typename V::floats>;

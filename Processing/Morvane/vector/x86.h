@@ -348,6 +348,8 @@ struct x86_vectors {
     return {R::template load_words_above<bottom>(p)};
   }
   MORVANE_INLINE static floats floats_at(const uint8_t* p) { return {R::load_floats(p)}; }
+  MORVANE_INLINE static floats half_floats_at(const uint8_t* p) { return {R::load_half_floats(p)}; }
+  MORVANE_INLINE static auto half_floats(const floats f) { return R::half_floats(f.v); }
   MORVANE_INLINE static void store(uint8_t* p, const floats f) { R::store_floats(p, f.v); }
   template <int part>
   MORVANE_INLINE static floats floats_of_words(const block words) {

@@ -118,6 +118,12 @@ struct ymm {
   MORVANE_INLINE static void store_floats(uint8_t* p, const floats v) {
     _mm256_storeu_ps(reinterpret_cast<float*>(p), v);
   }
+  MORVANE_INLINE static floats load_half_floats(const uint8_t* p) {
+    return _mm256_cvtph_ps(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+  }
+  MORVANE_INLINE static half_register half_floats(const floats v) {
+    return {_mm256_cvtps_ph(v, _MM_FROUND_TO_NEAREST_INT)};
+  }
   // Of the lower half of the words or of the upper one.
   template <int part>
   MORVANE_INLINE static floats floats_of_words(const type v) {

@@ -103,6 +103,12 @@ struct zmm {
   }
   MORVANE_INLINE static floats load_floats(const uint8_t* p) { return _mm512_castsi512_ps(load(p)); }
   MORVANE_INLINE static void store_floats(uint8_t* p, const floats v) { _mm512_storeu_ps(p, v); }
+  MORVANE_INLINE static floats load_half_floats(const uint8_t* p) {
+    return _mm512_cvtph_ps(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)));
+  }
+  MORVANE_INLINE static half_register half_floats(const floats v) {
+    return {_mm512_cvtps_ph(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC)};
+  }
   template <int part>
   MORVANE_INLINE static floats floats_of_words(const type v) {
     return _mm512_cvtepi32_ps(_mm512_cvtepu16_epi32(_mm512_extracti64x4_epi64(v, part)));

@@ -59,6 +59,12 @@ inline constexpr auto card_rgb_formats = std::to_array<format>({
                   .sample = sample_type::u32_3x10,
                   .components = "B G R",
                   .unused_low_bits = 2}}}},
+    {.name = "R12L",
+     .id = 105,
+     .description = "12-bit RGB of capture cards, a little-endian stream of eight pixels in 36 bytes",
+     .model = color_model::rgb,
+     .fourcc = "R12L",
+     .planes = {{{"R12L", 36, 8, sample_type::stream_12, "R G B R G B R G B R G B R G B R G B R G B R G B"}}}},
 });
 
 }  // namespace morvane::catalogue

@@ -46,6 +46,13 @@ inline constexpr auto deep_rgb_formats = std::to_array<format>({
      .planes = {{{"r", 4, 1, sample_type::f32, "R"},
                  {"g", 4, 1, sample_type::f32, "G"},
                  {"b", 4, 1, sample_type::f32, "B"}}}},
+    {.name = "rgbaf16",
+     .id = 112,
+     .description = "RGB with alpha in 16-bit floats, red first",
+     .model = color_model::rgb,
+     .alpha = true,
+     .ffmpeg = "rgbaf16le",
+     .planes = {{{"rgba", 8, 1, sample_type::f16, "R G B A"}}}},
 });
 
 }  // namespace morvane::catalogue

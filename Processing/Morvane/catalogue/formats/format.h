@@ -18,6 +18,9 @@ enum class sample_type {
   u32_3x10,   // three 10-bit samples in each 32-bit word, one next to the other; a fourth one has two bits
   u8_and_2,  // 32 bytes with the upper eight bits of 32 samples, then 8 bytes with their lower two, first sample lowest
   f32,       // little-endian IEEE floats: 0 to 1, chroma -0.5 to 0.5
+  f16,       // the same of 16 bits
+  stream_10,  // samples of 10 bits one after the other, whatever bytes they lie in
+  stream_12,  // and of 12 bits
 };
 
 // The bits of a sample that its word has in its lower part; 0 where they are not there.
@@ -26,7 +29,7 @@ constexpr int low_bits(sample_type sample) {
 }
 
 constexpr bool is_float(sample_type sample) {
-  return sample == sample_type::f32;
+  return sample == sample_type::f32 || sample == sample_type::f16;
 }
 
 // The bits of a sample in a word of its own or in a group.
@@ -37,11 +40,14 @@ constexpr int bits_of(sample_type sample) {
     case sample_type::u16_low10:
     case sample_type::u32_3x10:
     case sample_type::u8_and_2:
+    case sample_type::stream_10:
       return 10;
     case sample_type::u16_low12:
+    case sample_type::stream_12:
       return 12;
     case sample_type::u16:
     case sample_type::f32:
+    case sample_type::f16:
       return 16;
   }
   return 0;
@@ -56,8 +62,8 @@ struct plane {
   int group_bytes = 0;
   int group_pixels = 0;
   sample_type sample = sample_type::u8;
-  // The samples of a group in storage order: "Cb Y Cr Y". Those of a little-endian word begin at its lowest bit, those
-  // of a big-endian one at its highest.
+  // The samples of a group in storage order: "Cb Y Cr Y". Those of a little-endian word or stream begin at its lowest
+  // bit, those of a big-endian one at its highest.
   std::string_view components{};
   int image_rows = 1;  // image rows to a row of the plane: 2 for the chroma of 4:2:0
   int upper_bits = 0;  // of words that hold the sample in so many of their upper bits; 0 for all of them
