@@ -63,13 +63,16 @@ bool has_whole_groups(const shape& s) {
 bool is_copied(const stored_plane& p) {
   using catalogue::sample_type;
   const sample_type sample = p.layout->sample;
-  return !p.has(unused) && p.layout->upper_bits == 0 &&
-         (sample == sample_type::u8 || sample == sample_type::u16 || sample == sample_type::u8_and_2);
+  if (p.has(unused) || p.layout->upper_bits != 0) return false;
+  return sample == sample_type::u8 || sample == sample_type::u16 || sample == sample_type::u8_and_2 ||
+         sample == sample_type::stream_10 || sample == sample_type::stream_12 ||
+         (p.layout->has_words_of_pixels() && p.has(alpha));
 }
 
 bool is_same(const catalogue::plane& a, const catalogue::plane& b) {
   return a.components == b.components && a.sample == b.sample && a.group_bytes == b.group_bytes &&
-         a.group_pixels == b.group_pixels && a.image_rows == b.image_rows && a.upper_bits == b.upper_bits;
+         a.group_pixels == b.group_pixels && a.image_rows == b.image_rows && a.upper_bits == b.upper_bits &&
+         a.order == b.order && a.unused_low_bits == b.unused_low_bits;
 }
 
 int find_original(const stored_plane& p, const way& w) {
