@@ -124,8 +124,8 @@ TEST(short_cuts, are_taken) {
   });
   EXPECT_EQ(linear.size(), 13U);
   EXPECT_EQ(nearest.size(), 30U);
-  EXPECT_EQ(copies, 2 * 94);
-  EXPECT_EQ(rearranged, 2 * 663);
+  EXPECT_GE(copies, 2 * 94);
+  EXPECT_GE(rearranged, 2 * 663);
   EXPECT_TRUE(linear.contains("uyvy::yuy2"));
 }
 
