@@ -432,3 +432,47 @@ mutant(two_bits_of_alpha_not_told
        TO [[return depth();]]
        ROWS checked_plans.tell_steps_and_losses
        PROGRAM checked_test)
+
+mutant(alpha_first_widened_as_what_is_last
+       FILE checked/stored.cpp
+       FROM [[k.repeated[i] = is_filled(p.items[i], fills_words)]]
+       TO [[k.repeated[i] = is_filled(p.items[std::size(k.repeated) - 1], fills_words)]]
+       ROWS */checked_pairs.are_as_the_rules_say/ayuv
+       PROGRAM checked_test)
+
+mutant(alpha_first_rounded_as_what_is_last
+       FILE checked/stored.cpp
+       FROM [[k.by[i] = {is_filled(p.items[i], fills_words)}]]
+       TO [[k.by[i] = {is_filled(p.items[std::size(k.by) - 1], fills_words)}]]
+       ROWS */checked_pairs.are_as_the_rules_say/vuya_16
+       PROGRAM checked_test)
+
+mutant(second_of_four_bytes_widened_as_the_first
+       FILE kernel/lines_stored.h
+       FROM [[upper<V>(both.first, repeated[1]);]]
+       TO [[upper<V>(both.first, repeated[0]);]]
+       ROWS lines.are_as_their_rules_say_on_every_backend
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(second_of_two_bytes_rounded_as_the_first
+       FILE kernel/lines_stored.h
+       FROM [[two_of<V, i>(a, by[i + 1].template of<V>(V::load(b)))]]
+       TO [[two_of<V, i>(a, by[i].template of<V>(V::load(b)))]]
+       ROWS lines.are_as_their_rules_say_on_every_backend
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(chroma_of_pairs_always_cb_first
+       FILE checked/stored.cpp
+       FROM [=[return {lines.of[p.items[first_chroma]], lines.of[p.items[first_chroma + 2]]};]=]
+       TO [=[return {lines.of[p.items[first_chroma] == third ? second : p.items[first_chroma]], lines.of[third]};]=]
+       ROWS */checked_pairs.are_as_the_rules_say/yvyu
+       PROGRAM checked_test)
+
+mutant(little_endian_names_not_without_their_end
+       FILE checked/facts.cpp
+       FROM [[ffmpeg.ends_with("le")]]
+       TO [[ffmpeg.ends_with("LE")]]
+       ROWS formats_called.are_found_by_the_names_that_people_use
+       PROGRAM checked_test)
