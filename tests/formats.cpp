@@ -62,7 +62,7 @@ bgr48: rgb 1x1, - bgr48le - - -: bgr48 6/1 u16 B G R
 rgbf32: rgb 1x1, - rgbf32le - - -: rgb 12/1 f32 R G B
 rgbaf32: rgb alpha 1x1, - rgbaf32le - - -: rgba 16/1 f32 R G B A
 g_b_r_f32: rgb 1x1, - gbrpf32le - - -: g 4/1 f32 G; b 4/1 f32 B; r 4/1 f32 R
-r_g_b_f32: rgb 1x1, - - - - -: r 4/1 f32 R; g 4/1 f32 G; b 4/1 f32 B
+r_g_b_f32: rgb 1x1, - - - - - (rgbpf32): r 4/1 f32 R; g 4/1 f32 G; b 4/1 f32 B
 y210: ycbcr 2x1, 'Y210' y210le - Y210 -: y210 8/2 u16^10 Y Cb Y Cr
 y212: ycbcr 2x1, 'Y212' y212le - Y212_LE -: y212 8/2 u16^12 Y Cb Y Cr
 y216: ycbcr 2x1, 'Y216' y216le - Y216_LE -: y216 8/2 u16 Y Cb Y Cr

@@ -43,6 +43,7 @@ inline constexpr auto deep_rgb_formats = std::to_array<format>({
      .id = 111,
      .description = "planar RGB in 32-bit floats, red first: what tensors take",
      .model = color_model::rgb,
+     .also = "rgbpf32",
      .planes = {{{"r", 4, 1, sample_type::f32, "R"},
                  {"g", 4, 1, sample_type::f32, "G"},
                  {"b", 4, 1, sample_type::f32, "B"}}}},
