@@ -81,7 +81,7 @@ vuya: ycbcr alpha 1x1, 'VUYA' vuya VUYA32 VUYA - (AYUV): vuya 4/1 u8 Cr Cb Y A
 vuyx: ycbcr 1x1, - vuyx VUYX32 - -: vuyx 4/1 u8 Cr Cb Y x
 ayuv: ycbcr alpha 1x1, - ayuv AYUV32 AYUV y408: ayuv 4/1 u8 A Y Cb Cr
 xv36: ycbcr 1x1, 'XV36' xv36le - - -: xv36 8/1 u16^12 Cb Y Cr x
-y416: ycbcr alpha 1x1, 'Y416' - - - -: y416 8/1 u16 Cb Y Cr A
+y416: ycbcr alpha 1x1, 'Y416' - - Y416_LE -: y416 8/1 u16 Cb Y Cr A
 ayuv64: ycbcr alpha 1x1, - ayuv64le - AYUV64 y416: ayuv64 8/1 u16 A Y Cb Cr
 vuya_16: ycbcr alpha 1x1, - - - - -: vuya 8/1 u16 Cb Cr Y A
 vuya_f32: ycbcr alpha 1x1, - - - - -: vuya 16/1 f32 Cr Cb Y A
@@ -105,10 +105,10 @@ y_u_v_a_422: ycbcr alpha 2x1, - yuva422p - A422 -: y 1/1 u8 Y; cb 1/2 u8 Cb; cr 
 y_u_v_a_444: ycbcr alpha 1x1, - yuva444p - A444 -: y 1/1 u8 Y; cb 1/1 u8 Cb; cr 1/1 u8 Cr; alpha 1/1 u8 A
 y_u_v_420_10u16: ycbcr 2x2, 'I010' yuv420p10le - I420_10LE -: y 2/1 u16:10 Y; cb 2/2 u16:10 Cb 2 rows; cr 2/2 u16:10 Cr 2 rows
 y_u_v_422_10u16: ycbcr 2x1, 'I210' yuv422p10le - I422_10LE -: y 2/1 u16:10 Y; cb 2/2 u16:10 Cb; cr 2/2 u16:10 Cr
-y_u_v_444_10u16: ycbcr 1x1, 'I410' yuv444p10le - Y444_10LE -: y 2/1 u16:10 Y; cb 2/1 u16:10 Cb; cr 2/1 u16:10 Cr
-y_u_v_420_12u16: ycbcr 2x2, 'I012' yuv420p12le - I420_12LE -: y 2/1 u16:12 Y; cb 2/2 u16:12 Cb 2 rows; cr 2/2 u16:12 Cr 2 rows
-y_u_v_422_12u16: ycbcr 2x1, 'I212' yuv422p12le - I422_12LE -: y 2/1 u16:12 Y; cb 2/2 u16:12 Cb; cr 2/2 u16:12 Cr
-y_u_v_444_12u16: ycbcr 1x1, 'I412' yuv444p12le - Y444_12LE -: y 2/1 u16:12 Y; cb 2/1 u16:12 Cb; cr 2/1 u16:12 Cr
+y_u_v_444_10u16: ycbcr 1x1, - yuv444p10le - Y444_10LE -: y 2/1 u16:10 Y; cb 2/1 u16:10 Cb; cr 2/1 u16:10 Cr
+y_u_v_420_12u16: ycbcr 2x2, - yuv420p12le - I420_12LE -: y 2/1 u16:12 Y; cb 2/2 u16:12 Cb 2 rows; cr 2/2 u16:12 Cr 2 rows
+y_u_v_422_12u16: ycbcr 2x1, - yuv422p12le - I422_12LE -: y 2/1 u16:12 Y; cb 2/2 u16:12 Cb; cr 2/2 u16:12 Cr
+y_u_v_444_12u16: ycbcr 1x1, - yuv444p12le - Y444_12LE -: y 2/1 u16:12 Y; cb 2/1 u16:12 Cb; cr 2/1 u16:12 Cr
 y_u_v_420_u16: ycbcr 2x2, - yuv420p16le - - -: y 2/1 u16 Y; cb 2/2 u16 Cb 2 rows; cr 2/2 u16 Cr 2 rows
 y_u_v_422_u16: ycbcr 2x1, - yuv422p16le - - -: y 2/1 u16 Y; cb 2/2 u16 Cb; cr 2/2 u16 Cr
 y_u_v_444_u16: ycbcr 1x1, - yuv444p16le - Y444_16LE -: y 2/1 u16 Y; cb 2/1 u16 Cb; cr 2/1 u16 Cr

@@ -186,6 +186,16 @@ TEST(read_row, gives_each_component_a_line_with_the_bits_at_the_top) {
   EXPECT_EQ(cr, (std::vector<std::uint16_t>{40 << 8, 41 << 8, 0, 0}));
 }
 
+TEST(read_row, leaves_out_what_is_unused_wherever_it_is) {
+  std::uint8_t bytes[8] = {9, 10, 20, 30, 9, 11, 21, 31};
+  const morvane::description d = {.format = morvane::format_named("xrgb"), .width = 2, .height = 1};
+  std::vector<std::uint16_t> r(2), g(2), b(2);
+  morvane::read_row(d, {sizeof(morvane_picture), {bytes}, {8}, {8}}, 0, 0, {r.data(), g.data(), b.data()}, 2);
+  EXPECT_EQ(r, (std::vector<std::uint16_t>{10 << 8, 11 << 8}));
+  EXPECT_EQ(g, (std::vector<std::uint16_t>{20 << 8, 21 << 8}));
+  EXPECT_EQ(b, (std::vector<std::uint16_t>{30 << 8, 31 << 8}));
+}
+
 // Lines that end with the last sample of the last group, beside samples of another length of row.
 TEST(read_row, writes_no_sample_behind_those_of_whole_groups) {
   constexpr std::uint16_t untouched = 0xa5a5;

@@ -34,7 +34,7 @@ description of(const std::string_view name, const size& s) {
 }
 
 // Where chroma is repeated on the way there, the samples that are kept on the way back are the same.
-constexpr options nearest = {.filter = filter::nearest};
+const options nearest = {.filter = filter::nearest};
 
 bool has_matrix(const plan& p) {
   const std::vector<std::string> steps = p.steps();

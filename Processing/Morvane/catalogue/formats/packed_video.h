@@ -148,6 +148,7 @@ inline constexpr auto packed_video_formats = std::to_array<format>({
      .model = color_model::ycbcr,
      .alpha = true,
      .fourcc = "Y416",
+     .gstreamer = "Y416_LE",
      .planes = {{{"y416", 8, 1, sample_type::u16, "Cb Y Cr A"}}}},
     {.name = "ayuv64",
      .id = 91,
