@@ -85,7 +85,7 @@ TEST(short_cuts, have_the_bytes_of_the_rules_however_both_pictures_lie) {
   constexpr int lies[] = {tight_down, tight_up, padded_down, padded_up};
   rooms in;
   each_pair(48, 4, [&](const description& from, const description& to) {
-    for (const std::size_t linear_or_nearest : {0, 1}) {
+    for (const std::size_t linear_or_nearest : {std::size_t{0}, std::size_t{1}}) {
       const variant& as = variants()[linear_or_nearest];
       const options how = {.filter = linear_or_nearest == 0 ? filter::linear : filter::nearest};
       if (!is_short_cut(step_of(from, to, how))) continue;
