@@ -30,7 +30,6 @@ void set_planes(shape& s) {
     const catalogue::plane& p = s.format->planes[i];
     s.planes[i] = stored(p);
     s.depth = std::max(s.depth, p.depth());
-    s.exact_bits = std::max(s.exact_bits, p.exact_bits());
     if (s.planes[i].has(alpha)) s.alpha_depth = p.depth_of_alpha();
     if (s.colour == model::rgb || !s.planes[i].has(second)) continue;
     s.has_chroma = true;

@@ -87,6 +87,11 @@ std::string bits_of(const shape& s) {
   return std::to_string(s.depth);
 }
 
+// They hold ten bits of all numbers from 0 to 1.
+bool has_half_floats(const shape& s) {
+  return s.format->planes[0].sample == catalogue::sample_type::f16;
+}
+
 std::string range_of(const shape& s) {
   return s.full_range ? "full" : "video";
 }
@@ -163,8 +168,8 @@ std::vector<std::string> losses_of(const way& w) {
   };
   const bool to_grey = w.to.colour == model::luminance || (w.to.colour == model::ycbcr && !w.to.has_chroma);
   const bool from_grey = w.from.colour == model::luminance || (w.from.colour == model::ycbcr && !w.from.has_chroma);
-  add(w.to.depth < w.from.depth || w.to.exact_bits < w.from.exact_bits,
-      std::to_string(w.from.depth) + " to " + std::to_string(w.to.exact_bits) + " bits");
+  add(w.to.depth < w.from.depth, bits_of(w.from) + " to " + bits_of(w.to) + " bits");
+  add(has_half_floats(w.to) && !has_half_floats(w.from) && w.from.depth > 10, bits_of(w.from) + " bits to half floats");
   add(w.to.has_alpha && w.to.alpha_depth < std::min(w.from.alpha_depth, w.to.depth),
       "alpha to " + std::to_string(w.to.alpha_depth) + " bits");
   add(w.halves_columns || w.halves_rows,

@@ -112,7 +112,7 @@ struct avx2_blocks : x86_vectors<ymm, avx2> {
   MORVANE_INLINE static __m256i blend_three(const __m256i a, const __m256i b, const __m256i c) {
     return _mm256_blend_epi16(_mm256_blend_epi16(a, b, second), c, third);
   }
-  static constexpr short word_at_place(const int place) {
+  MORVANE_INLINE static constexpr short word_at_place(const int place) {
     return static_cast<short>(place % 8 * 2 | (place % 8 * 2 + 1) << 8);
   }
   // Word k of a component is at the place 3 k + component modulo 8, and at a place the word 3 (place - component).

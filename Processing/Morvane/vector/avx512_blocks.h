@@ -289,7 +289,7 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
     __m512i v;
   };
   // The bytes between the first and the last one of a group end a word and begin the next.
-  static constexpr uint64_t bytes_of_two_words() {
+  MORVANE_INLINE static constexpr uint64_t bytes_of_two_words() {
     uint64_t mask = 0;
     for (int i = 0; i < bytes_of_fives; ++i) mask |= static_cast<uint64_t>(i % 5 > 0 && i % 5 < 4) << i;
     return mask;

@@ -87,8 +87,6 @@ struct plane {
   }
 
   constexpr int depth() const { return upper_bits != 0 ? upper_bits : bits_of(sample); }
-  // The most bits of samples that come back as they were: half floats have steps of 1/2048 below 1.
-  constexpr int exact_bits() const { return sample == sample_type::f16 ? 10 : depth(); }
 
   // Whether each pixel is a word of 32 bits; beside its three samples alpha has two of them.
   constexpr bool has_words_of_pixels() const { return sample == sample_type::u32_3x10 && group_pixels == 1; }
