@@ -63,8 +63,8 @@ struct requirement {
 const requirement requirements[] = {
     {"portable", {}},
     {"neon", {}},
-    {"avx2", {"avx2"}},
-    {"avx512", {"avx512f", "avx512bw", "avx512dq", "avx512vl", "avx512vbmi", "avx512_vnni"}},
+    {"avx2", {"avx2", "f16c"}},
+    {"avx512", {"f16c", "avx512f", "avx512bw", "avx512dq", "avx512vl", "avx512vbmi", "avx512_vnni"}},
 };
 
 bool is_possible(const std::string& name) {

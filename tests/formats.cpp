@@ -20,16 +20,16 @@ using catalogue::format;
 using catalogue::plane;
 
 // Written by hand. A line for each format:
-//   name: model, whether it has alpha, multiples of width and height, FourCC, names in ffmpeg, V4L2, GStreamer and
-//   CoreVideo (and more names): planes
+//   name: model, whether it has alpha, multiples of width and height, that of rows where they have one, FourCC, names
+//   in ffmpeg, V4L2, GStreamer and CoreVideo (and more names): planes
 // and of a plane
 //   name bytes/pixels of a group, sample with its bits in the lower (:) or upper (^) part of a word, components, image
-//   rows to a row where these are several
+//   rows to a row where these are several, what is not usual of its words
 constexpr std::string_view known_formats = R"(
 uyvy: ycbcr 2x1, 'UYVY' uyvy422 UYVY UYVY 2vuy (UYNV HDYC): uyvy 4/2 u8 Cb Y Cr Y
 yuy2: ycbcr 2x1, 'YUY2' yuyv422 YUYV YUY2 yuvs (YUNV yuvf): yuy2 4/2 u8 Y Cb Y Cr
 yvyu: ycbcr 2x1, 'YVYU' yvyu422 YVYU YVYU -: yvyu 4/2 u8 Y Cr Y Cb
-v210: ycbcr 2x1, 'v210' v210 - v210 v210: v210 16/6 3x10 Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y
+v210: ycbcr 2x1 128 bytes, 'v210' v210 - v210 v210: v210 16/6 3x10 Cb Y Cr Y Cb Y Cr Y Cb Y Cr Y
 
 bgra: rgb alpha 1x1, 'BGRA' bgra ABGR32 BGRA BGRA (AR24): bgra 4/1 u8 B G R A
 rgba: rgb alpha 1x1, 'RGBA' rgba RGBA32 RGBA RGBA (AB24): rgba 4/1 u8 R G B A
@@ -52,6 +52,26 @@ g_b_r_a_12u16: rgb alpha 1x1, - gbrap12le - GBRA_12LE -: g 2/1 u16:12 G; b 2/1 u
 g_b_r_a_u16: rgb alpha 1x1, - gbrap16le - - -: g 2/1 u16 G; b 2/1 u16 B; r 2/1 u16 R; alpha 2/1 u16 A
 bgra64: rgb alpha 1x1, - bgra64le - BGRA64_LE -: bgra64 8/1 u16 B G R A
 rgba64: rgb alpha 1x1, - rgba64le - RGBA64_LE l64r: rgba64 8/1 u16 R G B A
+x2rgb10: rgb 1x1, 'XR30' x2rgb10le - - -: x2rgb10 4/1 3x10 B G R x
+x2bgr10: rgb 1x1, 'XB30' x2bgr10le - - -: x2bgr10 4/1 3x10 R G B x
+r210: rgb 1x1 256 bytes, 'r210' r210 - r210 -: r210 4/1 3x10 R G B big-endian
+R10k: rgb 1x1, 'R10k' r10k - - -: R10k 4/1 3x10 R G B big-endian above 2 bits
+R10l: rgb 1x1 256 bytes, 'R10l' - - - -: R10l 4/1 3x10 B G R above 2 bits
+rgb48: rgb 1x1, - rgb48le - - -: rgb48 6/1 u16 R G B
+bgr48: rgb 1x1, - bgr48le - - -: bgr48 6/1 u16 B G R
+rgbf32: rgb 1x1, - rgbf32le - - -: rgb 12/1 f32 R G B
+rgbaf32: rgb alpha 1x1, - rgbaf32le - - -: rgba 16/1 f32 R G B A
+g_b_r_f32: rgb 1x1, - gbrpf32le - - -: g 4/1 f32 G; b 4/1 f32 B; r 4/1 f32 R
+r_g_b_f32: rgb 1x1, - - - - -: r 4/1 f32 R; g 4/1 f32 G; b 4/1 f32 B
+y210: ycbcr 2x1, 'Y210' y210le - Y210 -: y210 8/2 u16^10 Y Cb Y Cr
+y212: ycbcr 2x1, 'Y212' y212le - Y212_LE -: y212 8/2 u16^12 Y Cb Y Cr
+y216: ycbcr 2x1, 'Y216' y216le - Y216_LE -: y216 8/2 u16 Y Cb Y Cr
+rgbaf16: rgb alpha 1x1, - rgbaf16le - - -: rgba 8/1 f16 R G B A
+R12L: rgb 1x1, 'R12L' - - - -: R12L 36/8 12 R G B R G B R G B R G B R G B R G B R G B R G B
+st2110_422_10: ycbcr 2x1, 'UYVP' - - UYVP -: st2110 5/2 10 Cb Y Cr Y big-endian
+st2110_422_12: ycbcr 2x1, - - - - -: st2110 6/2 12 Cb Y Cr Y big-endian
+xv30: ycbcr 1x1, 'XV30' xv30le - - -: xv30 4/1 3x10 Cb Y Cr x
+y410: ycbcr alpha 1x1, 'Y410' - - Y410 -: y410 4/1 3x10 Cb Y Cr A
 
 ycbcra: ycbcr alpha 1x1, - - - - -: ycbcra 4/1 u8 Y Cb Cr A
 ycbcrx: ycbcr 1x1, - - - - -: ycbcrx 4/1 u8 Y Cb Cr x
@@ -131,7 +151,7 @@ const char* text_of(catalogue::color_model model) {
 }
 
 const char* text_of(catalogue::sample_type sample) {
-  constexpr const char* names[] = {"u8", "u16", "u16:10", "u16:12", "3x10", "8+2", "f32"};
+  constexpr const char* names[] = {"u8", "u16", "u16:10", "u16:12", "3x10", "8+2", "f32", "f16", "10", "12"};
   return names[static_cast<std::size_t>(sample)];
 }
 
@@ -151,12 +171,16 @@ std::string text_of(const plane& p) {
   if (p.upper_bits != 0) text << "^" << p.upper_bits;
   text << " " << p.components;
   if (p.image_rows != 1) text << " " << p.image_rows << " rows";
+  if (p.order == catalogue::byte_order::big_endian) text << " big-endian";
+  if (p.unused_low_bits != 0) text << " above " << p.unused_low_bits << " bits";
   return text.str();
 }
 
 std::string text_of(const format& f) {
   std::ostringstream text;
-  text << text_of(f.model) << (f.alpha ? " alpha " : " ") << f.width_multiple << "x" << f.height_multiple << ", ";
+  text << text_of(f.model) << (f.alpha ? " alpha " : " ") << f.width_multiple << "x" << f.height_multiple;
+  if (f.row_multiple != 1) text << " " << f.row_multiple << " bytes";
+  text << ", ";
   if (f.fourcc.empty())
     text << "-";
   else

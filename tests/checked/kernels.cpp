@@ -78,13 +78,15 @@ Kernel with_members(const bool full) {
   } else if constexpr (requires { k.repeated; }) {
     k.repeated = full ? 65535 : 0;
   }
-  if constexpr (requires { k.kept; }) k.kept = full ? 65535 : 0xffc0;
-  if constexpr (requires { k.half; }) k.half = full ? 0 : 32;
+  if constexpr (requires { k.kept = 0; }) k.kept = full ? 65535 : 0xffc0;
+  if constexpr (requires { k.half = 0; }) k.half = full ? 0 : 32;
   if constexpr (requires { k.by[0]; }) {
     for (std::size_t i = 0; i < std::size(k.by); ++i) k.by[i].fills_words = (i % 2 == 0) == full;
   } else if constexpr (requires { k.by; }) {
     k.by.fills_words = full;
   }
+  if constexpr (requires { k.order; }) k.order.is_reversed = full;
+  if constexpr (requires { k.set; }) k.set = full ? 0xc000 : 0;
   if constexpr (requires { k.r_cr; })
     std::tie(k.y, k.r_cr, k.g_cb, k.g_cr, k.b_cb, k.black) =
         std::tuple{9576, 14744, 1754, 4383, 17373, full ? 0 : 4096};

@@ -74,14 +74,14 @@ TEST_P(checked_pairs, are_as_the_rules_say) {
 // there are, and of odd width.
 TEST_P(checked_pairs, of_wide_rows_are_as_the_rules_say) {
   constexpr size wide[] = {{960, 3}, {1199, 2}, {721, 5}};
+  constexpr int one_of = 7;
   int number = static_cast<int>(GetParam() - catalogue::formats.data());
   for (const catalogue::format& to : catalogue::formats) {
-    if (!rules::convertible(GetParam()->name, to.name)) continue;
+    if (!rules::convertible(GetParam()->name, to.name) || ++number % one_of != 0) continue;
     const std::size_t rotation = number_of(*GetParam(), to);
     const size& s = wide[rotation % std::size(wide)];
     const variant& v = variants()[rotation % variants().size()];
     compare({GetParam()->name, to.name, v, s.width, s.height, number, number * 5 + 1}, 2 + number % 2 * 2);
-    ++number;
     if (HasFailure()) return;
   }
 }

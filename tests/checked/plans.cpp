@@ -71,6 +71,11 @@ TEST(checked_plans, tell_steps_and_losses) {
   EXPECT_EQ(p.row_granularity(), 2);
   EXPECT_EQ(plan(of("uyvy", 4, 4), of("yuy2", 4, 4)).losses(), texts());
   EXPECT_EQ(plan(of("bgra", 4, 4), of("L", 4, 4)).losses(), (texts{"colour dropped", "alpha dropped"}));
+  EXPECT_EQ(plan(of("vuya", 4, 4), of("y410", 4, 4)).losses(), texts{"alpha to 2 bits"});
+  EXPECT_EQ(plan(of("rgba64", 4, 4), of("rgbaf16", 4, 4)).losses(), texts{"16 to 10 bits"});
+  EXPECT_EQ(plan(of("rgbaf16", 4, 4), of("bgra", 4, 4)).losses(), texts{"16 to 8 bits"});
+  EXPECT_EQ(plan(of("rgbaf16", 4, 4), of("rgbaf16", 4, 4)).losses(), texts());
+  EXPECT_EQ(plan(of("bgra", 4, 4), of("vuya", 4, 4)).losses(), texts());
 }
 
 // Pairs whose ways look at neighbouring rows.

@@ -133,10 +133,10 @@ TEST(short_cuts, are_taken) {
   const taken linear = taken_with({}), nearest = taken_with({.filter = filter::nearest});
   EXPECT_EQ(linear.entry_points.size(), 13U);
   EXPECT_EQ(nearest.entry_points.size(), 30U);
-  EXPECT_EQ(linear.copies, 40);
-  EXPECT_EQ(nearest.copies, 40);
-  EXPECT_EQ(linear.rearranged, 192);
-  EXPECT_EQ(nearest.rearranged, 192 + 51);
+  EXPECT_EQ(linear.copies, 101);
+  EXPECT_EQ(nearest.copies, 101);
+  EXPECT_EQ(linear.rearranged, 787);
+  EXPECT_EQ(nearest.rearranged, 787 + 253);
   EXPECT_TRUE(linear.entry_points.contains("uyvy::yuy2"));
 }
 

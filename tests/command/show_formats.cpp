@@ -64,7 +64,7 @@ double component_of(const color& c, const std::string& name, const weights& w) {
 
 // In so many bits; luma and chroma have the range of video.
 std::uint32_t quantized(double value, const std::string& name, int bits) {
-  const double video_step = 1 << (bits - 8);
+  const double video_step = std::ldexp(1, bits - 8);
   const double full = (1 << bits) - 1;
   return static_cast<std::uint32_t>(std::lround(name == "Y"       ? (16 + 219 * value) * video_step
                                                 : is_chroma(name) ? (128 + 224 * value) * video_step
@@ -82,9 +82,37 @@ void add_little_endian(std::uint8_t* to, std::uint32_t value, int count) {
   for (int i = 0; i < count; ++i) to[i] = static_cast<std::uint8_t>(to[i] | value >> (8 * i));
 }
 
+// Writes sample i of a word that is a pixel; a fourth one has two bits.
+void put_in_word(std::uint8_t* word, std::size_t i, const catalogue::plane& p, double value, const std::string& name) {
+  const bool is_big_endian = p.order == catalogue::byte_order::big_endian;
+  const std::size_t place = is_big_endian ? 2 - i : i;
+  const auto shift = static_cast<int>(10 * place) + p.unused_low_bits;
+  std::uint8_t bytes[4] = {};
+  add_little_endian(bytes, quantized(value, name, i == 3 ? 2 : 10) << shift, 4);
+  for (std::size_t k = 0; k < 4; ++k) word[k] = static_cast<std::uint8_t>(word[k] | bytes[is_big_endian ? 3 - k : k]);
+}
+
+// Writes sample i of a stream.
+void put_in_stream(std::uint8_t* group, std::size_t i, const catalogue::plane& p, std::uint32_t sample) {
+  const auto bits = static_cast<std::size_t>(p.depth());
+  const bool is_big_endian = p.order == catalogue::byte_order::big_endian;
+  for (std::size_t k = 0; k < bits; ++k) {
+    const std::size_t place = i * bits + (is_big_endian ? bits - 1 - k : k);
+    const std::uint32_t in_byte = is_big_endian ? 7 - place % 8 : place % 8;
+    group[place / 8] = static_cast<std::uint8_t>(group[place / 8] | (sample >> k & 1) << in_byte);
+  }
+}
+
+// Of numbers from 2^-14 to 1, and of 0.
+std::uint32_t half_of(double value) {
+  if (value <= 0) return 0;
+  const int power = std::ilogb(value);
+  return static_cast<std::uint32_t>((power + 14) * 1024 + std::lround(std::ldexp(value, 10 - power)));
+}
+
 // Writes sample i of a group.
-void put(std::uint8_t* group, std::size_t i, sample_type type, double value, const std::string& name) {
-  switch (type) {
+void put(std::uint8_t* group, std::size_t i, const catalogue::plane& p, double value, const std::string& name) {
+  switch (p.sample) {
     case sample_type::u8:
       group[i] = static_cast<std::uint8_t>(quantized(value, name, 8));
       break;
@@ -95,12 +123,18 @@ void put(std::uint8_t* group, std::size_t i, sample_type type, double value, con
     case sample_type::u16_low12:
       return add_little_endian(group + 2 * i, quantized(value, name, 12), 2);
     case sample_type::u32_3x10:
+      if (p.group_pixels == 1) return put_in_word(group, i, p, value, name);
       return add_little_endian(group + i / 3 * 4, quantized(value, name, 10) << (10 * (i % 3)), 4);
     case sample_type::u8_and_2: {
       const std::uint32_t sample = quantized(value, name, 10);
       group[i] = static_cast<std::uint8_t>(sample >> 2);
       return add_little_endian(group + 32 + i / 4, (sample & 3) << (2 * (i % 4)), 1);
     }
+    case sample_type::stream_10:
+    case sample_type::stream_12:
+      return put_in_stream(group, i, p, quantized(value, name, p.depth()));
+    case sample_type::f16:
+      return add_little_endian(group + 2 * i, half_of(value), 2);
     case sample_type::f32:
       return add_little_endian(group + 4 * i, std::bit_cast<std::uint32_t>(static_cast<float>(value)), 4);
   }
@@ -115,7 +149,7 @@ bytes group_of(const catalogue::plane& p, int first_pixel, int y, const weights&
     const auto before = static_cast<int>(std::count(names.begin(), here, names[i]));
     const auto all = static_cast<int>(std::count(names.begin(), names.end(), names[i]));
     const int x = std::min(first_pixel + before * p.group_pixels / all, width - 1);
-    put(result.data(), i, p.sample, component_of(picture(x, y), names[i], w), names[i]);
+    put(result.data(), i, p, component_of(picture(x, y), names[i], w), names[i]);
   }
   return result;
 }
@@ -146,9 +180,15 @@ double checker(int x, int y) {
   return (x / 8 + y / 8) % 2 == 0 ? 255 : 204;
 }
 
+// Alpha of two bits.
+double in_steps_of(const catalogue::format& f, double alpha) {
+  return f.planes[0].has_words_of_pixels() ? static_cast<double>(std::lround(3 * alpha)) / 3 : alpha;
+}
+
 // What a pixel must look like.
 std::array<double, 3> expected(const catalogue::format& f, int x, int y, const weights& w) {
   color c = picture(x, y);
+  c.a = in_steps_of(f, c.a);
   if (f.model == color_model::luma || f.model == color_model::alpha) {
     const std::string name = words(f.planes[0].components).front();
     const double grey = quantized(component_of(c, name, w), name, 8);
@@ -236,7 +276,9 @@ TEST_F(show_formats, one_component_at_a_time) {
     write("in.raw", written_in(f, bt709));
     const std::string name(f.name);
     expect_near(shown(name + " --plane " + component, bt709), name, 1, [&](int x, int y) {
-      const double grey = quantized(component_of(picture(x, y), component, bt709), component, 8);
+      color c = picture(x, y);
+      c.a = in_steps_of(f, c.a);
+      const double grey = quantized(component_of(c, component, bt709), component, 8);
       return std::array<double, 3>{grey, grey, grey};
     });
   }

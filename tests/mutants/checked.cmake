@@ -358,3 +358,121 @@ mutant(chroma_of_the_lower_row_stays
        TO [[row % 2 == 0 ? by.of_upper_rows : true]]
        ROWS *are_as_the_rules_say/yuy2
        PROGRAM checked_test)
+
+mutant(second_ten_bits_at_another_place
+       FILE kernel/lines_tens.h
+       FROM [[V::template shift_right_words<4 + lowest>(halves.first)]]
+       TO [[V::template shift_right_words<4>(halves.first)]]
+       ROWS *every_code.is_read/R10k
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(bytes_of_words_in_the_other_order
+       FILE checked/stored_packed.cpp
+       FROM [[return p.layout->order == byte_order::big_endian;]]
+       TO [[return p.layout->order != byte_order::big_endian;]]
+       ROWS known_bits.*
+       PROGRAM checked_test)
+
+mutant(samples_of_streams_not_put_together
+       FILE vector/avx2_blocks.h
+       FROM [[_mm_setr_epi8(-1, 0, 2, 4, -1, -1, 8, 10, 12, -1, -1, -1, -1, -1, -1, -1)]]
+       TO [[_mm_setr_epi8(-1, 0, 2, 4, -1, -1, 8, 10, 14, -1, -1, -1, -1, -1, -1, -1)]]
+       ROWS *every_code.is_written/st2110_422_10
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(stream_in_the_other_order
+       FILE kernel/lines_pairs.h
+       FROM [[const auto lower = static_cast<uint16_t>((p[big_endian ? 2 : 0] | p[1] << 8) << 4);]]
+       TO [[const auto lower = static_cast<uint16_t>((p[big_endian ? 0 : 2] | p[1] << 8) << 4);]]
+       ROWS known_bits.*
+       PROGRAM checked_test)
+
+mutant(half_floats_rounded_down
+       FILE kernel/lines_floats.h
+       FROM [[(bits - exponents_apart + 0xfff + (bits >> 13 & 1)) >> 13]]
+       TO [[(bits - exponents_apart) >> 13]]
+       ROWS *every_code.is_written/rgbaf16
+       PROGRAM checked_test)
+
+mutant(half_floats_rounded_down_in_vectors
+       FILE vector/ymm.h
+       FROM [[_mm256_cvtps_ph(v, _MM_FROUND_TO_NEAREST_INT)]]
+       TO [[_mm256_cvtps_ph(v, _MM_FROUND_TO_ZERO)]]
+       ROWS *every_code.is_written/rgbaf16
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(smallest_half_floats_are_zero
+       FILE kernel/lines_floats.h
+       FROM [[static_cast<float>(mantissa) * 0x1p-24F]]
+       TO [[0.0F]]
+       ROWS *every_code.is_read/rgbaf16
+       PROGRAM checked_test)
+
+mutant(rgb_in_floats_of_video_range
+       FILE checked/shape.cpp
+       FROM [[s.full_range = is_rgb;]]
+       TO [[s.full_range = false;]]
+       ROWS *every_code.is_read/rgbf32
+       PROGRAM checked_test)
+
+mutant(words_in_threes_exchanged
+       FILE vector/avx2_blocks.h
+       FROM [[_mm256_permute2x128_si256(words_16, words_0, 0x30)]]
+       TO [[_mm256_permute2x128_si256(words_16, words_0, 0x20)]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
+
+mutant(two_bits_of_alpha_not_told
+       FILE catalogue/formats/format.h
+       FROM [[return has_words_of_pixels() ? 2 : depth();]]
+       TO [[return depth();]]
+       ROWS checked_plans.tell_steps_and_losses
+       PROGRAM checked_test)
+
+mutant(alpha_first_widened_as_what_is_last
+       FILE checked/stored.cpp
+       FROM [[k.repeated[i] = is_filled(p.items[i], fills_words)]]
+       TO [[k.repeated[i] = is_filled(p.items[std::size(k.repeated) - 1], fills_words)]]
+       ROWS */checked_pairs.are_as_the_rules_say/ayuv
+       PROGRAM checked_test)
+
+mutant(alpha_first_rounded_as_what_is_last
+       FILE checked/stored.cpp
+       FROM [[k.by[i] = {is_filled(p.items[i], fills_words)}]]
+       TO [[k.by[i] = {is_filled(p.items[std::size(k.by) - 1], fills_words)}]]
+       ROWS */checked_pairs.are_as_the_rules_say/vuya_16
+       PROGRAM checked_test)
+
+mutant(second_of_four_bytes_widened_as_the_first
+       FILE kernel/lines_stored.h
+       FROM [[upper<V>(both.first, repeated[1]);]]
+       TO [[upper<V>(both.first, repeated[0]);]]
+       ROWS lines.are_as_their_rules_say_on_every_backend
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(second_of_two_bytes_rounded_as_the_first
+       FILE kernel/lines_stored.h
+       FROM [[two_of<V, i>(a, by[i + 1].template of<V>(V::load(b)))]]
+       TO [[two_of<V, i>(a, by[i].template of<V>(V::load(b)))]]
+       ROWS lines.are_as_their_rules_say_on_every_backend
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(chroma_of_pairs_always_cb_first
+       FILE checked/stored.cpp
+       FROM [=[return {lines.of[p.items[first_chroma]], lines.of[p.items[first_chroma + 2]]};]=]
+       TO [=[return {lines.of[p.items[first_chroma] == third ? second : p.items[first_chroma]], lines.of[third]};]=]
+       ROWS */checked_pairs.are_as_the_rules_say/yvyu
+       PROGRAM checked_test)
+
+mutant(little_endian_names_not_without_their_end
+       FILE checked/facts.cpp
+       FROM [[ffmpeg.ends_with("le")]]
+       TO [[ffmpeg.ends_with("LE")]]
+       ROWS formats_called.are_found_by_the_names_that_people_use
+       PROGRAM checked_test)

@@ -571,7 +571,7 @@ mutant(fourcc_of_another_format
        TEST formats.cpp)
 
 mutant(chroma_in_the_wrong_order
-       FILE catalogue/formats/planar_video.h
+       FILE catalogue/formats/planar_words.h
        FROM [["Cb Cr", 2, 10}}}}]]
        TO [["Cr Cb", 2, 10}}}}]]
        ROWS formats.*

@@ -40,6 +40,12 @@ void PrintTo(const component_place& c, std::ostream* out) {
        << (c.every_second_row ? " 4:2:0" : "");
 }
 
+// From the byte on that the sample's lowest bit lies in.
+component_place place_in_word(int sample, const plane& p, int index_of_plane) {
+  const int bit = 10 * sample + p.unused_low_bits;
+  return {index_of_plane, bit / 8, p.group_bytes, bit % 8 + 10};
+}
+
 component_place place_of(std::string_view component, const plane& p, int index_of_plane) {
   std::istringstream components{std::string(p.components)};
   const std::vector<std::string> all{std::istream_iterator<std::string>(components), {}};
@@ -48,6 +54,7 @@ component_place place_of(std::string_view component, const plane& p, int index_o
   int count = 0;
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (all[i] != component) continue;
+    if (p.has_words_of_pixels()) return place_in_word(static_cast<int>(i), p, index_of_plane);
     if (count++ == 0) place.offset = static_cast<int>(i) * bytes_of_sample;
   }
   if (count == 0) return {};
@@ -99,9 +106,11 @@ void expect_layout(const format& f, const AVPixFmtDescriptor& d) {
   EXPECT_EQ(1 << d.log2_chroma_h, f.height_multiple) << f.name;
 }
 
-// v210 is the name of a codec, and the others are younger than some versions.
-const std::set<std::string_view> names_that_may_be_missing = {"v210",   "vuya",   "vuyx",   "ayuv",
-                                                              "xv36le", "p012le", "p212le", "p412le"};
+// Names of codecs, and those that are younger than some versions.
+const std::set<std::string_view> names_that_may_be_missing = {
+    "v210",   "r210",   "r10k",   "vuya",   "vuyx",   "ayuv",     "xv30le",    "xv36le",
+    "p012le", "p212le", "p412le", "y212le", "y216le", "rgbf32le", "rgbaf32le", "rgbaf16le",
+};
 
 TEST(pixdesc_peer, describes_the_formats_alike) {
   int described = 0;

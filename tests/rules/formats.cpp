@@ -13,6 +13,7 @@ namespace {
 constexpr sampling full = {1, 1};
 constexpr sampling half = {2, 1};
 constexpr sampling quarter = {2, 2};
+constexpr bit_order big_endian = bit_order::big_endian;
 
 format of(std::string_view name, sampling chroma, std::initializer_list<std::string_view> planes,
           bit_order order = bit_order::little_endian) {
@@ -65,6 +66,13 @@ std::vector<format> table() {
       of("y416", full, {"Cb16 Y16 Cr16 A16"}),
       of("ayuv64", full, {"A16 Y16 Cb16 Cr16"}),
       of("vuya_16", full, {"Cb16 Cr16 Y16 A16"}),
+      of("y210", half, {"-6 Y10 -6 Cb10 -6 Y10 -6 Cr10"}),
+      of("y212", half, {"-4 Y12 -4 Cb12 -4 Y12 -4 Cr12"}),
+      of("y216", half, {"Y16 Cb16 Y16 Cr16"}),
+      of("st2110_422_10", half, {"Cb10 Y10 Cr10 Y10"}, big_endian),
+      of("st2110_422_12", half, {"Cb12 Y12 Cr12 Y12"}, big_endian),
+      of("xv30", full, {"Cb10 Y10 Cr10 x2"}),
+      of("y410", full, {"Cb10 Y10 Cr10 A2"}),
       of("vuya_f32", full, {"Cr32f Cb32f Y32f A32f"}),
 
       // YCbCr of a plane of luma and others of chroma.
@@ -130,6 +138,21 @@ std::vector<format> table() {
       of("g_b_r_a_u16", full, {"G16", "B16", "R16", "A16"}),
       of("rgba64", full, {"R16 G16 B16 A16"}),
       of("bgra64", full, {"B16 G16 R16 A16"}),
+      of("rgb48", full, {"R16 G16 B16"}),
+      of("bgr48", full, {"B16 G16 R16"}),
+      of("rgbf32", full, {"R32f G32f B32f"}),
+      of("rgbaf32", full, {"R32f G32f B32f A32f"}),
+      of("g_b_r_f32", full, {"G32f", "B32f", "R32f"}),
+      of("r_g_b_f32", full, {"R32f", "G32f", "B32f"}),
+      of("rgbaf16", full, {"R16f G16f B16f A16f"}),
+      of("R12L", full,
+         {"R12 G12 B12 R12 G12 B12 R12 G12 B12 R12 G12 B12 "
+          "R12 G12 B12 R12 G12 B12 R12 G12 B12 R12 G12 B12"}),
+      of("x2rgb10", full, {"B10 G10 R10 x2"}),
+      of("x2bgr10", full, {"R10 G10 B10 x2"}),
+      with_stride(of("r210", full, {"-2 R10 G10 B10"}, big_endian), 64, 256),
+      of("R10k", full, {"R10 G10 B10 -2"}, big_endian),
+      with_stride(of("R10l", full, {"-2 B10 G10 R10"}), 64, 256),
 
       of("y", full, {"Y8"}),
       of("y_10u16", full, {"Y10 -6"}),

@@ -39,8 +39,8 @@ struct group {
 };
 
 // The group of a description such as "B8 G8 R8 x8": the samples in the order of their bits, each with their number.
-// x is unused, - are bits that belong to nothing, a number that ends in f is that of a float, and the n-th + has the
-// lower bits of the n-th sample.
+// x is unused, - are bits that belong to nothing, a number that ends in f is that of a float of 32 or 16 bits, and the
+// n-th + has the lower bits of the n-th sample.
 group group_of(std::string_view text, bit_order order);
 
 std::uint32_t get(const group& from, const field& sample, const std::uint8_t* bytes);

@@ -97,6 +97,26 @@ float float_of(int sample, meaning of) {
   return static_cast<float>(sample) / 65535.0F;
 }
 
+// The numbers between two powers of two are 1024 steps apart, and those below 2^-14 lie on the steps of the smallest.
+std::uint32_t half_of(float value) {
+  const int power = value < std::ldexp(1.0, -14) ? -14 : std::ilogb(value);
+  const double steps = std::ldexp(value, 10 - power);
+  const double below = std::floor(steps);
+  const bool up = steps - below > 0.5 || (steps - below == 0.5 && std::fmod(below, 2) == 1);
+  return static_cast<std::uint32_t>((power + 14) * 1024 + static_cast<int>(below) + (up ? 1 : 0));
+}
+
+float float_of_half(std::uint32_t half) {
+  const bool is_negative = half >= 32768;
+  const int exponent = static_cast<int>(half / 1024 % 32);
+  const int fraction = static_cast<int>(half % 1024);
+  if (exponent == 31 && fraction != 0) return std::nanf("");
+  const double size = exponent == 31  ? HUGE_VAL
+                      : exponent == 0 ? std::ldexp(fraction, -24)
+                                      : std::ldexp(1024 + fraction, exponent - 25);
+  return static_cast<float>(is_negative ? -size : size);
+}
+
 grid::grid(int columns, int rows, int value)
     : width(columns),
       height(rows),
@@ -131,12 +151,15 @@ meaning meaning_of(const field& f, range in) {
 int read_sample(const group& g, const field& f, const std::uint8_t* bytes, range in) {
   const std::uint32_t number = get(g, f, bytes);
   const meaning of = meaning_of(f, in);
-  return f.is_float ? working_sample(std::bit_cast<float>(number), of) : working_sample(number, f.bits(), of);
+  if (!f.is_float) return working_sample(number, f.bits(), of);
+  return working_sample(f.bits() == 16 ? float_of_half(number) : std::bit_cast<float>(number), of);
 }
 
 std::uint32_t stored_sample(const field& f, int sample, range in) {
   const meaning of = meaning_of(f, in);
-  return f.is_float ? std::bit_cast<std::uint32_t>(float_of(sample, of)) : number_of(sample, f.bits(), of);
+  if (!f.is_float) return number_of(sample, f.bits(), of);
+  const float value = float_of(sample, of);
+  return f.bits() == 16 ? half_of(value) : std::bit_cast<std::uint32_t>(value);
 }
 
 std::uint8_t* group_at(const picture& p, std::size_t plane, int row, int k) {

@@ -23,6 +23,11 @@ std::uint32_t number_of(int sample, int bits, meaning of);
 int working_sample(float value, meaning of);
 float float_of(int sample, meaning of);
 
+// The same number as a half float of 16 bits, the nearest one, and of two that are as near the even one. Numbers are
+// from 0 to 1.
+std::uint32_t half_of(float value);
+float float_of_half(std::uint32_t half);
+
 // The samples of one channel.
 struct grid {
   int width = 0;

@@ -6,9 +6,21 @@
 
 #include "dispatch.h"
 
+#ifdef __x86_64__
+#include <cpuid.h>
+#endif
+
 namespace Processing::Morvane::backend {
 
 namespace {
+
+#ifdef __x86_64__
+// Not every compiler has a name for this, and every processor with AVX2 has it.
+bool converts_half_floats() {
+  unsigned a = 0, b = 0, c = 0, d = 0;
+  return __get_cpuid(1, &a, &b, &c, &d) != 0 && (c & bit_F16C) != 0;
+}
+#endif
 
 struct backend_of_build {
   const char* name;

@@ -11,8 +11,11 @@
 #include "../kernel/key.h"
 #include "../kernel/lines_chroma.h"
 #include "../kernel/lines_colour.h"
+#include "../kernel/lines_floats.h"
 #include "../kernel/lines_groups.h"
+#include "../kernel/lines_pairs.h"
 #include "../kernel/lines_stored.h"
+#include "../kernel/lines_tens.h"
 #include "../kernel/list.h"
 #include "../kernel/planes.h"
 #include "../kernel/rearranged.h"
@@ -29,6 +32,7 @@ using all_kernels =
                          kernel::rgb_to_video_kernels, kernel::video_to_rgb_kernels, kernel::full_chroma_kernels,
                          kernel::key_kernels, kernel::words_kernels, kernel::card_10_kernels, kernel::black_kernels,
                          kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
+                         kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
                          kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels,
                          kernel::decode_kernels>::type;
 

@@ -9,13 +9,14 @@ MORVANE_BACKEND(portable, true)
 MORVANE_BACKEND(neon, true)
 #endif
 #ifdef MORVANE_WITH_AVX2
-MORVANE_BACKEND(avx2, (__builtin_cpu_init(), __builtin_cpu_supports("avx2")))
+MORVANE_BACKEND(avx2, (__builtin_cpu_init(), __builtin_cpu_supports("avx2") && converts_half_floats()))
 #endif
 #ifdef MORVANE_WITH_AVX512
-MORVANE_BACKEND(avx512, (__builtin_cpu_init(),
-                         __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
-                             __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
-                             __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512vnni")))
+MORVANE_BACKEND(avx512,
+                (__builtin_cpu_init(), __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
+                                           __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl") &&
+                                           __builtin_cpu_supports("avx512vbmi") &&
+                                           __builtin_cpu_supports("avx512vnni") && converts_half_floats()))
 #endif
 
 #undef MORVANE_BACKEND

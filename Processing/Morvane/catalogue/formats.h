@@ -6,6 +6,9 @@
 #include <cstddef>
 #include <string_view>
 
+#include "formats/card_rgb.h"
+#include "formats/deep_rgb.h"
+#include "formats/deep_video.h"
 #include "formats/format.h"
 #include "formats/packed_video.h"
 #include "formats/planar_video.h"
@@ -24,7 +27,8 @@ constexpr auto joined(const std::array<format, count>&... families) {
 }
 
 inline constexpr auto formats =
-    joined(packed_video_formats, planar_video_formats, planar_word_formats, rgb_formats, single_component_formats);
+    joined(packed_video_formats, deep_video_formats, planar_video_formats, planar_word_formats, rgb_formats,
+           deep_rgb_formats, card_rgb_formats, single_component_formats);
 
 // The format of a name, or null.
 constexpr const format* find_format(std::string_view name) {

@@ -87,7 +87,7 @@ morvane_plane_info plane_info(const catalogue::plane& p) {
   info.group_pixels = p.group_pixels;
   info.image_rows = p.image_rows;
   info.bits = p.depth();
-  info.is_float = p.sample == catalogue::sample_type::f32;
+  info.is_float = catalogue::is_float(p.sample);
   return info;
 }
 

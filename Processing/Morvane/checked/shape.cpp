@@ -30,6 +30,8 @@ void set_planes(shape& s) {
     const catalogue::plane& p = s.format->planes[i];
     s.planes[i] = stored(p);
     s.depth = std::max(s.depth, p.depth());
+    s.exact_bits = std::max(s.exact_bits, p.exact_bits());
+    if (s.planes[i].has(alpha)) s.alpha_depth = p.depth_of_alpha();
     if (s.colour == model::rgb || !s.planes[i].has(second)) continue;
     s.has_chroma = true;
     s.half_width = 2 * s.planes[i].samples[second] == p.group_pixels;
@@ -37,8 +39,8 @@ void set_planes(shape& s) {
   }
 }
 
-bool is_of_video_alone(const catalogue::format& f) {
-  return f.model == color_model::ycbcr && f.planes[0].sample == catalogue::sample_type::f32;
+bool has_floats(const catalogue::format& f) {
+  return catalogue::is_float(f.planes[0].sample);
 }
 
 problem colour(const morvane_description& d, const char* name, shape& s) {
@@ -52,7 +54,7 @@ problem colour(const morvane_description& d, const char* name, shape& s) {
   const bool is_rgb = s.colour == model::rgb;
   s.full_range = d.range == MORVANE_RANGE_DEFAULT ? is_rgb : d.range == MORVANE_FULL;
   if (s.colour == model::luminance || s.colour == model::alpha) s.full_range = true;
-  if (is_of_video_alone(*s.format)) s.full_range = false;
+  if (has_floats(*s.format)) s.full_range = is_rgb;
   return none();
 }
 

@@ -26,7 +26,9 @@ struct shape {
   bool has_chroma = false;
   bool half_width = false;   // of chroma
   bool half_height = false;  // of chroma
-  int depth = 8;
+  int depth = 8;             // that of two bits of alpha does not count
+  int exact_bits = 8;        // as many of them come back as they were
+  int alpha_depth = 0;
 
   // In so many columns of the image.
   int samples_of(const int component, const int columns) const {

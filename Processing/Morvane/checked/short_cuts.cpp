@@ -59,17 +59,24 @@ bool has_whole_groups(const shape& s) {
                      [&](const stored_plane& p) { return s.width % p.layout->group_pixels == 0; });
 }
 
+// All bits of a group belong to its samples.
+bool has_no_unused_bits(const catalogue::plane& p) {
+  using catalogue::sample_type;
+  const sample_type sample = p.sample;
+  return sample == sample_type::u8 || sample == sample_type::u16 || sample == sample_type::u8_and_2 ||
+         sample == sample_type::stream_10 || sample == sample_type::stream_12;
+}
+
 // Every bit of a row belongs to a sample, and comes back as it was.
 bool is_copied(const stored_plane& p) {
-  using catalogue::sample_type;
-  const sample_type sample = p.layout->sample;
-  return !p.has(unused) && p.layout->upper_bits == 0 &&
-         (sample == sample_type::u8 || sample == sample_type::u16 || sample == sample_type::u8_and_2);
+  const bool has_all_of_words = p.layout->has_words_of_pixels() && p.has(alpha);
+  return !p.has(unused) && p.layout->upper_bits == 0 && (has_no_unused_bits(*p.layout) || has_all_of_words);
 }
 
 bool is_same(const catalogue::plane& a, const catalogue::plane& b) {
   return a.components == b.components && a.sample == b.sample && a.group_bytes == b.group_bytes &&
-         a.group_pixels == b.group_pixels && a.image_rows == b.image_rows && a.upper_bits == b.upper_bits;
+         a.group_pixels == b.group_pixels && a.image_rows == b.image_rows && a.upper_bits == b.upper_bits &&
+         a.order == b.order && a.unused_low_bits == b.unused_low_bits;
 }
 
 int find_original(const stored_plane& p, const way& w) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "../backend/dispatch.h"
+#include "stored_packed.h"
 
 namespace Processing::Morvane::checked {
 
@@ -22,10 +23,7 @@ component component_named(const std::string_view name) {
   return name == "A" ? alpha : unused;
 }
 
-// The lines of the items of a group, in the order in which they are stored. Of four, the last one is null if it is that
-// of what is unused.
-using item_lines = std::array<uint16_t*, 4>;
-
+// Of four, the last one is null if it is that of what is unused.
 item_lines lines_of_items(const stored_plane& p, const component_lines& lines) {
   item_lines items{};
   for (size_t i = 0; i < static_cast<size_t>(p.item_count); ++i) items[i] = lines.of[p.items[i]];
@@ -150,6 +148,11 @@ void join_pairs(const stored_plane& p, const component_lines& from, uint8_t* row
     line_of<kernel::join_pairs<kernel::first_of_pair::chroma>>()(from.of[first], one, other, row, groups);
 }
 
+// Of floats, whose range differs then.
+bool is_ycbcr(const stored_plane& p) {
+  return p.layout->components.find("Y") != std::string_view::npos;
+}
+
 }  // namespace
 
 stored_plane stored(const catalogue::plane& p) {
@@ -180,18 +183,27 @@ void read_row(const stored_plane& p, const uint8_t* row, const int width, const 
       if (is_pairs(p)) return split_pairs(p, row, to, groups);
       return split_bytes(p, row, items, groups, fills_words);
     case sample_type::u16:
+      if (p.layout->group_pixels == 2 && p.has(first)) return split_deep_pairs(p, row, to, groups);
+      if (p.item_count == 3) return split_threes(p, row, items, groups);
       return split_words(p, row, items, groups);
     case sample_type::u16_low10:
       return split_low<10>(p, row, items[0], groups, fills_words);
     case sample_type::u16_low12:
       return split_low<12>(p, row, items[0], groups, fills_words);
     case sample_type::u32_3x10:
+      if (p.layout->has_words_of_pixels()) return split_tens(p, row, items, groups, fills_words);
       if (p.has(alpha)) return line_of<kernel::split_yua_yva>()(row, y, cb, cr, a, groups);
       return line_of<kernel::split_v210>()(row, y, cb, cr, groups);
     case sample_type::u8_and_2:
       return line_of<kernel::split_yuyv_10>()(row, y, cb, cr, groups);
     case sample_type::f32:
+      if (!is_ycbcr(p)) return split_floats(p, row, to, groups);
       return line_of<kernel::split_vuya_f32>()(row, cr, cb, y, a, groups);
+    case sample_type::f16:
+      return split_floats(p, row, to, groups);
+    case sample_type::stream_10:
+    case sample_type::stream_12:
+      return split_stream(p, row, to, groups, fills_words);
   }
 }
 
@@ -205,18 +217,27 @@ void write_row(const stored_plane& p, uint8_t* row, const int width, const compo
       if (is_pairs(p)) return join_pairs(p, lines, row, groups);
       return join_bytes(p, items, row, groups, fills_words);
     case sample_type::u16:
+      if (p.layout->group_pixels == 2 && p.has(first)) return join_deep_pairs(p, lines, row, groups);
+      if (p.item_count == 3) return join_threes(p, items, row, groups);
       return join_words(p, items, row, groups);
     case sample_type::u16_low10:
       return join_low<10>(p, items[0], row, groups, fills_words);
     case sample_type::u16_low12:
       return join_low<12>(p, items[0], row, groups, fills_words);
     case sample_type::u32_3x10:
+      if (p.layout->has_words_of_pixels()) return join_tens(p, items, row, groups, fills_words);
       if (p.has(alpha)) return line_of<kernel::join_yua_yva>()(y, cb, cr, a, row, groups);
       return line_of<kernel::join_v210>()(y, cb, cr, row, groups);
     case sample_type::u8_and_2:
       return line_of<kernel::join_yuyv_10>()(y, cb, cr, row, groups);
     case sample_type::f32:
+      if (!is_ycbcr(p)) return join_floats(p, lines, row, groups);
       return line_of<kernel::join_vuya_f32>()(cr, cb, y, a, row, groups);
+    case sample_type::f16:
+      return join_floats(p, lines, row, groups);
+    case sample_type::stream_10:
+    case sample_type::stream_12:
+      return join_stream(p, lines, row, groups, fills_words);
   }
 }
 

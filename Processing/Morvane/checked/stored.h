@@ -29,6 +29,9 @@ struct stored_plane {
   int groups(const int width) const { return (width - 1) / layout->group_pixels + 1; }
 };
 
+// The lines of the items of a group, in the order in which they are stored.
+using item_lines = std::array<uint16_t*, 4>;
+
 stored_plane stored(const catalogue::plane& p);
 
 // The largest sample of alpha always stands for 65535; whether that of the other components does is said by

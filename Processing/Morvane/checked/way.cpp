@@ -163,7 +163,10 @@ std::vector<std::string> losses_of(const way& w) {
   };
   const bool to_grey = w.to.colour == model::luminance || (w.to.colour == model::ycbcr && !w.to.has_chroma);
   const bool from_grey = w.from.colour == model::luminance || (w.from.colour == model::ycbcr && !w.from.has_chroma);
-  add(w.to.depth < w.from.depth, bits_of(w.from) + " to " + bits_of(w.to) + " bits");
+  add(w.to.depth < w.from.depth || w.to.exact_bits < w.from.exact_bits,
+      std::to_string(w.from.depth) + " to " + std::to_string(w.to.exact_bits) + " bits");
+  add(w.to.has_alpha && w.to.alpha_depth < std::min(w.from.alpha_depth, w.to.depth),
+      "alpha to " + std::to_string(w.to.alpha_depth) + " bits");
   add(w.halves_columns || w.halves_rows,
       "chroma " + (w.has_from_rgb || !w.reads_chroma ? "4:4:4" : sampling_of(w.from)) + " to " + sampling_of(w.to));
   add(to_grey && !from_grey, "colour dropped");

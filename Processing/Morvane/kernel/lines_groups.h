@@ -1,5 +1,4 @@
-// Between rows of pairs or larger groups of pixels and lines of working samples: 4:2:2 in bytes and in ten bits, and
-// floats.
+// Between rows of pairs or larger groups of pixels and lines of working samples: 4:2:2 in bytes and in ten bits.
 #pragma once
 
 #include <cstddef>
@@ -259,61 +258,8 @@ struct join_yuyv_10 : line_kernel<join_yuyv_10, read_words<2 * group_10::pairs>,
   }
 };
 
-// Pixels of four floats, Cr Cb Y A, in video range.
-struct split_vuya_f32 : line_kernel<split_vuya_f32, from<16>, written_line, written_line, written_line, written_line> {
-  // What is not a number counts as 0.
-  MORVANE_INLINE static float between_0_and_1(const float x) { return x > 0.0F ? (x < 1.0F ? x : 1.0F) : 0.0F; }
-  MORVANE_INLINE static uint16_t scaled(const float x, const float span, const int bottom) {
-    const float steps = between_0_and_1(x) * span + 0.5F;
-    return static_cast<uint16_t>(bottom + static_cast<int>(steps));
-  }
-  MORVANE_INLINE static void rule(const uint8_t* src, uint16_t* cr, uint16_t* cb, uint16_t* luma, uint16_t* alpha) {
-    float pixel[4];
-    __builtin_memcpy(pixel, src, 16);
-    *cr = scaled(pixel[0] + 0.5F, 57344.0F, 4096);
-    *cb = scaled(pixel[1] + 0.5F, 57344.0F, 4096);
-    *luma = scaled(pixel[2], 56064.0F, 4096);
-    *alpha = scaled(pixel[3], 65535.0F, 0);
-  }
-  template <class V, int bottom>
-  MORVANE_INLINE static auto scaled(const typename V::floats x, const float span) {
-    return V::template words_of_floats<bottom>(V::subtract(V::multiply(V::between_0_and_1(x), span), -0.5F));
-  }
-  template <class V>
-  MORVANE_INLINE static auto convert(const uint8_t* src) {
-    const auto pixels = V::load_four_floats(src);
-    return to_planes(scaled<V, 4096>(V::subtract(pixels.first, -0.5F), 57344.0F),
-                     scaled<V, 4096>(V::subtract(pixels.second, -0.5F), 57344.0F),
-                     scaled<V, 4096>(pixels.third, 56064.0F), scaled<V, 0>(pixels.fourth, 65535.0F));
-  }
-};
-
-struct join_vuya_f32 : line_kernel<join_vuya_f32, read_line, read_line, read_line, read_line, to<16>> {
-  MORVANE_INLINE static float above_bottom(const uint16_t v) { return static_cast<float>(v < 4096 ? 0 : v - 4096); }
-  MORVANE_INLINE static float at_most(const float value, const float limit) { return value < limit ? value : limit; }
-  MORVANE_INLINE static void rule(const uint16_t* cr, const uint16_t* cb, const uint16_t* luma, const uint16_t* alpha,
-                                  uint8_t* dst) {
-    const float pixel[] = {at_most(above_bottom(*cr) / 57344.0F - 0.5F, 0.5F),
-                           at_most(above_bottom(*cb) / 57344.0F - 0.5F, 0.5F),
-                           at_most(above_bottom(*luma) / 56064.0F, 1.0F), static_cast<float>(*alpha) / 65535.0F};
-    __builtin_memcpy(dst, pixel, 16);
-  }
-  template <class V>
-  MORVANE_INLINE static auto chroma(const uint8_t* line) {
-    const auto quotient = V::divide(V::template load_words_above<4096>(line), 57344.0F);
-    return V::at_most(V::subtract(quotient, 0.5F), 0.5F);
-  }
-  template <class V>
-  MORVANE_INLINE static auto convert(const uint8_t* cr, const uint8_t* cb, const uint8_t* luma, const uint8_t* alpha) {
-    const auto y = V::at_most(V::divide(V::template load_words_above<4096>(luma), 56064.0F), 1.0F);
-    const auto a = V::divide(V::template load_words_above<0>(alpha), 65535.0F);
-    return V::interleave4_floats(chroma<V>(cr), chroma<V>(cb), y, a);
-  }
-};
-
-using lines_groups_kernels =
-    kernel_list<split_pairs<first_of_pair::chroma>, split_pairs<first_of_pair::luma>, join_pairs<first_of_pair::chroma>,
-                join_pairs<first_of_pair::luma>, split_v210, join_v210, split_yua_yva, join_yua_yva, split_yuyv_10,
-                join_yuyv_10, split_vuya_f32, join_vuya_f32>;
+using lines_groups_kernels = kernel_list<split_pairs<first_of_pair::chroma>, split_pairs<first_of_pair::luma>,
+                                         join_pairs<first_of_pair::chroma>, join_pairs<first_of_pair::luma>, split_v210,
+                                         join_v210, split_yua_yva, join_yua_yva, split_yuyv_10, join_yuyv_10>;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

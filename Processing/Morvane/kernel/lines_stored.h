@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "interleaved_words.h"
 #include "lines.h"
 #include "list.h"
 #include "samples.h"
@@ -147,7 +148,7 @@ struct join_bytes : line_kernel<join_bytes<items, Line...>, Line..., to<items>> 
   }
 };
 
-// Groups of one, two or four words at any address, of which the bits of `kept` are used.
+// Groups of one to four words at any address, of which the bits of `kept` are used.
 template <int items, class... Line>
 struct split_words : line_kernel<split_words<items, Line...>, from<2 * items>, Line...> {
   uint16_t kept;
@@ -166,17 +167,15 @@ struct split_words : line_kernel<split_words<items, Line...>, from<2 * items>, L
     if constexpr (items == 1) {
       return load<V>(src, 0);
     } else if constexpr (items == 2) {
-      const auto words = V::deinterleave2_words(load<V>(src, 0), load<V>(src, 1));
-      return to_planes(words.first, words.second);
+      return deinterleaved<V>(load<V>(src, 0), load<V>(src, 1));
+    } else if constexpr (items == 3) {
+      return deinterleaved<V>(load<V>(src, 0), load<V>(src, 1), load<V>(src, 2));
     } else {
-      const auto lower = V::deinterleave2_words(load<V>(src, 0), load<V>(src, 1));
-      const auto upper = V::deinterleave2_words(load<V>(src, 2), load<V>(src, 3));
-      const auto even = V::deinterleave2_words(lower.first, upper.first);
-      const auto odd = V::deinterleave2_words(lower.second, upper.second);
+      const auto four = deinterleaved<V>(load<V>(src, 0), load<V>(src, 1), load<V>(src, 2), load<V>(src, 3));
       if constexpr (sizeof...(Line) == 3)
-        return to_planes(even.first, odd.first, even.second);
+        return to_planes(item_of<0>(four), item_of<1>(four), item_of<2>(four));
       else
-        return to_planes(even.first, odd.first, even.second, odd.second);
+        return four;
     }
   }
 };
@@ -197,7 +196,7 @@ struct join_words : line_kernel<join_words<items, Line...>, Line..., to<2 * item
   MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, uint8_t* dst) const {
     rule(a, b, dst);
     put_word(dst + 4, word(c));
-    put_word(dst + 6, 65535);
+    if constexpr (items == 4) put_word(dst + 6, 65535);
   }
   MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, const uint16_t* d,
                            uint8_t* dst) const {
@@ -208,9 +207,10 @@ struct join_words : line_kernel<join_words<items, Line...>, Line..., to<2 * item
   MORVANE_INLINE auto load(const uint8_t* line) const {
     return V::and_blocks(V::add_words_to_limit(V::load(line), V::repeat(half)), V::repeat(kept));
   }
-  template <class V>
-  MORVANE_INLINE static auto fours(const typename V::two_blocks& ab, const typename V::two_blocks& cd) {
-    return in_a_row(V::interleave2_dwords(ab.first, cd.first), V::interleave2_dwords(ab.second, cd.second));
+  template <class V, class... Block>
+  MORVANE_INLINE static auto in_turn(const Block... words) {
+    return interleaved<V>(
+        [](const typename V::block b) __attribute__((always_inline)) { return b; }, words...);
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* a) const {
@@ -222,11 +222,14 @@ struct join_words : line_kernel<join_words<items, Line...>, Line..., to<2 * item
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c) const {
-    return fours<V>(convert<V>(a, b), V::interleave2_words(load<V>(c), V::repeat(65535)));
+    if constexpr (items == 3)
+      return in_turn<V>(load<V>(a), load<V>(b), load<V>(c));
+    else
+      return in_turn<V>(load<V>(a), load<V>(b), load<V>(c), V::repeat(65535));
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c, const uint8_t* d) const {
-    return fours<V>(convert<V>(a, b), convert<V>(c, d));
+    return in_turn<V>(load<V>(a), load<V>(b), load<V>(c), load<V>(d));
   }
 };
 
@@ -264,6 +267,8 @@ using split_four_bytes = split_bytes<4, written_line, written_line, written_line
 template <int items>
 using join_bytes_of_three = join_bytes<items, read_line, read_line, read_line>;
 using join_four_bytes = join_bytes<4, read_line, read_line, read_line, read_line>;
+using split_three_words = split_words<3, written_line, written_line, written_line>;
+using join_three_words = join_words<3, read_line, read_line, read_line>;
 using split_three_of_four_words = split_words<4, written_line, written_line, written_line>;
 using split_four_words = split_words<4, written_line, written_line, written_line, written_line>;
 using join_words_of_three = join_words<4, read_line, read_line, read_line>;
@@ -275,6 +280,7 @@ using lines_stored_kernels =
                 join_bytes<2, read_line, read_line>, join_bytes_of_three<3>, join_bytes_of_three<4>, join_four_bytes,
                 split_words<1, written_line>, split_words<2, written_line, written_line>, split_three_of_four_words,
                 split_four_words, join_words<1, read_line>, join_words<2, read_line, read_line>, join_words_of_three,
-                join_four_words, split_low<10>, split_low<12>, join_low<10>, join_low<12>>;
+                join_four_words, split_three_words, join_three_words, split_low<10>, split_low<12>, join_low<10>,
+                join_low<12>>;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

@@ -100,6 +100,58 @@ struct avx2_blocks : x86_vectors<ymm, avx2> {
     store_64(p + 40, high_half(t.second));
   }
 
+  // 48 words in three registers, which hold eight of the first 24 in one half and eight of the others in the other one.
+  // There the words of one component, every third, have all places modulo 8 once.
+  //
+  //   first of 0 1 2   0 . . 0 . . 0 .     second   . 0 . . 0 . . 0     third   . . 0 . . 0 . .
+  static constexpr int places_0_3_6 = 0b01001001;
+  static constexpr int places_1_4_7 = 0b10010010;
+  static constexpr int places_2_5 = 0b00100100;
+
+  template <int second, int third>
+  MORVANE_INLINE static __m256i blend_three(const __m256i a, const __m256i b, const __m256i c) {
+    return _mm256_blend_epi16(_mm256_blend_epi16(a, b, second), c, third);
+  }
+  static constexpr short word_at_place(const int place) {
+    return static_cast<short>(place % 8 * 2 | (place % 8 * 2 + 1) << 8);
+  }
+  // Word k of a component is at the place 3 k + component modulo 8, and at a place the word 3 (place - component).
+  template <int component>
+  MORVANE_INLINE static block words_in_order(const __m256i v) {
+    constexpr int c = component;
+    return {_mm256_shuffle_epi8(
+        v, ymm::repeat_lane(_mm_setr_epi16(word_at_place(c), word_at_place(3 + c), word_at_place(6 + c),
+                                           word_at_place(9 + c), word_at_place(12 + c), word_at_place(15 + c),
+                                           word_at_place(18 + c), word_at_place(21 + c))))};
+  }
+  template <int component>
+  MORVANE_INLINE static __m256i words_at_places(const block b) {
+    constexpr int c = 24 - 3 * component;
+    return _mm256_shuffle_epi8(
+        b.v, ymm::repeat_lane(_mm_setr_epi16(word_at_place(c), word_at_place(c + 3), word_at_place(c + 6),
+                                             word_at_place(c + 9), word_at_place(c + 12), word_at_place(c + 15),
+                                             word_at_place(c + 18), word_at_place(c + 21))));
+  }
+  MORVANE_INLINE static three_blocks deinterleave3_words(const block first, const block second, const block third) {
+    const __m256i a = _mm256_permute2x128_si256(first.v, second.v, 0x30);
+    const __m256i b = _mm256_permute2x128_si256(first.v, third.v, 0x21);
+    const __m256i c = _mm256_permute2x128_si256(second.v, third.v, 0x30);
+    return {words_in_order<0>(blend_three<places_1_4_7, places_2_5>(a, b, c)),
+            words_in_order<1>(blend_three<places_2_5, places_0_3_6>(a, b, c)),
+            words_in_order<2>(blend_three<places_0_3_6, places_1_4_7>(a, b, c))};
+  }
+  MORVANE_INLINE static three_blocks interleave3_words(const block first, const block second, const block third) {
+    const __m256i a = words_at_places<0>(first);
+    const __m256i b = words_at_places<1>(second);
+    const __m256i c = words_at_places<2>(third);
+    const __m256i words_0 = blend_three<places_1_4_7, places_2_5>(a, b, c);
+    const __m256i words_8 = blend_three<places_2_5, places_0_3_6>(a, b, c);
+    const __m256i words_16 = blend_three<places_0_3_6, places_1_4_7>(a, b, c);
+    return {{_mm256_permute2x128_si256(words_0, words_8, 0x20)},
+            {_mm256_permute2x128_si256(words_16, words_0, 0x30)},
+            {_mm256_permute2x128_si256(words_8, words_16, 0x31)}};
+  }
+
   // A group of v210 in each half.
   struct three_lines {
     struct six_words {
@@ -157,6 +209,35 @@ struct avx2_blocks : x86_vectors<ymm, avx2> {
                                  _mm_setr_epi8(-1, -1, 8, 9, -1, -1, -1, -1, -1, -1, 4, 5, -1, -1, -1, -1));
     return {
         _mm256_or_si256(_mm256_madd_epi16(first_two, _mm256_set1_epi32(1 | 1024 << 16)), _mm256_slli_epi32(third, 4))};
+  }
+  // Two groups of five bytes in each half. Word i of a group is its bytes i and i + 1, in which the sample lies 2 i
+  // bits below the top.
+  MORVANE_INLINE static block load_tens_of_fives(const uint8_t* p) {
+    const __m256i words = _mm256_shuffle_epi8(
+        load_halves(p, p + 4), _mm256_setr_epi8(1, 0, 2, 1, 3, 2, 4, 3, 6, 5, 7, 6, 8, 7, 9, 8, 7, 6, 8, 7, 9, 8, 10, 9,
+                                                12, 11, 13, 12, 14, 13, 15, 14));
+    const __m256i at_top = _mm256_mullo_epi16(words, ymm::repeat_lane(_mm_setr_epi16(1, 4, 16, 64, 1, 4, 16, 64)));
+    return {_mm256_and_si256(at_top, ymm::repeat_word(0xffc0))};
+  }
+  struct groups_of_five {
+    static constexpr size_t stored_bytes = 20;
+    __m256i v;
+  };
+  MORVANE_INLINE static groups_of_five fives_of_tens(const block samples) {
+    const __m256i words = _mm256_mullo_epi16(_mm256_srli_epi16(samples.v, 6),
+                                             ymm::repeat_lane(_mm_setr_epi16(64, 16, 4, 1, 64, 16, 4, 1)));
+    const __m256i upper = _mm256_shuffle_epi8(
+        words, ymm::repeat_lane(_mm_setr_epi8(1, 3, 5, 7, 6, 9, 11, 13, 15, 14, -1, -1, -1, -1, -1, -1)));
+    const __m256i lower = _mm256_shuffle_epi8(
+        words, ymm::repeat_lane(_mm_setr_epi8(-1, 0, 2, 4, -1, -1, 8, 10, 12, -1, -1, -1, -1, -1, -1, -1)));
+    return {_mm256_or_si256(upper, lower)};
+  }
+  // What is stored behind the first two groups is overwritten by the others.
+  MORVANE_INLINE static void store(uint8_t* p, const groups_of_five& g) {
+    store_128(p, low_half(g.v));
+    store_64(p + 10, high_half(g.v));
+    const auto last = static_cast<uint16_t>(_mm_extract_epi16(high_half(g.v), 4));
+    __builtin_memcpy(p + 18, &last, 2);
   }
   MORVANE_INLINE static block load_upper_of_groups(const uint8_t* p) { return load(p); }
   // A byte of a pair, in two bits each Cr Y1 Cb Y0 from the top, in both words of its double word, and what lifts the

@@ -191,6 +191,26 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
     store_256(p + 64, t.last_32);
   }
 
+  // Words of three registers.
+  template <class Source>
+  MORVANE_INLINE static block rearrange_three(const block a, const block b, const block c, const Source) {
+    constexpr word_table of_two = words_from([](const int i) { return Source()(i) % 64; });
+    constexpr word_table with_third = words_from([](const int i) { return Source()(i) < 64 ? i : Source()(i) - 32; });
+    return {rearrange(rearrange(a.v, b.v, of_two), c.v, with_third)};
+  }
+  MORVANE_INLINE static three_blocks deinterleave3_words(const block a, const block b, const block c) {
+    return {rearrange_three(a, b, c, [](const int i) { return 3 * i; }),
+            rearrange_three(a, b, c, [](const int i) { return 3 * i + 1; }),
+            rearrange_three(a, b, c, [](const int i) { return 3 * i + 2; })};
+  }
+  // Word `i` of three components in turn.
+  static constexpr int word_of_three(const int i) { return i % 3 * 32 + i / 3; }
+  MORVANE_INLINE static three_blocks interleave3_words(const block a, const block b, const block c) {
+    return {rearrange_three(a, b, c, [](const int i) { return word_of_three(i); }),
+            rearrange_three(a, b, c, [](const int i) { return word_of_three(32 + i); }),
+            rearrange_three(a, b, c, [](const int i) { return word_of_three(64 + i); })};
+  }
+
   // Four groups of v210. Of each sample, in the order of its line, the first byte that it lies in, and the factor that
   // moves it to the top of the word that begins there.
   struct sample_of_v210 {
@@ -248,6 +268,43 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
         _mm512_madd_epi16(rearrange(lines.first.v, lines.second.v, first_two), _mm512_set1_epi32(1 | 1024 << 16));
     const __m512i upper = _mm512_slli_epi32(rearrange(lines.first.v, lines.second.v, third), 20);
     return {_mm512_or_si512(lower, upper)};
+  }
+
+  // Eight groups of five bytes. Word i of a group is its bytes i and i + 1, in which the sample lies 2 i bits below the
+  // top.
+  static constexpr int bytes_of_fives = 40;
+
+  MORVANE_INLINE static block load_tens_of_fives(const uint8_t* p) {
+    constexpr int skipped = bytes_of_fives - 32;
+    constexpr byte_table words = bytes_from([](const int i) {
+      const int byte = i / 8 * 5 + i % 8 / 2 + 1 - i % 2;
+      return byte < 32 ? byte : 32 + byte - skipped;
+    });
+    constexpr word_table lifts = words_from([](const int i) { return 1 << 2 * (i % 4); });
+    const __m512i all = _mm512_inserti64x4(_mm512_castsi256_si512(load_256(p)), load_256(p + skipped), 1);
+    return {_mm512_and_si512(_mm512_mullo_epi16(rearrange(all, words), load_table(lifts)), zmm::repeat_word(0xffc0))};
+  }
+  struct groups_of_five {
+    static constexpr size_t stored_bytes = bytes_of_fives;
+    __m512i v;
+  };
+  // The bytes between the first and the last one of a group end a word and begin the next.
+  static constexpr uint64_t bytes_of_two_words() {
+    uint64_t mask = 0;
+    for (int i = 0; i < bytes_of_fives; ++i) mask |= static_cast<uint64_t>(i % 5 > 0 && i % 5 < 4) << i;
+    return mask;
+  }
+  MORVANE_INLINE static groups_of_five fives_of_tens(const block samples) {
+    constexpr word_table lifts = words_from([](const int i) { return 64 >> 2 * (i % 4); });
+    constexpr byte_table begun = bytes_from([](const int i) { return i / 5 * 8 + (i % 5 < 4 ? i % 5 * 2 + 1 : 6); });
+    constexpr byte_table ended = bytes_from([](const int i) { return i / 5 * 8 + (i % 5 + 3) % 4 * 2; });
+    const __m512i words = _mm512_mullo_epi16(_mm512_srli_epi16(samples.v, 6), load_table(lifts));
+    return {_mm512_or_si512(rearrange(words, begun),
+                            _mm512_maskz_permutexvar_epi8(bytes_of_two_words(), load_table(ended), words))};
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const groups_of_five& g) {
+    store_256(p, _mm512_castsi512_si256(g.v));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p + 32), _mm256_castsi256_si128(_mm512_extracti64x4_epi64(g.v, 1)));
   }
 
   // Two 32-bit words hold six samples, whose upper eight bits become the first six of eight bytes.

@@ -42,6 +42,7 @@ struct neon : neon_lines {
     uint8x8_t cb, even_luma, cr, odd_luma;
   };
   struct floats {
+    static constexpr size_t stored_bytes = 16;
     float32x4_t v;
   };
   struct four_floats {
@@ -388,7 +389,21 @@ struct neon : neon_lines {
     return {vqmovun_s32(vaddq_s32(vcvtq_s32_f32(f.v), vdupq_n_s32(bottom)))};
   }
   MORVANE_INLINE static void store(uint8_t* p, const float_words w) { vst1_u8(p, vreinterpret_u8_u16(w.v)); }
+  MORVANE_INLINE static block join_words(const float_words a, const float_words b, const float_words c,
+                                         const float_words d) {
+    return block_of(vcombine_u16(a.v, b.v), vcombine_u16(c.v, d.v));
+  }
+  MORVANE_INLINE static floats half_floats_at(const uint8_t* p) {
+    return {vcvt_f32_f16(vreinterpret_f16_u8(vld1_u8(p)))};
+  }
+  MORVANE_INLINE static float_words half_floats(const floats f) { return {vreinterpret_u16_f16(vcvt_f16_f32(f.v))}; }
+  template <int part>
+  MORVANE_INLINE static floats floats_of_words(const block b) {
+    const uint16x8_t words = as_words(part < 2 ? b.lo : b.hi);
+    return {vcvtq_f32_u32(vmovl_u16(part % 2 == 0 ? vget_low_u16(words) : vget_high_u16(words)))};
+  }
   MORVANE_INLINE static floats floats_at(const uint8_t* p) { return {vreinterpretq_f32_u8(vld1q_u8(p))}; }
+  MORVANE_INLINE static void store(uint8_t* p, const floats f) { vst1q_u8(p, vreinterpretq_u8_f32(f.v)); }
   // Four floats of each pixel, as rows and as columns.
   MORVANE_INLINE static four_floats exchange_rows(const floats a, const floats b, const floats c, const floats d) {
     const float64x2_t ab_even = vreinterpretq_f64_f32(vtrn1q_f32(a.v, b.v));

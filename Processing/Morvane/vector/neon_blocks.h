@@ -22,6 +22,10 @@ struct neon_blocks {
     static constexpr size_t stored_bytes = 64;
     block first, second;
   };
+  struct three_blocks {
+    static constexpr size_t stored_bytes = 96;
+    block first, second, third;
+  };
   MORVANE_INLINE static block load(const uint8_t* p) { return {vld1q_u8(p), vld1q_u8(p + 16)}; }
   MORVANE_INLINE static void store(uint8_t* p, const block b) {
     vst1q_u8(p, b.lo);
@@ -30,6 +34,11 @@ struct neon_blocks {
   MORVANE_INLINE static void store(uint8_t* p, const two_blocks& b) {
     store(p, b.first);
     store(p + 32, b.second);
+  }
+  MORVANE_INLINE static void store(uint8_t* p, const three_blocks& b) {
+    store(p, b.first);
+    store(p + 32, b.second);
+    store(p + 64, b.third);
   }
   MORVANE_INLINE static uint16x8_t as_words(const uint8x16_t v) { return vreinterpretq_u16_u8(v); }
   MORVANE_INLINE static int16x8_t as_signed(const uint16x8_t v) { return vreinterpretq_s16_u16(v); }

@@ -95,6 +95,62 @@ struct neon_lines : neon_blocks {
     store_three_of_four(p, t.fours.first, t.fours.second);
   }
 
+  // Words 0, 3, 6... of three registers, or those behind them.
+  template <int first>
+  MORVANE_INLINE static uint8x16_t every_third_word(const uint8x16x3_t& words) {
+    const uint8x16_t from = {0, 1, 6, 7, 12, 13, 18, 19, 24, 25, 30, 31, 36, 37, 42, 43};
+    return vqtbl3q_u8(words, vaddq_u8(from, vdupq_n_u8(2 * first)));
+  }
+  MORVANE_INLINE static three_blocks deinterleave3_words(const block a, const block b, const block c) {
+    const uint8x16x3_t lo = {{a.lo, a.hi, b.lo}};
+    const uint8x16x3_t hi = {{b.hi, c.lo, c.hi}};
+    return {{every_third_word<0>(lo), every_third_word<0>(hi)},
+            {every_third_word<1>(lo), every_third_word<1>(hi)},
+            {every_third_word<2>(lo), every_third_word<2>(hi)}};
+  }
+  MORVANE_INLINE static three_blocks interleave3_words(const block a, const block b, const block c) {
+    const uint8x16_t first = {0, 1, 16, 17, 32, 33, 2, 3, 18, 19, 34, 35, 4, 5, 20, 21};
+    const uint8x16_t second = {36, 37, 6, 7, 22, 23, 38, 39, 8, 9, 24, 25, 40, 41, 10, 11};
+    const uint8x16_t third = {26, 27, 42, 43, 12, 13, 28, 29, 44, 45, 14, 15, 30, 31, 46, 47};
+    const uint8x16x3_t lo = {{a.lo, b.lo, c.lo}};
+    const uint8x16x3_t hi = {{a.hi, b.hi, c.hi}};
+    return {{vqtbl3q_u8(lo, first), vqtbl3q_u8(lo, second)},
+            {vqtbl3q_u8(lo, third), vqtbl3q_u8(hi, first)},
+            {vqtbl3q_u8(hi, second), vqtbl3q_u8(hi, third)}};
+  }
+
+  // Two groups of five bytes in each register. Word i of a group is its bytes i and i + 1, in which the sample lies 2 i
+  // bits below the top.
+  MORVANE_INLINE static uint16x8_t tens_at_top(const uint8x16_t bytes, const uint8x16_t places) {
+    const uint16x8_t lifts = {1, 4, 16, 64, 1, 4, 16, 64};
+    return vandq_u16(vmulq_u16(as_words(vqtbl1q_u8(bytes, places)), lifts), vdupq_n_u16(0xffc0));
+  }
+  MORVANE_INLINE static block load_tens_of_fives(const uint8_t* p) {
+    const uint8x16_t places = {1, 0, 2, 1, 3, 2, 4, 3, 6, 5, 7, 6, 8, 7, 9, 8};
+    return block_of(tens_at_top(vld1q_u8(p), places), tens_at_top(vld1q_u8(p + 4), vaddq_u8(places, vdupq_n_u8(6))));
+  }
+  struct groups_of_five {
+    static constexpr size_t stored_bytes = 20;
+    block b;
+  };
+  MORVANE_INLINE static uint8x16_t fives_of_tens(const uint8x16_t samples) {
+    const uint16x8_t lifts = {64, 16, 4, 1, 64, 16, 4, 1};
+    const uint8x16_t begun = {1, 3, 5, 7, 6, 9, 11, 13, 15, 14, 255, 255, 255, 255, 255, 255};
+    const uint8x16_t ended = {255, 0, 2, 4, 255, 255, 8, 10, 12, 255, 255, 255, 255, 255, 255, 255};
+    const uint8x16_t words = vreinterpretq_u8_u16(vmulq_u16(vshrq_n_u16(as_words(samples), 6), lifts));
+    return vorrq_u8(vqtbl1q_u8(words, begun), vqtbl1q_u8(words, ended));
+  }
+  MORVANE_INLINE static groups_of_five fives_of_tens(const block samples) {
+    return {{fives_of_tens(samples.lo), fives_of_tens(samples.hi)}};
+  }
+  // What is stored behind the first two groups is overwritten by the others.
+  MORVANE_INLINE static void store(uint8_t* p, const groups_of_five& g) {
+    vst1q_u8(p, g.b.lo);
+    vst1_u8(p + 10, vget_low_u8(g.b.hi));
+    const uint16_t last = vgetq_lane_u16(as_words(g.b.hi), 4);
+    __builtin_memcpy(p + 18, &last, 2);
+  }
+
   // A group of v210 in each register.
   struct three_lines {
     struct six_words {

@@ -138,6 +138,9 @@ concept has_lines = requires(const uint8_t* source, typename V::block block, typ
   // Pixels of three bytes as pixels of four, of which the fourth byte may be anything, and back.
   { V::load_threes(source) } -> gives<typename V::two_blocks>;
   requires can_be_stored<V, decltype(V::threes(two))>;
+  // Words 0, 3, 6..., words 1, 4, 7... and words 2, 5, 8... of three blocks in a row, and back.
+  { V::deinterleave3_words(block, block, block) } -> gives<typename V::three_blocks>;
+  { V::interleave3_words(block, block, block) } -> gives<typename V::three_blocks>;
 };
 
 // 10-bit samples.
@@ -161,6 +164,10 @@ concept has_tens = requires(const uint8_t* source, const uint8_t* line, typename
   requires can_be_stored<V, decltype(V::split_v210(block).cr)>;
   { V::load_for_v210(line, line, line) } -> gives<typename V::two_blocks>;
   { V::join_v210(two) } -> gives<typename V::block>;
+  // Big-endian groups of four samples in five bytes, as words with the samples in the upper bits and nothing below, and
+  // back.
+  { V::load_tens_of_fives(source) } -> gives<typename V::block>;
+  requires can_be_stored<V, decltype(V::fives_of_tens(block))>;
 };
 
 // pixels: four bytes of each pixel. weighable: the same, arranged for weighing; load3_weighable reads three-byte pixels
@@ -239,11 +246,26 @@ concept has_pairs = requires(const uint8_t* source, typename V::pair_bytes pair_
   requires can_be_stored<V, decltype(V::template pixels_of_444<false>(source))>;
 };
 
+template <class V, class Words>
+concept joins_words = requires(const Words words) {
+  { V::join_words(words, words) } -> gives<typename V::block>;
+}
+|| requires(const Words words) {
+  { V::join_words(words, words, words, words) } -> gives<typename V::block>;
+};
+
 // floats: float_lanes of them, in memory order.
 template <class V>
-concept has_floats = requires(const uint8_t* source, typename V::floats floats) {
+concept has_floats = requires(const uint8_t* source, typename V::floats floats, typename V::block block) {
   // max(x, bottom) - bottom of 16-bit words.
   { V::template load_words_above<4096>(source) } -> gives<typename V::floats>;
+  requires can_be_stored<V, typename V::floats>;
+  { V::floats_at(source) } -> gives<typename V::floats>;
+  // From half floats, and to them, rounded to the nearest and to even ones between two.
+  { V::half_floats_at(source) } -> gives<typename V::floats>;
+  requires can_be_stored<V, decltype(V::half_floats(floats))>;
+  // The words of a block in parts, each as many as there are floats: those of the first part, of the second...
+  { V::template floats_of_words<0>(block) } -> gives<typename V::floats>;
   { V::multiply(floats, float{}) } -> gives<typename V::floats>;
   { V::add(floats, floats) } -> gives<typename V::floats>;
   { V::subtract(floats, float{}) } -> gives<typename V::floats>;
@@ -253,6 +275,8 @@ concept has_floats = requires(const uint8_t* source, typename V::floats floats) 
   { V::between_0_and_1(floats) } -> gives<typename V::floats>;
   // bottom + x of floats that are at least 0, without a fraction, as words below 65536.
   requires can_be_stored<V, decltype(V::template words_of_floats<4096>(floats))>;
+  // As many of these as fill a block, one after the other.
+  requires joins_words<V, decltype(V::template words_of_floats<0>(floats))>;
   // Pixels of four floats, each kind to floats of its own, and back.
   { V::load_four_floats(source) } -> gives<typename V::four_floats>;
   requires can_be_stored<V, decltype(V::interleave4_floats(floats, floats, floats, floats))>;

@@ -58,6 +58,7 @@ struct x86_vectors {
     reg v;  // of 64 bits
   };
   struct floats {
+    static constexpr size_t stored_bytes = R::bytes;
     typename R::floats v;
   };
   struct four_floats {
@@ -357,6 +358,18 @@ struct x86_vectors {
   template <int bottom>
   MORVANE_INLINE static floats load_words_above(const uint8_t* p) {
     return {R::template load_words_above<bottom>(p)};
+  }
+  MORVANE_INLINE static floats floats_at(const uint8_t* p) { return {R::load_floats(p)}; }
+  MORVANE_INLINE static floats half_floats_at(const uint8_t* p) { return {R::load_half_floats(p)}; }
+  MORVANE_INLINE static auto half_floats(const floats f) { return R::half_floats(f.v); }
+  MORVANE_INLINE static void store(uint8_t* p, const floats f) { R::store_floats(p, f.v); }
+  template <int part>
+  MORVANE_INLINE static floats floats_of_words(const block words) {
+    return {R::template floats_of_words<part>(words.v)};
+  }
+  MORVANE_INLINE static block join_words(const typename R::half_register first,
+                                         const typename R::half_register second) {
+    return {R::join_halves(first, second)};
   }
   MORVANE_INLINE static floats multiply(const floats f, const float factor) {
     return {R::multiply(f.v, R::repeat_float(factor))};

@@ -117,6 +117,26 @@ struct ymm {
   MORVANE_INLINE static half_register words_of_dwords(const type v) {
     return {_mm_packus_epi32(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1))};
   }
+  MORVANE_INLINE static type join_halves(const half_register low, const half_register high) {
+    return _mm256_set_m128i(high.v, low.v);
+  }
+  MORVANE_INLINE static floats load_floats(const uint8_t* p) {
+    return _mm256_loadu_ps(reinterpret_cast<const float*>(p));
+  }
+  MORVANE_INLINE static void store_floats(uint8_t* p, const floats v) {
+    _mm256_storeu_ps(reinterpret_cast<float*>(p), v);
+  }
+  MORVANE_INLINE static floats load_half_floats(const uint8_t* p) {
+    return _mm256_cvtph_ps(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+  }
+  MORVANE_INLINE static half_register half_floats(const floats v) {
+    return {_mm256_cvtps_ph(v, _MM_FROUND_TO_NEAREST_INT)};
+  }
+  // Of the lower half of the words or of the upper one.
+  template <int part>
+  MORVANE_INLINE static floats floats_of_words(const type v) {
+    return _mm256_cvtepi32_ps(_mm256_cvtepu16_epi32(_mm256_extracti128_si256(v, part)));
+  }
   MORVANE_INLINE static floats repeat_float(const float value) { return _mm256_set1_ps(value); }
   MORVANE_INLINE static floats multiply(const floats a, const floats b) { return _mm256_mul_ps(a, b); }
   MORVANE_INLINE static floats add(const floats a, const floats b) { return _mm256_add_ps(a, b); }

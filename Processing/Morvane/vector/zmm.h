@@ -108,6 +108,21 @@ struct zmm {
     __m256i v;
   };
   MORVANE_INLINE static half_register words_of_dwords(const type v) { return {_mm512_cvtepi32_epi16(v)}; }
+  MORVANE_INLINE static type join_halves(const half_register low, const half_register high) {
+    return _mm512_inserti64x4(_mm512_castsi256_si512(low.v), high.v, 1);
+  }
+  MORVANE_INLINE static floats load_floats(const uint8_t* p) { return _mm512_castsi512_ps(load(p)); }
+  MORVANE_INLINE static void store_floats(uint8_t* p, const floats v) { _mm512_storeu_ps(p, v); }
+  MORVANE_INLINE static floats load_half_floats(const uint8_t* p) {
+    return _mm512_cvtph_ps(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p)));
+  }
+  MORVANE_INLINE static half_register half_floats(const floats v) {
+    return {_mm512_cvtps_ph(v, _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC)};
+  }
+  template <int part>
+  MORVANE_INLINE static floats floats_of_words(const type v) {
+    return _mm512_cvtepi32_ps(_mm512_cvtepu16_epi32(_mm512_extracti64x4_epi64(v, part)));
+  }
   MORVANE_INLINE static floats repeat_float(const float value) { return _mm512_set1_ps(value); }
   MORVANE_INLINE static floats multiply(const floats a, const floats b) { return _mm512_mul_ps(a, b); }
   MORVANE_INLINE static floats add(const floats a, const floats b) { return _mm512_add_ps(a, b); }

@@ -86,6 +86,18 @@ inline __m256i cvtepi32_epi16(const __m512i v) {
   return reinterpret_cast<__m256i>(narrow);
 }
 
+inline __m512 cvtph_ps(const __m256i v) {
+  floats converted{};
+  for (int i = 0; i < 16; ++i) converted[i] = _cvtsh_ss(reinterpret_cast<half_of_words>(v)[i]);
+  return reinterpret_cast<__m512>(converted);
+}
+
+inline __m256i cvtps_ph(const __m512 v, const int) {
+  half_of_words halves{};
+  for (int i = 0; i < 16; ++i) halves[i] = _cvtss_sh(reinterpret_cast<floats>(v)[i], _MM_FROUND_TO_NEAREST_INT);
+  return reinterpret_cast<__m256i>(halves);
+}
+
 inline long long reduce_add_epi64(const __m512i v) {
   const auto addends = reinterpret_cast<qwords>(v);
   std::uint64_t sum = 0;
@@ -118,6 +130,8 @@ inline __m512i multishift_epi64_epi8(const __m512i first_bits, const __m512i v) 
 // 64 bits by 64.
 #undef _mm512_cmpgt_epu16_mask
 #undef _mm512_srai_epi32
+#undef _mm512_cvtph_ps
+#undef _mm512_cvtps_ph
 #undef _mm512_madd_epi16
 #undef _mm512_max_epi32
 #undef _mm512_packus_epi32
@@ -134,6 +148,8 @@ inline __m512i multishift_epi64_epi8(const __m512i first_bits, const __m512i v) 
 #define _mm512_cvttps_epi32 emulated::cvttps_epi32
 #define _mm512_cvtepi32_epi16 emulated::cvtepi32_epi16
 #define _mm512_cvtepi32_ps emulated::cvtepi32_ps
+#define _mm512_cvtph_ps emulated::cvtph_ps
+#define _mm512_cvtps_ph emulated::cvtps_ph
 #define _mm512_reduce_add_epi64 emulated::reduce_add_epi64
 #define _mm512_mask_multishift_epi64_epi8 emulated::mask_multishift_epi64_epi8
 #define _mm512_multishift_epi64_epi8 emulated::multishift_epi64_epi8

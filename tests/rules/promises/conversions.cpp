@@ -320,13 +320,21 @@ TEST(rules_conversions, to_the_same_format_change_nothing) {
   }
 }
 
+int bits_of_alpha(const format& f) {
+  for (const group& g : f.planes)
+    for (const field& sample : g.fields)
+      if (sample.what == channel::a) return sample.bits();
+  return 0;
+}
+
 // Whether a format has room for all that a picture of another holds.
 bool holds_all_of(const format& other, const format& f) {
   for (std::size_t i = 0; i < channels; ++i)
     if (other.has(static_cast<channel>(i)) && !f.has(static_cast<channel>(i))) return false;
   const bool has_color = !convertible(other.name, "alpha");
   const bool same_chroma = other.chroma == f.chroma || !other.has(channel::cb);
-  return same_chroma && has_color && !f.has_floats() && f.color_bits() >= other.color_bits();
+  return same_chroma && has_color && !f.has_floats() && f.color_bits() >= other.color_bits() &&
+         bits_of_alpha(f) >= bits_of_alpha(other);
 }
 
 TEST(rules_conversions, to_a_format_with_room_for_all_come_back) {

@@ -72,6 +72,36 @@ TEST(rules_depths, floats_hold_the_nominal_range) {
   EXPECT_EQ(float_of(65535, meaning::fraction), 1.0F);
 }
 
+TEST(rules_depths, half_floats_are_known_numbers) {
+  EXPECT_EQ(half_of(0.0F), 0x0000U);
+  EXPECT_EQ(half_of(1.0F), 0x3c00U);
+  EXPECT_EQ(half_of(0.5F), 0x3800U);
+  EXPECT_EQ(half_of(0x1p-14F), 0x0400U);
+  EXPECT_EQ(half_of(0x1p-24F), 0x0001U);
+  EXPECT_EQ(half_of(1.0F - 0x1p-12F), 0x3c00U);  // between the last one and 1, which is even
+  EXPECT_EQ(half_of(0.5F + 0x1p-12F), 0x3800U);  // to even, down
+  EXPECT_EQ(half_of(0.5F + 0x1p-12F + 0x1p-20F), 0x3801U);
+  EXPECT_EQ(half_of(0.5F + 3 * 0x1p-12F), 0x3802U);  // to even, up
+  EXPECT_EQ(half_of(0x1p-25F), 0x0000U);
+  EXPECT_EQ(half_of(3 * 0x1p-25F), 0x0002U);
+  EXPECT_EQ(float_of_half(0x3c00), 1.0F);
+  EXPECT_EQ(float_of_half(0xbc00), -1.0F);
+  EXPECT_EQ(float_of_half(0x7c00), HUGE_VALF);
+  EXPECT_EQ(float_of_half(0x0001), 0x1p-24F);
+  EXPECT_TRUE(std::isnan(float_of_half(0x7c01)));
+  for (std::uint32_t half = 0; half <= 0x3c00; ++half) ASSERT_EQ(half_of(float_of_half(half)), half);
+}
+
+// Samples of up to ten bits.
+TEST(rules_depths, fractions_come_back_from_half_floats) {
+  for (const int bits : {2, 8, 10})
+    for (std::uint32_t number = 0; number < 1U << bits; ++number) {
+      const float stored =
+          float_of_half(half_of(float_of(working_sample(number, bits, meaning::fraction), meaning::fraction)));
+      ASSERT_EQ(number_of(working_sample(stored, meaning::fraction), bits, meaning::fraction), number) << bits;
+    }
+}
+
 // Rounded to the nearest, and not past the greatest number.
 TEST(rules_depths, video_is_rounded) {
   EXPECT_EQ(number_of(0x127f, 8, meaning::luma), 0x12U);

@@ -15,14 +15,21 @@ enum class sample_type {
   u16,        // little-endian 16-bit words
   u16_low10,  // words that hold the sample in their lower 10 bits
   u16_low12,  // and in their lower 12 bits
-  u32_3x10,   // three 10-bit samples in each little-endian 32-bit word, at bits 0, 10 and 20
+  u32_3x10,   // three 10-bit samples in each 32-bit word, one next to the other; a fourth one has two bits
   u8_and_2,  // 32 bytes with the upper eight bits of 32 samples, then 8 bytes with their lower two, first sample lowest
   f32,       // little-endian IEEE floats: 0 to 1, chroma -0.5 to 0.5
+  f16,       // the same of 16 bits
+  stream_10,  // samples of 10 bits one after the other, whatever bytes they lie in
+  stream_12,  // and of 12 bits
 };
 
 // The bits of a sample that its word has in its lower part; 0 where they are not there.
 constexpr int low_bits(sample_type sample) {
   return sample == sample_type::u16_low10 ? 10 : sample == sample_type::u16_low12 ? 12 : 0;
+}
+
+constexpr bool is_float(sample_type sample) {
+  return sample == sample_type::f32 || sample == sample_type::f16;
 }
 
 // The bits of a sample in a word of its own or in a group.
@@ -33,15 +40,20 @@ constexpr int bits_of(sample_type sample) {
     case sample_type::u16_low10:
     case sample_type::u32_3x10:
     case sample_type::u8_and_2:
+    case sample_type::stream_10:
       return 10;
     case sample_type::u16_low12:
+    case sample_type::stream_12:
       return 12;
     case sample_type::u16:
     case sample_type::f32:
+    case sample_type::f16:
       return 16;
   }
   return 0;
 }
+
+enum class byte_order { little_endian, big_endian };
 
 // Calls take(word) for each of the words, which blanks separate.
 template <class Take>
@@ -60,9 +72,13 @@ struct plane {
   int group_bytes = 0;
   int group_pixels = 0;
   sample_type sample = sample_type::u8;
-  std::string_view components{};  // the samples of a group in storage order: "Cb Y Cr Y"
-  int image_rows = 1;             // image rows to a row of the plane: 2 for the chroma of 4:2:0
-  int upper_bits = 0;             // of words that hold the sample in so many of their upper bits; 0 for all of them
+  // The samples of a group in storage order: "Cb Y Cr Y". Those of a little-endian word or stream begin at its lowest
+  // bit, those of a big-endian one at its highest.
+  std::string_view components{};
+  int image_rows = 1;  // image rows to a row of the plane: 2 for the chroma of 4:2:0
+  int upper_bits = 0;  // of words that hold the sample in so many of their upper bits; 0 for all of them
+  byte_order order = byte_order::little_endian;
+  int unused_low_bits = 0;  // of 32-bit words, below their samples
 
   // Calls take(component) for each of the components in their order.
   template <class Take>
@@ -71,6 +87,12 @@ struct plane {
   }
 
   constexpr int depth() const { return upper_bits != 0 ? upper_bits : bits_of(sample); }
+  // The most bits of samples that come back as they were: half floats have steps of 1/2048 below 1.
+  constexpr int exact_bits() const { return sample == sample_type::f16 ? 10 : depth(); }
+
+  // Whether each pixel is a word of 32 bits; beside its three samples alpha has two of them.
+  constexpr bool has_words_of_pixels() const { return sample == sample_type::u32_3x10 && group_pixels == 1; }
+  constexpr int depth_of_alpha() const { return has_words_of_pixels() ? 2 : depth(); }
 
   constexpr std::int64_t rows(int yres) const { return (std::int64_t{yres} + image_rows - 1) / image_rows; }
 
