@@ -35,6 +35,14 @@ std::string joined(const std::vector<std::string>& words) {
   return all;
 }
 
+// As code, those that blanks separate.
+std::vector<std::string> words_of(const char* text) {
+  std::istringstream in(text);
+  std::vector<std::string> words;
+  for (std::string word; in >> word;) words.push_back(code(word));
+  return words;
+}
+
 std::string counted(std::int64_t count, const std::string& what) {
   return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
@@ -142,6 +150,8 @@ std::string facts_of(const morvane_format_info& f) {
   name("FFmpeg", f.ffmpeg);
   name("GStreamer", f.gstreamer);
   name("V4L2", f.v4l2);
+  name("CoreVideo", f.apple);
+  row("also called", joined(words_of(f.also)));
   return table.str();
 }
 
@@ -175,9 +185,12 @@ std::string losses_of(const morvane_format_info& f) {
 
 std::string other_names(const morvane_format_info& f) {
   std::vector<std::string> names;
-  for (const std::string_view name : {f.fourcc, f.ffmpeg, f.gstreamer, f.v4l2})
-    if (!name.empty() && name != f.name && std::find(names.begin(), names.end(), code(name)) == names.end())
-      names.push_back(code(name));
+  const auto add = [&](const std::string& name) {
+    const bool is_new = std::find(names.begin(), names.end(), name) == names.end();
+    if (is_new && name != code("") && name != code(f.name)) names.push_back(name);
+  };
+  for (const std::string_view name : {f.fourcc, f.ffmpeg, f.gstreamer, f.v4l2, f.apple}) add(code(name));
+  for (const std::string& name : words_of(f.also)) add(name);
   return joined(names);
 }
 

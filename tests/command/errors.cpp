@@ -189,7 +189,7 @@ constexpr mistake wrong_arguments[] = {
     {"morvane pattern bats -f uyvy -s 8x4 out", 2, "unknown pattern bats; there are bars, ramp, zone and key"},
     {"morvane pattern bars -s 8x4 out", 2, "the format of out is missing; give it with -f"},
     {"morvane pattern bars -f uyvy out", 2, "the size of the pattern is missing; give it with -s WIDTHxHEIGHT"},
-    {"morvane pattern bars -f uyyv -s 8x4 out", 2, "unknown format uyyv; nearest: uyvy, yuy2, vuyx"},
+    {"morvane pattern bars -f quicktime -s 8x4 out", 2, "unknown format quicktime; 'morvane formats' lists them"},
     {"morvane pattern bars -f uyvy -s 0x4 out", 2, "size 0x4 is not WIDTHxHEIGHT in pixels, such as 1920x1080"},
     {"morvane pattern zone -f uyvy -s 8x4 --frames 0 out", 2, "--frames: 0 is not a number of 1 or more; see --help"},
     {"morvane pattern zone -s 8x4 --frames 2 out.png", 2, "out.png is a PNG, which holds one frame, and --frames is 2"},
