@@ -1,6 +1,7 @@
-// morvane_readme [--check] DIRECTORY: brings the generated sections of DIRECTORY/README.md up to date, or only sees
-// whether they are.
+// morvane_readme [--check] DIRECTORY: brings the generated sections of DIRECTORY/README.md and of docs/functions.md
+// there up to date, or only sees whether they are.
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "catalogue/conversions.h"
+#include "catalogue/formats.h"
 #include "section.h"
 
 namespace {
@@ -23,6 +25,12 @@ namespace fs = std::filesystem;
 std::string code(std::string_view text) {
   std::string result = "`";
   return result.append(text).append("`");
+}
+
+std::string lower_case(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return result;
 }
 
 void append_listed(std::string& list, const std::string& item) {
@@ -80,18 +88,54 @@ std::string fenced(std::string_view language, std::string_view text) {
   return result.append(language).append("\n").append(text).append("```\n");
 }
 
+// What a format is called elsewhere, each name once, however it is written.
+std::string names_elsewhere(const format& f) {
+  std::string names;
+  std::string seen = " " + lower_case(f.name) + " ";
+  const auto add = [&](std::string_view name) {
+    const std::string word = lower_case(name) + " ";
+    if (name.empty() || seen.find(" " + word) != std::string::npos) return;
+    seen += word;
+    append_listed(names, code(name));
+  };
+  add(f.ffmpeg);
+  add(f.fourcc);
+  add(f.gstreamer);
+  add(f.apple);
+  each_word(f.also, add);
+  return names;
+}
+
+std::string format_table() {
+  std::ostringstream table;
+  table << "| format | | elsewhere |\n|--------|-|-----------|\n";
+  for (const format& f : formats)
+    table << "| [" << code(f.name) << "](docs/formats/" << f.name << ".md) | " << f.description << " | "
+          << names_elsewhere(f) << " |\n";
+  return table.str();
+}
+
+struct section {
+  std::string name;
+  std::string content;
+};
+
+void renew(const fs::path& page, const std::vector<section>& sections, bool check) {
+  const std::string present = read(page);
+  std::string current = present;
+  for (const section& s : sections) current = replace_section(current, s.name, s.content);
+  if (current == present) return;
+  if (check) throw std::runtime_error(page.filename().string() + " is not current: run script/docs, which rewrites it");
+  write(page, current);
+}
+
 int run(const std::vector<std::string>& arguments) {
   const bool check = arguments.size() == 2 && arguments.front() == "--check";
   if (!check && arguments.size() != 1) throw std::runtime_error("usage: morvane_readme [--check] DIRECTORY");
   const fs::path directory = arguments.back();
-  const fs::path consumer = directory / "examples/consumer";
-
-  const std::string present = read(directory / "README.md");
-  std::string current = replace_section(present, "conversions", conversion_table());
-  current = replace_section(current, "example", fenced("cpp", read(consumer / "main.cpp")));
-  if (current == present) return EXIT_SUCCESS;
-  if (check) throw std::runtime_error("README.md is not current: run script/docs, which rewrites it");
-  write(directory / "README.md", current);
+  const std::string example = fenced("cpp", read(directory / "examples/consumer/main.cpp"));
+  renew(directory / "README.md", {{"example", example}, {"formats", format_table()}}, check);
+  renew(directory / "docs/functions.md", {{"conversions", conversion_table()}}, check);
   return EXIT_SUCCESS;
 }
 
