@@ -32,7 +32,7 @@ item_lines lines_of_items(const stored_plane& p, const component_lines& lines) {
 }
 
 // Calls run(items, lines) with both numbers as types: as many lines as items, or one less where the fourth has none.
-// There are no groups of three words.
+// Three words have kernels of their own.
 template <bool of_bytes, class Run>
 void with_numbers(const stored_plane& p, const item_lines& lines, const Run run) {
   using std::integral_constant, std::make_index_sequence;
