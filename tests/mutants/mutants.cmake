@@ -480,7 +480,7 @@ mutant(avx_taken_for_avx2
        TO [[__builtin_cpu_supports("avx")]]
        ROWS backends.*
        PROGRAM backends_test
-       PROCESSOR SandyBridge)
+       PROCESSOR IvyBridge)
 
 mutant(choice_of_the_first_backend_ignored
        FILE backend/choice.cpp

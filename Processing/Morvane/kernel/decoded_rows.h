@@ -164,13 +164,14 @@ struct two_planes : Samples {
   }
   // Of words, of the even and the odd pixels of a block.
   template <class V>
+  MORVANE_INLINE auto between(const uint8_t* near, const uint8_t* far, const int number) const {
+    return between_rows<V>(this->template block<V>(near, number), this->template block<V>(far, number));
+  }
+  template <class V>
   MORVANE_INLINE typename V::two_blocks of_words(const ptrdiff_t next, const uint8_t* near, const uint8_t* far,
                                                  const int number) const {
-    const auto between = [&](const ptrdiff_t at) {
-      return between_rows<V>(this->template block<V>(near + at, number), this->template block<V>(far + at, number));
-    };
-    const auto own = between(0);
-    return V::transpose2_words(own, V::average_up(own, between(next)));
+    const auto own = between<V>(near, far, number);
+    return V::transpose2_words(own, V::average_up(own, between<V>(near + next, far + next, number)));
   }
   template <class V>
   MORVANE_INLINE samples_of_pixels<V> pixels(const ptrdiff_t next, int, const uint8_t* luma, const uint8_t* near,
