@@ -57,7 +57,7 @@ bytes as_p216(const std::vector<std::uint16_t>& samples) {
 // FFmpeg's gbrp10le, and rgb48, of ten bits each.
 bytes as_planes_of_rgb(const std::vector<std::uint16_t>& samples, std::size_t pixels_of_plane) {
   bytes made;
-  for (const std::size_t plane : {1, 2, 0})
+  for (const std::size_t plane : {1U, 2U, 0U})
     for (std::size_t i = 0; i < pixels_of_plane; ++i) append(made, samples[3 * i + plane]);
   return made;
 }

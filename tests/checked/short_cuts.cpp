@@ -327,6 +327,29 @@ TEST(named_entry_points, touch_nothing_behind_rows) {
     EXPECT_EQ(made[i], i % 16 < 15 ? static_cast<std::uint8_t>(i) : 0xa5) << i;
 }
 
+// This one copies whole rows of chroma with what lies between them, where it is called for more than rows of a picture.
+TEST(named_entry_points, copy_nothing_between_rows) {
+  const description from = of("pa16", 6, 3), to = of("ya_uv_16", 6, 3);
+  const morvane_layout padded = lay_out(to, 32);
+  const plan p(from, to, {.via = "pa16::ya_uv"});
+  image tight(from), spread(from, 64), expected(to);
+  for (std::int32_t i = 0; i < 3; ++i)
+    for (std::int64_t byte = 0; byte < 3 * 12; ++byte) {
+      const morvane_plane_layout& in = tight.layout().planes[i];
+      const morvane_plane_layout& out = spread.layout().planes[i];
+      tight.data()[in.offset + byte] = spread.data()[out.offset + byte / 12 * out.stride + byte % 12] =
+          static_cast<std::uint8_t>(byte * 7 + i);
+    }
+  p.run(tight.picture(), expected.picture());
+  std::vector<std::uint8_t> made(static_cast<std::size_t>(padded.bytes) + 64, 0xa5);
+  p.run(spread.picture(), picture_in(made.data(), padded));
+  for (std::int64_t row = 0; row < 3; ++row) {
+    const std::uint8_t* chroma = made.data() + padded.planes[1].offset + padded.planes[1].stride * row;
+    EXPECT_TRUE(std::equal(chroma, chroma + 12, expected.data() + expected.layout().planes[1].offset + 12 * row));
+    EXPECT_EQ(std::count(chroma + 12, chroma + padded.planes[1].stride, 0xa5), padded.planes[1].stride - 12) << row;
+  }
+}
+
 // Threads of a plan.
 
 TEST(plans_with_threads, have_the_same_bytes) {

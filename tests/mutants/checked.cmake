@@ -166,7 +166,7 @@ mutant(short_cut_past_a_matrix
        FILE checked/short_cuts.cpp
        FROM [[  if (computes(w)) return;]]
        TO [[]]
-       ROWS short_cuts.*
+       ROWS named_entry_points.copy_nothing_between_rows
        PROGRAM checked_test)
 
 mutant(short_cut_of_half_a_group
@@ -181,7 +181,7 @@ mutant(short_cut_lost
        FROM [[    {"uyvy::yuy2"},
 ]]
        TO [[]]
-       ROWS short_cuts.*
+       ROWS named_entry_points.copy_nothing_between_rows
        PROGRAM checked_test)
 
 mutant(unused_bytes_copied
@@ -195,7 +195,7 @@ mutant(padding_copied_by_a_short_cut
        FILE checked/direct.cpp
        FROM [[if (!w.by->copies_padding.empty() && !is_tight(source, w.from)) return false;]]
        TO [[]]
-       ROWS short_cuts.*
+       ROWS named_entry_points.copy_nothing_between_rows
        PROGRAM checked_test)
 
 mutant(short_cut_between_two_rows_of_chroma
@@ -279,7 +279,7 @@ mutant(upper_chroma_of_the_first_piece
        FILE checked/rows.cpp
        FROM [[lines_.upper.from(way_.to.chroma_samples(piece_.first_column))]]
        TO [[lines_.upper]]
-       ROWS *of_wide_rows_are_as_the_rules_say/bgra
+       ROWS *of_wide_rows_are_as_the_rules_say/*
        PROGRAM checked_test)
 
 mutant(lines_too_short_for_the_longest_piece
