@@ -166,7 +166,7 @@ mutant(short_cut_past_a_matrix
        FILE checked/short_cuts.cpp
        FROM [[  if (computes(w)) return;]]
        TO [[]]
-       ROWS named_entry_points.copy_nothing_between_rows
+       ROWS short_cuts.*
        PROGRAM checked_test)
 
 mutant(short_cut_of_half_a_group
@@ -181,7 +181,7 @@ mutant(short_cut_lost
        FROM [[    {"uyvy::yuy2"},
 ]]
        TO [[]]
-       ROWS named_entry_points.copy_nothing_between_rows
+       ROWS short_cuts.*
        PROGRAM checked_test)
 
 mutant(unused_bytes_copied
@@ -332,9 +332,9 @@ mutant(last_pair_without_a_next_one
        PROGRAM checked_test)
 
 mutant(far_row_on_the_other_side
-       FILE checked/decoded.cpp
-       FROM [[row % 2 == 0 ? near - 1 : near + 1]]
-       TO [[row % 2 == 0 ? near + 1 : near - 1]]
+       FILE checked/shape.h
+       FROM [[row % 2 == 0 ? row / 2 - 1 : row / 2 + 1]]
+       TO [[row % 2 == 0 ? row / 2 + 1 : row / 2 - 1]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 

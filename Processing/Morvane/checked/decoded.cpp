@@ -63,12 +63,6 @@ bool filters_chroma(const way& w) {
   return w.how.filter == chroma_filter::linear;
 }
 
-size_t plane_with(const component c, const shape& s) {
-  size_t i = 0;
-  while (!s.planes[i].has(c)) ++i;
-  return i;
-}
-
 bool is_alone(const component c, const stored_plane& p) {
   return p.item_count == 1 && p.has(c);
 }
@@ -76,7 +70,7 @@ bool is_alone(const component c, const stored_plane& p) {
 // The planes of the source in the order of the rows that kernels read; none where there is more in a plane.
 plane_numbers planes_of_rows(const shape& s) {
   plane_numbers planes;
-  const size_t luma = plane_with(first, s), cb = plane_with(second, s), cr = plane_with(third, s);
+  const size_t luma = s.plane_with(first), cb = s.plane_with(second), cr = s.plane_with(third);
   planes.add(luma);
   if (luma == cb) return s.planes[luma].has(alpha) ? plane_numbers() : planes;
   if (!is_alone(first, s.planes[luma])) return {};
@@ -130,8 +124,7 @@ bool is_matrix_alone(const way& w) {
 decoder decoder_with(const size_t kernel, const way& w, const plane_numbers& planes) {
   const stored_plane& chroma = w.from.planes[planes[planes.size() - 1]];
   const bool exchanged = begins_with_cr(chroma);
-  decoder result = {kernel, planes, places_in(w.to.planes[0], exchanged), 65535, w.narrow_to};
-  result.kept = static_cast<uint16_t>(65535 << (16 - chroma.layout->depth()));
+  decoder result = {kernel, planes, places_in(w.to.planes[0], exchanged), kept_bits(chroma), w.narrow_to};
   if (!exchanged) return result;
   std::swap(result.coefficients.r_cr, result.coefficients.b_cb);
   std::swap(result.coefficients.g_cr, result.coefficients.g_cb);
@@ -149,8 +142,7 @@ source_rows rows_for(const way& w, const morvane_picture& source, const int row)
   source_rows rows{};
   rows[0] = at(planes[0], row);
   const int near = w.from.half_height ? row / 2 : row;
-  const int beside = std::clamp(row % 2 == 0 ? near - 1 : near + 1, 0, w.from.chroma_height() - 1);
-  const int far = w.from.half_height && filters_chroma(w) ? beside : near;
+  const int far = w.from.half_height && filters_chroma(w) ? w.from.chroma_row_beside(row) : near;
   for (size_t i = 1; i < planes.size(); ++i) {
     rows[2 * i - 1] = at(planes[i], near);
     rows[2 * i] = at(planes[i], far);

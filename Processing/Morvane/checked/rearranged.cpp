@@ -115,8 +115,7 @@ plane_numbers planes_read(const shape& from, const stored_plane& p) {
   for (const component c : {first, second, third, alpha}) {
     const component of = origin_of(c, from).source;
     if (!p.has(c) || of == unused) continue;
-    size_t plane = 0;
-    while (!from.planes[plane].has(of)) ++plane;
+    const size_t plane = from.plane_with(of);
     if (!planes.contains(plane)) planes.add(plane);
   }
   return planes;

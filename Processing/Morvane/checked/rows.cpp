@@ -156,11 +156,9 @@ class rows_of_way {
     return lines;
   }
   chroma_lines chroma_between_rows() {
-    const int nearest = piece_.row / 2;
-    const chroma_lines near = chroma_row(nearest);
+    const chroma_lines near = chroma_row(piece_.row / 2);
     if (way_.how.filter == chroma_filter::nearest) return near;
-    const int beside = piece_.row % 2 == 0 ? nearest - 1 : nearest + 1;
-    const chroma_lines far = chroma_row(std::clamp(beside, 0, way_.from.chroma_height() - 1));
+    const chroma_lines far = chroma_row(way_.from.chroma_row_beside(piece_.row));
     const int count = way_.from.chroma_samples(piece_.read);
     run<kernel::between_lines>(near.cb, far.cb, lines_.between.cb, count);
     run<kernel::between_lines>(near.cr, far.cr, lines_.between.cr, count);

@@ -1,6 +1,7 @@
 // What conversions need to know of a described picture, all of it from the catalogue.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -35,6 +36,16 @@ struct shape {
   }
   int chroma_samples(const int columns) const { return half_width ? columns - columns / 2 : columns; }
   int chroma_height() const { return half_height ? height - height / 2 : height; }
+  // Of 4:2:0: the row of chroma on the other side of a row of the image, or its own at the edge.
+  int chroma_row_beside(const int row) const {
+    return std::clamp(row % 2 == 0 ? row / 2 - 1 : row / 2 + 1, 0, chroma_height() - 1);
+  }
+
+  size_t plane_with(const component c) const {
+    size_t plane = 0;
+    while (!planes[plane].has(c)) ++plane;
+    return plane;
+  }
 };
 
 // Whether the largest sample of red, green, blue or luminance stands for 65535.

@@ -32,14 +32,12 @@ item_lines lines_of_items(const stored_plane& p, const component_lines& lines) {
 }
 
 // Calls run(items, lines) with both numbers as types: as many lines as items, or one less where the fourth has none.
-// Three words have kernels of their own.
-template <bool of_bytes, class Run>
+template <class Run>
 void with_numbers(const stored_plane& p, const item_lines& lines, const Run run) {
   using std::integral_constant, std::make_index_sequence;
   if (p.item_count == 1) return run(integral_constant<int, 1>(), make_index_sequence<1>());
   if (p.item_count == 2) return run(integral_constant<int, 2>(), make_index_sequence<2>());
-  if constexpr (of_bytes)
-    if (p.item_count == 3) return run(integral_constant<int, 3>(), make_index_sequence<3>());
+  if (p.item_count == 3) return run(integral_constant<int, 3>(), make_index_sequence<3>());
   if (lines[3] == nullptr) return run(integral_constant<int, 4>(), make_index_sequence<3>());
   run(integral_constant<int, 4>(), make_index_sequence<4>());
 }
@@ -49,9 +47,9 @@ using each = Line;
 
 // Reading.
 
-template <bool of_bytes, template <int, class...> class Split, class Set>
+template <template <int, class...> class Split, class Set>
 void split(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups, const Set set) {
-  with_numbers<of_bytes>(
+  with_numbers(
       p, to, [&]<int items, size_t... i>(std::integral_constant<int, items>, std::index_sequence<i...>) {
         Split<items, each<kernel::written_line, i>...> k{};
         set(k);
@@ -61,17 +59,13 @@ void split(const stored_plane& p, const uint8_t* row, const item_lines& to, cons
 
 void split_bytes(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups,
                  const bool fills_words) {
-  split<true, kernel::split_bytes>(p, row, to, groups, [&](auto& k) {
+  split<kernel::split_bytes>(p, row, to, groups, [&](auto& k) {
     for (size_t i = 0; i < std::size(k.repeated); ++i) k.repeated[i] = is_filled(p.items[i], fills_words) ? 255 : 0;
   });
 }
 
-uint16_t kept_bits(const stored_plane& p) {
-  return static_cast<uint16_t>(65535 << (16 - p.layout->depth()));
-}
-
 void split_words(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups) {
-  split<false, kernel::split_words>(p, row, to, groups, [&](auto& k) { k.kept = kept_bits(p); });
+  split<kernel::split_words>(p, row, to, groups, [&](auto& k) { k.kept = kept_bits(p); });
 }
 
 template <int bits>
@@ -83,9 +77,9 @@ void split_low(const stored_plane& p, const uint8_t* row, uint16_t* to, const in
 
 // Writing.
 
-template <bool of_bytes, template <int, class...> class Join, class Set>
+template <template <int, class...> class Join, class Set>
 void join(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups, const Set set) {
-  with_numbers<of_bytes>(
+  with_numbers(
       p, from, [&]<int items, size_t... i>(std::integral_constant<int, items>, std::index_sequence<i...>) {
         Join<items, each<kernel::read_line, i>...> k{};
         set(k);
@@ -94,15 +88,15 @@ void join(const stored_plane& p, const item_lines& from, uint8_t* row, const int
 }
 
 void join_bytes(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups, const bool fills_words) {
-  join<true, kernel::join_bytes>(p, from, row, groups, [&](auto& k) {
+  join<kernel::join_bytes>(p, from, row, groups, [&](auto& k) {
     for (size_t i = 0; i < std::size(k.by); ++i) k.by[i] = {is_filled(p.items[i], fills_words)};
   });
 }
 
 void join_words(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups) {
-  join<false, kernel::join_words>(p, from, row, groups, [&](auto& k) {
+  join<kernel::join_words>(p, from, row, groups, [&](auto& k) {
     k.kept = kept_bits(p);
-    k.half = static_cast<uint16_t>(static_cast<uint16_t>(~k.kept) / 2 + (k.kept == 65535 ? 0 : 1));
+    k.half = half_step(p);
   });
 }
 
@@ -170,6 +164,14 @@ bool is_filled(const component c, const bool fills_words) {
   return c == alpha || fills_words;
 }
 
+uint16_t kept_bits(const stored_plane& p) {
+  return static_cast<uint16_t>(65535 << (16 - p.layout->depth()));
+}
+
+uint16_t half_step(const stored_plane& p) {
+  return static_cast<uint16_t>((1 << (16 - p.layout->depth())) >> 1);
+}
+
 void read_row(const stored_plane& p, const uint8_t* row, const int width, const component_lines& lines,
               const bool fills_words) {
   component_lines to = lines;
@@ -184,7 +186,6 @@ void read_row(const stored_plane& p, const uint8_t* row, const int width, const 
       return split_bytes(p, row, items, groups, fills_words);
     case sample_type::u16:
       if (p.layout->group_pixels == 2 && p.has(first)) return split_deep_pairs(p, row, to, groups);
-      if (p.item_count == 3) return split_threes(p, row, items, groups);
       return split_words(p, row, items, groups);
     case sample_type::u16_low10:
       return split_low<10>(p, row, items[0], groups, fills_words);
@@ -218,7 +219,6 @@ void write_row(const stored_plane& p, uint8_t* row, const int width, const compo
       return join_bytes(p, items, row, groups, fills_words);
     case sample_type::u16:
       if (p.layout->group_pixels == 2 && p.has(first)) return join_deep_pairs(p, lines, row, groups);
-      if (p.item_count == 3) return join_threes(p, items, row, groups);
       return join_words(p, items, row, groups);
     case sample_type::u16_low10:
       return join_low<10>(p, items[0], row, groups, fills_words);

@@ -38,6 +38,10 @@ stored_plane stored(const catalogue::plane& p);
 // `fills_words`, of a source or of a destination.
 bool is_filled(component c, bool fills_words);
 
+// Of samples in the upper bits of words: those bits, and half a step of a sample, by which it is rounded.
+uint16_t kept_bits(const stored_plane& p);
+uint16_t half_step(const stored_plane& p);
+
 // Components without a line are left out. The line for what is unused is there, and overwritten.
 void read_row(const stored_plane& p, const uint8_t* row, int width, const component_lines& lines, bool fills_words);
 

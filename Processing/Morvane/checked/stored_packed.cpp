@@ -58,16 +58,6 @@ void join_three_tens(const stored_plane& p, const item_lines& from, uint8_t* row
   line_of<three>()(from[0], from[1], from[2], row, groups, joining<three>(p, from, fills_words));
 }
 
-// Samples in the upper bits of words.
-template <class Kernel>
-Kernel of_upper_bits(const stored_plane& p) {
-  const int depth = p.layout->depth();
-  Kernel k{};
-  k.kept = static_cast<uint16_t>(65535 << (16 - depth));
-  if constexpr (requires { k.half; }) k.half = static_cast<uint16_t>((1 << (16 - depth)) >> 1);
-  return k;
-}
-
 // Three samples of every pixel, and not four of every two.
 bool is_rgb_stream(const stored_plane& p) {
   return p.samples[first] == p.samples[second];
@@ -101,26 +91,21 @@ void join_tens(const stored_plane& p, const item_lines& from, uint8_t* row, cons
   join_three_tens<0>(p, lines, row, groups, fills_words);
 }
 
-void split_threes(const stored_plane& p, const uint8_t* row, const item_lines& to, const int groups) {
-  using three = kernel::split_three_words;
-  line_of<three>()(row, to[0], to[1], to[2], groups, of_upper_bits<three>(p));
-}
-
-void join_threes(const stored_plane& p, const item_lines& from, uint8_t* row, const int groups) {
-  using three = kernel::join_three_words;
-  line_of<three>()(from[0], from[1], from[2], row, groups, of_upper_bits<three>(p));
-}
-
 void split_deep_pairs(const stored_plane& p, const uint8_t* row, const component_lines& to, const int groups) {
   const auto& [y, cb, cr, a, rest] = to.of;
   using in_words = kernel::split_422<kernel::words_in_pairs>;
-  line_of<in_words>()(row, y, cb, cr, groups, of_upper_bits<in_words>(p));
+  in_words k{};
+  k.kept = kept_bits(p);
+  line_of<in_words>()(row, y, cb, cr, groups, k);
 }
 
 void join_deep_pairs(const stored_plane& p, const component_lines& from, uint8_t* row, const int groups) {
   const auto& [y, cb, cr, a, rest] = from.of;
   using in_words = kernel::join_422<kernel::words_in_pairs>;
-  line_of<in_words>()(y, cb, cr, row, groups, of_upper_bits<in_words>(p));
+  in_words k{};
+  k.kept = kept_bits(p);
+  k.half = half_step(p);
+  line_of<in_words>()(y, cb, cr, row, groups, k);
 }
 
 void split_stream(const stored_plane& p, const uint8_t* row, const component_lines& to, const int groups,

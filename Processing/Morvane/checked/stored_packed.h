@@ -9,10 +9,6 @@ namespace Processing::Morvane::checked {
 void split_tens(const stored_plane& p, const uint8_t* row, const item_lines& to, int groups, bool fills_words);
 void join_tens(const stored_plane& p, const item_lines& from, uint8_t* row, int groups, bool fills_words);
 
-// Three words a pixel.
-void split_threes(const stored_plane& p, const uint8_t* row, const item_lines& to, int groups);
-void join_threes(const stored_plane& p, const item_lines& from, uint8_t* row, int groups);
-
 // Streams of bits, and pairs of 4:2:2 in words.
 void split_stream(const stored_plane& p, const uint8_t* row, const component_lines& to, int groups, bool fills_words);
 void join_stream(const stored_plane& p, const component_lines& from, uint8_t* row, int groups, bool fills_words);
