@@ -379,6 +379,7 @@ mutant(samples_of_streams_not_put_together
        FROM [[_mm_setr_epi8(-1, 0, 2, 4, -1, -1, 8, 10, 12, -1, -1, -1, -1, -1, -1, -1)]]
        TO [[_mm_setr_epi8(-1, 0, 2, 4, -1, -1, 8, 10, 14, -1, -1, -1, -1, -1, -1, -1)]]
        ROWS *every_code.is_written/st2110_422_10
+       KERNELS lines_pairs_kernels
        PROGRAM checked_test
        BACKEND avx2)
 
@@ -401,6 +402,7 @@ mutant(half_floats_rounded_down_in_vectors
        FROM [[_mm256_cvtps_ph(v, _MM_FROUND_TO_NEAREST_INT)]]
        TO [[_mm256_cvtps_ph(v, _MM_FROUND_TO_ZERO)]]
        ROWS *every_code.is_written/rgbaf16
+       KERNELS lines_floats_kernels
        PROGRAM checked_test
        BACKEND avx2)
 
@@ -423,7 +425,8 @@ mutant(words_in_threes_exchanged
        FROM [[_mm256_permute2x128_si256(words_16, words_0, 0x30)]]
        TO [[_mm256_permute2x128_si256(words_16, words_0, 0x20)]]
        ROWS lines.*
-       TEST checked/kernels.cpp
+       KERNELS lines_stored_kernels
+       PROGRAM checked_test
        BACKEND avx2)
 
 mutant(two_bits_of_alpha_not_told

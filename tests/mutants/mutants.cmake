@@ -2,41 +2,47 @@
 # must report every one of them.
 #
 # mutant(name FILE file FROM text TO text ROWS filter [PROGRAM checker | TEST source] [BACKEND portable]
-# [PROCESSOR model]): in the library's `file`, `text` occurs exactly once and becomes the other. The program, or that of
-# the one test whose source is named and compiled with the mistake, then runs the rows that match the filter, on the
-# emulated processor that is named or on this one. Of the units of the backends, that of BACKEND alone is compiled once
-# more, so a mistake in a vector body needs one that has vectors.
+# [KERNELS list] [PROCESSOR model]): in the library's `file`, `text` occurs exactly once and becomes the other. The
+# program, or that of the one test whose source is named and compiled with the mistake, then runs the rows that match the
+# filter, on the emulated processor that is named or on this one. Of the units of the backends, that of BACKEND alone is
+# compiled once more, so a mistake in a vector body needs one that has vectors; and of its kernels only those of the file,
+# or of KERNELS where others are made of what is in it.
 
 # A control: nothing is wrong, so nothing may be reported.
 mutant(no_mistake
        FILE kernel/matrix.h
        FROM [[{298, 0, 409, -56865}]]
        TO [[{298, 0, 409, -56865}]]
-       ROWS *uyvy_*_601)
+       ROWS *uyvy_*_601
+       KERNELS video_to_rgb_kernels)
 
 mutant(wrong_red_of_601
        FILE kernel/matrix.h
        FROM [[{298, 0, 409, -56865}]]
        TO [[{298, 0, 410, -56865}]]
-       ROWS *uyvy_*_601)
+       ROWS *uyvy_*_601
+       KERNELS video_to_rgb_kernels)
 
 mutant(wrong_cr_of_709
        FILE kernel/matrix.h
        FROM [[{112, -102, -10}]]
        TO [[{112, -102, -11}]]
-       ROWS *rgbx*_uyvy)
+       ROWS *rgbx*_uyvy
+       KERNELS rgb_to_video_kernels)
 
 mutant(odd_pixel_not_dropped
        FILE kernel/units.h
        FROM [[last == last_unit::begun ? pixels - 1 : 0]]
        TO [[pixels - 1]]
-       ROWS *bgra*)
+       ROWS *bgra*
+       KERNELS video_to_rgb_kernels)
 
 mutant(one_vector_too_many
        FILE kernel/walk.h
        FROM [[if (units >= walk_of<V, Kernel>::step()) {]]
        TO [[if (units + 1 >= walk_of<V, Kernel>::step()) {]]
        ROWS *yuy2*
+       KERNELS planes_kernels
        BACKEND avx2)
 
 mutant(last_vector_left_out
@@ -44,6 +50,7 @@ mutant(last_vector_left_out
        FROM [[if (left > 0) line.finish(left);]]
        TO [[if (left > 1) line.finish(left);]]
        ROWS *bgra*
+       KERNELS video_to_rgb_kernels
        BACKEND avx2)
 
 mutant(half_of_the_alphas_ignored
@@ -87,6 +94,7 @@ mutant(last_unit_left_out_when_all_planes_are_aligned
   return walk_apart<typename vectors_for<V, Kernel>::type>(kernel, units > 8 && aligned ? units - 1 : units, planes...);
 }]]
        ROWS *yuy2*
+       KERNELS planes_kernels
        BACKEND avx2)
 
 mutant(lowest_bit_of_every_second_sample
@@ -94,6 +102,7 @@ mutant(lowest_bit_of_every_second_sample
        FROM [[return _mm256_srli_epi16(lifted, 8);]]
        TO [[return _mm256_and_si256(_mm256_srli_epi16(lifted, 8), _mm256_set1_epi32(0x00fe00ff));]]
        ROWS *v210*
+       KERNELS card_10_kernels
        BACKEND avx2)
 
 mutant(third_byte_of_444_written
@@ -101,6 +110,7 @@ mutant(third_byte_of_444_written
        FROM [[const __m256i odd_bytes = _mm256_set1_epi16(-256);]]
        TO [[const __m256i odd_bytes = _mm256_set1_epi32(-256);]]
        ROWS *ycbcra*
+       KERNELS full_chroma_kernels
        BACKEND avx2)
 
 mutant(constant_of_green_off_by_one
@@ -108,6 +118,7 @@ mutant(constant_of_green_off_by_one
        FROM [[constexpr int greatest = w.constant + 255 * w.y;]]
        TO [[constexpr int greatest = w.constant + 255 * w.y + 1;]]
        ROWS *uyvy_bgra_709*
+       KERNELS video_to_rgb_kernels
        BACKEND avx2)
 
 mutant(lower_row_writes_chroma
@@ -173,6 +184,7 @@ mutant(alpha_of_vectors_not_counted
 ]]
        TO [[]]
        ROWS *vuya_uyvy_a*
+       KERNELS full_chroma_kernels
        BACKEND avx2)
 
 mutant(cr_weighted_by_the_first_alpha
@@ -192,6 +204,7 @@ mutant(overlapping_planes_through_vectors
        FROM [[if (!Kernel::planes::apart(units, planes...)) {]]
        TO [[if (units == 0) {]]
        ROWS *plane_over_source*
+       KERNELS planes_kernels
        PROGRAM overlap_test
        BACKEND avx2)
 
@@ -200,6 +213,7 @@ mutant(only_source_and_first_plane_kept_apart
        FROM [[&& ...) && all_apart<bytes...>(units, planes...);]]
        TO [[&& ...);]]
        ROWS *planes_over_each_other*
+       KERNELS planes_kernels
        PROGRAM overlap_test
        BACKEND avx2)
 
@@ -257,6 +271,7 @@ mutant(chroma_of_vectors_over_black_by_its_own_alpha
        FROM [[V::load(cbcr), V::repeat_even_words(alpha)]]
        TO [[V::load(cbcr), alpha]]
        ROWS *pa16_yuyv_matrox_10
+       KERNELS card_10_kernels
        BACKEND avx2)
 
 mutant(own_lower_bits_of_cr
@@ -303,7 +318,8 @@ mutant(lower_bits_one_byte_late
        FILE kernel/group_10.h
        FROM [[group + upper_bytes + pair % pairs}]]
        TO [[group + upper_bytes + (pair + 1) % pairs}]]
-       ROWS *p216_yuyv_matrox_10)
+       ROWS *p216_yuyv_matrox_10
+       KERNELS card_10_kernels)
 
 mutant(part_of_a_group_left_out
        FILE kernel/walk.h
@@ -312,6 +328,7 @@ mutant(part_of_a_group_left_out
        TO [[    else
       by_rule(left - 1);]]
        ROWS *yuyv_matrox_10_uyvy
+       KERNELS card_10_kernels
        BACKEND avx2)
 
 mutant(black_without_its_last_pair
@@ -357,6 +374,7 @@ mutant(two_vectors_stored_in_the_wrong_order
        TO [[    store_item<plane>(plane == 2 ? second : first, ahead);
 ]]
        ROWS *yua_yva_matrox_10_pa16
+       KERNELS card_10_kernels
        BACKEND avx2)
 
 mutant(two_vectors_counted_as_one
@@ -364,6 +382,7 @@ mutant(two_vectors_counted_as_one
        FROM [[        advance(turn * step());]]
        TO [[        advance(step());]]
        ROWS *uyvy_y_uv_422
+       KERNELS planes_kernels
        BACKEND avx2)
 
 mutant(unsigned_products_of_negative_distances
@@ -371,6 +390,7 @@ mutant(unsigned_products_of_negative_distances
        FROM [[_mm256_andnot_si256(is_not_above, b))]]
        TO [[_mm256_setzero_si256())]]
        ROWS *pa16_p216
+       KERNELS words_kernels
        BACKEND avx2)
 
 mutant(black_itself_counts_as_above
@@ -378,6 +398,7 @@ mutant(black_itself_counts_as_above
        FROM [[subtract_words_where_above(x.v, first, R::add_words]]
        TO [[subtract_words_where_above(x.v, R::repeat_word(offset - 1), R::add_words]]
        ROWS *pa16_p216
+       KERNELS words_kernels
        BACKEND avx2)
 
 mutant(lower_bits_of_one_half_twice
@@ -385,6 +406,7 @@ mutant(lower_bits_of_one_half_twice
        FROM [[_mm_unpacklo_epi32(low_half(second_bytes), high_half(second_bytes))]]
        TO [[_mm_unpacklo_epi32(low_half(second_bytes), low_half(second_bytes))]]
        ROWS *p216_yuyv_matrox_10
+       KERNELS card_10_kernels
        BACKEND avx2)
 
 mutant(odd_words_stop_at_32767
@@ -392,6 +414,7 @@ mutant(odd_words_stop_at_32767
        FROM [[_mm256_packus_epi32(_mm256_srli_epi32(a.v, 16),]]
        TO [[_mm256_packs_epi32(_mm256_srli_epi32(a.v, 16),]]
        ROWS *bgra64*
+       KERNELS depth_kernels
        BACKEND avx2)
 
 mutant(yuy2_of_vectors_like_uyvy
@@ -407,6 +430,7 @@ mutant(third_channel_clamped_too_low
        FROM [[constexpr int white = static_cast<int>(0xff00ffff);]]
        TO [[constexpr int white = static_cast<int>(0xff00feff);]]
        ROWS *uyvy_bgra_709*
+       KERNELS video_to_rgb_kernels
        BACKEND avx512)
 
 mutant(weights_of_odd_pixels_for_even_ones
@@ -414,6 +438,7 @@ mutant(weights_of_odd_pixels_for_even_ones
        FROM [[static_cast<uint64_t>(packed(odd)) << 32 | packed(even)]]
        TO [[static_cast<uint64_t>(packed(odd)) << 32 | packed(odd)]]
        ROWS *rgbx_uyvy*
+       KERNELS rgb_to_video_kernels
        BACKEND avx512)
 
 mutant(alpha_of_the_pixels_before
@@ -421,6 +446,7 @@ mutant(alpha_of_the_pixels_before
        FROM [[i % 4 == 3 ? 64 + alpha + i / 4]]
        TO [[i % 4 == 3 ? 64 + i / 4]]
        ROWS *uyvy_a_ycbcra*
+       KERNELS full_chroma_kernels
        BACKEND avx512)
 
 mutant(second_group_read_at_the_first
@@ -428,6 +454,7 @@ mutant(second_group_read_at_the_first
        FROM [[load_256(p + group_bytes)]]
        TO [[load_256(p)]]
        ROWS *yuyv_matrox_10_p216*
+       KERNELS card_10_kernels
        BACKEND avx512)
 
 mutant(words_compared_as_signed_ones
@@ -435,6 +462,7 @@ mutant(words_compared_as_signed_ones
        FROM [[_mm512_cmpgt_epu16_mask(a, x)]]
        TO [[_mm512_cmpgt_epi16_mask(a, x)]]
        ROWS *pa16_p216
+       KERNELS words_kernels
        BACKEND avx512)
 
 mutant(rgba_map_that_is_bgra
@@ -545,6 +573,7 @@ mutant(vectors_of_a_line_counted_in_8_bits
        FROM [[for (size_t turns = units / (turn * step());]]
        TO [[for (auto turns = static_cast<uint8_t>(units / (turn * step()));]]
        ROWS *high_definition*uyvy_yuy2
+       KERNELS planes_kernels
        PROGRAM large_images_test
        BACKEND avx2)
 
@@ -638,7 +667,7 @@ mutant(ten_bits_rounded_beyond_their_limit
        FROM [[V::template shift_right_words<6>(V::add_words_to_limit(v, V::repeat(32)))]]
        TO [[V::template shift_right_words<6>(V::add_words(v, V::repeat(32)))]]
        ROWS lines.*
-       TEST checked/kernels.cpp
+       PROGRAM checked_test
        BACKEND avx2)
 
 mutant(rgb_below_black_not_clamped
@@ -646,7 +675,7 @@ mutant(rgb_below_black_not_clamped
        FROM [[V::subtract_words_to_zero(lifted, V::repeat(lift))]]
        TO [[V::subtract_words(lifted, V::repeat(lift))]]
        ROWS lines.*
-       TEST checked/kernels.cpp
+       PROGRAM checked_test
        BACKEND avx2)
 
 mutant(byte_above_its_limit
@@ -654,7 +683,7 @@ mutant(byte_above_its_limit
        FROM [[V::least_words(unlimited<V>(v), V::repeat(most))]]
        TO [[unlimited<V>(v)]]
        ROWS lines.*
-       TEST checked/kernels.cpp
+       PROGRAM checked_test
        BACKEND avx2)
 
 mutant(pixel_of_three_bytes_read_too_late
@@ -662,5 +691,6 @@ mutant(pixel_of_three_bytes_read_too_late
        FROM [[fours_of_threes<4>(p + 20, p + 32)]]
        TO [[fours_of_threes<4>(p + 20, p + 33)]]
        ROWS lines.*
-       TEST checked/kernels.cpp
+       KERNELS lines_stored_kernels
+       PROGRAM checked_test
        BACKEND avx2)

@@ -1,9 +1,10 @@
 # Builds a test program with one mistake in the library and expects it to fail; without a mistake, to pass.
 #
 # Variables: compilation (the file that says how the library is compiled), scratch, file, from and to (in the files
-# scratch.from and scratch.to), backend, rows, apple (the directory of the stand-in for vImage, where the code for Apple
-# systems is wanted), emulator (the command that runs the program on another processor), test (a source of the tests that
-# includes what is mistaken), objects (of the program, without the library and that test).
+# scratch.from and scratch.to), backend, kernels (their list, where the mistake is in no others), rows, apple (the
+# directory of the stand-in for vImage, where the code for Apple systems is wanted), emulator (the command that runs the
+# program on another processor), test (a source of the tests that includes what is mistaken), objects (of the program,
+# without the library and that test).
 cmake_minimum_required(VERSION 3.25)
 include(${compilation})
 include(${CMAKE_CURRENT_LIST_DIR}/compile.cmake)
@@ -35,10 +36,21 @@ function(is_concerned variable source)
   endif()
 endfunction()
 
+# A unit of one list of kernels. The linker takes each line function from the first object that has it, so this one comes
+# before the library's own unit with all kernels, which takes ten times as long to compile.
+if(kernels)
+  set(unit backend/${backend}_mistaken.cpp)
+  set(flags_of_${unit} ${flags_of_backend/${backend}.cpp})
+  configure_file(${CMAKE_CURRENT_LIST_DIR}/mistaken_unit.cpp.in ${scratch}/library/${unit} @ONLY)
+  object_of(mistaken ${scratch} ${unit})
+  compile(${scratch}/library ${unit} ${mistaken})
+  list(APPEND objects ${mistaken})
+endif()
+
 set(library_objects)
 foreach(source ${sources})
   is_concerned(concerned ${source})
-  if(concerned)
+  if(concerned AND NOT kernels AND NOT test)
     object_of(object ${scratch} ${source})
     compile(${scratch}/library ${source} ${object})
   else()

@@ -9,7 +9,7 @@
 namespace Processing::Morvane::backend {
 
 template <class V, class... Kernel>
-consteval line_table lines_for(kernel::kernel_list<Kernel...>) {
+consteval table_of<kernel::kernel_list<Kernel...>> lines_for(kernel::kernel_list<Kernel...>) {
   return {{&compiled<V, Kernel>::line}...};
 }
 
