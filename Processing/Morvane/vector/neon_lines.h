@@ -40,6 +40,12 @@ struct neon_lines : neon_blocks {
   MORVANE_INLINE static block average_down(const block a, const block b) {
     return block_of(vhaddq_u16(as_words(a.lo), as_words(b.lo)), vhaddq_u16(as_words(a.hi), as_words(b.hi)));
   }
+  MORVANE_INLINE static block average_bytes_up(const block a, const block b) {
+    return {vrhaddq_u8(a.lo, b.lo), vrhaddq_u8(a.hi, b.hi)};
+  }
+  MORVANE_INLINE static block average_bytes_down(const block a, const block b) {
+    return {vhaddq_u8(a.lo, b.lo), vhaddq_u8(a.hi, b.hi)};
+  }
   MORVANE_INLINE static block rounded_product(const block a, const block b) {
     return {vreinterpretq_u8_s16(vqrdmulhq_s16(signed_lanes(a.lo), signed_lanes(b.lo))),
             vreinterpretq_u8_s16(vqrdmulhq_s16(signed_lanes(a.hi), signed_lanes(b.hi)))};

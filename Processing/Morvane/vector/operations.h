@@ -80,6 +80,8 @@ concept has_blocks = requires(const uint8_t* source, typename V::block block, ty
   // x >> bits, x << bits and a + b of every 16-bit word, modulo 65536.
   { V::template shift_right_words<6>(block) } -> gives<typename V::block>;
   { V::template shift_left_words<6>(block) } -> gives<typename V::block>;
+  { V::shift_right_words(block, int{}) } -> gives<typename V::block>;
+  { V::shift_left_words(block, int{}) } -> gives<typename V::block>;
   { V::add_words(block, block) } -> gives<typename V::block>;
   // Words 0 0 2 2 4 4...
   { V::repeat_even_words(block) } -> gives<typename V::block>;
@@ -122,6 +124,9 @@ concept has_lines = requires(const uint8_t* source, typename V::block block, typ
   // (a + b + 1) >> 1 and (a + b) >> 1.
   { V::average_up(block, block) } -> gives<typename V::block>;
   { V::average_down(block, block) } -> gives<typename V::block>;
+  // The same of bytes.
+  { V::average_bytes_up(block, block) } -> gives<typename V::block>;
+  { V::average_bytes_down(block, block) } -> gives<typename V::block>;
   // (a * b + 16384) >> 15 of signed words, not both -32768.
   { V::rounded_product(block, block) } -> gives<typename V::block>;
   // Sums of 32 bits, which begin with a constant: plus x * a + y * b of signed words, and sum >> bits as signed words,
