@@ -76,7 +76,7 @@ template <class Sample, parts of_rows, int... written, int... one, int... two>
 struct resample<Sample, of_rows, of_planes<written...>, of_planes<one...>, of_planes<two...>>
     : line_kernel<resample<Sample, of_rows, of_planes<written...>, of_planes<one...>, of_planes<two...>>, from<one>...,
                   from<two>..., from<two>..., to<written>...> {
-  static constexpr bool bound_by_memory = false;
+  static constexpr bool bound_by_memory = sizeof...(written) == 1 && sizeof...(one) + sizeof...(two) == 1;
   static constexpr bool fills_registers = true;
   static constexpr int gathered = of_planes<one..., two...>::count;
   static constexpr bool has_luma = of_rows == parts::equal && sizeof...(two) == 1 && sizeof...(written) > 1;

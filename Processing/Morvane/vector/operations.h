@@ -169,6 +169,19 @@ concept has_tens = requires(const uint8_t* source, const uint8_t* line, typename
   requires can_be_stored<V, decltype(V::split_v210(block).cr)>;
   { V::load_for_v210(line, line, line) } -> gives<typename V::two_blocks>;
   { V::join_v210(two) } -> gives<typename V::block>;
+  // Groups of six pixels, as two blocks in an order of the backend's own: words of luma, and words of Cb and Cr in
+  // turn. From v210 and from big-endian groups of five bytes the samples lie in the upper ten bits, with nothing below;
+  // to these, in the lower ten. A block of such words is loaded from twelve bytes of each group and stored there, or
+  // from and to planes of Cb and Cr with six bytes each. No other bytes are read or written.
+  { V::sixes_of_v210(block) } -> gives<typename V::two_blocks>;
+  { V::v210_of_sixes(two) } -> gives<typename V::block>;
+  { V::sixes_of_fives(source) } -> gives<typename V::two_blocks>;
+  requires can_be_stored<V, decltype(V::fives_of_sixes(two))>;
+  { V::load_sixes(source) } -> gives<typename V::block>;
+  { V::load_sixes(source, source) } -> gives<typename V::block>;
+  requires can_be_stored<V, decltype(V::sixes(block))>;
+  requires can_be_stored<V, decltype(V::deinterleave_sixes(block).first)>;
+  requires can_be_stored<V, decltype(V::deinterleave_sixes(block).second)>;
   // Big-endian groups of four samples in five bytes, as words with the samples in the upper bits and nothing below, and
   // back.
   { V::load_tens_of_fives(source) } -> gives<typename V::block>;
