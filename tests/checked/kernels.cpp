@@ -104,6 +104,8 @@ Kernel with_members(const bool full) {
   }
   if constexpr (requires { k.from.kept; }) k.from.kept = 0xffc0;
   if constexpr (requires { k.places; }) k.places = places_in(Kernel::gathered, full);
+  if constexpr (requires { k.bits; }) k.bits = {full ? 0xffffffff : 0xffc0ffc0, 0x00ff00ff};
+  if constexpr (requires { k.up; }) std::tie(k.up, k.down) = full ? std::pair{6, 0} : std::pair{4, 6};
   return k;
 }
 

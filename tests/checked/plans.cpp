@@ -160,8 +160,24 @@ TEST(checked_plans, decode_without_lines) {
   EXPECT_FALSE(is_decoded("uyvy", "r_g_b", {}));
 }
 
+TEST(checked_plans, regroup_without_lines) {
+  const auto is_regrouped = [](const std::string& from, const std::string& to, const options& how) {
+    const plan p(of(from, 34, 4), of(to, 34, 4), how);
+    return p.scratch_bytes() == 0 && p.steps().back() == "write " + to;
+  };
+  for (const char* other : {"uyvy", "yuy2", "p210", "p216", "p010", "y_u_v_422_10u16", "st2110_422_10"})
+    for (const options& how : {options{}, options{.filter = filter::nearest, .siting = siting::center}}) {
+      EXPECT_TRUE(is_regrouped("v210", other, how)) << other;
+      EXPECT_TRUE(is_regrouped(other, "v210", how)) << other;
+    }
+  for (const char* other : {"uyvy_a", "yvyu", "y_uv_420", "y_u_v_420_10u16", "pa16", "yuyv_matrox_10"})
+    EXPECT_FALSE(is_regrouped("v210", other, {})) << other;
+  EXPECT_FALSE(is_regrouped("uyvy", "st2110_422_10", {}));
+}
+
 TEST(checked_plans, need_no_scratch_memory_without_lines) {
-  for (const auto& [from_name, to_name] : {std::pair{"uyvy", "bgra"}, {"bgra", "rgba"}, {"uyvy", "uyvy"}}) {
+  for (const auto& [from_name, to_name] :
+       {std::pair{"uyvy", "bgra"}, {"bgra", "rgba"}, {"uyvy", "uyvy"}, {"p010", "v210"}, {"v210", "p010"}}) {
     const description from = of(from_name, 34, 4), to = of(to_name, 34, 4);
     const plan p(from, to);
     EXPECT_EQ(p.scratch_bytes(), 0U) << from_name;

@@ -137,25 +137,30 @@ TEST(short_cuts, are_taken) {
   EXPECT_EQ(nearest.entry_points.size(), 30U);
   EXPECT_EQ(linear.copies, 101);
   EXPECT_EQ(nearest.copies, 101);
-  EXPECT_EQ(linear.rearranged, 787);
-  EXPECT_EQ(nearest.rearranged, 787 + 253);
+  EXPECT_EQ(linear.rearranged, 1320);
+  EXPECT_EQ(nearest.rearranged, 1543);
   EXPECT_TRUE(linear.entry_points.contains("uyvy::yuy2"));
 }
 
-// With the nearest filter alone rows of chroma are repeated and dropped, which moves bytes and computes nothing.
-TEST(short_cuts, repeat_and_drop_rows_of_chroma) {
+// With the nearest filter rows of chroma are repeated and dropped; with the linear one they are averaged, unless bytes
+// become words or words bytes.
+TEST(short_cuts, have_chroma_of_other_rows) {
   using texts = std::vector<std::string>;
   const std::pair<const char*, const char*> up[] = {
       {"y_u_v_420", "yuy2"}, {"y_uv_420", "uyvy"}, {"y_uv_420", "y_u_v_422"}, {"p010", "p216"}};
+  const auto keeps_bytes = [](const std::string_view from, const std::string_view to) {
+    return from != "uyvy" || to != "p010";
+  };
   const std::pair<const char*, const char*> down[] = {
       {"yuy2", "y_u_v_420"}, {"yuy2", "y_uv_420"}, {"y_uv_422", "y_u_v_420"}, {"uyvy", "p010"}};
-  const auto expect = [](const auto& pairs, const std::string& chroma) {
+  const auto expect = [&](const auto& pairs, const std::string& chroma) {
     for (const auto& [from_name, to_name] : pairs)
       for (const siting where : {siting::left, siting::center}) {
         const description from = of(from_name, 48, 5), to = of(to_name, 48, 5);
         const plan p(from, to, {.filter = filter::nearest, .siting = where});
         EXPECT_EQ(p.steps(), (texts{std::string("rearrange ") + from_name + " as " + to_name, chroma}));
-        EXPECT_FALSE(is_short_cut(step_of(from, to, {.siting = where}))) << from_name << " to " << to_name;
+        EXPECT_EQ(is_short_cut(step_of(from, to, {.siting = where})), keeps_bytes(from_name, to_name))
+            << from_name << " to " << to_name;
       }
   };
   expect(up, "chroma 4:2:0 to 4:2:2");
@@ -185,8 +190,21 @@ TEST(short_cuts, round_words) {
   for (const auto& [from, to] :
        {std::pair{"y16", "y"}, {"p216", "y_uv_422"}, {"p010", "y_u_v_420"}, {"y16", "p010"}, {"pa16", "y_uv_422"}})
     EXPECT_EQ(step_of(of(from, 48, 5), of(to, 48, 5), {}), std::string("rearrange ") + from + " as " + to);
-  for (const auto& [from, to] :
-       {std::pair{"alpha_u16", "alpha"}, {"ya_uv_16", "ya_uv"}, {"y_10u16", "y"}, {"bgra64", "bgra"}})
+  for (const auto& [from, to] : {std::pair{"alpha_u16", "alpha"}, {"ya_uv_16", "ya_uv"}, {"bgra64", "bgra"}})
+    EXPECT_FALSE(is_short_cut(step_of(of(from, 48, 5), of(to, 48, 5), {}))) << from << " to " << to;
+}
+
+// Samples in the lower bits of words, where all words of a row are moved alike.
+TEST(short_cuts, move_words) {
+  for (const auto& [from, to] : {std::pair{"y_u_v_420_10u16", "p010"},
+                                 {"p010", "y_u_v_420_10u16"},
+                                 {"p216", "y_u_v_422_12u16"},
+                                 {"y_u_v_422_10u16", "y_u_v_422_12u16"},
+                                 {"y_10u16", "y"},
+                                 {"y", "y_10u16"},
+                                 {"y_u_v_420", "y_u_v_420_10u16"}})
+    EXPECT_EQ(step_of(of(from, 48, 5), of(to, 48, 5), {}), std::string("rearrange ") + from + " as " + to);
+  for (const auto& [from, to] : {std::pair{"y_u_v_a_422_10u16", "pa16"}, {"y_u_v_420_12u16", "p216"}})
     EXPECT_FALSE(is_short_cut(step_of(of(from, 48, 5), of(to, 48, 5), {}))) << from << " to " << to;
 }
 

@@ -305,8 +305,8 @@ mutant(unused_bits_of_words_rearranged_too
 
 mutant(samples_behind_the_last_unit_left_out
        FILE checked/rearranged.cpp
-       FROM [[  if (rest != 0) rearrange_rest]]
-       TO [[  if (false) rearrange_rest]]
+       FROM [[  if (rest == 0) return;]]
+       TO [[  return;]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
@@ -319,8 +319,8 @@ mutant(part_of_a_period_rearranged
 
 mutant(rows_of_another_sampling_rearranged
        FILE checked/rearranged.cpp
-       FROM [[(of.image_rows == p.image_rows || nearest_)]]
-       TO [[(of.image_rows > 0 || nearest_)]]
+       FROM [[return of.image_rows != p.image_rows && !nearest_;]]
+       TO [[return of.image_rows == 0 && p.image_rows == 0 && !nearest_;]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
@@ -347,7 +347,7 @@ mutant(decoder_that_no_plan_takes
 
 mutant(words_cut_instead_of_rounded
        FILE checked/rearranged.cpp
-       FROM [[to.depth() < from.depth() ? 1 << (15 - to.depth()) : 0]]
+       FROM [[to.depth() < from.depth() ? half_of(to) : 0]]
        TO [[0 * (from.depth() + to.depth())]]
        ROWS *are_as_the_rules_say/p216
        PROGRAM checked_test)
@@ -479,3 +479,111 @@ mutant(little_endian_names_not_without_their_end
        TO [[ffmpeg.ends_with("LE")]]
        ROWS formats_called.are_found_by_the_names_that_people_use
        PROGRAM checked_test)
+
+mutant(luma_beside_chroma_averaged_too
+       FILE checked/rearranged.cpp
+       FROM [[if (b.kept != 0 && !b.is_average) result_.bits]]
+       TO [[if (b.kept != 0 && false) result_.bits]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(chroma_of_the_upper_row_alone
+       FILE checked/rearranged.cpp
+       FROM [[const int far = is_half ? 2 * from.chroma_row_beside(row) : std::min(row + 1, from.height - 1);]]
+       TO [[const int far = is_half ? 2 * from.chroma_row_beside(row) : row;]]
+       ROWS *are_as_the_rules_say/y_uv_422
+       PROGRAM checked_test)
+
+mutant(averages_of_words_with_unused_bits
+       FILE checked/rearranged.cpp
+       FROM [[result_.bits.read = static_cast<uint32_t>(stored_as(p, 65535)) * 0x10001;]]
+       TO [[result_.bits.read = static_cast<uint32_t>(stored_as(p, 65535)) * 0 - 1;]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(averages_of_words_cut_instead_of_rounded
+       FILE checked/rearranged.cpp
+       FROM [[is_average_at_top ? half_of(*to.layout) : rounded_by(p, *to.layout)]]
+       TO [[rounded_by(p, *to.layout)]]
+       ROWS *are_as_the_rules_say/p210
+       PROGRAM checked_test)
+
+mutant(words_not_moved_down
+       FILE checked/rearranged.cpp
+       FROM [[const int down = moves ? low_bits_above(p) : 0;]]
+       TO [[const int down = moves ? 0 * low_bits_above(p) : 0;]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(full_words_of_other_depth_moved
+       FILE checked/rearranged.cpp
+       FROM [[if (fills && moves() && p.depth() != to.layout->depth()) return false;]]
+       TO [[if (false) return false;]]
+       ROWS *are_as_the_rules_say/y_u_v_a_422_10u16
+       PROGRAM checked_test)
+
+mutant(three_parts_rounded_up_twice
+       FILE kernel/resampled_rows.h
+       FROM [[V::average_bytes_up(near, V::average_bytes_down(near, far))]]
+       TO [[V::average_bytes_up(near, V::average_bytes_up(near, far))]]
+       ROWS lines.are_as_their_rules_say_on_every_backend
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(three_parts_of_the_far_row
+       FILE kernel/resampled_rows.h
+       FROM [[of_rows == parts::equal ? average_up(a, b) : nearer_to_first(a, b)]]
+       TO [[of_rows == parts::equal ? average_up(a, b) : nearer_to_first(b, a)]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(regrouping_without_the_rest
+       FILE checked/regrouped.cpp
+       FROM [[if (w.from.width % pixels_of_unit != 0)]]
+       TO [[if (false)]]
+       ROWS *are_as_the_rules_say/v210
+       PROGRAM checked_test)
+
+mutant(regrouping_that_no_plan_takes
+       FILE checked/regrouped.cpp
+       FROM [[  if (computes(w)) return {};]]
+       TO [[  if (!computes(w)) return {};]]
+       ROWS checked_plans.regroup_without_lines
+       PROGRAM checked_test)
+
+mutant(rest_with_the_near_row_of_chroma_alone
+       FILE checked/regrouped.cpp
+       FROM [[read(row, chroma, row_of_chroma(row, true));]]
+       TO [[read(row, chroma, row_of_chroma(row, false));]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(groups_with_the_near_row_of_chroma_alone
+       FILE checked/regrouped.cpp
+       FROM [[is_nearest ? row : 2 * w.from.chroma_row_beside(row))]]
+       TO [[is_nearest ? row : row)]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(second_of_five_bytes_without_luma
+       FILE kernel/regrouped_rows.h
+       FROM [[(cb & 0xff) | y0 >> 10]]
+       TO [[(cb & 0xff) | y0 >> 11]]
+       ROWS *are_as_the_rules_say/v210
+       PROGRAM checked_test)
+
+mutant(second_group_of_chroma_at_another_place
+       FILE vector/avx2_sixes.h
+       FROM [[_mm_srli_si128(load_64(cr + 4), 2)]]
+       TO [[_mm_srli_si128(load_64(cr + 4), 0)]]
+       ROWS lines.are_as_their_rules_say_on_every_backend
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(second_group_of_six_words_with_a_gap
+       FILE vector/avx2_sixes.h
+       FROM [[_mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7)]]
+       TO [[_mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7)]]
+       ROWS lines.are_as_their_rules_say_on_every_backend
+       PROGRAM checked_test
+       BACKEND avx2)

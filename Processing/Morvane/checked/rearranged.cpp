@@ -20,30 +20,73 @@ using catalogue::sample_type;
 using source_rows = std::array<const uint8_t*, 3>;
 using destination_rows = std::array<uint8_t*, 3>;
 
-struct kernel_entry {
-  std::array<int, 3> written{};  // bytes of a unit in each plane
-  std::array<int, 3> read{};
-  void (*run)(const source_rows& from, const destination_rows& to, int units,
-              const kernel::byte_places& places) = nullptr;
+// What a kernel does beside arranging bytes. Averages are of bytes or of words.
+enum class deed { nothing_else, moving_words, averaging_bytes, averaging_words };
+
+struct kernel_kind {
+  deed beside = deed::nothing_else;
+  kernel::parts of_rows = kernel::parts::equal;
+
+  constexpr bool operator==(const kernel_kind&) const = default;
 };
 
-template <class Kernel, size_t... s, size_t... d>
-void run(const source_rows& from, std::index_sequence<s...>, const destination_rows& to, std::index_sequence<d...>,
-         const int units, const kernel::byte_places& places) {
+// Of planes that are read in two rows, there is a far one beside the near one.
+struct read_rows {
+  source_rows near{};
+  source_rows far{};
+};
+
+struct kernel_entry {
+  kernel_kind kind;
+  std::array<int, 3> written{};  // bytes of a unit in each plane
+  std::array<int, 3> read{};
+  size_t read_in_one_row = 0;  // these planes come first
+  void (*run)(const read_rows& from, const destination_rows& to, int units, const rearrangement& by) = nullptr;
+};
+
+template <class Kernel, size_t... s, size_t... far, size_t... d>
+void run(const read_rows& from, std::index_sequence<s...>, std::index_sequence<far...>, const destination_rows& to,
+         std::index_sequence<d...>, const int units, const rearrangement& by) {
   Kernel k{};
-  k.places = places;
-  backend::line_of<Kernel>()(from[s]..., to[d]..., units, k);
+  k.places = by.places;
+  if constexpr (requires { k.bits; }) k.bits = by.bits;
+  if constexpr (requires { k.up; }) {
+    k.up = by.up;
+    k.down = by.down;
+  }
+  constexpr size_t in_one_row = sizeof...(s) - sizeof...(far);
+  backend::line_of<Kernel>()(from.near[s]..., from.far[in_one_row + far]..., to[d]..., units, k);
+}
+template <class Kernel, size_t sources, size_t in_two_rows, size_t destinations>
+void run_kernel(const read_rows& from, const destination_rows& to, const int units, const rearrangement& by) {
+  run<Kernel>(from, std::make_index_sequence<sources>(), std::make_index_sequence<in_two_rows>(), to,
+              std::make_index_sequence<destinations>(), units, by);
 }
 
 template <int... written, int... read>
 constexpr kernel_entry entry_of(kernel::rearrange<kernel::of_planes<written...>, kernel::of_planes<read...>>) {
-  return {{written...},
+  using k = kernel::rearrange<kernel::of_planes<written...>, kernel::of_planes<read...>>;
+  return {{}, {written...}, {read...}, sizeof...(read), run_kernel<k, sizeof...(read), 0, sizeof...(written)>};
+}
+template <int... written, int... read>
+constexpr kernel_entry entry_of(kernel::rearrange_moved<kernel::of_planes<written...>, kernel::of_planes<read...>>) {
+  using k = kernel::rearrange_moved<kernel::of_planes<written...>, kernel::of_planes<read...>>;
+  return {{deed::moving_words},
+          {written...},
           {read...},
-          [](const source_rows& from, const destination_rows& to, const int units, const kernel::byte_places& places) {
-            using rearrange = kernel::rearrange<kernel::of_planes<written...>, kernel::of_planes<read...>>;
-            run<rearrange>(from, std::make_index_sequence<sizeof...(read)>(), to,
-                           std::make_index_sequence<sizeof...(written)>(), units, places);
-          }};
+          sizeof...(read),
+          run_kernel<k, sizeof...(read), 0, sizeof...(written)>};
+}
+template <class Sample, kernel::parts of_rows, int... written, int... one, int... two>
+constexpr kernel_entry entry_of(kernel::resample<Sample, of_rows, kernel::of_planes<written...>,
+                                                 kernel::of_planes<one...>, kernel::of_planes<two...>>) {
+  using k = kernel::resample<Sample, of_rows, kernel::of_planes<written...>, kernel::of_planes<one...>,
+                             kernel::of_planes<two...>>;
+  return {{sizeof(Sample) == 1 ? deed::averaging_bytes : deed::averaging_words, of_rows},
+          {written...},
+          {one..., two...},
+          sizeof...(one),
+          run_kernel<k, sizeof...(one) + sizeof...(two), sizeof...(two), sizeof...(written)>};
 }
 
 template <class... Kernel>
@@ -51,7 +94,7 @@ constexpr auto entries_of(kernel::kernel_list<Kernel...>) {
   return std::array{entry_of(Kernel())...};
 }
 
-constexpr auto kernels = entries_of(kernel::rearrange_kernels());
+constexpr auto kernels = entries_of(kernel::joined_lists<kernel::rearrange_kernels, kernel::resample_kernels>::type());
 
 // Samples of planes.
 
@@ -63,20 +106,22 @@ int bytes_of_sample(const catalogue::plane& p) {
   return p.sample == sample_type::u8 ? 1 : 2;
 }
 
-// How a working sample is stored that needs no rounding.
-int stored_as(const catalogue::plane& p, const int sample) {
-  const int rest = 16 - p.depth();
-  return p.sample == sample_type::u16 ? sample >> rest << rest : sample >> rest;
+// Samples in the lower bits of words are moved, unless they lie there in both pictures.
+bool moves_words(const catalogue::plane& from, const catalogue::plane& to) {
+  return from.sample != to.sample && (low_bits(from.sample) != 0 || low_bits(to.sample) != 0);
 }
 
-// Samples in the lower bits of words would have to be shifted.
-bool keeps_upper_bits(const catalogue::plane& from, const catalogue::plane& to) {
-  return from.sample == to.sample || (low_bits(from.sample) == 0 && low_bits(to.sample) == 0);
+// Averages are of samples of one kind.
+bool can_average(const catalogue::plane& from, const catalogue::plane& to) {
+  return from.sample == to.sample;
 }
 
 // Half a step of a sample of fewer bits.
+int half_of(const catalogue::plane& p) {
+  return p.depth() < 16 ? 1 << (15 - p.depth()) : 0;
+}
 int rounded_by(const catalogue::plane& from, const catalogue::plane& to) {
-  return to.depth() < from.depth() ? 1 << (15 - to.depth()) : 0;
+  return to.depth() < from.depth() ? half_of(to) : 0;
 }
 
 int bytes_in(const stored_plane& p, const int pixels) {
@@ -138,6 +183,7 @@ struct byte_of_period {
   int kept = 0;
   int set = 0;
   int rounded_by = 0;
+  bool is_average = false;
 };
 
 // A period is as many pixels as have whole groups in all planes concerned.
@@ -148,7 +194,7 @@ class search {
     result_.written = planes;
   }
   std::optional<rearrangement> find() {
-    if (find_read_planes() && find_period() && find_bytes() && find_kernel()) return result_;
+    if (find_read_planes() && find_moves() && find_period() && find_bytes() && find_kernel()) return result_;
     return {};
   }
 
@@ -157,6 +203,7 @@ class search {
   const shape& to_;
   const bool nearest_;
   rearrangement result_;
+  kernel_kind kind_;
   int pixels_ = 0;                // of a period
   few<byte_of_period, 4> bytes_;  // more of them no kernel writes
 
@@ -168,8 +215,19 @@ class search {
     return i;
   }
 
+  bool averages(const catalogue::plane& p, const catalogue::plane& of) const {
+    return of.image_rows != p.image_rows && !nearest_;
+  }
   bool can_make(const catalogue::plane& p, const catalogue::plane& of) const {
-    return has_whole_bytes(of) && (of.image_rows == p.image_rows || nearest_) && keeps_upper_bits(of, p);
+    return has_whole_bytes(of) && (!averages(p, of) || can_average(of, p));
+  }
+  void add_read(const size_t i, const catalogue::plane& p) {
+    const catalogue::plane& of = *from_.planes[i].layout;
+    if (!result_.read.contains(i)) result_.read.add(i);
+    if (!averages(p, of)) return;
+    kind_ = {of.sample == sample_type::u8 ? deed::averaging_bytes : deed::averaging_words,
+             of.image_rows < p.image_rows ? kernel::parts::equal : kernel::parts::three_to_one};
+    if (!result_.read_in_two_rows.contains(i)) result_.read_in_two_rows.add(i);
   }
   bool find_read_planes() {
     for (const size_t plane : result_.written) {
@@ -177,11 +235,34 @@ class search {
       if (!is_full(p, to_) || !has_whole_bytes(*p.layout)) return false;
       for (const size_t i : planes_read(from_, p)) {
         if (!can_make(*p.layout, *from_.planes[i].layout)) return false;
-        if (!result_.read.contains(i)) result_.read.add(i);
+        add_read(i, *p.layout);
       }
     }
     return true;
   }
+  // Words are moved all alike.
+  bool find_moves() {
+    bool is_alike = true;
+    bool is_first = true;
+    for (const size_t plane : result_.written)
+      for (const size_t i : result_.read) {
+        const catalogue::plane& p = *to_.planes[plane].layout;
+        const catalogue::plane& of = *from_.planes[i].layout;
+        const bool moves = moves_words(of, p);
+        const int up = moves ? low_bits_above(of) : 0;
+        const int down = moves ? low_bits_above(p) : 0;
+        is_alike = is_alike && (is_first || (up == result_.up && down == result_.down));
+        result_.up = up;
+        result_.down = down;
+        is_first = false;
+      }
+    if (!moves()) return true;
+    const bool is_moved_alone = kind_.beside == deed::nothing_else;
+    kind_.beside = deed::moving_words;
+    return is_alike && is_moved_alone;
+  }
+  static int low_bits_above(const catalogue::plane& p) { return low_bits(p.sample) != 0 ? 16 - low_bits(p.sample) : 0; }
+  bool moves() const { return result_.up != 0 || result_.down != 0; }
 
   template <class Take>
   void each_plane(const Take take) const {
@@ -213,6 +294,12 @@ class search {
     bytes_.add(b);
     return true;
   }
+  // How a working sample is stored that needs no rounding; of words that are moved, before they are moved down.
+  int stored_as(const catalogue::plane& p, const int sample) const {
+    const int rest = 16 - p.depth();
+    return p.sample == sample_type::u16 || (moves() && p.sample != sample_type::u8) ? sample >> rest << rest
+                                                                                    : sample >> rest;
+  }
   bool add_constant(const catalogue::plane& to, const int sample) {
     const int value = stored_as(to, sample);
     for (int i = 0; i < bytes_of_sample(to); ++i)
@@ -225,17 +312,22 @@ class search {
     const component of = origin_of(c, from_).source;
     const size_t i = read_with(of);
     const catalogue::plane& p = *read(i).layout;
-    const int half = rounded_by(p, *to.layout);
+    const bool is_average = averages(*to.layout, p);
+    const bool is_average_at_top = is_average && p.sample == sample_type::u16;
+    const int half = is_average_at_top ? half_of(*to.layout) : rounded_by(p, *to.layout);
     const bool widens = bytes_of_sample(p) < bytes_of_sample(*to.layout);
     const bool narrows = bytes_of_sample(p) > bytes_of_sample(*to.layout);
     const bool fills = is_filled(of, fills_words(from_));
     if (samples_in(read(i), of, pixels_) != samples_in(to, c, pixels_)) return false;
     if (fills && (half != 0 || (widens && to.layout->depth() < 16))) return false;
+    if (fills && moves() && p.depth() != to.layout->depth()) return false;
     const int place = place_of(read(i), of, index) + (narrows ? 1 : 0);
-    const int read_bits = narrows || (widens && fills) ? 65535 : widens ? 0xff00 : stored_as(p, 65535);
+    const bool uses_all = narrows || (widens && fills) || is_average_at_top;
+    const int read_bits = uses_all ? 65535 : widens ? 0xff00 : stored_as(p, 65535);
     const int kept = stored_as(*to.layout, 65535) & read_bits;
+    if (is_average && bytes_of_sample(p) == 2) result_.bits.read = static_cast<uint32_t>(stored_as(p, 65535)) * 0x10001;
     for (int k = 0; k < bytes_of_sample(*to.layout); ++k)
-      if (!add({i, widens ? place : place + k, kept >> 8 * k & 255, 0, half})) return false;
+      if (!add({i, widens ? place : place + k, kept >> 8 * k & 255, 0, half, is_average})) return false;
     return true;
   }
   bool find_bytes(const stored_plane& to) {
@@ -259,11 +351,17 @@ class search {
         return false;
     return planes.size() <= bytes.size();
   }
+  // Planes that are read in two rows come behind the others.
+  bool reads_as(const kernel_entry& k) const {
+    for (size_t i = 0; i < result_.read.size(); ++i)
+      if (result_.read_in_two_rows.contains(result_.read[i]) != (i >= k.read_in_one_row)) return false;
+    return k.kind == kind_ && is_as(k.read, result_.read, from_);
+  }
   bool find_kernel() {
     for (result_.periods_of_unit = 1; result_.periods_of_unit <= 4; ++result_.periods_of_unit)
       for (result_.kernel = 0; result_.kernel < kernels.size(); ++result_.kernel) {
         const kernel_entry& k = kernels[result_.kernel];
-        if (!is_as(k.written, result_.written, to_) || !is_as(k.read, result_.read, from_)) continue;
+        if (!is_as(k.written, result_.written, to_) || !reads_as(k)) continue;
         set_places();
         return true;
       }
@@ -288,6 +386,7 @@ class search {
     result_.places.kept |= static_cast<uint32_t>(b.kept) << 8 * i;
     result_.places.set |= static_cast<uint32_t>(b.set) << 8 * i;
     result_.places.added |= static_cast<uint32_t>(b.rounded_by) << 8 * (place & 2);
+    if (b.kept != 0 && !b.is_average) result_.bits.near_alone |= uint32_t{255} << 8 * place;
   }
 };
 
@@ -297,6 +396,18 @@ Rows rows_of(const morvane_picture& picture, const shape& s, const plane_numbers
   for (size_t i = 0; i < planes.size(); ++i) rows[i] = row_of(picture, s, planes[i], row);
   return rows;
 }
+
+// What is read for a row of the image. Rows of the source that become a row of half as many are the next to each other.
+read_rows rows_read(const rearrangement& by, const shape& from, const morvane_picture& source, const int row) {
+  read_rows rows = {rows_of<source_rows>(source, from, by.read, row)};
+  for (size_t i = 0; i < by.read.size(); ++i) {
+    if (!by.read_in_two_rows.contains(by.read[i])) continue;
+    const bool is_half = from.planes[by.read[i]].layout->image_rows == 2;
+    const int far = is_half ? 2 * from.chroma_row_beside(row) : std::min(row + 1, from.height - 1);
+    rows.far[i] = row_of(source, from, by.read[i], far);
+  }
+  return rows;
+}
 template <class Rows>
 Rows units_on(Rows rows, const std::array<int, 3>& bytes, const int units) {
   for (size_t i = 0; i < rows.size(); ++i)
@@ -304,13 +415,27 @@ Rows units_on(Rows rows, const std::array<int, 3>& bytes, const int units) {
   return rows;
 }
 
+// A unit that has as much of each row as there is.
+class unit_of_rows {
+ public:
+  unit_of_rows(const source_rows& rows, const std::array<int, 3>& bytes) {
+    for (size_t i = 0; i < rows.size(); ++i)
+      if (rows[i] != nullptr) std::copy_n(rows[i], bytes[i], bytes_[i]);
+  }
+  source_rows rows() const { return {bytes_[0], bytes_[1], bytes_[2]}; }
+
+ private:
+  uint8_t bytes_[3][4] = {};
+};
+
 // Periods behind the last whole unit pass through a unit of their own.
-void rearrange_rest(const rearrangement& by, const int rest, const source_rows& from, const destination_rows& to) {
+void rearrange_rest(const rearrangement& by, const int rest, const read_rows& from, const destination_rows& to) {
   const kernel_entry& k = kernels[by.kernel];
-  uint8_t gathered[3][4] = {};
+  std::array<int, 3> bytes = k.read;
+  for (int& b : bytes) b = b * rest / by.periods_of_unit;
+  const unit_of_rows near(from.near, bytes), far(from.far, bytes);
   uint8_t made[3][4];
-  for (size_t i = 0; i < by.read.size(); ++i) std::copy_n(from[i], k.read[i] * rest / by.periods_of_unit, gathered[i]);
-  k.run({gathered[0], gathered[1], gathered[2]}, {made[0], made[1], made[2]}, 1, by.places);
+  k.run({near.rows(), far.rows()}, {made[0], made[1], made[2]}, 1, by);
   for (size_t i = 0; i < by.written.size(); ++i) std::copy_n(made[i], k.written[i] * rest / by.periods_of_unit, to[i]);
 }
 
@@ -356,12 +481,14 @@ void rearrange_row(const rearrangement& by, const shape& from, const morvane_pic
                    const morvane_picture& destination, const int row) {
   if (!(row % 2 == 0 ? by.of_upper_rows : by.of_lower_rows)) return;
   const kernel_entry& k = kernels[by.kernel];
-  const auto read = rows_of<source_rows>(source, from, by.read, row);
+  const read_rows read = rows_read(by, from, source, row);
   const auto written = rows_of<destination_rows>(destination, to, by.written, row);
   const int units = by.periods / by.periods_of_unit;
-  k.run(read, written, units, by.places);
+  k.run(read, written, units, by);
   const int rest = by.periods % by.periods_of_unit;
-  if (rest != 0) rearrange_rest(by, rest, units_on(read, k.read, units), units_on(written, k.written, units));
+  if (rest == 0) return;
+  const read_rows read_behind = {units_on(read.near, k.read, units), units_on(read.far, k.read, units)};
+  rearrange_rest(by, rest, read_behind, units_on(written, k.written, units));
 }
 
 }  // namespace Processing::Morvane::checked

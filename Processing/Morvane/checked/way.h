@@ -10,6 +10,7 @@
 #include "colour.h"
 #include "decoded.h"
 #include "rearranged.h"
+#include "regrouped.h"
 #include "shape.h"
 
 namespace Processing::Morvane::checked {
@@ -51,8 +52,9 @@ struct way {
   rearrangements rearranged;
   bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || is_written(rearranged, plane); }
 
-  // Without lines too: YCbCr to RGB.
+  // Without lines too: YCbCr to RGB, and v210 to other groups or from them.
   std::optional<decoder> decoded;
+  std::optional<regrouping> regrouped;
 
   // Without lines: all planes are direct, or an entry point converts them, because the caller named it or because its
   // bytes are the same.

@@ -58,14 +58,20 @@ struct four_blocks {
   typename V::two_blocks lower, upper;
 };
 
-// A half of each double word, of one source or of two.
+// What is gathered of a row: its blocks. resampled_rows.h has rows that are made of others.
 template <class V>
-MORVANE_INLINE auto half_dwords(const uint8_t* src) {
-  return typename V::two_blocks{V::load(src), V::load(blocks_on<V>(src, 1))};
+MORVANE_INLINE auto block_of_row(const uint8_t* row, const int number) {
+  return V::load(blocks_on<V>(row, number));
 }
-template <class V>
-MORVANE_INLINE auto half_dwords(const uint8_t* a, const uint8_t* b) {
-  return V::interleave2(V::load(a), V::load(b));
+
+// A half of each double word, of one source or of two.
+template <class V, class Row>
+MORVANE_INLINE auto half_dwords(const Row& src, const int number = 0) {
+  return typename V::two_blocks{block_of_row<V>(src, number), block_of_row<V>(src, number + 1)};
+}
+template <class V, class Row>
+MORVANE_INLINE auto half_dwords_of_two(const Row& a, const Row& b) {
+  return V::interleave2(block_of_row<V>(a, 0), block_of_row<V>(b, 0));
 }
 template <class V>
 MORVANE_INLINE four_blocks<V> of_halves(const typename V::two_blocks& lower, const typename V::two_blocks& upper) {
@@ -77,9 +83,9 @@ MORVANE_INLINE four_blocks<V> gather(of_planes<>) {
   const auto none = V::repeat(0);
   return {{none, none}, {none, none}};
 }
-template <class V>
-MORVANE_INLINE four_blocks<V> gather(of_planes<4>, const uint8_t* src) {
-  return {half_dwords<V>(src), half_dwords<V>(blocks_on<V>(src, 2))};
+template <class V, class Row>
+MORVANE_INLINE four_blocks<V> gather(of_planes<4>, const Row& src) {
+  return {half_dwords<V>(src), half_dwords<V>(src, 2)};
 }
 template <class V>
 MORVANE_INLINE four_blocks<V> gather(of_planes<3>, const uint8_t* src) {
@@ -92,25 +98,25 @@ MORVANE_INLINE four_blocks<V> gather(of_planes<2>, const uint8_t* src) {
 }
 template <class V>
 MORVANE_INLINE four_blocks<V> gather(of_planes<1>, const uint8_t* src) {
-  const auto half = half_dwords<V>(src, src);
+  const auto half = half_dwords_of_two<V>(src, src);
   return of_halves<V>(half, half);
 }
 template <class V>
 MORVANE_INLINE four_blocks<V> gather(of_planes<1, 1>, const uint8_t* a, const uint8_t* b) {
-  const auto half = half_dwords<V>(a, b);
+  const auto half = half_dwords_of_two<V>(a, b);
   return of_halves<V>(half, half);
 }
-template <class V>
-MORVANE_INLINE four_blocks<V> gather(of_planes<2, 2>, const uint8_t* a, const uint8_t* b) {
+template <class V, class First, class Second>
+MORVANE_INLINE four_blocks<V> gather(of_planes<2, 2>, const First& a, const Second& b) {
   return of_halves<V>(half_dwords<V>(a), half_dwords<V>(b));
 }
-template <class V>
-MORVANE_INLINE four_blocks<V> gather(of_planes<2, 1, 1>, const uint8_t* a, const uint8_t* b, const uint8_t* c) {
-  return of_halves<V>(half_dwords<V>(a), half_dwords<V>(b, c));
+template <class V, class First, class Other>
+MORVANE_INLINE four_blocks<V> gather(of_planes<2, 1, 1>, const First& a, const Other& b, const Other& c) {
+  return of_halves<V>(half_dwords<V>(a), half_dwords_of_two<V>(b, c));
 }
 template <class V>
 MORVANE_INLINE four_blocks<V> gather(of_planes<1, 1, 1>, const uint8_t* a, const uint8_t* b, const uint8_t* c) {
-  return of_halves<V>(half_dwords<V>(a, b), half_dwords<V>(c, c));
+  return of_halves<V>(half_dwords_of_two<V>(a, b), half_dwords_of_two<V>(c, c));
 }
 
 // The lower and the upper halves of double words.
@@ -228,6 +234,50 @@ struct rearrange<of_planes<written...>, of_planes<read...>>
   }
 };
 
+// The same where samples of words lie in their lower bits, in either picture or in both: words are moved up before
+// they are rounded, and down once they are arranged.
+template <class Written, class Read>
+struct rearrange_moved;
+
+template <int... written, int... read>
+struct rearrange_moved<of_planes<written...>, of_planes<read...>>
+    : line_kernel<rearrange_moved<of_planes<written...>, of_planes<read...>>, from<read>..., to<written>...> {
+  static constexpr bool bound_by_memory = true;
+  static constexpr bool fills_registers = true;
+  static constexpr int gathered = of_planes<read...>::count;
+  byte_places places;
+  int up;
+  int down;
+
+  MORVANE_INLINE static uint32_t moved_up(const uint32_t dword, const int bits) {
+    return (dword << bits & 0xffff) | dword >> 16 << (16 + bits);
+  }
+  MORVANE_INLINE static uint32_t moved_down(const uint32_t dword, const int bits) {
+    return (dword & 0xffff) >> bits | dword >> (16 + bits) << 16;
+  }
+  MORVANE_INLINE void rule(const read_bytes<read>... src, const written_bytes<written>... dst) const {
+    uint32_t dword = 0;
+    int passed = 0;
+    (append<read>(dword, passed, src), ...);
+    dword = moved_down(places.arranged(places.rounded(moved_up(dword, up))), down);
+    passed = 0;
+    (take<written>(dword, passed, dst), ...);
+  }
+  template <class V>
+  MORVANE_INLINE auto moved(const typename V::two_blocks& dwords) const {
+    const auto rounded =
+        places.template rounded<V>({V::shift_left_words(dwords.first, up), V::shift_left_words(dwords.second, up)});
+    const auto arranged = places.template arranged<V>(rounded);
+    return
+        typename V::two_blocks{V::shift_right_words(arranged.first, down), V::shift_right_words(arranged.second, down)};
+  }
+  template <class V>
+  MORVANE_INLINE auto convert(const read_bytes<read>... src) const {
+    const auto dwords = gather<V>(of_planes<read...>(), src...);
+    return scatter<V>(of_planes<written...>(), {moved<V>(dwords.lower), moved<V>(dwords.upper)});
+  }
+};
+
 template <class... Written>
 using of_four_bytes = kernel_list<rearrange<Written, of_planes<4>>...>;
 template <class... Read>
@@ -235,12 +285,14 @@ using to_four_bytes = kernel_list<rearrange<of_planes<4>, Read>...>;
 template <class... Read>
 using to_three_bytes = kernel_list<rearrange<of_planes<3>, Read>...>;
 
-using rearrange_kernels =
-    joined_lists<of_four_bytes<of_planes<4>, of_planes<3>, of_planes<2>, of_planes<1>, of_planes<2, 2>,
-                               of_planes<2, 1, 1>, of_planes<1, 1, 1>>,
-                 to_four_bytes<of_planes<>, of_planes<3>, of_planes<2>, of_planes<1>, of_planes<1, 1>, of_planes<2, 2>,
-                               of_planes<2, 1, 1>, of_planes<1, 1, 1>>,
-                 to_three_bytes<of_planes<1>, of_planes<1, 1, 1>>,
-                 kernel_list<rearrange<of_planes<1, 1, 1>, of_planes<3>>>>::type;
+using rearrange_kernels = joined_lists<
+    of_four_bytes<of_planes<4>, of_planes<3>, of_planes<2>, of_planes<1>, of_planes<2, 2>, of_planes<2, 1, 1>,
+                  of_planes<1, 1, 1>>,
+    to_four_bytes<of_planes<>, of_planes<3>, of_planes<2>, of_planes<1>, of_planes<1, 1>, of_planes<2, 2>,
+                  of_planes<2, 1, 1>, of_planes<1, 1, 1>>,
+    to_three_bytes<of_planes<1>, of_planes<1, 1, 1>>,
+    kernel_list<rearrange<of_planes<1, 1, 1>, of_planes<3>>, rearrange_moved<of_planes<4>, of_planes<4>>,
+                rearrange_moved<of_planes<4>, of_planes<2>>, rearrange_moved<of_planes<2>, of_planes<4>>,
+                rearrange_moved<of_planes<2, 2>, of_planes<4>>, rearrange_moved<of_planes<4>, of_planes<2, 2>>>>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

@@ -20,7 +20,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "avx2_blocks.h"
+#include "avx2_sixes.h"
 #include "inline.h"
 #include "opaque.h"
 #include "portable.h"
@@ -31,7 +31,7 @@
 
 namespace Processing::Morvane::format_conversion::vector {
 
-struct avx2 : avx2_blocks {
+struct avx2 : avx2_sixes {
   using narrower = portable;
   using mover = avx2;
 
@@ -51,7 +51,7 @@ struct avx2 : avx2_blocks {
     words first_and_second, third_and_fourth;
   };
   using avx2_blocks::interleave2;
-  using avx2_blocks::store;
+  using avx2_sixes::store;
 
   MORVANE_INLINE static pixels load4(const uint8_t* p) {
     return {ymm::load(p), ymm::load(p + 32), ymm::load(p + 64), ymm::load(p + 96)};

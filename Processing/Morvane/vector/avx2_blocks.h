@@ -198,17 +198,23 @@ struct avx2_blocks : x86_vectors<ymm, avx2> {
   MORVANE_INLINE static two_blocks load_for_v210(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr) {
     return {{load_halves(luma, luma + 12)}, {_mm256_set_m128i(load_two_64(cb + 6, cr + 6), load_two_64(cb, cr))}};
   }
-  MORVANE_INLINE static block join_v210(const two_blocks& lines) {
+  // Samples as in load_for_v210, or with chroma at other places.
+  MORVANE_INLINE static block join_v210(const two_blocks& lines, const __m128i first_two_of_chroma,
+                                        const __m128i third_of_chroma) {
     const auto places = [&](const __m128i of_luma, const __m128i of_chroma) __attribute__((always_inline)) {
       return _mm256_or_si256(_mm256_shuffle_epi8(lines.first.v, ymm::repeat_lane(of_luma)),
                              _mm256_shuffle_epi8(lines.second.v, ymm::repeat_lane(of_chroma)));
     };
-    const __m256i first_two = places(_mm_setr_epi8(-1, -1, 0, 1, 2, 3, -1, -1, -1, -1, 6, 7, 8, 9, -1, -1),
-                                     _mm_setr_epi8(0, 1, -1, -1, -1, -1, 2, 3, 10, 11, -1, -1, -1, -1, 12, 13));
-    const __m256i third = places(_mm_setr_epi8(-1, -1, -1, -1, -1, -1, 4, 5, -1, -1, -1, -1, -1, -1, 10, 11),
-                                 _mm_setr_epi8(-1, -1, 8, 9, -1, -1, -1, -1, -1, -1, 4, 5, -1, -1, -1, -1));
+    const __m256i first_two =
+        places(_mm_setr_epi8(-1, -1, 0, 1, 2, 3, -1, -1, -1, -1, 6, 7, 8, 9, -1, -1), first_two_of_chroma);
+    const __m256i third =
+        places(_mm_setr_epi8(-1, -1, -1, -1, -1, -1, 4, 5, -1, -1, -1, -1, -1, -1, 10, 11), third_of_chroma);
     return {
         _mm256_or_si256(_mm256_madd_epi16(first_two, _mm256_set1_epi32(1 | 1024 << 16)), _mm256_slli_epi32(third, 4))};
+  }
+  MORVANE_INLINE static block join_v210(const two_blocks& lines) {
+    return join_v210(lines, _mm_setr_epi8(0, 1, -1, -1, -1, -1, 2, 3, 10, 11, -1, -1, -1, -1, 12, 13),
+                     _mm_setr_epi8(-1, -1, 8, 9, -1, -1, -1, -1, -1, -1, 4, 5, -1, -1, -1, -1));
   }
   // Two groups of five bytes in each half. Word i of a group is its bytes i and i + 1, in which the sample lies 2 i
   // bits below the top.

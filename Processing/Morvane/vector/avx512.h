@@ -9,7 +9,7 @@
 #include <cstdint>
 
 #include "avx2.h"
-#include "avx512_blocks.h"
+#include "avx512_sixes.h"
 #include "inline.h"
 #include "opaque.h"
 #include "weights.h"
@@ -18,7 +18,7 @@
 
 namespace Processing::Morvane::format_conversion::vector {
 
-struct avx512 : avx512_blocks {
+struct avx512 : avx512_sixes {
   using narrower = avx2;
   // Where stores take the time, those of 64 bytes take more of it, as soon as they do not begin with a cache line.
   using mover = avx2;
@@ -46,7 +46,7 @@ struct avx512 : avx512_blocks {
   };
 
   using avx512_blocks::interleave2;
-  using avx512_blocks::store;
+  using avx512_sixes::store;
 
   MORVANE_INLINE static pixels load4(const uint8_t* p) {
     return {zmm::load(p), zmm::load(p + 64), zmm::load(p + 128), zmm::load(p + 192)};

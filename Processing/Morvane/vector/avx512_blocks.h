@@ -261,13 +261,16 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
     if (place % 2 == 1) return 6 * group + place / 2;
     return 32 + (place % 4 == 0 ? 0 : 16) + 3 * group + place / 4;
   }
-  MORVANE_INLINE static block join_v210(const two_blocks& lines) {
-    constexpr word_table first_two = words_from([](const int i) { return word_of_v210(i / 2 * 3 + i % 2); });
-    constexpr word_table third = words_from([](const int i) { return word_of_v210(i / 2 * 3 + 2); });
+  MORVANE_INLINE static block join_v210(const two_blocks& lines, const word_table& first_two, const word_table& third) {
     const __m512i lower =
         _mm512_madd_epi16(rearrange(lines.first.v, lines.second.v, first_two), _mm512_set1_epi32(1 | 1024 << 16));
     const __m512i upper = _mm512_slli_epi32(rearrange(lines.first.v, lines.second.v, third), 20);
     return {_mm512_or_si512(lower, upper)};
+  }
+  MORVANE_INLINE static block join_v210(const two_blocks& lines) {
+    constexpr word_table first_two = words_from([](const int i) { return word_of_v210(i / 2 * 3 + i % 2); });
+    constexpr word_table third = words_from([](const int i) { return word_of_v210(i / 2 * 3 + 2); });
+    return join_v210(lines, first_two, third);
   }
 
   // Eight groups of five bytes. Word i of a group is its bytes i and i + 1, in which the sample lies 2 i bits below the

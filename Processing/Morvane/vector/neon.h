@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "inline.h"
-#include "neon_lines.h"
+#include "neon_sixes.h"
 #include "opaque.h"
 #include "portable.h"
 #include "sums.h"
@@ -15,7 +15,7 @@
 
 namespace Processing::Morvane::format_conversion::vector {
 
-struct neon : neon_lines {
+struct neon : neon_sixes {
   using narrower = portable;
   using mover = neon;
 
@@ -50,7 +50,7 @@ struct neon : neon_lines {
   };
 
   using neon_lines::interleave2;
-  using neon_lines::store;
+  using neon_sixes::store;
 
   MORVANE_INLINE static pixels load4(const uint8_t* p) { return {vld4q_u8(p)}; }
   MORVANE_INLINE static weighable load4_weighable(const uint8_t* p) { return load4(p); }

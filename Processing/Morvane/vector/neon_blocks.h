@@ -87,6 +87,13 @@ struct neon_blocks {
   MORVANE_INLINE static block shift_left_words(const block b) {
     return block_of(vshlq_n_u16(as_words(b.lo), bits), vshlq_n_u16(as_words(b.hi), bits));
   }
+  // To the right where `bits` is negative.
+  MORVANE_INLINE static block shifted_words(const block b, const int bits) {
+    const int16x8_t by = vdupq_n_s16(static_cast<int16_t>(bits));
+    return block_of(vshlq_u16(as_words(b.lo), by), vshlq_u16(as_words(b.hi), by));
+  }
+  MORVANE_INLINE static block shift_right_words(const block b, const int bits) { return shifted_words(b, -bits); }
+  MORVANE_INLINE static block shift_left_words(const block b, const int bits) { return shifted_words(b, bits); }
   MORVANE_INLINE static block add_words(const block a, const block b) {
     return block_of(vaddq_u16(as_words(a.lo), as_words(b.lo)), vaddq_u16(as_words(a.hi), as_words(b.hi)));
   }

@@ -40,6 +40,12 @@ struct neon_lines : neon_blocks {
   MORVANE_INLINE static block average_down(const block a, const block b) {
     return block_of(vhaddq_u16(as_words(a.lo), as_words(b.lo)), vhaddq_u16(as_words(a.hi), as_words(b.hi)));
   }
+  MORVANE_INLINE static block average_bytes_up(const block a, const block b) {
+    return {vrhaddq_u8(a.lo, b.lo), vrhaddq_u8(a.hi, b.hi)};
+  }
+  MORVANE_INLINE static block average_bytes_down(const block a, const block b) {
+    return {vhaddq_u8(a.lo, b.lo), vhaddq_u8(a.hi, b.hi)};
+  }
   MORVANE_INLINE static block rounded_product(const block a, const block b) {
     return {vreinterpretq_u8_s16(vqrdmulhq_s16(signed_lanes(a.lo), signed_lanes(b.lo))),
             vreinterpretq_u8_s16(vqrdmulhq_s16(signed_lanes(a.hi), signed_lanes(b.hi)))};
@@ -195,9 +201,8 @@ struct neon_lines : neon_blocks {
             {vcombine_u8(vld1_u8(cb), vld1_u8(cr)), vcombine_u8(vld1_u8(cb + 6), vld1_u8(cr + 6))}};
   }
   // The samples at bits 0 and 10 of each double word as its words, and that at bit 20 in its lower one.
-  MORVANE_INLINE static uint8x16_t join_v210(const uint8x16_t luma, const uint8x16_t chroma) {
-    const uint8x16_t first_two = {16, 17, 0, 1, 2, 3, 18, 19, 26, 27, 6, 7, 8, 9, 28, 29};
-    const uint8x16_t third = {24, 25, 255, 255, 4, 5, 255, 255, 20, 21, 255, 255, 10, 11, 255, 255};
+  MORVANE_INLINE static uint8x16_t join_v210(const uint8x16_t luma, const uint8x16_t chroma, const uint8x16_t first_two,
+                                             const uint8x16_t third) {
     const uint8x16x2_t both = {{luma, chroma}};
     const uint32x4_t pairs = as_dwords(vqtbl2q_u8(both, first_two));
     const uint32x4_t second = vshlq_n_u32(vshrq_n_u32(pairs, 16), 10);
@@ -205,7 +210,10 @@ struct neon_lines : neon_blocks {
     return vreinterpretq_u8_u32(vorrq_u32(lower, vshlq_n_u32(as_dwords(vqtbl2q_u8(both, third)), 20)));
   }
   MORVANE_INLINE static block join_v210(const two_blocks& lines) {
-    return {join_v210(lines.first.lo, lines.second.lo), join_v210(lines.first.hi, lines.second.hi)};
+    const uint8x16_t first_two = {16, 17, 0, 1, 2, 3, 18, 19, 26, 27, 6, 7, 8, 9, 28, 29};
+    const uint8x16_t third = {24, 25, 255, 255, 4, 5, 255, 255, 20, 21, 255, 255, 10, 11, 255, 255};
+    return {join_v210(lines.first.lo, lines.second.lo, first_two, third),
+            join_v210(lines.first.hi, lines.second.hi, first_two, third)};
   }
 };
 

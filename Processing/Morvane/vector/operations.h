@@ -80,6 +80,8 @@ concept has_blocks = requires(const uint8_t* source, typename V::block block, ty
   // x >> bits, x << bits and a + b of every 16-bit word, modulo 65536.
   { V::template shift_right_words<6>(block) } -> gives<typename V::block>;
   { V::template shift_left_words<6>(block) } -> gives<typename V::block>;
+  { V::shift_right_words(block, int{}) } -> gives<typename V::block>;
+  { V::shift_left_words(block, int{}) } -> gives<typename V::block>;
   { V::add_words(block, block) } -> gives<typename V::block>;
   // Words 0 0 2 2 4 4...
   { V::repeat_even_words(block) } -> gives<typename V::block>;
@@ -122,6 +124,9 @@ concept has_lines = requires(const uint8_t* source, typename V::block block, typ
   // (a + b + 1) >> 1 and (a + b) >> 1.
   { V::average_up(block, block) } -> gives<typename V::block>;
   { V::average_down(block, block) } -> gives<typename V::block>;
+  // The same of bytes.
+  { V::average_bytes_up(block, block) } -> gives<typename V::block>;
+  { V::average_bytes_down(block, block) } -> gives<typename V::block>;
   // (a * b + 16384) >> 15 of signed words, not both -32768.
   { V::rounded_product(block, block) } -> gives<typename V::block>;
   // Sums of 32 bits, which begin with a constant: plus x * a + y * b of signed words, and sum >> bits as signed words,
@@ -164,6 +169,19 @@ concept has_tens = requires(const uint8_t* source, const uint8_t* line, typename
   requires can_be_stored<V, decltype(V::split_v210(block).cr)>;
   { V::load_for_v210(line, line, line) } -> gives<typename V::two_blocks>;
   { V::join_v210(two) } -> gives<typename V::block>;
+  // Groups of six pixels, as two blocks in an order of the backend's own: words of luma, and words of Cb and Cr in
+  // turn. From v210 and from big-endian groups of five bytes the samples lie in the upper ten bits, with nothing below;
+  // to these, in the lower ten. A block of such words is loaded from twelve bytes of each group and stored there, or
+  // from and to planes of Cb and Cr with six bytes each. No other bytes are read or written.
+  { V::sixes_of_v210(block) } -> gives<typename V::two_blocks>;
+  { V::v210_of_sixes(two) } -> gives<typename V::block>;
+  { V::sixes_of_fives(source) } -> gives<typename V::two_blocks>;
+  requires can_be_stored<V, decltype(V::fives_of_sixes(two))>;
+  { V::load_sixes(source) } -> gives<typename V::block>;
+  { V::load_sixes(source, source) } -> gives<typename V::block>;
+  requires can_be_stored<V, decltype(V::sixes(block))>;
+  requires can_be_stored<V, decltype(V::deinterleave_sixes(block).first)>;
+  requires can_be_stored<V, decltype(V::deinterleave_sixes(block).second)>;
   // Big-endian groups of four samples in five bytes, as words with the samples in the upper bits and nothing below, and
   // back.
   { V::load_tens_of_fives(source) } -> gives<typename V::block>;

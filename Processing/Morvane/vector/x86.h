@@ -122,6 +122,12 @@ struct x86_vectors {
   MORVANE_INLINE static block shift_left_words(const block b) {
     return {R::template shift_words_left<bits>(b.v)};
   }
+  MORVANE_INLINE static block shift_right_words(const block b, const int bits) {
+    return {R::shift_words_right(b.v, bits)};
+  }
+  MORVANE_INLINE static block shift_left_words(const block b, const int bits) {
+    return {R::shift_words_left(b.v, bits)};
+  }
   MORVANE_INLINE static block add_words(const block a, const block b) { return {R::add_words(a.v, b.v)}; }
   MORVANE_INLINE static block subtract_words(const block a, const block b) { return {R::subtract_words(a.v, b.v)}; }
   MORVANE_INLINE static block xor_blocks(const block a, const block b) { return {R::bit_xor(a.v, b.v)}; }
@@ -139,6 +145,11 @@ struct x86_vectors {
   MORVANE_INLINE static block average_down(const block a, const block b) {
     const reg rounded_up = R::bit_and(R::bit_xor(a.v, b.v), R::repeat_word(1));
     return {R::subtract_words(R::average_words(a.v, b.v), rounded_up)};
+  }
+  MORVANE_INLINE static block average_bytes_up(const block a, const block b) { return {R::average_bytes(a.v, b.v)}; }
+  MORVANE_INLINE static block average_bytes_down(const block a, const block b) {
+    const reg rounded_up = R::bit_and(R::bit_xor(a.v, b.v), R::repeat_byte(1));
+    return {R::subtract_bytes(R::average_bytes(a.v, b.v), rounded_up)};
   }
   MORVANE_INLINE static block rounded_product(const block a, const block b) { return {R::rounded_product(a.v, b.v)}; }
   MORVANE_INLINE static word_sums repeat_sum(const int32_t constant) {

@@ -41,6 +41,8 @@ struct ymm {
   MORVANE_INLINE static type add_signed_to_limit(const type a, const type b) { return _mm256_adds_epi16(a, b); }
   MORVANE_INLINE static type least_words(const type a, const type b) { return _mm256_min_epu16(a, b); }
   MORVANE_INLINE static type average_words(const type a, const type b) { return _mm256_avg_epu16(a, b); }
+  MORVANE_INLINE static type average_bytes(const type a, const type b) { return _mm256_avg_epu8(a, b); }
+  MORVANE_INLINE static type subtract_bytes(const type a, const type b) { return _mm256_sub_epi8(a, b); }
   MORVANE_INLINE static type rounded_product(const type a, const type b) { return _mm256_mulhrs_epi16(a, b); }
   MORVANE_INLINE static type add_dwords(const type a, const type b) { return _mm256_add_epi32(a, b); }
   MORVANE_INLINE static type multiply_words(const type a, const type b) { return _mm256_mullo_epi16(a, b); }
@@ -71,6 +73,12 @@ struct ymm {
   template <int bits>
   MORVANE_INLINE static type shift_words_left(const type v) {
     return _mm256_slli_epi16(v, bits);
+  }
+  MORVANE_INLINE static type shift_words_right(const type v, const int bits) {
+    return _mm256_srl_epi16(v, _mm_cvtsi32_si128(bits));
+  }
+  MORVANE_INLINE static type shift_words_left(const type v, const int bits) {
+    return _mm256_sll_epi16(v, _mm_cvtsi32_si128(bits));
   }
   template <int bits>
   MORVANE_INLINE static type shift_dwords_left(const type v) {

@@ -41,6 +41,8 @@ struct zmm {
   MORVANE_INLINE static type add_signed_to_limit(const type a, const type b) { return _mm512_adds_epi16(a, b); }
   MORVANE_INLINE static type least_words(const type a, const type b) { return _mm512_min_epu16(a, b); }
   MORVANE_INLINE static type average_words(const type a, const type b) { return _mm512_avg_epu16(a, b); }
+  MORVANE_INLINE static type average_bytes(const type a, const type b) { return _mm512_avg_epu8(a, b); }
+  MORVANE_INLINE static type subtract_bytes(const type a, const type b) { return _mm512_sub_epi8(a, b); }
   MORVANE_INLINE static type rounded_product(const type a, const type b) { return _mm512_mulhrs_epi16(a, b); }
   MORVANE_INLINE static type add_dwords(const type a, const type b) { return _mm512_add_epi32(a, b); }
   MORVANE_INLINE static type multiply_words(const type a, const type b) { return _mm512_mullo_epi16(a, b); }
@@ -68,6 +70,12 @@ struct zmm {
   template <int bits>
   MORVANE_INLINE static type shift_words_left(const type v) {
     return _mm512_slli_epi16(v, bits);
+  }
+  MORVANE_INLINE static type shift_words_right(const type v, const int bits) {
+    return _mm512_srl_epi16(v, _mm_cvtsi32_si128(bits));
+  }
+  MORVANE_INLINE static type shift_words_left(const type v, const int bits) {
+    return _mm512_sll_epi16(v, _mm_cvtsi32_si128(bits));
   }
   template <int bits>
   MORVANE_INLINE static type shift_dwords_left(const type v) {
