@@ -7,6 +7,7 @@
 #include "../kernel/decoded_rows.h"
 #include "../kernel/depth.h"
 #include "../kernel/difference.h"
+#include "../kernel/encoded_rows.h"
 #include "../kernel/full_chroma.h"
 #include "../kernel/key.h"
 #include "../kernel/lines_chroma.h"
@@ -34,6 +35,6 @@ using all_kernels =
                          kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
                          kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
                          kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels,
-                         kernel::decode_kernels>::type;
+                         kernel::decode_kernels, kernel::encode_kernels>::type;
 
 }  // namespace Processing::Morvane::backend

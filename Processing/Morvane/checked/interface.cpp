@@ -74,6 +74,7 @@ problem make_plan(const morvane_description* source, const morvane_description* 
   if (options == nullptr || options->via == nullptr) {
     checked::find_short_cut(plan.way);
     plan.way.decoded = checked::find_decoder(plan.way);
+    plan.way.encoded = checked::find_encoder(plan.way);
   } else {
     const checked::named_entry_point wish = {options->via, options->allow_irregular != 0, options->rescale != 0};
     if (const problem p = checked::find_via(wish, plan.way); is_wrong(p)) return p;

@@ -9,6 +9,7 @@
 #include "../catalogue/conversions.h"
 #include "colour.h"
 #include "decoded.h"
+#include "encoded.h"
 #include "rearranged.h"
 #include "shape.h"
 
@@ -51,8 +52,9 @@ struct way {
   rearrangements rearranged;
   bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || is_written(rearranged, plane); }
 
-  // Without lines too: YCbCr to RGB.
+  // Without lines too: YCbCr to RGB, and RGB to YCbCr.
   std::optional<decoder> decoded;
+  std::optional<encoder> encoded;
 
   // Without lines: all planes are direct, or an entry point converts them, because the caller named it or because its
   // bytes are the same.
