@@ -103,6 +103,12 @@ Kernel with_members(const bool full) {
     k.next = full ? Kernel::bytes_to_next : 0;
   }
   if constexpr (requires { k.from.kept; }) k.from.kept = 0xffc0;
+  if constexpr (requires { k.from.places; }) {
+    k.from.places = full ? 0x000102 : 0x000201;
+    k.filters = full;
+    k.before_first = -Kernel::bytes_of_pixel;
+    k.matrix = with_members<kernel::rgb_lines_to_ycbcr_narrow>(full);
+  }
   if constexpr (requires { k.places; }) k.places = places_in(Kernel::gathered, full);
   if constexpr (requires { k.bits; }) k.bits = {full ? 0xffffffff : 0xffc0ffc0, 0x00ff00ff};
   if constexpr (requires { k.up; }) std::tie(k.up, k.down) = full ? std::pair{6, 0} : std::pair{4, 6};
@@ -132,7 +138,10 @@ struct planes_of<Kernel, kernel::plane_list<Plane...>> {
   template <std::size_t... i>
   void convert_by_rule(const Kernel& k, const int count, std::index_sequence<i...>) {
     for (std::size_t unit = 0; unit < static_cast<std::size_t>(count); ++unit)
-      k.rule(Plane::at(memory[i].template units<Plane>(), unit)...);
+      if constexpr (Kernel::looks_back)
+        k.rule(unit == 0, Plane::at(memory[i].template units<Plane>(), unit)...);
+      else
+        k.rule(Plane::at(memory[i].template units<Plane>(), unit)...);
   }
   template <std::size_t... i>
   std::array<std::vector<std::uint8_t>, sizeof...(Plane)> results(std::index_sequence<i...>) const {

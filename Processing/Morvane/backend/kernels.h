@@ -7,6 +7,7 @@
 #include "../kernel/decoded_rows.h"
 #include "../kernel/depth.h"
 #include "../kernel/difference.h"
+#include "../kernel/encoded_rows.h"
 #include "../kernel/full_chroma.h"
 #include "../kernel/key.h"
 #include "../kernel/lines_chroma.h"
@@ -29,13 +30,12 @@ namespace Processing::Morvane::backend {
 
 namespace kernel = format_conversion::kernel;
 
-using all_kernels =
-    kernel::joined_lists<kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels,
-                         kernel::rgb_to_video_kernels, kernel::video_to_rgb_kernels, kernel::full_chroma_kernels,
-                         kernel::key_kernels, kernel::words_kernels, kernel::card_10_kernels, kernel::black_kernels,
-                         kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
-                         kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
-                         kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels,
-                         kernel::decode_kernels, kernel::resample_kernels, kernel::regroup_kernels>::type;
+using all_kernels = kernel::joined_lists<
+    kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels, kernel::rgb_to_video_kernels,
+    kernel::video_to_rgb_kernels, kernel::full_chroma_kernels, kernel::key_kernels, kernel::words_kernels,
+    kernel::card_10_kernels, kernel::black_kernels, kernel::difference_kernels, kernel::lines_stored_kernels,
+    kernel::lines_groups_kernels, kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
+    kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels, kernel::decode_kernels,
+    kernel::encode_kernels, kernel::resample_kernels, kernel::regroup_kernels>::type;
 
 }  // namespace Processing::Morvane::backend

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "../backend/dispatch.h"
+#include "bytes_and_pairs.h"
 #include "way.h"
 
 namespace Processing::Morvane::checked {
@@ -63,30 +64,6 @@ bool filters_chroma(const way& w) {
   return w.how.filter == chroma_filter::linear;
 }
 
-bool is_alone(const component c, const stored_plane& p) {
-  return p.item_count == 1 && p.has(c);
-}
-
-// The planes of the source in the order of the rows that kernels read; none where there is more in a plane.
-plane_numbers planes_of_rows(const shape& s) {
-  plane_numbers planes;
-  const size_t luma = s.plane_with(first), cb = s.plane_with(second), cr = s.plane_with(third);
-  planes.add(luma);
-  if (luma == cb) return s.planes[luma].has(alpha) ? plane_numbers() : planes;
-  if (!is_alone(first, s.planes[luma])) return {};
-  planes.add(cb);
-  if (cb == cr) return s.planes[cb].item_count == 2 ? planes : plane_numbers();
-  planes.add(cr);
-  return planes;
-}
-
-// Whether Cr comes before Cb in a plane that has both.
-bool begins_with_cr(const stored_plane& p) {
-  for (const component c : p.items)
-    if (c == second || c == third) return p.has(second) && c == third;
-  return false;
-}
-
 bool reads(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
   std::array<int, most_rows> bytes{};
   size_t row = 0;
@@ -97,11 +74,6 @@ bool reads(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
     for (int rows = i == planes[0] ? 1 : 2; rows > 0; --rows) bytes[row++] = static_cast<int>(p.row_bytes(2));
   }
   return bytes == k.read && (s.planes[planes[0]].items[0] == first) == k.begins_with_luma;
-}
-
-bool is_of_bytes(const shape& s) {
-  const catalogue::plane& p = *s.planes[0].layout;
-  return s.colour == model::rgb && s.plane_count == 1 && p.sample == sample_type::u8 && p.group_pixels == 1;
 }
 
 // Of R, G, B and 255. If Cb and Cr are exchanged, so are red and blue.

@@ -74,6 +74,7 @@ problem make_plan(const morvane_description* source, const morvane_description* 
   if (options == nullptr || options->via == nullptr) {
     checked::find_short_cut(plan.way);
     plan.way.decoded = checked::find_decoder(plan.way);
+    plan.way.encoded = checked::find_encoder(plan.way);
     plan.way.regrouped = checked::find_regrouping(plan.way);
   } else {
     const checked::named_entry_point wish = {options->via, options->allow_irregular != 0, options->rescale != 0};

@@ -28,7 +28,7 @@ int row_granularity(const way& w) {
 }
 
 int64_t scratch_bytes_of(const way& w) {
-  const bool has_lines = !w.decoded && !w.regrouped && w.needs_lines();
+  const bool has_lines = !w.meets_in_registers() && w.needs_lines();
   return std::max(has_lines ? scratch_bytes(w) : 0, direct_scratch_bytes(w));
 }
 
@@ -36,6 +36,7 @@ void run_band(const way& w, const morvane_picture& source, const morvane_picture
               const int rows, void* scratch) {
   if (suits(w, source, destination, first, rows)) return convert_directly(w, source, destination, first, rows, scratch);
   if (w.decoded) return decode_rows(w, source, destination, first, rows);
+  if (w.encoded) return encode_rows(w, source, destination, first, rows);
   if (w.regrouped) return regroup_rows(w, source, destination, first, rows);
   copy_planes(w, source, destination, first, rows);
   rearrange_planes(w, source, destination, first, rows);

@@ -9,6 +9,7 @@
 #include "../catalogue/conversions.h"
 #include "colour.h"
 #include "decoded.h"
+#include "encoded.h"
 #include "rearranged.h"
 #include "regrouped.h"
 #include "shape.h"
@@ -52,9 +53,12 @@ struct way {
   rearrangements rearranged;
   bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || is_written(rearranged, plane); }
 
-  // Without lines too: YCbCr to RGB, and v210 to other groups or from them.
+  // Without lines too, as what reads and what writes meet in registers: YCbCr to RGB, RGB to YCbCr, and v210 to other
+  // groups or from them.
   std::optional<decoder> decoded;
+  std::optional<encoder> encoded;
   std::optional<regrouping> regrouped;
+  bool meets_in_registers() const { return decoded || encoded || regrouped; }
 
   // Without lines: all planes are direct, or an entry point converts them, because the caller named it or because its
   // bytes are the same.

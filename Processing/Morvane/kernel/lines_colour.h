@@ -238,15 +238,24 @@ struct narrow_from_rgb {
     return V::add_words(repeat_signed<V>(bottom), V::add_words(v, v));
   }
   template <class V>
+  MORVANE_INLINE auto half_of_luma(const typename V::block r, const typename V::block g,
+                                   const typename V::block b) const {
+    return V::add_words(V::add_words(times<V>(r, of.y_r), times<V>(g, of.y_g)), times<V>(b, of.y_b));
+  }
+  template <class V>
   MORVANE_INLINE auto luma_of(const typename V::block r, const typename V::block g, const typename V::block b) const {
-    return doubled<V>(of.black,
-                      V::add_words(V::add_words(times<V>(r, of.y_r), times<V>(g, of.y_g)), times<V>(b, of.y_b)));
+    return doubled<V>(of.black, half_of_luma<V>(r, g, b));
   }
   // Of the component with the positive weight, and of the two that are subtracted.
   template <class V>
+  MORVANE_INLINE static auto half_of_chroma(const typename V::block x, const int a, const typename V::block y,
+                                            const int b, const typename V::block z, const int c) {
+    return V::subtract_words(V::subtract_words(times<V>(x, a), times<V>(y, b)), times<V>(z, c));
+  }
+  template <class V>
   MORVANE_INLINE static auto chroma_of(const typename V::block x, const int a, const typename V::block y, const int b,
                                        const typename V::block z, const int c) {
-    return doubled<V>(32768, V::subtract_words(V::subtract_words(times<V>(x, a), times<V>(y, b)), times<V>(z, c)));
+    return doubled<V>(32768, half_of_chroma<V>(x, a, y, b, z, c));
   }
 };
 

@@ -17,6 +17,10 @@
 //   bound_by_memory    true: moving the bytes takes the time, and hardly anything else
 //   seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is the
 //                      `answer` of the line function
+//   looks_back         true: only the unit before is remembered, and seen_before<V>(begins, sources...) finds it in
+//   memory,
+//                      `begins` saying whether the unit at these places is the first of a line; the rule takes `begins`
+//                      instead of what is remembered
 //   count(no_pixels)   the units of a line, where no base has the right number
 //   line<V>(...)       the function that converts a line, where a walk is not all of it
 //   members            what a caller says beside the planes; the line function takes the kernel as its last argument
@@ -104,6 +108,7 @@ struct units {
   static constexpr bool in_order = false;
   static constexpr bool fills_registers = false;
   static constexpr bool bound_by_memory = false;
+  static constexpr bool looks_back = false;
 
   MORVANE_INLINE static constexpr size_t count(const int no_pixels) {
     constexpr size_t begun = last == last_unit::begun ? pixels - 1 : 0;

@@ -79,7 +79,10 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
       // Beside a vector body the rule has a handful of units left. The compiler cannot know that: without this barrier
       // it would make vectors of them once more, in several times the code of the kernel.
       if constexpr (V::lanes > 0) asm volatile("");
-      if constexpr (remembers)
+      if constexpr (Kernel::looks_back)
+        kernel_.rule(unit == 0, source_plane<s>::at(source_[s], unit)...,
+                     destination_plane<d>::at(destination_[d], unit)...);
+      else if constexpr (remembers)
         kernel_.rule(seen_, source_plane<s>::at(source_[s], unit)...,
                      destination_plane<d>::at(destination_[d], unit)...);
       else
@@ -90,6 +93,7 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
   // As many whole vectors as there are. Answers how many units are left, behind which the pointers then stand.
   MORVANE_INLINE size_t by_vectors(size_t units) {
     constexpr size_t turn = V::vectors_a_turn > together ? V::vectors_a_turn : together;
+    if constexpr (Kernel::looks_back) seen_ = kernel_.template seen_before<V>(true, source_[s]...);
     if constexpr (turn > 1) {
       for (size_t turns = units / (turn * step()); turns > 0; --turns) {  // down to zero, which needs no comparison
         expect<turn>();
@@ -110,12 +114,16 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
   // What by_vectors has left. The last vector of a line converts some units once more, to the same bytes.
   MORVANE_INLINE void finish(const size_t left) {
     static_assert(planes::begin_anywhere || !remembers);
-    if constexpr (planes::begin_anywhere)
-      convert(static_cast<ptrdiff_t>(left) - static_cast<ptrdiff_t>(step()));
-    else if constexpr (V::narrower::lanes > 0)
+    if constexpr (planes::begin_anywhere) {
+      const ptrdiff_t back = static_cast<ptrdiff_t>(left) - static_cast<ptrdiff_t>(step());
+      if constexpr (Kernel::looks_back)
+        seen_ = kernel_.template seen_before<V>(false, source_[s] + back * source_plane<s>::bytes...);
+      convert(back);
+    } else if constexpr (V::narrower::lanes > 0) {
       walk_apart<typename V::narrower>(kernel_, left, source_[s]..., destination_[d]...);
-    else
+    } else {
       by_rule(left);
+    }
   }
 
  private:

@@ -81,6 +81,36 @@ struct avx2_blocks : x86_vectors<ymm, avx2> {
   MORVANE_INLINE static two_blocks load_threes(const uint8_t* p) {
     return {fours_of_threes<0>(p, p + 12), fours_of_threes<4>(p + 20, p + 32)};
   }
+  // Where four pixels of so many bytes, after the bytes skipped, have the bytes that `which` numbers.
+  template <int bytes, int skipped>
+  MORVANE_INLINE static __m256i twice_of_pixels(const uint32_t places, const __m128i which) {
+    constexpr char a = skipped, b = a + bytes, c = b + bytes, d = c + bytes;
+    const __m128i of_pixel = _mm_shuffle_epi8(_mm_set1_epi32(static_cast<int>(places)), which);
+    return ymm::repeat_lane(_mm_add_epi8(of_pixel, _mm_setr_epi8(a, a, b, b, c, c, d, d, a, a, b, b, c, c, d, d)));
+  }
+  template <int bytes, int skipped>
+  MORVANE_INLINE static two_blocks bytes_of_pixels(const __m256i v, const uint32_t places) {
+    const __m128i first_and_second = _mm_setr_epi8(0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1);
+    return {{_mm256_shuffle_epi8(v, twice_of_pixels<bytes, skipped>(places, first_and_second))},
+            {_mm256_shuffle_epi8(v, twice_of_pixels<bytes, skipped>(places, _mm_set1_epi8(2)))}};
+  }
+  MORVANE_INLINE static three_blocks join_quads(const two_blocks& even, const two_blocks& odd) {
+    return {{_mm256_unpacklo_epi64(even.first.v, odd.first.v)},
+            {_mm256_unpackhi_epi64(even.first.v, odd.first.v)},
+            {_mm256_unpacklo_epi64(even.second.v, odd.second.v)}};
+  }
+  // Quads of pixels 0 and 2 in one register, 1 and 3 in the other.
+  MORVANE_INLINE static three_blocks load_bytes_of_fours(const uint8_t* p, const uint32_t places) {
+    return join_quads(bytes_of_pixels<4, 0>(load_halves(p, p + 32), places),
+                      bytes_of_pixels<4, 0>(load_halves(p + 16, p + 48), places));
+  }
+  MORVANE_INLINE static three_blocks load_bytes_of_threes(const uint8_t* p, const uint32_t places) {
+    return join_quads(bytes_of_pixels<3, 0>(load_halves(p, p + 24), places),
+                      bytes_of_pixels<3, 4>(load_halves(p + 8, p + 32), places));
+  }
+  MORVANE_INLINE static block dwords_before(const block before, const block b) {
+    return {_mm256_alignr_epi8(b.v, _mm256_permute2x128_si256(before.v, b.v, 0x21), 12)};
+  }
   // 24 bytes each, and eight of any value behind them.
   struct packed_threes {
     static constexpr size_t stored_bytes = 48;

@@ -108,6 +108,36 @@ struct avx512_blocks : x86_vectors<zmm, avx512> {
     constexpr dword_table high = alternating<dword_table>(half::upper);
     return {{rearrange(a.v, b.v, low)}, {rearrange(a.v, b.v, high)}};
   }
+  // The bytes that `which` numbers of 16 pixels of so many bytes, after the bytes skipped, each twice.
+  template <int bytes, int skipped>
+  MORVANE_INLINE static __m512i bytes_of_pixels(const __m512i v, const uint32_t places, const byte_table& which) {
+    constexpr byte_table pixels = bytes_from([](const int i) { return skipped + i / 2 % 16 * bytes; });
+    const __m512i of_pixel = rearrange(_mm512_set1_epi32(static_cast<int>(places)), which);
+    return _mm512_permutexvar_epi8(_mm512_add_epi8(of_pixel, load_table(pixels)), v);
+  }
+  template <int bytes, int skipped>
+  MORVANE_INLINE static three_blocks bytes_of_pixels(const __m512i a, const __m512i b, const uint32_t places) {
+    constexpr byte_table first_and_second = bytes_from([](const int i) { return i / 32; });
+    constexpr byte_table third = bytes_from([](int) { return 2; });
+    constexpr dword_table lower = dwords_from([](const int i) { return i / 8 * 8 + i; });
+    constexpr dword_table upper = dwords_from([](const int i) { return i / 8 * 8 + i + 8; });
+    const __m512i a_12 = bytes_of_pixels<bytes, 0>(a, places, first_and_second);
+    const __m512i b_12 = bytes_of_pixels<bytes, skipped>(b, places, first_and_second);
+    return {{rearrange(a_12, b_12, lower)},
+            {rearrange(a_12, b_12, upper)},
+            {rearrange(bytes_of_pixels<bytes, 0>(a, places, third), bytes_of_pixels<bytes, skipped>(b, places, third),
+                       lower)}};
+  }
+  MORVANE_INLINE static three_blocks load_bytes_of_fours(const uint8_t* p, const uint32_t places) {
+    return bytes_of_pixels<4, 0>(load(p).v, load(p + 64).v, places);
+  }
+  MORVANE_INLINE static three_blocks load_bytes_of_threes(const uint8_t* p, const uint32_t places) {
+    return bytes_of_pixels<3, 16>(load(p).v, load(p + 32).v, places);
+  }
+  MORVANE_INLINE static block dwords_before(const block before, const block b) {
+    constexpr dword_table one_before = dwords_from([](const int i) { return i + 15; });
+    return {rearrange(before.v, b.v, one_before)};
+  }
   MORVANE_INLINE static block without_first(const block b, const size_t count) {
     return {_mm512_maskz_mov_epi8(~uint64_t{0} << count, b.v)};
   }

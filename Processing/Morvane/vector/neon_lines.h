@@ -92,6 +92,32 @@ struct neon_lines : neon_blocks {
     return {{vqtbl1q_u8(vld1q_u8(p), from_first), vqtbl1q_u8(vextq_u8(vld1q_u8(p), middle, 12), from_first)},
             {vqtbl1q_u8(vextq_u8(middle, vld1q_u8(p + 32), 8), from_first), vqtbl1q_u8(vld1q_u8(p + 32), from_fifth)}};
   }
+  // Of eight pixels of so many bytes, after the bytes skipped.
+  template <int bytes, int skipped>
+  MORVANE_INLINE static uint8x16_t byte_of_pixels(const uint8x16x2_t& pixels, const uint32_t place) {
+    constexpr uint8_t s = skipped, b = bytes;
+    const uint8x16_t first = {s,         s,         s + b,     s + b,     s + 2 * b, s + 2 * b, s + 3 * b, s + 3 * b,
+                              s + 4 * b, s + 4 * b, s + 5 * b, s + 5 * b, s + 6 * b, s + 6 * b, s + 7 * b, s + 7 * b};
+    return vqtbl2q_u8(pixels, vaddq_u8(first, vdupq_n_u8(static_cast<uint8_t>(place))));
+  }
+  template <int bytes, int skipped>
+  MORVANE_INLINE static three_blocks bytes_of_pixels(const uint8x16x2_t& lo, const uint8x16x2_t& hi,
+                                                     const uint32_t places) {
+    const uint32_t second = places >> 8, third = places >> 16;
+    return {{byte_of_pixels<bytes, 0>(lo, places), byte_of_pixels<bytes, skipped>(hi, places)},
+            {byte_of_pixels<bytes, 0>(lo, second), byte_of_pixels<bytes, skipped>(hi, second)},
+            {byte_of_pixels<bytes, 0>(lo, third), byte_of_pixels<bytes, skipped>(hi, third)}};
+  }
+  MORVANE_INLINE static uint8x16x2_t two_registers(const uint8_t* p) { return {{vld1q_u8(p), vld1q_u8(p + 16)}}; }
+  MORVANE_INLINE static three_blocks load_bytes_of_fours(const uint8_t* p, const uint32_t places) {
+    return bytes_of_pixels<4, 0>(two_registers(p), two_registers(p + 32), places);
+  }
+  MORVANE_INLINE static three_blocks load_bytes_of_threes(const uint8_t* p, const uint32_t places) {
+    return bytes_of_pixels<3, 8>(two_registers(p), two_registers(p + 16), places);
+  }
+  MORVANE_INLINE static block dwords_before(const block before, const block b) {
+    return {vextq_u8(before.hi, b.lo, 12), vextq_u8(b.lo, b.hi, 12)};
+  }
   struct packed_threes {
     static constexpr size_t stored_bytes = 48;
     two_blocks fours;

@@ -143,6 +143,12 @@ concept has_lines = requires(const uint8_t* source, typename V::block block, typ
   // Pixels of three bytes as pixels of four, of which the fourth byte may be anything, and back.
   { V::load_threes(source) } -> gives<typename V::two_blocks>;
   requires can_be_stored<V, decltype(V::threes(two))>;
+  // Three bytes of each pixel, as many pixels as a block has words: each byte twice in a word of the block of its own.
+  // The lower three bytes of the second argument say which bytes of a pixel these are.
+  { V::load_bytes_of_fours(source, uint32_t{}) } -> gives<typename V::three_blocks>;
+  { V::load_bytes_of_threes(source, uint32_t{}) } -> gives<typename V::three_blocks>;
+  // The last 32-bit word of the first block, and those of the second one but its last.
+  { V::dwords_before(block, block) } -> gives<typename V::block>;
   // Words 0, 3, 6..., words 1, 4, 7... and words 2, 5, 8... of three blocks in a row, and back.
   { V::deinterleave3_words(block, block, block) } -> gives<typename V::three_blocks>;
   { V::interleave3_words(block, block, block) } -> gives<typename V::three_blocks>;

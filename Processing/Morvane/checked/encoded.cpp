@@ -1,0 +1,205 @@
+#include "encoded.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "../backend/dispatch.h"
+#include "bytes_and_pairs.h"
+#include "way.h"
+
+namespace Processing::Morvane::checked {
+
+namespace {
+
+namespace kernel = format_conversion::kernel;
+using catalogue::sample_type;
+
+// The kernels.
+
+constexpr size_t most_rows = 2;
+constexpr size_t most_written = 4;
+using source_rows = std::array<const uint8_t*, most_rows>;
+using destination_rows = std::array<uint8_t*, most_written>;
+
+struct how_to_run {
+  bool filters = false;
+  int before_first = 0;  // bytes to the pixel before, if a line does not begin a row
+};
+
+// Rows of luma or of all components come first.
+struct kernel_entry {
+  int read = 0;                             // bytes of a pair
+  int rows = 1;                             // of the source, and of luma
+  std::array<int, most_written> written{};  // bytes of a pair in each row of the destination
+  bool begins_with_luma = true;
+  void (*run)(const source_rows& from, const destination_rows& to, int pairs, const encoder& by,
+              const how_to_run& how) = nullptr;
+};
+
+template <class Kernel, size_t... s, size_t... d>
+void run(const source_rows& from, std::index_sequence<s...>, const destination_rows& to, std::index_sequence<d...>,
+         const int pairs, const encoder& by, const how_to_run& how) {
+  Kernel k{};
+  k.from.places = by.places;
+  k.filters = how.filters;
+  k.before_first = how.before_first;
+  k.matrix = by.matrix;
+  backend::line_of<Kernel>()(from[s]..., to[d]..., pairs, k);
+}
+
+template <class Reader, class Writer, int rows, class... From, class... To>
+constexpr kernel_entry entry_of(
+    kernel::encode<Reader, Writer, rows, kernel::plane_list<From...>, kernel::plane_list<To...>>) {
+  return {2 * Reader::bytes,
+          rows,
+          {To::bytes...},
+          Writer::begins_with_luma,
+          [](const source_rows& from, const destination_rows& to, const int pairs, const encoder& by,
+             const how_to_run& how) {
+            run<kernel::encode<Reader, Writer, rows>>(from, std::index_sequence_for<From...>(), to,
+                                                      std::index_sequence_for<To...>(), pairs, by, how);
+          }};
+}
+
+template <class... Kernel>
+constexpr auto entries_of(kernel::kernel_list<Kernel...>) {
+  return std::array{entry_of(Kernel())...};
+}
+
+constexpr auto kernels = entries_of(kernel::encode_kernels());
+
+// Layouts.
+
+// The bytes of a pair in the rows that a kernel writes for so many rows of luma; none for other samples than bytes.
+std::array<int, most_written> written_to(const shape& s, const plane_numbers& planes, const int rows) {
+  std::array<int, most_written> bytes{};
+  size_t row = 0;
+  for (const size_t i : planes) {
+    const catalogue::plane& p = *s.planes[i].layout;
+    if (p.sample != sample_type::u8 || p.group_pixels > 2) return {};
+    for (int times = i == planes[0] ? rows : 1; times > 0; --times) bytes[row++] = static_cast<int>(p.row_bytes(2));
+  }
+  return bytes;
+}
+
+// Its place, or the number of kernels if there is none.
+size_t kernel_for(const way& w, const plane_numbers& planes, const int rows) {
+  const bool begins_with_luma = w.to.planes[planes[0]].items[0] == first;
+  const auto suits = [&](const kernel_entry& k) {
+    return k.rows == rows && k.read == w.from.planes[0].layout->row_bytes(2) &&
+           k.begins_with_luma == begins_with_luma && k.written == written_to(w.to, planes, rows);
+  };
+  return static_cast<size_t>(std::find_if(kernels.begin(), kernels.end(), suits) - kernels.begin());
+}
+
+bool is_matrix_alone(const way& w) {
+  const bool of_even_pixels = w.how.filter == chroma_filter::nearest || w.how.siting == kernel::siting::left;
+  return w.has_from_rgb && w.narrow && w.halves_columns && of_even_pixels && !w.composites && !w.widens_rgb &&
+         !w.has_to_rgb && !w.to.has_alpha;
+}
+
+uint32_t place_of(const component c, const stored_plane& p) {
+  return static_cast<uint32_t>(std::find(p.items.begin(), p.items.end(), c) - p.items.begin());
+}
+
+// Of planes of their own, the order is that of the pointers.
+encoder encoder_with(const size_t of_row, const size_t of_rows, const way& w, const plane_numbers& planes) {
+  const stored_plane& rgb = w.from.planes[0];
+  const bool exchanged = begins_with_cr(w.to.planes[planes[planes.size() - 1]]);
+  const component red = exchanged ? third : first, blue = exchanged ? first : third;
+  encoder result = {of_row, of_rows, planes,
+                    place_of(red, rgb) | place_of(second, rgb) << 8 | place_of(blue, rgb) << 16, w.narrow_from};
+  if (!exchanged) return result;
+  auto& k = result.matrix.of;
+  std::swap(k.y_r, k.y_b);
+  std::swap(k.cb_b, k.cr_r);
+  std::swap(k.cb_g, k.cr_g);
+  std::swap(k.cb_r, k.cr_b);
+  return result;
+}
+
+// Rows.
+
+class rows_of_way {
+ public:
+  rows_of_way(const way& w, const morvane_picture& source, const morvane_picture& destination)
+      : way_(w), source_(source), destination_(destination) {}
+
+  // One row, or two with their row of chroma.
+  void convert(const kernel_entry& k, const int row) const {
+    source_rows from{};
+    for (int i = 0; i < k.rows; ++i)
+      from[static_cast<size_t>(i)] = static_cast<const uint8_t*>(source_.data[0]) + source_.stride[0] * (row + i);
+    const destination_rows to = rows_written(k, row);
+    const int pairs = way_.from.width / 2;
+    if (pairs > 0) k.run(from, to, pairs, *way_.encoded, {filters(), 0});
+    if (way_.from.width % 2 != 0) convert_last_pixel(k, from, to);
+  }
+
+ private:
+  const way& way_;
+  const morvane_picture& source_;
+  const morvane_picture& destination_;
+
+  bool filters() const { return way_.how.filter == chroma_filter::linear; }
+
+  uint8_t* row_of(const size_t plane, const int row) const {
+    return static_cast<uint8_t*>(destination_.data[plane]) + destination_.stride[plane] * row;
+  }
+  destination_rows rows_written(const kernel_entry& k, const int row) const {
+    const plane_numbers& planes = way_.encoded->planes;
+    destination_rows to{};
+    size_t count = 0;
+    for (int i = 0; i < k.rows; ++i) to[count++] = row_of(planes[0], row + i);
+    for (const size_t i : planes)
+      if (i != planes[0]) to[count++] = row_of(i, way_.to.half_height ? row / 2 : row);
+    return to;
+  }
+  // It passes through memory of its own, where it is a pair with itself and the pixel before it precedes it.
+  void convert_last_pixel(const kernel_entry& k, const source_rows& from, const destination_rows& to) const {
+    constexpr size_t most_bytes = 4;
+    const int pairs = way_.from.width / 2;
+    const int bytes = k.read / 2;
+    uint8_t gathered[most_rows][3 * most_bytes] = {};
+    uint8_t made[most_written][most_bytes];
+    source_rows pixels{};
+    destination_rows pair{};
+    for (size_t i = 0; i < static_cast<size_t>(k.rows); ++i) {
+      const uint8_t* last = from[i] + int64_t{pairs} * k.read;
+      std::copy_n(pairs > 0 ? last - bytes : last, bytes, gathered[i]);
+      std::copy_n(last, bytes, gathered[i] + bytes);
+      std::copy_n(last, bytes, gathered[i] + 2 * bytes);
+      pixels[i] = gathered[i] + bytes;
+    }
+    for (size_t i = 0; i < most_written; ++i) pair[i] = made[i];
+    k.run(pixels, pair, 1, *way_.encoded, {filters(), -bytes});
+    for (size_t i = 0; i < most_written && k.written[i] != 0; ++i) {
+      const bool is_luma = k.written[1] != 0 && i < static_cast<size_t>(k.rows);
+      std::copy_n(made[i], is_luma ? 1 : k.written[i], to[i] + int64_t{pairs} * k.written[i]);
+    }
+  }
+};
+
+}  // namespace
+
+std::optional<encoder> find_encoder(const way& w) {
+  if (!is_matrix_alone(w) || !is_of_bytes(w.from)) return {};
+  const plane_numbers planes = planes_of_rows(w.to);
+  if (planes.size() == 0) return {};
+  const size_t of_row = kernel_for(w, planes, 1);
+  const size_t of_rows = w.to.half_height ? kernel_for(w, planes, 2) : of_row;
+  if (of_row == kernels.size() || of_rows == kernels.size()) return {};
+  return encoder_with(of_row, of_rows, w, planes);
+}
+
+void encode_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
+                 const int rows) {
+  const rows_of_way picture(w, source, destination);
+  const kernel_entry& of_rows = kernels[w.encoded->of_rows];
+  int row = first;
+  for (; row + of_rows.rows <= first + rows; row += of_rows.rows) picture.convert(of_rows, row);
+  if (row < first + rows) picture.convert(kernels[w.encoded->of_row], row);
+}
+
+}  // namespace Processing::Morvane::checked
