@@ -10,7 +10,7 @@ scratch=$1
 common=$2
 shift 2
 
-# Where exceptions may pass, unoptimised code has a pointer to their handler, which holds no code.
+# Where exceptions may pass, there can be a pointer to their handler, which holds no code.
 weak_symbols() {
   nm --defined-only "$@" | awk 'NF == 3 && $2 ~ /^[WVuvwi]$/ && $3 !~ /^DW\.ref\./ { print $3 }' | sort -u
 }

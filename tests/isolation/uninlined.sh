@@ -1,8 +1,8 @@
 #!/bin/sh
-# unoptimised.sh COMPILER LIBRARY_DIR SCRATCH_DIR DEFINITIONS COMMON_SOURCES [UNIT FLAGS]...
+# uninlined.sh COMPILER LIBRARY_DIR SCRATCH_DIR DEFINITIONS COMMON_SOURCES [UNIT FLAGS]...
 #
-# Compiles the library without optimisation, where every function is there that is not inlined by force, and runs
-# no_shared_weak_symbols.sh on it. Lists are separated by blanks.
+# Compiles the library so that every function is there that is not inlined by force, and runs no_shared_weak_symbols.sh
+# on it. Lists are separated by blanks.
 set -eu
 compiler=$1
 library=$2
@@ -17,7 +17,7 @@ object_of() {
   shift
   object=$scratch/$(echo "$source" | tr / _).o
   # shellcheck disable=SC2086
-  "$compiler" -std=c++20 -O0 -fPIC -fvisibility=hidden $definitions -I"$library" "$@" -c "$library/$source" -o "$object"
+  "$compiler" -std=c++20 -O1 -fno-inline -fPIC -fvisibility=hidden $definitions -I"$library" "$@" -c "$library/$source" -o "$object"
   echo "$object"
 }
 
