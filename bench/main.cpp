@@ -31,6 +31,7 @@ using namespace morvane::bench;
 struct options {
   bool json = false;
   bool check_labels = false;
+  bool brief = false;
   fs::path report{};
   fs::path arm_figures{};
   fs::path docs{};
@@ -44,6 +45,7 @@ struct options {
 void add_options(CLI::App& app, options& o) {
   app.add_flag("--json", o.json, "Print JSON");
   app.add_option("--pairs", o.pairs, "Measure pairs of formats: uyvy:bgra,*:v210")->type_name("LIST");
+  app.add_flag("--brief", o.brief, "Measure pairs with few repetitions, as is done for more than a thousand");
   CLI::Option* report = app.add_option("--report", o.report, "Write the report into this directory")->type_name("DIR");
   app.add_option("--commit", o.commit, "The commit that the report names")->type_name("NAME")->needs(report);
   app.add_option("--arm-figures", o.arm_figures, "What was counted and modelled for 64-bit Arm")
@@ -97,11 +99,19 @@ std::ofstream open(const fs::path& file, std::ios::openmode mode = std::ios::out
 
 constexpr const char* few_repetitions = "--benchmark_repetitions=7";
 
+constexpr std::size_t most_thorough_pairs = 1000;
+
+thoroughness how_to_measure(const options& o, const std::vector<format_pair>& pairs) {
+  return o.brief || pairs.size() > most_thorough_pairs ? thoroughness::brief : thoroughness::thorough;
+}
+
 int print_pairs(const options& o) {
   if (!o.filters.empty()) throw std::runtime_error("--pairs takes no FILTER (see --help)");
   const std::vector<format_pair> pairs = pairs_named(o.pairs);
-  const measured_pairs all = measure_pairs({.pairs = pairs, .on_threads = pairs},
-                                           with_those_given({few_repetitions, "--benchmark_min_time=0.01"}, o));
+  const thoroughness how = how_to_measure(o, pairs);
+  const measured_pairs all = measure_pairs(
+      {.pairs = pairs, .on_threads = how == thoroughness::brief ? std::vector<format_pair>() : pairs, .how = how},
+      with_those_given({few_repetitions, "--benchmark_min_time=0.01"}, o));
   o.json ? write_json(std::cout, all) : write_table(std::cout, all);
   return EXIT_SUCCESS;
 }
@@ -122,8 +132,11 @@ results measured_for_report(const options& o) {
 
 measured_pairs pairs_for_report(const options& o, const std::vector<format_pair>& pairs, const targets& aims) {
   if (pairs.empty()) return {};
-  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / 240 + 1 << " min\n";
-  return measure_pairs({.pairs = pairs, .on_threads = aims.pairs.on_threads},
+  const thoroughness how = how_to_measure(o, pairs);
+  const std::size_t pairs_a_minute = how == thoroughness::brief ? 1000 : 200;
+  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / pairs_a_minute + 1
+            << " min\n";
+  return measure_pairs({.pairs = pairs, .on_threads = aims.pairs.on_threads, .how = how},
                        with_those_given({few_repetitions, "--benchmark_min_time=0.002"}, o));
 }
 

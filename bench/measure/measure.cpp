@@ -46,14 +46,18 @@ std::string copy_run_name(std::int64_t bytes) {
 }
 
 void register_run(const timed_run& run) {
-  benchmark::RegisterBenchmark(run.name.c_str(), [set_up = run.set_up](benchmark::State& state) {
-    const job work = set_up();
-    work();  // brings the planes into the caches that they fit in
-    for ([[maybe_unused]] auto _ : state) {
-      work();
-      benchmark::ClobberMemory();
-    }
-  })->UseRealTime();
+  benchmark::internal::Benchmark* made =
+      benchmark::RegisterBenchmark(run.name.c_str(), [set_up = run.set_up, warms_up = run.warms_up](auto& state) {
+        const job work = set_up();
+        if (warms_up) work();
+        for ([[maybe_unused]] auto _ : state) {
+          work();
+          benchmark::ClobberMemory();
+        }
+      });
+  made->UseRealTime();
+  if (run.repetitions > 0) made->Repetitions(run.repetitions);
+  if (run.iterations > 0) made->Iterations(run.iterations);
 }
 
 arena memory_for(const std::vector<planned>& plan) {

@@ -14,6 +14,11 @@ namespace morvane::bench {
 struct timed_run {
   std::string name{};
   std::function<job()> set_up{};
+  // Both 0: as the options say.
+  int repetitions = 0;
+  int iterations = 0;  // of one repetition
+  // Of each repetition: brings the planes into the caches that they fit in.
+  bool warms_up = true;
 };
 
 // The median of the repetitions of each run, in nanoseconds. The repetitions of all runs alternate in random order.
