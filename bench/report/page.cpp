@@ -119,8 +119,8 @@ void refresh_performance_page(const fs::path& directory, const results& r, const
 void refresh_performance_page(const fs::path& directory, const measured_pairs& all, const targets& aims,
                               const std::string& commit) {
   std::string measured = "![share of memcpy of every pair of formats](images/pairs_of_memcpy.svg)\n\n";
-  docs::write(directory / "images/pairs_of_memcpy.svg", picture_of_shares(all, aims));
-  if (const std::string picture = picture_beside_swscale(all, aims); !picture.empty()) {
+  docs::write(directory / "images/pairs_of_memcpy.svg", picture_of_shares(all, aims, matrix::tips::of_low_ones));
+  if (const std::string picture = picture_beside_swscale(all, aims, matrix::tips::of_low_ones); !picture.empty()) {
     measured += "![how many times as fast as swscale every pair of formats is](images/pairs_beside_swscale.svg)\n\n";
     docs::write(directory / "images/pairs_beside_swscale.svg", picture);
   }

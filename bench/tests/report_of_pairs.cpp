@@ -222,6 +222,28 @@ TEST(pictures_of_pairs, colour_ratios_to_swscale_and_leave_others_grey) {
   EXPECT_EQ(picture_beside_swscale({pair("y", "y", 1)}, aims_of_pairs()), "");
 }
 
+// Of ten thousand pairs, one in ten of them below its target.
+measured_pairs every_pair() {
+  measured_pairs result;
+  for (const catalogue::format& from : catalogue::formats)
+    for (const catalogue::format& to : catalogue::formats)
+      result.push_back(pair(std::string(from.name), std::string(to.name),
+                            result.size() % 10 == 0 ? 0.2 : 0.4 + 0.5 * static_cast<double>(result.size() % 7) / 7));
+  return result;
+}
+
+TEST(pictures_of_pairs, name_depths_and_floats) {
+  const std::string picture = picture_of_shares(every_pair(), aims_of_pairs());
+  for (const char* group :
+       {"YCbCr, 8 bits", "YCbCr, 10 bits", "RGB, 16 bits", "RGB, floats", "luma, 8 bits", "alpha, 8 bits"})
+    EXPECT_TRUE(has(picture, std::string(">") + group + "</text>")) << group;
+  EXPECT_LT(picture.find(">RGB, 16 bits<"), picture.find(">RGB, floats<"));
+}
+
+TEST(pictures_of_pairs, stay_small_on_a_page) {
+  EXPECT_LT(picture_of_shares(every_pair(), aims_of_pairs(), matrix::tips::of_low_ones).size(), 600'000);
+}
+
 TEST(pictures_of_pairs, tell_the_figures_of_a_cell) {
   EXPECT_TRUE(has(picture_of_shares({pair("y", "uyvy", 0.5, 3)}, aims_of_pairs()),
                   "<title>y to uyvy\n0.50 of memcpy, 6.0 GB/s\nin cache: 0.25 of memcpy\nbeside swscale, nearest "
