@@ -22,6 +22,7 @@
 #include "report/summary_of_pairs.h"
 #include "report/table.h"
 #include "report/targets.h"
+#include "report/used_pairs.h"
 
 namespace {
 
@@ -44,7 +45,7 @@ struct options {
 
 void add_options(CLI::App& app, options& o) {
   app.add_flag("--json", o.json, "Print JSON");
-  app.add_option("--pairs", o.pairs, "Measure pairs of formats: uyvy:bgra,*:v210")->type_name("LIST");
+  app.add_option("--pairs", o.pairs, "Measure pairs of formats: uyvy:bgra,*:v210, or used")->type_name("LIST");
   app.add_flag("--brief", o.brief, "Measure pairs with few repetitions, as is done for more than a thousand");
   CLI::Option* report = app.add_option("--report", o.report, "Write the report into this directory")->type_name("DIR");
   app.add_option("--commit", o.commit, "The commit that the report names")->type_name("NAME")->needs(report);
@@ -99,6 +100,9 @@ std::ofstream open(const fs::path& file, std::ios::openmode mode = std::ios::out
 
 constexpr const char* few_repetitions = "--benchmark_repetitions=7";
 
+// In place of a list of pairs: those of the targets.
+constexpr std::string_view used = "used";
+
 constexpr std::size_t most_thorough_pairs = 1000;
 
 thoroughness how_to_measure(const options& o, const std::vector<format_pair>& pairs) {
@@ -107,7 +111,8 @@ thoroughness how_to_measure(const options& o, const std::vector<format_pair>& pa
 
 int print_pairs(const options& o) {
   if (!o.filters.empty()) throw std::runtime_error("--pairs takes no FILTER (see --help)");
-  const std::vector<format_pair> pairs = pairs_named(o.pairs);
+  const std::vector<format_pair> pairs =
+      o.pairs == used ? read_targets(o.targets).pairs.used.pairs : pairs_named(o.pairs);
   const thoroughness how = how_to_measure(o, pairs);
   const measured_pairs all = measure_pairs(
       {.pairs = pairs, .on_threads = how == thoroughness::brief ? std::vector<format_pair>() : pairs, .how = how},
@@ -140,6 +145,14 @@ measured_pairs pairs_for_report(const options& o, const std::vector<format_pair>
                        with_those_given({few_repetitions, "--benchmark_min_time=0.002"}, o));
 }
 
+used_pairs used_pairs_for_report(const options& o, const targets& aims) {
+  if (!has_everything(o) && o.pairs != used) return {};
+  const std::vector<format_pair>& pairs = aims.pairs.used.pairs;
+  std::cerr << "Measuring " << pairs.size() << " pairs beside other libraries, which takes about "
+            << pairs.size() / 60 + 1 << " min\n";
+  return measure_beside_peers({.pairs = pairs}, o.for_benchmark);
+}
+
 void write_pictures(const fs::path& directory, const results& r, const measured_pairs& pairs, const targets& aims) {
   const std::pair<const char*, std::string> pictures[] = {
       {"share_of_memcpy.svg", share_plot(r, aims, full_hd)},
@@ -152,28 +165,33 @@ void write_pictures(const fs::path& directory, const results& r, const measured_
 int write_report(const options& o) {
   // What may go wrong is said before minutes are spent, and without harm to an earlier report.
   const targets aims = read_targets(o.targets);
-  const std::vector<format_pair> wanted = has_everything(o) ? all_pairs()
-                                          : o.pairs.empty() ? std::vector<format_pair>()
-                                                            : pairs_named(o.pairs);
+  const std::vector<format_pair> wanted = has_everything(o)                    ? all_pairs()
+                                          : o.pairs.empty() || o.pairs == used ? std::vector<format_pair>()
+                                                                               : pairs_named(o.pairs);
   fs::create_directories(o.report);
   const fs::path page = o.report / "report.html";
   open(page, std::ios::app);
 
   const std::vector<arm_figure> arm = read_arm_figures(o.arm_figures);
   const results r = measured_for_report(o);
+  const used_pairs beside_others = used_pairs_for_report(o, aims);
   const measured_pairs pairs = pairs_for_report(o, wanted, aims);
   std::ofstream csv = open(o.report / "report.csv");
   write_csv(csv, r, aims);
   std::ofstream csv_of_pairs = open(o.report / "pairs.csv");
   write_csv(csv_of_pairs, pairs);
+  std::ofstream csv_of_used = open(o.report / "used_pairs.csv");
+  write_csv(csv_of_used, beside_others);
   std::ofstream html = open(page);
-  write_html(html, {describe_machine(o.commit), r, aims, arm, pairs});
+  write_html(html, {describe_machine(o.commit), r, aims, arm, pairs, beside_others});
   write_pictures(o.report, r, pairs, aims);
   if (!o.docs.empty() && !r.all().empty()) refresh_performance_page(o.docs, r, aims, arm, o.commit);
   if (!o.docs.empty() && !pairs.empty()) refresh_performance_page(o.docs, pairs, aims, o.commit);
+  if (!o.docs.empty() && !beside_others.empty()) refresh_performance_page(o.docs, beside_others, aims, o.commit);
+  for (const pair_figure& f : summary(beside_others, aims)) std::cout << sentence(f) << '\n';
   for (const pair_figure& f : summary(pairs, aims)) std::cout << sentence(f) << '\n';
-  std::cout << misses(r, aims).size() + misses(pairs, aims).size() << " targets missed; " << page.string()
-            << " tells which\n";
+  std::cout << misses(r, aims).size() + misses(pairs, aims).size() + misses(beside_others, aims).size()
+            << " targets missed; " << page.string() << " tells which\n";
   return EXIT_SUCCESS;
 }
 

@@ -68,6 +68,16 @@ arena memory_for(const std::vector<planned>& plan) {
 
 }  // namespace
 
+timed_run counted(const std::string& name, const std::function<job()>& set_up, int repetitions, int iterations) {
+  const job work = set_up();
+  work();
+  return {.name = name,
+          .set_up = [work] { return work; },
+          .repetitions = repetitions,
+          .iterations = iterations,
+          .warms_up = iterations > 1};
+}
+
 std::map<std::string, double> medians_of(const std::vector<timed_run>& runs, const std::vector<std::string>& options) {
   initialize(options);
   for (const timed_run& run : runs) register_run(run);

@@ -104,17 +104,8 @@ class runs_of_pair {
   std::vector<timed_run> runs_{};
 
   void add(const char* name, const std::function<job()>& set_up, int repetitions, int iterations) {
-    if (!is_brief_) {
-      runs_.push_back({.name = name, .set_up = set_up});
-      return;
-    }
-    const job work = set_up();
-    work();  // which finds its own memory, and whatever it makes at first
-    runs_.push_back({.name = name,
-                     .set_up = [work] { return work; },
-                     .repetitions = repetitions,
-                     .iterations = iterations,
-                     .warms_up = iterations > 1});
+    runs_.push_back(is_brief_ ? counted(name, set_up, repetitions, iterations)
+                              : timed_run{.name = name, .set_up = set_up});
   }
   // Frames come from memory whatever ran before, and one takes long enough for the clock.
   void add_large(const char* name, const std::function<job()>& set_up) { add(name, set_up, 7, 1); }

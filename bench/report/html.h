@@ -10,6 +10,7 @@
 #include "report/pairs.h"
 #include "report/results.h"
 #include "report/targets.h"
+#include "report/used_pairs.h"
 
 namespace morvane::bench {
 
@@ -19,6 +20,7 @@ struct page_contents {
   const targets& aims;
   std::vector<arm_figure> arm{};
   measured_pairs pairs{};
+  used_pairs used{};
 };
 
 void write_html(std::ostream& out, const page_contents& page);

@@ -127,4 +127,15 @@ void refresh_performance_page(const fs::path& directory, const measured_pairs& a
   replace_measured(directory, "measured pairs", measured + measured_on(commit) + table_of(summary(all, aims)));
 }
 
+void refresh_performance_page(const fs::path& directory, const used_pairs& all, const targets& aims,
+                              const std::string& commit) {
+  std::string text = measured_on(commit) + table_of(summary(all, aims)) + '\n';
+  for (const std::string& line : counts_of_labels(all)) text += "- " + line + '\n';
+  text +=
+      "\n<details><summary>Every pair: shares of memcpy at three sizes, and how many times as fast as each library "
+      "at " +
+      name_of(full_hd) + "</summary>\n\n" + table_of(all) + "\n</details>\n";
+  replace_measured(directory, "measured used pairs", text);
+}
+
 }  // namespace morvane::bench

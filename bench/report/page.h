@@ -7,6 +7,7 @@
 #include "report/pairs.h"
 #include "report/results.h"
 #include "report/targets.h"
+#include "report/used_pairs.h"
 
 namespace morvane::bench {
 
@@ -16,6 +17,10 @@ void refresh_performance_page(const std::filesystem::path& directory, const resu
 
 // Rewrites the pictures of pairs in images/, and in performance.md the section `measured pairs`.
 void refresh_performance_page(const std::filesystem::path& directory, const measured_pairs& all, const targets& aims,
+                              const std::string& commit);
+
+// Rewrites in performance.md the section `measured used pairs`.
+void refresh_performance_page(const std::filesystem::path& directory, const used_pairs& all, const targets& aims,
                               const std::string& commit);
 
 }  // namespace morvane::bench

@@ -42,6 +42,23 @@ TEST(medians_of, has_as_many_repetitions_and_iterations_as_a_run_says) {
   EXPECT_EQ(done, 3 * (5 + 1) + 3 * 5);
 }
 
+TEST(counted, is_set_up_and_done_once_beforehand) {
+  int set_up = 0;
+  int done = 0;
+  const auto count = [&] {
+    ++set_up;
+    return [&done] { ++done; };
+  };
+  const timed_run once = counted("counted", count, 3, 1);
+  EXPECT_EQ(done, 1);
+  medians_of({once}, {});
+  EXPECT_EQ(set_up, 1);
+  EXPECT_EQ(done, 1 + 3);
+  medians_of({counted("counted", count, 3, 5)}, {});
+  EXPECT_EQ(set_up, 2);
+  EXPECT_EQ(done, 1 + 3 + 1 + 3 * (5 + 1));
+}
+
 TEST(measure, refuses_options_that_google_benchmark_does_not_know) {
   EXPECT_THROW(measure({}, {"--benchmark_no_such_option"}), std::runtime_error);
 }
