@@ -35,6 +35,7 @@ struct options {
   bool brief = false;
   fs::path report{};
   fs::path arm_figures{};
+  fs::path library_sizes{};
   fs::path docs{};
   fs::path targets = MORVANE_TARGETS;
   std::string commit = "unknown";
@@ -50,6 +51,9 @@ void add_options(CLI::App& app, options& o) {
   CLI::Option* report = app.add_option("--report", o.report, "Write the report into this directory")->type_name("DIR");
   app.add_option("--commit", o.commit, "The commit that the report names")->type_name("NAME")->needs(report);
   app.add_option("--arm-figures", o.arm_figures, "What was counted and modelled for 64-bit Arm")
+      ->type_name("FILE")
+      ->needs(report);
+  app.add_option("--library-sizes", o.library_sizes, "The bytes of the shared library, and of each backend in it")
       ->type_name("FILE")
       ->needs(report);
   app.add_option("--docs", o.docs, "Renew the measured part of this directory's performance.md, and its picture")
@@ -173,6 +177,7 @@ int write_report(const options& o) {
   open(page, std::ios::app);
 
   const std::vector<arm_figure> arm = read_arm_figures(o.arm_figures);
+  const std::optional<library_size> size = read_library_size(o.library_sizes);
   const results r = measured_for_report(o);
   const used_pairs beside_others = used_pairs_for_report(o, aims);
   const measured_pairs pairs = pairs_for_report(o, wanted, aims);
@@ -183,14 +188,17 @@ int write_report(const options& o) {
   std::ofstream csv_of_used = open(o.report / "used_pairs.csv");
   write_csv(csv_of_used, beside_others);
   std::ofstream html = open(page);
-  write_html(html, {describe_machine(o.commit), r, aims, arm, pairs, beside_others});
+  write_html(html, {describe_machine(o.commit), r, aims, arm, pairs, beside_others, size});
   write_pictures(o.report, r, pairs, aims);
   if (!o.docs.empty() && !r.all().empty()) refresh_performance_page(o.docs, r, aims, arm, o.commit);
   if (!o.docs.empty() && !pairs.empty()) refresh_performance_page(o.docs, pairs, aims, o.commit);
   if (!o.docs.empty() && !beside_others.empty()) refresh_performance_page(o.docs, beside_others, aims, o.commit);
+  if (!o.docs.empty() && size) refresh_performance_page(o.docs, *size, aims, o.commit);
+  if (size) std::cout << sentence(*size, aims) << '\n';
   for (const pair_figure& f : summary(beside_others, aims)) std::cout << sentence(f) << '\n';
   for (const pair_figure& f : summary(pairs, aims)) std::cout << sentence(f) << '\n';
-  std::cout << misses(r, aims).size() + misses(pairs, aims).size() + misses(beside_others, aims).size()
+  std::cout << misses(r, aims).size() + misses(pairs, aims).size() + misses(beside_others, aims).size() +
+                   misses(size, aims).size()
             << " targets missed; " << page.string() << " tells which\n";
   return EXIT_SUCCESS;
 }

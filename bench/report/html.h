@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "report/arm_figures.h"
+#include "report/library_size.h"
 #include "report/pairs.h"
 #include "report/results.h"
 #include "report/targets.h"
@@ -21,6 +22,7 @@ struct page_contents {
   std::vector<arm_figure> arm{};
   measured_pairs pairs{};
   used_pairs used{};
+  std::optional<library_size> size{};
 };
 
 void write_html(std::ostream& out, const page_contents& page);

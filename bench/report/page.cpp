@@ -138,4 +138,10 @@ void refresh_performance_page(const fs::path& directory, const used_pairs& all, 
   replace_measured(directory, "measured used pairs", text);
 }
 
+void refresh_performance_page(const fs::path& directory, const library_size& size, const targets& aims,
+                              const std::string& commit) {
+  replace_measured(directory, "measured size",
+                   sentence(size, aims) + " Built by " + compiler() + ", commit " + commit + ".\n");
+}
+
 }  // namespace morvane::bench

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "report/arm_figures.h"
+#include "report/library_size.h"
 #include "report/pairs.h"
 #include "report/results.h"
 #include "report/targets.h"
@@ -17,6 +18,10 @@ void refresh_performance_page(const std::filesystem::path& directory, const resu
 
 // Rewrites the pictures of pairs in images/, and in performance.md the section `measured pairs`.
 void refresh_performance_page(const std::filesystem::path& directory, const measured_pairs& all, const targets& aims,
+                              const std::string& commit);
+
+// Rewrites in performance.md the section `measured size`.
+void refresh_performance_page(const std::filesystem::path& directory, const library_size& size, const targets& aims,
                               const std::string& commit);
 
 // Rewrites in performance.md the section `measured used pairs`.

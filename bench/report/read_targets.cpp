@@ -209,11 +209,12 @@ pair_targets read_pair_targets(const node& n) {
 }
 
 targets read_all(const node& n) {
-  n.allow({"about", "noise", "least_of_tight", "least_of_long_rows", "kinds", "libraries", "touch_next_to_nothing",
-           "reasons", "examples", "pairs"});
+  n.allow({"about", "library_megabytes", "noise", "least_of_tight", "least_of_long_rows", "kinds", "libraries",
+           "touch_next_to_nothing", "reasons", "examples", "pairs"});
   const node reasons = n["reasons"];
   reasons.allow({"within_noise", "speed", "short_rows"});
   targets result;
+  result.library_megabytes = n["library_megabytes"].number();
   result.noise = n["noise"].number();
   result.least_of_tight = n["least_of_tight"].number();
   result.least_of_long_rows = n["least_of_long_rows"].number();

@@ -75,6 +75,7 @@ struct pair_targets {
 
 // Where several entries are for one row, the first counts.
 struct targets {
+  double library_megabytes = 0;   // the shared library without symbols
   double noise = 0;               // what the machine itself makes of two runs of the same code
   double least_of_tight = 0;      // padded, odd and unaligned planes against tight ones, at full_hd
   double least_of_long_rows = 0;  // short_rows against those of in_cache, both padded
