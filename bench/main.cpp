@@ -56,7 +56,9 @@ void add_options(CLI::App& app, options& o) {
   app.add_option("--library-sizes", o.library_sizes, "The bytes of the shared library, and of each backend in it")
       ->type_name("FILE")
       ->needs(report);
-  app.add_option("--docs", o.docs, "Renew the measured part of this directory's performance.md, and its picture")
+  app.add_option(
+         "--docs", o.docs,
+         "Renew the measured parts of this directory's performance.md and of the README beside it, and their pictures")
       ->type_name("DIR")
       ->needs(report);
   app.add_option("--targets", o.targets, "What the report holds the library against")->type_name("FILE")->needs(report);
@@ -191,7 +193,10 @@ int write_report(const options& o) {
   write_html(html, {describe_machine(o.commit), r, aims, arm, pairs, beside_others, size});
   write_pictures(o.report, r, pairs, aims);
   if (!o.docs.empty() && !r.all().empty()) refresh_performance_page(o.docs, r, aims, arm, o.commit);
-  if (!o.docs.empty() && !pairs.empty()) refresh_performance_page(o.docs, pairs, aims, o.commit);
+  if (!o.docs.empty() && !pairs.empty()) {
+    refresh_performance_page(o.docs, pairs, aims, o.commit);
+    refresh_readme(o.docs.parent_path(), pairs, aims);
+  }
   if (!o.docs.empty() && !beside_others.empty()) refresh_performance_page(o.docs, beside_others, aims, o.commit);
   if (!o.docs.empty() && size) refresh_performance_page(o.docs, *size, aims, o.commit);
   if (size) std::cout << sentence(*size, aims) << '\n';

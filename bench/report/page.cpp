@@ -138,6 +138,21 @@ void refresh_performance_page(const fs::path& directory, const used_pairs& all, 
   replace_measured(directory, "measured used pairs", text);
 }
 
+void refresh_readme(const fs::path& directory, const measured_pairs& all, const targets& aims) {
+  const std::optional<spread> shares = shares_of_memcpy(all);
+  if (!shares) return;
+  const spread::value& slowest = shares->ascending().front();
+  const std::size_t colon = slowest.pair.find(':');
+  const std::string_view why = aims.pairs.why(slowest.pair.substr(0, colon), slowest.pair.substr(colon + 1));
+  std::string text = "![share of memcpy of every pair of formats](docs/images/pairs_of_memcpy.svg)\n\n";
+  text += "*Every format to every other at " + name_of(full_hd) +
+          ", as a share of memcpy: " + std::to_string(shares->count()) + " pairs by lines of samples, median " +
+          fixed(shares->median()) + "; the slowest is `" + slowest.pair + "` with " + fixed(slowest.figure);
+  if (!why.empty()) text.append(": ").append(why);
+  const fs::path page = directory / "README.md";
+  docs::write(page, docs::replace_section(docs::read(page), "measured pairs", text + ".*\n"));
+}
+
 void refresh_performance_page(const fs::path& directory, const library_size& size, const targets& aims,
                               const std::string& commit) {
   replace_measured(directory, "measured size",

@@ -20,6 +20,10 @@ void refresh_performance_page(const std::filesystem::path& directory, const resu
 void refresh_performance_page(const std::filesystem::path& directory, const measured_pairs& all, const targets& aims,
                               const std::string& commit);
 
+// Rewrites in README.md of the directory the section `measured pairs`: the picture, the median, and the slowest pair
+// with what bounds it.
+void refresh_readme(const std::filesystem::path& directory, const measured_pairs& all, const targets& aims);
+
 // Rewrites in performance.md the section `measured size`.
 void refresh_performance_page(const std::filesystem::path& directory, const library_size& size, const targets& aims,
                               const std::string& commit);

@@ -341,5 +341,26 @@ TEST(performance_page_of_pairs, renews_its_own_section_and_pictures) {
   fs::remove_all(docs);
 }
 
+TEST(readme, shows_every_pair_and_says_what_bounds_the_slowest) {
+  const fs::path directory = fs::path(testing::TempDir()) / ("pairs_readme_" + std::to_string(getpid()));
+  fs::create_directories(directory);
+  const auto readme_of = [&directory](const measured_pairs& all) {
+    std::ofstream(directory / "README.md")
+        << "<!-- begin measured pairs -->\nold\n<!-- end measured pairs -->\nafter\n";
+    refresh_readme(directory, all, aims_of_pairs());
+    std::ifstream in(directory / "README.md");
+    return std::string{std::istreambuf_iterator<char>(in), {}};
+  };
+  EXPECT_EQ(
+      readme_of({pair("v210", "y", 0.2), pair("y", "y", 0.5), pair("y", "uyvy", 0.9)}),
+      "<!-- begin measured pairs -->\n"
+      "![share of memcpy of every pair of formats](docs/images/pairs_of_memcpy.svg)\n\n"
+      "*Every format to every other at 1920x1080, as a share of memcpy: 3 pairs by lines of samples, median 0.50; "
+      "the slowest is `v210:y` with 0.20: groups.*\n"
+      "<!-- end measured pairs -->\nafter\n");
+  EXPECT_TRUE(has(readme_of({pair("y", "y", 0.5)}), "the slowest is `y:y` with 0.50.*\n"));
+  fs::remove_all(directory);
+}
+
 }  // namespace
 }  // namespace morvane::bench
