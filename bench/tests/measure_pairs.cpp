@@ -93,15 +93,23 @@ TEST(measure_pairs, briefly_takes_calls_and_threads_of_some_pairs_alone) {
   }
 }
 
+std::vector<pair_measurement> measured_briefly(const char* pair) {
+  return measure_pairs(
+      {.pairs = pairs_named(pair), .how = thoroughness::brief, .picture = small, .bytes_of_ring = 1 << 20}, at_once);
+}
+
 TEST(measure_pairs, briefly_takes_another_filter_where_chroma_is_resampled_alone) {
-  const std::vector<pair_measurement> all = measure_pairs({.pairs = pairs_named("bgra:vuya,uyvy:bgra,uyvy:v210"),
-                                                           .how = thoroughness::brief,
-                                                           .picture = small,
-                                                           .bytes_of_ring = 1 << 20},
-                                                          at_once);
-  ASSERT_EQ(all.size(), 3);
-  for (const pair_measurement& m : all)
-    EXPECT_EQ(m.nearest_nanoseconds != m.nanoseconds, m.name() == "uyvy:bgra") << m.name();
+  for (const char* pair : {"bgra:vuya", "uyvy:v210"}) {
+    const pair_measurement m = measured_briefly(pair).front();
+    EXPECT_EQ(m.nearest_nanoseconds, m.nanoseconds) << pair;
+  }
+  // Two runs may take the same time once.
+  bool differ = false;
+  for (int i = 0; i < 10 && !differ; ++i) {
+    const pair_measurement m = measured_briefly("uyvy:bgra").front();
+    differ = m.nearest_nanoseconds != m.nanoseconds;
+  }
+  EXPECT_TRUE(differ);
 }
 
 }  // namespace
