@@ -22,6 +22,7 @@
 #include "report/summary_of_pairs.h"
 #include "report/table.h"
 #include "report/targets.h"
+#include "report/used_pairs.h"
 
 namespace {
 
@@ -31,8 +32,10 @@ using namespace morvane::bench;
 struct options {
   bool json = false;
   bool check_labels = false;
+  bool brief = false;
   fs::path report{};
   fs::path arm_figures{};
+  fs::path library_sizes{};
   fs::path docs{};
   fs::path targets = MORVANE_TARGETS;
   std::string commit = "unknown";
@@ -43,13 +46,19 @@ struct options {
 
 void add_options(CLI::App& app, options& o) {
   app.add_flag("--json", o.json, "Print JSON");
-  app.add_option("--pairs", o.pairs, "Measure pairs of formats: uyvy:bgra,*:v210")->type_name("LIST");
+  app.add_option("--pairs", o.pairs, "Measure pairs of formats: uyvy:bgra,*:v210, or used")->type_name("LIST");
+  app.add_flag("--brief", o.brief, "Measure pairs with few repetitions, as is done for more than a thousand");
   CLI::Option* report = app.add_option("--report", o.report, "Write the report into this directory")->type_name("DIR");
   app.add_option("--commit", o.commit, "The commit that the report names")->type_name("NAME")->needs(report);
   app.add_option("--arm-figures", o.arm_figures, "What was counted and modelled for 64-bit Arm")
       ->type_name("FILE")
       ->needs(report);
-  app.add_option("--docs", o.docs, "Renew the measured part of this directory's performance.md, and its picture")
+  app.add_option("--library-sizes", o.library_sizes, "The bytes of the shared library, and of each backend in it")
+      ->type_name("FILE")
+      ->needs(report);
+  app.add_option(
+         "--docs", o.docs,
+         "Renew the measured parts of this directory's performance.md and of the README beside it, and their pictures")
       ->type_name("DIR")
       ->needs(report);
   app.add_option("--targets", o.targets, "What the report holds the library against")->type_name("FILE")->needs(report);
@@ -97,11 +106,23 @@ std::ofstream open(const fs::path& file, std::ios::openmode mode = std::ios::out
 
 constexpr const char* few_repetitions = "--benchmark_repetitions=7";
 
+// In place of a list of pairs: those of the targets.
+constexpr std::string_view used = "used";
+
+constexpr std::size_t most_thorough_pairs = 1000;
+
+thoroughness how_to_measure(const options& o, const std::vector<format_pair>& pairs) {
+  return o.brief || pairs.size() > most_thorough_pairs ? thoroughness::brief : thoroughness::thorough;
+}
+
 int print_pairs(const options& o) {
   if (!o.filters.empty()) throw std::runtime_error("--pairs takes no FILTER (see --help)");
-  const std::vector<format_pair> pairs = pairs_named(o.pairs);
-  const measured_pairs all = measure_pairs({.pairs = pairs, .on_threads = pairs},
-                                           with_those_given({few_repetitions, "--benchmark_min_time=0.01"}, o));
+  const std::vector<format_pair> pairs =
+      o.pairs == used ? read_targets(o.targets).pairs.used.pairs : pairs_named(o.pairs);
+  const thoroughness how = how_to_measure(o, pairs);
+  const measured_pairs all = measure_pairs(
+      {.pairs = pairs, .on_threads = how == thoroughness::brief ? std::vector<format_pair>() : pairs, .how = how},
+      with_those_given({few_repetitions, "--benchmark_min_time=0.01"}, o));
   o.json ? write_json(std::cout, all) : write_table(std::cout, all);
   return EXIT_SUCCESS;
 }
@@ -122,9 +143,20 @@ results measured_for_report(const options& o) {
 
 measured_pairs pairs_for_report(const options& o, const std::vector<format_pair>& pairs, const targets& aims) {
   if (pairs.empty()) return {};
-  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / 240 + 1 << " min\n";
-  return measure_pairs({.pairs = pairs, .on_threads = aims.pairs.on_threads},
+  const thoroughness how = how_to_measure(o, pairs);
+  const std::size_t pairs_a_minute = how == thoroughness::brief ? 1000 : 200;
+  std::cerr << "Measuring " << pairs.size() << " pairs, which takes about " << pairs.size() / pairs_a_minute + 1
+            << " min\n";
+  return measure_pairs({.pairs = pairs, .on_threads = aims.pairs.on_threads, .how = how},
                        with_those_given({few_repetitions, "--benchmark_min_time=0.002"}, o));
+}
+
+used_pairs used_pairs_for_report(const options& o, const targets& aims) {
+  if (!has_everything(o) && o.pairs != used) return {};
+  const std::vector<format_pair>& pairs = aims.pairs.used.pairs;
+  std::cerr << "Measuring " << pairs.size() << " pairs beside other libraries, which takes about "
+            << pairs.size() / 60 + 1 << " min\n";
+  return measure_beside_peers({.pairs = pairs}, o.for_benchmark);
 }
 
 void write_pictures(const fs::path& directory, const results& r, const measured_pairs& pairs, const targets& aims) {
@@ -139,28 +171,40 @@ void write_pictures(const fs::path& directory, const results& r, const measured_
 int write_report(const options& o) {
   // What may go wrong is said before minutes are spent, and without harm to an earlier report.
   const targets aims = read_targets(o.targets);
-  const std::vector<format_pair> wanted = has_everything(o) ? all_pairs()
-                                          : o.pairs.empty() ? std::vector<format_pair>()
-                                                            : pairs_named(o.pairs);
+  const std::vector<format_pair> wanted = has_everything(o)                    ? all_pairs()
+                                          : o.pairs.empty() || o.pairs == used ? std::vector<format_pair>()
+                                                                               : pairs_named(o.pairs);
   fs::create_directories(o.report);
   const fs::path page = o.report / "report.html";
   open(page, std::ios::app);
 
   const std::vector<arm_figure> arm = read_arm_figures(o.arm_figures);
+  const std::optional<library_size> size = read_library_size(o.library_sizes);
   const results r = measured_for_report(o);
+  const used_pairs beside_others = used_pairs_for_report(o, aims);
   const measured_pairs pairs = pairs_for_report(o, wanted, aims);
   std::ofstream csv = open(o.report / "report.csv");
   write_csv(csv, r, aims);
   std::ofstream csv_of_pairs = open(o.report / "pairs.csv");
   write_csv(csv_of_pairs, pairs);
+  std::ofstream csv_of_used = open(o.report / "used_pairs.csv");
+  write_csv(csv_of_used, beside_others);
   std::ofstream html = open(page);
-  write_html(html, {describe_machine(o.commit), r, aims, arm, pairs});
+  write_html(html, {describe_machine(o.commit), r, aims, arm, pairs, beside_others, size});
   write_pictures(o.report, r, pairs, aims);
   if (!o.docs.empty() && !r.all().empty()) refresh_performance_page(o.docs, r, aims, arm, o.commit);
-  if (!o.docs.empty() && !pairs.empty()) refresh_performance_page(o.docs, pairs, aims, o.commit);
+  if (!o.docs.empty() && !pairs.empty()) {
+    refresh_performance_page(o.docs, pairs, aims, o.commit);
+    refresh_readme(o.docs.parent_path(), pairs, aims);
+  }
+  if (!o.docs.empty() && !beside_others.empty()) refresh_performance_page(o.docs, beside_others, aims, o.commit);
+  if (!o.docs.empty() && size) refresh_performance_page(o.docs, *size, aims, o.commit);
+  if (size) std::cout << sentence(*size, aims) << '\n';
+  for (const pair_figure& f : summary(beside_others, aims)) std::cout << sentence(f) << '\n';
   for (const pair_figure& f : summary(pairs, aims)) std::cout << sentence(f) << '\n';
-  std::cout << misses(r, aims).size() + misses(pairs, aims).size() << " targets missed; " << page.string()
-            << " tells which\n";
+  std::cout << misses(r, aims).size() + misses(pairs, aims).size() + misses(beside_others, aims).size() +
+                   misses(size, aims).size()
+            << " targets missed; " << page.string() << " tells which\n";
   return EXIT_SUCCESS;
 }
 

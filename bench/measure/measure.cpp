@@ -46,14 +46,18 @@ std::string copy_run_name(std::int64_t bytes) {
 }
 
 void register_run(const timed_run& run) {
-  benchmark::RegisterBenchmark(run.name.c_str(), [set_up = run.set_up](benchmark::State& state) {
-    const job work = set_up();
-    work();  // brings the planes into the caches that they fit in
-    for ([[maybe_unused]] auto _ : state) {
-      work();
-      benchmark::ClobberMemory();
-    }
-  })->UseRealTime();
+  benchmark::internal::Benchmark* made =
+      benchmark::RegisterBenchmark(run.name.c_str(), [set_up = run.set_up, warms_up = run.warms_up](auto& state) {
+        const job work = set_up();
+        if (warms_up) work();
+        for ([[maybe_unused]] auto _ : state) {
+          work();
+          benchmark::ClobberMemory();
+        }
+      });
+  made->UseRealTime();
+  if (run.repetitions > 0) made->Repetitions(run.repetitions);
+  if (run.iterations > 0) made->Iterations(run.iterations);
 }
 
 arena memory_for(const std::vector<planned>& plan) {
@@ -63,6 +67,16 @@ arena memory_for(const std::vector<planned>& plan) {
 }
 
 }  // namespace
+
+timed_run counted(const std::string& name, const std::function<job()>& set_up, int repetitions, int iterations) {
+  const job work = set_up();
+  work();
+  return {.name = name,
+          .set_up = [work] { return work; },
+          .repetitions = repetitions,
+          .iterations = iterations,
+          .warms_up = iterations > 1};
+}
 
 std::map<std::string, double> medians_of(const std::vector<timed_run>& runs, const std::vector<std::string>& options) {
   initialize(options);

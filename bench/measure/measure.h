@@ -14,7 +14,16 @@ namespace morvane::bench {
 struct timed_run {
   std::string name{};
   std::function<job()> set_up{};
+  // Both 0: as the options say.
+  int repetitions = 0;
+  int iterations = 0;  // of one repetition
+  // Of each repetition: brings the planes into the caches that they fit in.
+  bool warms_up = true;
 };
+
+// A run with fixed counts, set up and done once beforehand: it has found its memory and made whatever it makes at
+// first.
+timed_run counted(const std::string& name, const std::function<job()>& set_up, int repetitions, int iterations);
 
 // The median of the repetitions of each run, in nanoseconds. The repetitions of all runs alternate in random order.
 std::map<std::string, double> medians_of(const std::vector<timed_run>& runs, const std::vector<std::string>& options);

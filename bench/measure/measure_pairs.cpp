@@ -63,22 +63,55 @@ class rings {
   }
 };
 
-std::map<std::string, double> medians_beside_others(ring& frames, ring& in_nearest_cache,
-                                                    const std::vector<std::string>& options) {
-  const format_pair& p = frames.formats();
-  std::vector<timed_run> runs = {
-      {linear, [&] { return convert_next(frames, {.filter = filter::linear}); }},
-      {nearest, [&] { return convert_next(frames, {.filter = filter::nearest}); }},
-      {copy, [&] { return copy_next(frames); }},
-      {tiny_picture, [&] { return convert_tiny_picture(p); }},
-      {linear_in_cache, [&] { return convert_next(in_nearest_cache, {.filter = filter::linear}); }},
-      {copy_in_cache, [&] { return copy_next(in_nearest_cache); }}};
-  if (swscale_has(*p.source, *p.destination)) {
-    runs.push_back({swscale_nearest, [&] { return convert_next_by_swscale(frames, resampling::nearest); }});
-    runs.push_back({swscale_bilinear, [&] { return convert_next_by_swscale(frames, resampling::bilinear); }});
-  }
-  return medians_of(runs, options);
+// With other chroma than the destination has, which alone a filter changes.
+bool resamples(const std::vector<std::string>& steps) {
+  return std::any_of(steps.begin(), steps.end(), [](const std::string& s) { return s.starts_with("chroma "); });
 }
+
+bool contains(const std::vector<format_pair>& pairs, const format_pair& p) {
+  return std::find(pairs.begin(), pairs.end(), p) != pairs.end();
+}
+
+// The runs of one pair, each with no more repetitions than a brief measurement has where that is wanted.
+class runs_of_pair {
+ public:
+  runs_of_pair(const pair_request& wanted, ring& frames, ring& in_nearest_cache)
+      : is_brief_(wanted.how == thoroughness::brief), frames_(frames), in_nearest_cache_(in_nearest_cache) {}
+
+  void add_conversions(bool resampled) {
+    add_large(linear, [this] { return convert_next(frames_, {.filter = filter::linear}); });
+    if (resampled) add_large(nearest, [this] { return convert_next(frames_, {.filter = filter::nearest}); });
+    add_large(copy, [this] { return copy_next(frames_); });
+    add_small(linear_in_cache, [this] { return convert_next(in_nearest_cache_, {.filter = filter::linear}); });
+    add_small(copy_in_cache, [this] { return copy_next(in_nearest_cache_); });
+  }
+  void add_tiny_picture() {
+    add_small(tiny_picture, [this] { return convert_tiny_picture(frames_.formats()); });
+  }
+  void add_swscale() {
+    add_slow(swscale_nearest, [this] { return convert_next_by_swscale(frames_, resampling::nearest); });
+    add_slow(swscale_bilinear, [this] { return convert_next_by_swscale(frames_, resampling::bilinear); });
+  }
+
+  std::map<std::string, double> medians(const std::vector<std::string>& options) const {
+    return medians_of(runs_, options);
+  }
+
+ private:
+  bool is_brief_;
+  ring& frames_;
+  ring& in_nearest_cache_;
+  std::vector<timed_run> runs_{};
+
+  void add(const char* name, const std::function<job()>& set_up, int repetitions, int iterations) {
+    runs_.push_back(is_brief_ ? counted(name, set_up, repetitions, iterations)
+                              : timed_run{.name = name, .set_up = set_up});
+  }
+  // Frames come from memory whatever ran before, and one takes long enough for the clock.
+  void add_large(const char* name, const std::function<job()>& set_up) { add(name, set_up, 7, 1); }
+  void add_small(const char* name, const std::function<job()>& set_up) { add(name, set_up, 7, 20); }
+  void add_slow(const char* name, const std::function<job()>& set_up) { add(name, set_up, 3, 1); }
+};
 
 double gain_of_two_threads(ring many, const std::vector<std::string>& options) {
   const auto medians = medians_of({{one_thread, [&many] { return convert_next(many); }},
@@ -92,23 +125,32 @@ std::optional<double> find(const std::map<std::string, double>& medians, const c
   return found == medians.end() ? std::nullopt : std::optional(found->second);
 }
 
-pair_measurement measure_pair(rings& memory, const format_pair& p, const std::vector<std::string>& options) {
+pair_measurement measure_pair(const pair_request& wanted, rings& memory, const format_pair& p,
+                              const std::vector<std::string>& options) {
   ring frames = memory.beyond_caches(p);
   ring in_nearest_cache = memory.in_caches(p, 1);
-  const std::map<std::string, double> medians = medians_beside_others(frames, in_nearest_cache, options);
-  return {.source = std::string(p.source->name),
-          .destination = std::string(p.destination->name),
-          .steps = plan(frames.from(), frames.to()).steps(),
-          .bytes = frames.bytes_of_a_frame(),
-          .pixels = std::int64_t{frames.each().xres} * frames.each().yres,
-          .nanoseconds = medians.at(linear),
-          .nearest_nanoseconds = medians.at(nearest),
-          .copy_nanoseconds = medians.at(copy),
-          .swscale_nearest_nanoseconds = find(medians, swscale_nearest),
-          .swscale_bilinear_nanoseconds = find(medians, swscale_bilinear),
-          .tiny_nanoseconds = medians.at(tiny_picture),
-          .in_cache_nanoseconds = medians.at(linear_in_cache),
-          .in_cache_copy_nanoseconds = medians.at(copy_in_cache)};
+  const std::vector<std::string> steps = plan(frames.from(), frames.to()).steps();
+  const bool on_threads = contains(wanted.on_threads, p);
+  runs_of_pair runs(wanted, frames, in_nearest_cache);
+  runs.add_conversions(resamples(steps));
+  if (on_threads || wanted.how == thoroughness::thorough) runs.add_tiny_picture();
+  if (swscale_has(*p.source, *p.destination)) runs.add_swscale();
+  const std::map<std::string, double> medians = runs.medians(options);
+  pair_measurement result{.source = std::string(p.source->name),
+                          .destination = std::string(p.destination->name),
+                          .steps = steps,
+                          .bytes = frames.bytes_of_a_frame(),
+                          .pixels = std::int64_t{frames.each().xres} * frames.each().yres,
+                          .nanoseconds = medians.at(linear),
+                          .nearest_nanoseconds = find(medians, nearest).value_or(medians.at(linear)),
+                          .copy_nanoseconds = medians.at(copy),
+                          .swscale_nearest_nanoseconds = find(medians, swscale_nearest),
+                          .swscale_bilinear_nanoseconds = find(medians, swscale_bilinear),
+                          .tiny_nanoseconds = find(medians, tiny_picture),
+                          .in_cache_nanoseconds = medians.at(linear_in_cache),
+                          .in_cache_copy_nanoseconds = medians.at(copy_in_cache)};
+  if (on_threads) result.gain_of_two_threads = gain_of_two_threads(memory.in_caches(p, pictures_of_threads), options);
+  return result;
 }
 
 std::optional<double> lesser(const std::optional<double> a, const std::optional<double> b) {
@@ -131,11 +173,7 @@ std::vector<pair_measurement> measure_pairs(const pair_request& wanted, const st
   Processing::Morvane::backend::choose(Processing::Morvane::backend::available().back());
   rings memory(wanted);
   std::vector<pair_measurement> result;
-  for (const format_pair& p : wanted.pairs) {
-    result.push_back(measure_pair(memory, p, options));
-    if (std::find(wanted.on_threads.begin(), wanted.on_threads.end(), p) != wanted.on_threads.end())
-      result.back().gain_of_two_threads = gain_of_two_threads(memory.in_caches(p, pictures_of_threads), options);
-  }
+  for (const format_pair& p : wanted.pairs) result.push_back(measure_pair(wanted, memory, p, options));
   return result;
 }
 

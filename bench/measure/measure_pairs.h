@@ -18,14 +18,14 @@ struct pair_measurement {
 
   // Of one frame of a ring, so that all of it comes from memory and goes there.
   double nanoseconds = 0;          // with linear chroma
-  double nearest_nanoseconds = 0;  // with nearest chroma
+  double nearest_nanoseconds = 0;  // with nearest chroma, which is the same where none is resampled
   double copy_nanoseconds = 0;     // of a memcpy that moves as many bytes
 
   // The same, by swscale; nothing where it has no such pair.
   std::optional<double> swscale_nearest_nanoseconds{};
   std::optional<double> swscale_bilinear_nanoseconds{};
 
-  double tiny_nanoseconds = 0;  // of a picture with next to no rows
+  std::optional<double> tiny_nanoseconds{};  // of a picture with next to no rows
 
   // Of one and the same picture of in_cache, which stays in the nearest caches.
   double in_cache_nanoseconds = 0;
@@ -41,7 +41,9 @@ struct pair_measurement {
   double share_in_cache() const { return in_cache_copy_nanoseconds / in_cache_nanoseconds; }
   double gigabytes_per_second() const { return static_cast<double>(bytes) / nanoseconds; }
   double copied_gigabytes_per_second() const { return static_cast<double>(bytes) / copy_nanoseconds; }
-  double times_tiny() const { return nanoseconds / tiny_nanoseconds; }
+  std::optional<double> times_tiny() const {
+    return tiny_nanoseconds ? std::optional(nanoseconds / *tiny_nanoseconds) : std::nullopt;
+  }
   // How many times as fast as swscale, both with nearest chroma, or linear beside bilinear.
   std::optional<double> times_nearest() const { return times(swscale_nearest_nanoseconds, nearest_nanoseconds); }
   std::optional<double> times_bilinear() const { return times(swscale_bilinear_nanoseconds, nanoseconds); }
@@ -56,9 +58,17 @@ struct pair_measurement {
   }
 };
 
+enum class thoroughness {
+  thorough,
+  // A frame or two at a time and no more than each figure needs, for ten thousand pairs: an overview.
+  brief,
+};
+
 struct pair_request {
   std::vector<format_pair> pairs{};
-  std::vector<format_pair> on_threads{};  // those of them that are measured on two threads as well
+  // Those of them that are measured on two threads as well; briefly, no others are as tiny pictures.
+  std::vector<format_pair> on_threads{};
+  thoroughness how = thoroughness::thorough;
   size picture = full_hd;
   std::int64_t bytes_of_ring = bytes_beyond_caches();
 };

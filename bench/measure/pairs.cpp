@@ -13,17 +13,6 @@ using catalogue::format;
 
 constexpr std::string_view any = "*";
 
-bool has_way(const format_pair& p) {
-  try {
-    const plan found({.format = p.source->id, .width = 16, .height = 16},
-                     {.format = p.destination->id, .width = 16, .height = 16});
-    return true;
-  } catch (const error& e) {
-    if (e.code() == MORVANE_NO_WAY) return false;
-    throw;
-  }
-}
-
 bool stores(const format& f, std::string_view component) {
   bool result = false;
   for (std::size_t i = 0; i < f.plane_count(); ++i)
@@ -44,14 +33,19 @@ bool needs(const format& destination, const catalogue::plane& p) {
 }
 
 // One side of a pair as a list has it.
-struct side {
-  std::string_view name;
-
-  side(std::string_view text, std::string_view pair) : name(text) {
-    if (name != any && catalogue::find_format(name) == nullptr)
-      throw std::runtime_error("there is no format '" + std::string(name) + "' (" + std::string(pair) + ")");
+class side {
+ public:
+  side(std::string_view text, std::string_view pair) : is_any_(text == any) {
+    if (is_any_) return;
+    format_ = format_called(std::string(text));
+    if (format_ == nullptr)
+      throw std::runtime_error("there is no format '" + std::string(text) + "' (" + std::string(pair) + ")");
   }
-  bool takes(const format& f) const { return name == any || name == f.name; }
+  bool takes(const format& f) const { return is_any_ || format_ == &f; }
+
+ private:
+  bool is_any_;
+  const format* format_ = nullptr;
 };
 
 // Adds the pairs that `text` means to `found`.
@@ -71,6 +65,23 @@ void take_pairs(std::string_view text, const std::vector<format_pair>& all, std:
 
 std::string format_pair::name() const {
   return std::string(source->name).append(":").append(destination->name);
+}
+
+const format* format_called(const std::string& name) {
+  if (const format* own = catalogue::find_format(name)) return own;
+  const std::vector<morvane::format> called = formats_called(name);
+  return called.size() == 1 ? catalogue::find_format(morvane::name_of(called.front())) : nullptr;
+}
+
+bool has_way(const format_pair& p) {
+  try {
+    const plan found({.format = p.source->id, .width = 16, .height = 16},
+                     {.format = p.destination->id, .width = 16, .height = 16});
+    return true;
+  } catch (const error& e) {
+    if (e.code() == MORVANE_NO_WAY) return false;
+    throw;
+  }
 }
 
 std::vector<format_pair> all_pairs() {

@@ -19,11 +19,16 @@ struct format_pair {
   bool operator==(const format_pair&) const = default;
 };
 
+// The format that has the name, here or elsewhere: nv12 as well as y_uv_420. Null where none has, or several.
+const catalogue::format* format_called(const std::string& name);
+
+bool has_way(const format_pair& p);
+
 // Every pair that has a way, in the order of the catalogue.
 std::vector<format_pair> all_pairs();
 
 // The pairs of a list, "uyvy:bgra,*:v210", where an asterisk stands for all formats that there is a way from or to.
-// Each pair comes once, in the order of the catalogue. Throws one line for what is no pair, no format, or without a
+// A format may have any of its names: nv12:rgb24. Each pair comes once, in the order of the catalogue. Throws one line for what is no pair, no format, or without a
 // way.
 std::vector<format_pair> pairs_named(std::string_view list);
 

@@ -31,6 +31,7 @@ class ring {
   const description& from() const { return from_; }
   const description& to() const { return to_; }
   const morvane_layout& source_layout() const { return source_layout_; }
+  const morvane_layout& destination_layout() const { return destination_layout_; }
   std::uint8_t* source_memory(int i) const { return source_ + i * slot_; }
   std::int64_t bytes_of_a_frame() const { return moved_; }  // that are read and written
   morvane_picture source(int i) const { return picture_in(source_memory(i), source_layout_); }

@@ -63,12 +63,6 @@ int greatest_difference(const catalogue::format& f, const memory& a, const memor
   return greatest;
 }
 
-agreement agreement_at(int difference) {
-  return difference == 0                 ? agreement::same_bytes
-         : difference <= most_when_close ? agreement::close
-                                         : agreement::other_algorithm;
-}
-
 int difference_of(const row& r, const peer& p) {
   const catalogue::conversion& conversion = *r.conversion;
   const catalogue::format& destination = *catalogue::find_format(conversion.destination);
@@ -95,6 +89,12 @@ int difference_of(const row& r, const peer& p) {
 }
 
 }  // namespace
+
+agreement agreement_at(int difference) {
+  return difference == 0                 ? agreement::same_bytes
+         : difference <= most_when_close ? agreement::close
+                                         : agreement::other_algorithm;
+}
 
 std::string_view name_of(agreement a) {
   switch (a) {

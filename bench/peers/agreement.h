@@ -13,4 +13,7 @@ enum class agreement {
 
 std::string_view name_of(agreement a);
 
+// Of results whose samples differ by no more than this, in steps of 8 bits.
+agreement agreement_at(int difference);
+
 }  // namespace morvane::bench

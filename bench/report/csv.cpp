@@ -59,9 +59,9 @@ void write_csv(std::ostream& out, const measured_pairs& all) {
     out << m.source << ',' << m.destination << ',' << in_quotes(joined(m.steps)) << ',' << m.pixels << ',' << m.bytes
         << ',' << fixed(m.nanoseconds, 1) << ',' << fixed(m.nearest_nanoseconds, 1) << ','
         << fixed(m.gigabytes_per_second(), 3) << ',' << fixed(m.copy_nanoseconds, 1) << ','
-        << in_full(m.share_of_memcpy()) << ',' << in_full(m.share_in_cache()) << ',' << fixed(m.tiny_nanoseconds, 1)
-        << ',' << in_full(m.times_nearest()) << ',' << in_full(m.times_bilinear()) << ','
-        << in_full(m.gain_of_two_threads) << '\n';
+        << in_full(m.share_of_memcpy()) << ',' << in_full(m.share_in_cache()) << ','
+        << (m.tiny_nanoseconds ? fixed(*m.tiny_nanoseconds, 1) : "") << ',' << in_full(m.times_nearest()) << ','
+        << in_full(m.times_bilinear()) << ',' << in_full(m.gain_of_two_threads) << '\n';
 }
 
 }  // namespace morvane::bench

@@ -174,6 +174,8 @@ void write_entry_points(std::ostream& out, const page_contents& page) {
 void write_html(std::ostream& out, const page_contents& page) {
   out << head;
   write_machine(out, page);
+  if (page.size) out << "<p>" << escaped(sentence(*page.size, page.aims)) << "</p>\n";
+  write_used_pairs(out, page.used, page.aims);
   write_pairs(out, page.pairs, page.aims);
   if (!page.measured.all().empty() || !page.arm.empty()) write_entry_points(out, page);
   out << "</body>\n</html>\n";

@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "report/arm_figures.h"
+#include "report/library_size.h"
 #include "report/pairs.h"
 #include "report/results.h"
 #include "report/targets.h"
+#include "report/used_pairs.h"
 
 namespace morvane::bench {
 
@@ -19,6 +21,8 @@ struct page_contents {
   const targets& aims;
   std::vector<arm_figure> arm{};
   measured_pairs pairs{};
+  used_pairs used{};
+  std::optional<library_size> size{};
 };
 
 void write_html(std::ostream& out, const page_contents& page);

@@ -40,7 +40,7 @@ void write_every_pair(std::ostream& out, const measured_pairs& all, const target
       t.number(fixed(m.share_in_cache()));
       number(m.times_nearest(), aims.never_slower());
       number(m.times_bilinear(), aims.never_slower());
-      t.number(fixed(m.times_tiny(), 0), m.times_tiny() < aims.pairs.times_tiny_picture);
+      m.times_tiny() ? t.number(fixed(*m.times_tiny(), 0), *m.times_tiny() < aims.pairs.times_tiny_picture) : t.blank();
       number(m.gain_of_two_threads, aims.pairs.two_threads);
       t.end();
     }

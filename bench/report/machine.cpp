@@ -37,6 +37,10 @@ std::string today() {
 
 }  // namespace
 
+std::string compiler() {
+  return MORVANE_COMPILER;
+}
+
 std::string processor_name() {
   std::ifstream in("/proc/cpuinfo");
   for (std::string line; std::getline(in, line);)

@@ -119,12 +119,44 @@ void refresh_performance_page(const fs::path& directory, const results& r, const
 void refresh_performance_page(const fs::path& directory, const measured_pairs& all, const targets& aims,
                               const std::string& commit) {
   std::string measured = "![share of memcpy of every pair of formats](images/pairs_of_memcpy.svg)\n\n";
-  docs::write(directory / "images/pairs_of_memcpy.svg", picture_of_shares(all, aims));
-  if (const std::string picture = picture_beside_swscale(all, aims); !picture.empty()) {
+  docs::write(directory / "images/pairs_of_memcpy.svg", picture_of_shares(all, aims, matrix::tips::of_low_ones));
+  if (const std::string picture = picture_beside_swscale(all, aims, matrix::tips::of_low_ones); !picture.empty()) {
     measured += "![how many times as fast as swscale every pair of formats is](images/pairs_beside_swscale.svg)\n\n";
     docs::write(directory / "images/pairs_beside_swscale.svg", picture);
   }
   replace_measured(directory, "measured pairs", measured + measured_on(commit) + table_of(summary(all, aims)));
+}
+
+void refresh_performance_page(const fs::path& directory, const used_pairs& all, const targets& aims,
+                              const std::string& commit) {
+  std::string text = measured_on(commit) + table_of(summary(all, aims)) + '\n';
+  for (const std::string& line : counts_of_labels(all)) text += "- " + line + '\n';
+  text +=
+      "\n<details><summary>Every pair: shares of memcpy at three sizes, and how many times as fast as each library "
+      "at " +
+      name_of(full_hd) + "</summary>\n\n" + table_of(all) + "\n</details>\n";
+  replace_measured(directory, "measured used pairs", text);
+}
+
+void refresh_readme(const fs::path& directory, const measured_pairs& all, const targets& aims) {
+  const std::optional<spread> shares = shares_of_memcpy(all);
+  if (!shares) return;
+  const spread::value& slowest = shares->ascending().front();
+  const std::size_t colon = slowest.pair.find(':');
+  const std::string_view why = aims.pairs.why(slowest.pair.substr(0, colon), slowest.pair.substr(colon + 1));
+  std::string text = "![share of memcpy of every pair of formats](docs/images/pairs_of_memcpy.svg)\n\n";
+  text += "*Every format to every other at " + name_of(full_hd) +
+          ", as a share of memcpy: " + std::to_string(shares->count()) + " pairs by lines of samples, median " +
+          fixed(shares->median()) + "; the slowest is `" + slowest.pair + "` with " + fixed(slowest.figure);
+  if (!why.empty()) text.append(": ").append(why);
+  const fs::path page = directory / "README.md";
+  docs::write(page, docs::replace_section(docs::read(page), "measured pairs", text + ".*\n"));
+}
+
+void refresh_performance_page(const fs::path& directory, const library_size& size, const targets& aims,
+                              const std::string& commit) {
+  replace_measured(directory, "measured size",
+                   sentence(size, aims) + " Built by " + compiler() + ", commit " + commit + ".\n");
 }
 
 }  // namespace morvane::bench

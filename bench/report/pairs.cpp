@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "report/matrix.h"
 #include "report/text.h"
 
 namespace morvane::bench {
@@ -52,6 +51,35 @@ class judge {
   }
 };
 
+// Of the deepest samples that are no floats.
+constexpr int most_bits = 16;
+
+// Floats come after them.
+int depth_of(const catalogue::format& f) {
+  return catalogue::is_float(f.planes[0].sample) ? most_bits + 1 : f.planes[0].depth();
+}
+
+std::string_view name_of(catalogue::color_model model) {
+  switch (model) {
+    case catalogue::color_model::ycbcr:
+      return "YCbCr";
+    case catalogue::color_model::rgb:
+      return "RGB";
+    case catalogue::color_model::luma:
+      return "luma";
+    case catalogue::color_model::chroma:
+      return "chroma";
+    case catalogue::color_model::alpha:
+      return "alpha";
+  }
+  return {};
+}
+
+std::string group_of(const catalogue::format& f) {
+  const int depth = depth_of(f);
+  return std::string(name_of(f.model)) + (depth > most_bits ? ", floats" : ", " + std::to_string(depth) + " bits");
+}
+
 // Formats of one colour model stand together, and shallow ones before deep ones.
 std::vector<const catalogue::format*> in_order(const measured_pairs& all) {
   std::vector<const catalogue::format*> result;
@@ -63,7 +91,7 @@ std::vector<const catalogue::format*> in_order(const measured_pairs& all) {
                                                catalogue::color_model::rgb, catalogue::color_model::chroma,
                                                catalogue::color_model::alpha};
   const auto place = [&models](const catalogue::format* f) {
-    return std::pair(std::find(std::begin(models), std::end(models), f->model), f->planes[0].depth());
+    return std::pair(std::find(std::begin(models), std::end(models), f->model), depth_of(*f));
   };
   std::stable_sort(result.begin(), result.end(),
                    [&place](const auto* a, const auto* b) { return place(a) < place(b); });
@@ -88,7 +116,7 @@ std::string tip_of(const pair_measurement& m) {
 matrix matrix_of(const measured_pairs& all, const figure& value) {
   matrix result{.rows_are = "from", .columns_are = "to"};
   const std::vector<const catalogue::format*> formats = in_order(all);
-  for (const catalogue::format* f : formats) result.rows.push_back({std::string(f->name), static_cast<int>(f->model)});
+  for (const catalogue::format* f : formats) result.rows.push_back({std::string(f->name), group_of(*f)});
   result.columns = result.rows;
   const auto index = [&formats](const std::string& name) {
     return static_cast<std::size_t>(
@@ -97,6 +125,9 @@ matrix matrix_of(const measured_pairs& all, const figure& value) {
   };
   for (const pair_measurement& m : all)
     result.cells.push_back({index(m.source), index(m.destination), value(m), tip_of(m)});
+  std::sort(result.cells.begin(), result.cells.end(), [](const matrix::cell& a, const matrix::cell& b) {
+    return std::pair(a.row, a.column) < std::pair(b.row, b.column);
+  });
   return result;
 }
 
@@ -157,20 +188,21 @@ std::vector<miss> misses(const measured_pairs& all, const targets& aims) {
   return result;
 }
 
-std::string picture_of_shares(const measured_pairs& all, const targets& aims) {
+std::string picture_of_shares(const measured_pairs& all, const targets& aims, matrix::tips told) {
   if (all.empty()) return {};
   matrix m = matrix_of(all, [](const pair_measurement& p) { return p.share_of_memcpy(); });
   m.title = "Any picture to any other, " + name_of(full_hd) + ", as a share of memcpy that moves as many bytes";
   m.explanation =
       "1.00 is as fast as a plain copy. Frames come from memory and go there. Blank: formats that have nothing in "
       "common.";
-  const double aim = aims.pairs.share_of_memcpy;
+  m.told = told;
+  const double aim = m.aim = aims.pairs.share_of_memcpy;
   const double middle = aims.pairs.median_share_of_memcpy;
   m.steps = steps_around(aim, aim / 2, {middle, middle + 0.15, middle + 0.35}, 2);
   return draw(m);
 }
 
-std::string picture_beside_swscale(const measured_pairs& all, const targets& aims) {
+std::string picture_beside_swscale(const measured_pairs& all, const targets& aims, matrix::tips told) {
   if (!times_swscale(all)) return {};
   matrix m = matrix_of(all, &pair_measurement::times_swscale);
   m.title = "Any picture to any other, " + name_of(full_hd) + ": how many times as fast as swscale";
@@ -179,7 +211,9 @@ std::string picture_beside_swscale(const measured_pairs& all, const targets& aim
       "faster. Blank: formats that have nothing in common.";
   m.grey_means = "not in swscale";
   const double third = std::cbrt(aims.pairs.median_of_swscale);
-  m.steps = steps_around(1, 0.5, {third, third * third, aims.pairs.median_of_swscale}, 1);
+  m.told = told;
+  m.aim = 1;
+  m.steps = steps_around(m.aim, 0.5, {third, third * third, aims.pairs.median_of_swscale}, 1);
   return draw(m);
 }
 

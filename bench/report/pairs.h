@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "measure/measure_pairs.h"
+#include "report/matrix.h"
 #include "report/misses.h"
 #include "report/targets.h"
 
@@ -45,7 +46,9 @@ std::optional<spread> times_swscale(const measured_pairs& all);
 std::vector<miss> misses(const measured_pairs& all, const targets& aims);
 
 // All formats by all formats, an SVG; the second one is empty where swscale was not measured.
-std::string picture_of_shares(const measured_pairs& all, const targets& aims);
-std::string picture_beside_swscale(const measured_pairs& all, const targets& aims);
+std::string picture_of_shares(const measured_pairs& all, const targets& aims,
+                              matrix::tips told = matrix::tips::of_each_cell);
+std::string picture_beside_swscale(const measured_pairs& all, const targets& aims,
+                                   matrix::tips told = matrix::tips::of_each_cell);
 
 }  // namespace morvane::bench

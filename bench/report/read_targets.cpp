@@ -159,15 +159,48 @@ format_pair read_pair(const node& n) {
   n.fail("'" + name + "' is more than one pair");
 }
 
+const catalogue::format* read_format(const node& n) {
+  const catalogue::format* found = format_called(n.text());
+  if (found == nullptr) n.fail("there is no format '" + n.text() + "'");
+  return found;
+}
+
+// Every source to every destination but itself.
+void read_product(const node& n, std::vector<format_pair>& pairs) {
+  n.allow({"from", "to"});
+  for (const node& from : n["from"].items())
+    for (const node& to : n["to"].items())
+      if (const format_pair p{read_format(from), read_format(to)};
+          p.source != p.destination && std::find(pairs.begin(), pairs.end(), p) == pairs.end()) {
+        if (!has_way(p)) n.fail("there is no way for " + p.name());
+        pairs.push_back(p);
+      }
+}
+
+used_targets read_used_targets(const node& n) {
+  n.allow({"share_of_memcpy", "pairs"});
+  const node shares = n["share_of_memcpy"];
+  std::vector<std::string> known;
+  used_targets result;
+  for (std::size_t s = 0; s < sizes.size(); ++s) {
+    known.push_back(name_of(sizes[s]));
+    if (shares.has(known.back())) result.share_of_memcpy[s] = shares[known.back()].number();
+  }
+  shares.allow(known);
+  for (const node& list : n["pairs"].items()) read_product(list, result.pairs);
+  return result;
+}
+
 pair_targets read_pair_targets(const node& n) {
   n.allow({"share_of_memcpy", "median_share_of_memcpy", "median_of_swscale", "times_tiny_picture", "two_threads",
-           "on_threads", "reasons"});
+           "on_threads", "used", "reasons"});
   pair_targets result{.share_of_memcpy = n["share_of_memcpy"].number(),
                       .median_share_of_memcpy = n["median_share_of_memcpy"].number(),
                       .median_of_swscale = n["median_of_swscale"].number(),
                       .times_tiny_picture = n["times_tiny_picture"].number(),
                       .two_threads = n["two_threads"].number()};
   for (const node& entry : n["on_threads"].items()) result.on_threads.push_back(read_pair(entry));
+  result.used = read_used_targets(n["used"]);
   for (const node& entry : n["reasons"].items()) {
     entry.allow({"source", "destination", "because"});
     result.reasons.push_back({read_selector(entry, {"because"}), entry["because"].text()});
@@ -176,11 +209,12 @@ pair_targets read_pair_targets(const node& n) {
 }
 
 targets read_all(const node& n) {
-  n.allow({"about", "noise", "least_of_tight", "least_of_long_rows", "kinds", "libraries", "touch_next_to_nothing",
-           "reasons", "examples", "pairs"});
+  n.allow({"about", "library_megabytes", "noise", "least_of_tight", "least_of_long_rows", "kinds", "libraries",
+           "touch_next_to_nothing", "reasons", "examples", "pairs"});
   const node reasons = n["reasons"];
   reasons.allow({"within_noise", "speed", "short_rows"});
   targets result;
+  result.library_megabytes = n["library_megabytes"].number();
   result.noise = n["noise"].number();
   result.least_of_tight = n["least_of_tight"].number();
   result.least_of_long_rows = n["least_of_long_rows"].number();

@@ -113,7 +113,7 @@ void write_table(std::ostream& out, const measured_pairs& all) {
     number(m.share_in_cache());
     number(m.times_nearest());
     number(m.times_bilinear());
-    figure(fixed(100 / m.times_tiny(), 3) + " %");
+    figure(m.times_tiny() ? fixed(100 / *m.times_tiny(), 3) + " %" : "-");
     number(m.gain_of_two_threads);
     out << '\n';
   }
@@ -132,7 +132,7 @@ void write_json(std::ostream& out, const measured_pairs& all) {
                     {"gigabytes_per_second", m.gigabytes_per_second()},
                     {"share_of_memcpy", m.share_of_memcpy()},
                     {"share_in_cache", m.share_in_cache()},
-                    {"tiny_nanoseconds", m.tiny_nanoseconds},
+                    {"tiny_nanoseconds", or_null(m.tiny_nanoseconds)},
                     {"times_swscale_nearest", or_null(m.times_nearest())},
                     {"times_swscale_bilinear", or_null(m.times_bilinear())},
                     {"gain_of_two_threads", or_null(m.gain_of_two_threads)}});

@@ -53,6 +53,12 @@ struct reason {
   std::string because{};
 };
 
+// "used": the pairs that people use most, and what each of them must reach.
+struct used_targets {
+  std::array<double, sizes.size()> share_of_memcpy{};  // in the order of `sizes`; 0: nothing
+  std::vector<format_pair> pairs{};                    // every source of a list to every other destination of it
+};
+
 // What pairs of formats must reach through the checked interface, at full_hd.
 struct pair_targets {
   double share_of_memcpy = 0;         // each pair that goes by lines
@@ -61,6 +67,7 @@ struct pair_targets {
   double times_tiny_picture = 0;      // how many times as long as a picture with next to no rows
   double two_threads = 0;             // times as fast as one, at in_cache
   std::vector<format_pair> on_threads{};
+  used_targets used{};
   std::vector<reason> reasons{};  // which name sources and destinations alone
 
   std::string_view why(std::string_view source, std::string_view destination) const;
@@ -68,6 +75,7 @@ struct pair_targets {
 
 // Where several entries are for one row, the first counts.
 struct targets {
+  double library_megabytes = 0;   // the shared library without symbols
   double noise = 0;               // what the machine itself makes of two runs of the same code
   double least_of_tight = 0;      // padded, odd and unaligned planes against tight ones, at full_hd
   double least_of_long_rows = 0;  // short_rows against those of in_cache, both padded

@@ -26,6 +26,39 @@ TEST(measure, gives_nanoseconds_of_one_run_and_of_its_copy) {
   EXPECT_LT(all.front().copy_nanoseconds, all.front().nanoseconds);
 }
 
+TEST(medians_of, has_as_many_repetitions_and_iterations_as_a_run_says) {
+  int set_up = 0;
+  int done = 0;
+  const auto count = [&] {
+    ++set_up;
+    return [&done] { ++done; };
+  };
+  timed_run run{.name = "counted", .set_up = count, .repetitions = 3, .iterations = 5};
+  EXPECT_GT(medians_of({run}, {"--benchmark_repetitions=1"}).at("counted"), 0);
+  EXPECT_EQ(set_up, 3);
+  EXPECT_EQ(done, 3 * (5 + 1));
+  run.warms_up = false;
+  medians_of({run}, {"--benchmark_repetitions=1"});
+  EXPECT_EQ(done, 3 * (5 + 1) + 3 * 5);
+}
+
+TEST(counted, is_set_up_and_done_once_beforehand) {
+  int set_up = 0;
+  int done = 0;
+  const auto count = [&] {
+    ++set_up;
+    return [&done] { ++done; };
+  };
+  const timed_run once = counted("counted", count, 3, 1);
+  EXPECT_EQ(done, 1);
+  medians_of({once}, {});
+  EXPECT_EQ(set_up, 1);
+  EXPECT_EQ(done, 1 + 3);
+  medians_of({counted("counted", count, 3, 5)}, {});
+  EXPECT_EQ(set_up, 2);
+  EXPECT_EQ(done, 1 + 3 + 1 + 3 * (5 + 1));
+}
+
 TEST(measure, refuses_options_that_google_benchmark_does_not_know) {
   EXPECT_THROW(measure({}, {"--benchmark_no_such_option"}), std::runtime_error);
 }

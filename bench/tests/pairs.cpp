@@ -59,10 +59,17 @@ TEST(pairs, an_asterisk_stands_for_all_formats_that_there_is_a_way_from_or_to) {
   EXPECT_EQ(pairs_named("*:*"), all_pairs());
 }
 
+TEST(pairs, formats_have_any_of_their_names) {
+  EXPECT_EQ(names_of("nv12:BGRA,NV12:rgb24"), "y_uv_420:bgra y_uv_420:rgb");
+  EXPECT_EQ(format_called("y_uv_420"), format_called("NV12"));
+  EXPECT_EQ(format_called("nothing"), nullptr);
+}
+
 TEST(pairs, what_is_none_is_refused) {
   EXPECT_EQ(complaint_of("uyvy"), "'uyvy' is no pair of formats, as uyvy:bgra is");
   EXPECT_EQ(complaint_of("uyvy:bgra,"), "'' is no pair of formats, as uyvy:bgra is");
   EXPECT_EQ(complaint_of("uyvy:bgraa"), "there is no format 'bgraa' (uyvy:bgraa)");
+  EXPECT_EQ(complaint_of("uyvy:XYZW"), "there is no format 'XYZW' (uyvy:XYZW)");
   EXPECT_EQ(complaint_of(":bgra"), "there is no format '' (:bgra)");
   EXPECT_EQ(complaint_of("alpha:uyvy"), "there is no way for alpha:uyvy");
   EXPECT_EQ(complaint_of("uyvy_uyvy:*"), "there is no way for uyvy_uyvy:*");

@@ -222,6 +222,28 @@ TEST(pictures_of_pairs, colour_ratios_to_swscale_and_leave_others_grey) {
   EXPECT_EQ(picture_beside_swscale({pair("y", "y", 1)}, aims_of_pairs()), "");
 }
 
+// Of ten thousand pairs, one in ten of them below its target.
+measured_pairs every_pair() {
+  measured_pairs result;
+  for (const catalogue::format& from : catalogue::formats)
+    for (const catalogue::format& to : catalogue::formats)
+      result.push_back(pair(std::string(from.name), std::string(to.name),
+                            result.size() % 10 == 0 ? 0.2 : 0.4 + 0.5 * static_cast<double>(result.size() % 7) / 7));
+  return result;
+}
+
+TEST(pictures_of_pairs, name_depths_and_floats) {
+  const std::string picture = picture_of_shares(every_pair(), aims_of_pairs());
+  for (const char* group :
+       {"YCbCr, 8 bits", "YCbCr, 10 bits", "RGB, 16 bits", "RGB, floats", "luma, 8 bits", "alpha, 8 bits"})
+    EXPECT_TRUE(has(picture, std::string(">") + group + "</text>")) << group;
+  EXPECT_LT(picture.find(">RGB, 16 bits<"), picture.find(">RGB, floats<"));
+}
+
+TEST(pictures_of_pairs, stay_small_on_a_page) {
+  EXPECT_LT(picture_of_shares(every_pair(), aims_of_pairs(), matrix::tips::of_low_ones).size(), 600'000);
+}
+
 TEST(pictures_of_pairs, tell_the_figures_of_a_cell) {
   EXPECT_TRUE(has(picture_of_shares({pair("y", "uyvy", 0.5, 3)}, aims_of_pairs()),
                   "<title>y to uyvy\n0.50 of memcpy, 6.0 GB/s\nin cache: 0.25 of memcpy\nbeside swscale, nearest "
@@ -317,6 +339,27 @@ TEST(performance_page_of_pairs, renews_its_own_section_and_pictures) {
     EXPECT_TRUE(has(text, picture));
   }
   fs::remove_all(docs);
+}
+
+TEST(readme, shows_every_pair_and_says_what_bounds_the_slowest) {
+  const fs::path directory = fs::path(testing::TempDir()) / ("pairs_readme_" + std::to_string(getpid()));
+  fs::create_directories(directory);
+  const auto readme_of = [&directory](const measured_pairs& all) {
+    std::ofstream(directory / "README.md")
+        << "<!-- begin measured pairs -->\nold\n<!-- end measured pairs -->\nafter\n";
+    refresh_readme(directory, all, aims_of_pairs());
+    std::ifstream in(directory / "README.md");
+    return std::string{std::istreambuf_iterator<char>(in), {}};
+  };
+  EXPECT_EQ(
+      readme_of({pair("v210", "y", 0.2), pair("y", "y", 0.5), pair("y", "uyvy", 0.9)}),
+      "<!-- begin measured pairs -->\n"
+      "![share of memcpy of every pair of formats](docs/images/pairs_of_memcpy.svg)\n\n"
+      "*Every format to every other at 1920x1080, as a share of memcpy: 3 pairs by lines of samples, median 0.50; "
+      "the slowest is `v210:y` with 0.20: groups.*\n"
+      "<!-- end measured pairs -->\nafter\n");
+  EXPECT_TRUE(has(readme_of({pair("y", "y", 0.5)}), "the slowest is `y:y` with 0.50.*\n"));
+  fs::remove_all(directory);
 }
 
 }  // namespace

@@ -78,6 +78,20 @@ TEST(targets, hold_pairs_of_formats) {
   EXPECT_EQ(aims.on_threads.front().name(), "uyvy:uyvy");
 }
 
+TEST(targets, hold_the_pairs_that_people_use) {
+  const used_targets aims = read_targets(file).pairs.used;
+  EXPECT_EQ(aims.share_of_memcpy[0], 0.35);
+  EXPECT_EQ(aims.share_of_memcpy[1], 0.85);
+  EXPECT_EQ(aims.share_of_memcpy[2], 0);
+  const auto has = [&aims](const char* name) {
+    return std::find(aims.pairs.begin(), aims.pairs.end(), pairs_named(name).front()) != aims.pairs.end();
+  };
+  for (const char* name : {"nv12:bgra", "bgra:yuv422p", "R12L:v210", "v210:uyvy", "p010:rgb48", "bgra:pa16"})
+    EXPECT_TRUE(has(name)) << name;
+  for (const char* name : {"bgra:bgra", "uyvy:rgb48", "yuy2:v210"}) EXPECT_FALSE(has(name)) << name;
+  for (const format_pair& p : aims.pairs) EXPECT_EQ(std::count(aims.pairs.begin(), aims.pairs.end(), p), 1) << p.name();
+}
+
 TEST(targets, the_first_reason_for_a_pair_counts) {
   const pair_targets aims{
       .reasons = {{.about = {.source = {"uyvy"}, .destination = {"bgra", "rgba"}}, .because = "both"},
@@ -145,6 +159,19 @@ TEST(wrong_targets, may_be_those_of_pairs) {
               j["pairs"]["reasons"] = {{{"kind", "copy"}, {"because", "b"}}};
             }),
             "targets.json: pairs: reasons: 1: 'kind' has no meaning here");
+}
+
+TEST(wrong_targets, may_be_those_of_used_pairs) {
+  EXPECT_EQ(complaint_after([](json& j) { j["pairs"]["used"]["pairs"][0]["from"][1] = "x"; }),
+            "targets.json: pairs: used: pairs: 1: from: 2: there is no format 'x'");
+  EXPECT_EQ(complaint_after([](json& j) {
+              j["pairs"]["used"]["pairs"][1] = {{"from", {"alpha"}}, {"to", {"y"}}};
+            }),
+            "targets.json: pairs: used: pairs: 2: there is no way for alpha:y");
+  EXPECT_EQ(complaint_after([](json& j) { j["pairs"]["used"]["pairs"][0].erase("to"); }),
+            "targets.json: pairs: used: pairs: 1: 'to' is missing");
+  EXPECT_EQ(complaint_after([](json& j) { j["pairs"]["used"]["share_of_memcpy"]["1x1"] = 1; }),
+            "targets.json: pairs: used: share_of_memcpy: '1x1' has no meaning here");
 }
 
 TEST(wrong_targets, may_lack_something) {
