@@ -161,6 +161,14 @@ TEST(checked_plans, decode_without_lines) {
       EXPECT_TRUE(is_decoded(from, to, {.filter = filter::nearest, .siting = siting::center}));
       EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
     }
+  for (const char* from :
+       {"uyvy", "yuy2", "yvyu", "y_uv_420", "y_vu_420", "y_u_v_420", "p010", "p216", "y_u_v_422_10u16"})
+    for (const char* to : {"rgbf32", "r_g_b_f32", "g_b_r_f32"}) {
+      EXPECT_TRUE(is_decoded(from, to, {})) << from << " to " << to;
+      EXPECT_TRUE(is_decoded(from, to, {.filter = filter::nearest, .siting = siting::center}));
+      EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
+    }
+  EXPECT_FALSE(is_decoded("uyvy", "rgbaf32", {}));
   EXPECT_TRUE(is_decoded("p216", "rgb48", {}));
   EXPECT_TRUE(is_decoded("p012", "rgb48", {}));
   EXPECT_FALSE(is_decoded("p016", "rgb48", {}));

@@ -359,6 +359,22 @@ mutant(red_and_blue_exchanged_in_big_endian_words
        ROWS *are_as_the_rules_say/p010
        PROGRAM checked_test)
 
+mutant(shares_of_words_short_of_the_quotient
+       FILE kernel/lines_floats.h
+       FROM [[V::multiply(v, 0x1p-32F + 0x1p-48F)]]
+       TO [[V::multiply(v, 0x1p-32F)]]
+       ROWS *every_code.is_written/rgbf32
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(rest_of_planes_stored_as_the_first_items
+       FILE kernel/stored.h
+       FROM [[prepended(in_a_row(a.first, b.first), in_a_row(a.rest, b.rest))]]
+       TO [[prepended(in_a_row(b.first, a.first), in_a_row(a.rest, b.rest))]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
+
 mutant(tens_beyond_the_largest_one
        FILE kernel/decoded_rows.h
        FROM [[V::least_words(positive, V::repeat(16383))]]

@@ -136,6 +136,8 @@ std::optional<rgb_samples> samples_of(const stored_plane& p) {
     case sample_type::u32_3x10:
       if (!is_green_second) return {};
       return p.layout->unused_low_bits == 0 ? rgb_samples::tens : rgb_samples::tens_above_two_bits;
+    case sample_type::f32:
+      return rgb_samples::floats;
     default:
       return {};
   }

@@ -309,20 +309,26 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
   }
 };
 
-// To bytes of up to ten bits; and to more than eight bits of as many, by the matrix that the destination asks for.
+// The matrix is the one that the destination and the source ask for.
 template <class Reader>
 using decoders_to_bytes =
     kernel_list<decode<Reader, narrow_matrix, bytes_in_order<4>>, decode<Reader, narrow_matrix, bytes_in_order<3>>>;
+template <class Reader>
+using decoders_to_floats =
+    kernel_list<decode<Reader, wide_matrix, floats_in_order>, decode<Reader, wide_matrix, floats_in_planes>>;
+template <class Reader>
+using decoders_of_any = typename joined_lists<decoders_to_bytes<Reader>, decoders_to_floats<Reader>>::type;
 template <class Reader>
 using decoders_of_deep =
     kernel_list<decode<Reader, narrow_matrix, tens_in_order<0>>, decode<Reader, narrow_matrix, tens_in_order<2>>,
                 decode<Reader, wide_matrix, words_in_order<3>>, decode<Reader, wide_matrix, words_in_order<4>>>;
 
-using decode_kernels = joined_lists<
-    decoders_to_bytes<packed_pairs<first_of_pair::chroma>>, decoders_to_bytes<packed_pairs<first_of_pair::luma>>,
-    decoders_to_bytes<two_planes<samples_in_bytes>>, decoders_to_bytes<two_planes<samples_in_upper_bits>>,
-    decoders_to_bytes<three_planes<samples_in_bytes>>, decoders_to_bytes<three_planes<samples_in_lower_ten_bits>>,
-    decoders_of_deep<two_planes<samples_in_upper_bits>>,
-    decoders_of_deep<three_planes<samples_in_lower_ten_bits>>>::type;
+using decode_kernels =
+    joined_lists<decoders_of_any<packed_pairs<first_of_pair::chroma>>,
+                 decoders_of_any<packed_pairs<first_of_pair::luma>>, decoders_of_any<two_planes<samples_in_bytes>>,
+                 decoders_of_any<two_planes<samples_in_upper_bits>>, decoders_of_any<three_planes<samples_in_bytes>>,
+                 decoders_of_any<three_planes<samples_in_lower_ten_bits>>,
+                 decoders_of_deep<two_planes<samples_in_upper_bits>>,
+                 decoders_of_deep<three_planes<samples_in_lower_ten_bits>>>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

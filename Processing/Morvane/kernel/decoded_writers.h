@@ -9,6 +9,7 @@
 #include "interleaved_words.h"
 #include "lines.h"
 #include "lines_colour.h"
+#include "lines_floats.h"
 #include "lines_stored.h"
 #include "lines_tens.h"
 #include "stored.h"
@@ -143,6 +144,58 @@ struct tens_in_order : red_or_blue_first {
   MORVANE_INLINE auto stored(const rgb_blocks<V>& rgb) const {
     const auto [a, b, c] = ordered<V>(rgb);
     return as.template joined<V>(a, b, c, V::repeat(0));
+  }
+  template <class V, pixel_order order>
+  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
+    const auto [first, second] = in_sequence<V, order>(p);
+    return in_a_row(stored<V>(first), stored<V>(second));
+  }
+};
+
+// Floats from 0 to 1, three of a pixel, or each in a plane of its own.
+struct floats_in_order : red_or_blue_first {
+  using planes = plane_list<to<24>>;
+  static constexpr rgb_samples samples = rgb_samples::floats;
+
+  MORVANE_INLINE static void put(uint8_t* p, const uint16_t v) {
+    single_floats::put(p, static_cast<float>(v) / all_of_word);
+  }
+  MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* dst) const {
+    const auto [a, b, c] = ordered(rgb);
+    put(dst + 12 * pixel, a);
+    put(dst + 12 * pixel + 4, b);
+    put(dst + 12 * pixel + 8, c);
+  }
+  template <class V>
+  MORVANE_INLINE auto stored(const rgb_blocks<V>& rgb) const {
+    const auto as_numbers = [](const typename V::block words) __attribute__((always_inline)) {
+      return numbers_of<V, single_floats>(words);
+    };
+    const auto [a, b, c] = ordered<V>(rgb);
+    return interleaved<V>(as_numbers, a, b, c);
+  }
+  template <class V, pixel_order order>
+  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
+    const auto [first, second] = in_sequence<V, order>(p);
+    return in_a_row(stored<V>(first), stored<V>(second));
+  }
+};
+
+struct floats_in_planes : red_or_blue_first {
+  using planes = plane_list<to<8>, to<8>, to<8>>;
+  static constexpr rgb_samples samples = rgb_samples::floats;
+
+  MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* first, uint8_t* second,
+                          uint8_t* third) const {
+    const auto [a, b, c] = ordered(rgb);
+    floats_in_order::put(first + 4 * pixel, a);
+    floats_in_order::put(second + 4 * pixel, b);
+    floats_in_order::put(third + 4 * pixel, c);
+  }
+  template <class V>
+  MORVANE_INLINE auto stored(const rgb_blocks<V>& rgb) const {
+    const auto [a, b, c] = ordered<V>(rgb);
+    return to_planes(numbers_of<V, single_floats>(a), numbers_of<V, single_floats>(b), numbers_of<V, single_floats>(c));
   }
   template <class V, pixel_order order>
   MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
