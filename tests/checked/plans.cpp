@@ -169,12 +169,12 @@ TEST(checked_plans, decode_without_lines) {
       EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
     }
   EXPECT_FALSE(is_decoded("uyvy", "rgbaf32", {}));
-  EXPECT_TRUE(is_decoded("p216", "rgb48", {}));
   EXPECT_TRUE(is_decoded("p012", "rgb48", {}));
   EXPECT_FALSE(is_decoded("p016", "rgb48", {}));
   EXPECT_TRUE(is_decoded("p016", "rgb48", {.filter = filter::nearest}));
-  EXPECT_FALSE(is_decoded("p216", "x2rgb10", {}));
-  EXPECT_FALSE(is_decoded("p216", "bgra", {}));
+  for (const char* to : {"bgra", "rgbx", "bgr", "rgb48", "rgba64", "x2rgb10", "R10k", "rgbf32", "r_g_b_f32"})
+    EXPECT_EQ(is_decoded("p216", to, {}), std::string(to) != "R10k") << to;
+  EXPECT_FALSE(is_decoded("v210", "bgra", {}));
   EXPECT_FALSE(is_decoded("uyvy_a", "bgrx", {.background = color{1, 2, 3}}));
   EXPECT_FALSE(is_decoded("uyvy", "r_g_b", {}));
 }

@@ -260,7 +260,45 @@ struct wide_matrix : wide_coefficients_to_rgb {
     const auto rgb = this->template rgb_of<V>(luma, cb, cr);
     return {by.unlimited<V>(rgb.r), by.unlimited<V>(rgb.g), by.unlimited<V>(rgb.b)};
   }
+  template <class V>
+  MORVANE_INLINE rgb_blocks<V> tens_of(const typename V::block luma, const typename V::block cb,
+                                       const typename V::block cr) const {
+    constexpr rounding<10> by{true};
+    const auto rgb = this->template rgb_of<V>(luma, cb, cr);
+    return {by.of<V>(rgb.r), by.of<V>(rgb.g), by.of<V>(rgb.b)};
+  }
 };
+
+// Without vectors, compilers make better use of a loop for each of the three, over pieces of a line. Kernels share
+// them.
+
+struct samples_of_piece {
+  static constexpr int pairs = 64;
+  uint16_t luma[2 * pairs], cb[2 * pairs], cr[2 * pairs];
+  uint16_t r[2 * pairs], g[2 * pairs], b[2 * pairs];
+};
+
+template <class V, class Reader, class... From>
+__attribute__((noinline)) void read_piece(const Reader from, const ptrdiff_t next, const int pairs,
+                                          samples_of_piece& to, const typename From::pointer... src) {
+  for (int i = 0; i < pairs; ++i) {
+    const samples_of_pair pair = from.pair(next, From::at(src, at_least_zero(i))...);
+    for (int k = 0; k < 2; ++k) {
+      to.luma[2 * i + k] = pair.y[k];
+      to.cb[2 * i + k] = pair.cb[k];
+      to.cr[2 * i + k] = pair.cr[k];
+    }
+  }
+}
+template <class V, class Matrix>
+__attribute__((noinline)) void decode_piece(const Matrix by, const int pairs, samples_of_piece& s) {
+  for (int i = 0; i < 2 * pairs; ++i) by.rule_of_pixel(s.luma[i], s.cb[i], s.cr[i], s.r + i, s.g + i, s.b + i);
+}
+template <class V, class Writer, class... To>
+__attribute__((noinline)) void write_piece(const Writer to, const int pairs, const samples_of_piece& s,
+                                           const typename To::pointer __restrict... dst) {
+  for (int i = 0; i < 2 * pairs; ++i) to.put(i, {s.r[i], s.g[i], s.b[i]}, dst...);
+}
 
 template <class Reader, class Matrix, class Writer, class Sources = typename Reader::planes,
           class Destinations = typename Writer::planes>
@@ -281,6 +319,23 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
       rgb_sample rgb;
       this->rule_of_pixel(pair.y[i], pair.cb[i], pair.cr[i], &rgb.r, &rgb.g, &rgb.b);
       to.put(i, rgb, dst...);
+    }
+  }
+  template <class V>
+  MORVANE_INLINE void line(const typename From::pointer __restrict... src, const typename To::pointer __restrict... dst,
+                           const int count) const {
+    if constexpr (V::lanes > 0) {
+      walk<V>(*this, at_least_zero(count), src..., dst...);
+    } else {
+      constexpr int most = samples_of_piece::pairs;
+      samples_of_piece samples;
+      for (int at = 0; at < count; at += most) {
+        const int pairs = count - at < most ? count - at : most;
+        const size_t unit = at_least_zero(at);
+        read_piece<V, Reader, From...>(from, next, pairs, samples, From::at(src, unit)...);
+        decode_piece<V, Matrix>(*this, pairs, samples);
+        write_piece<V, Writer, To...>(to, pairs, samples, To::at(dst, unit)...);
+      }
     }
   }
   template <class V>
@@ -310,18 +365,20 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
 };
 
 // The matrix is the one that the destination and the source ask for.
-template <class Reader>
+template <class Reader, class Matrix>
 using decoders_to_bytes =
-    kernel_list<decode<Reader, narrow_matrix, bytes_in_order<4>>, decode<Reader, narrow_matrix, bytes_in_order<3>>>;
+    kernel_list<decode<Reader, Matrix, bytes_in_order<4>>, decode<Reader, Matrix, bytes_in_order<3>>>;
 template <class Reader>
-using decoders_to_floats =
-    kernel_list<decode<Reader, wide_matrix, floats_in_order>, decode<Reader, wide_matrix, floats_in_planes>>;
-template <class Reader>
-using decoders_of_any = typename joined_lists<decoders_to_bytes<Reader>, decoders_to_floats<Reader>>::type;
+using decoders_of_any = typename joined_lists<
+    decoders_to_bytes<Reader, narrow_matrix>,
+    kernel_list<decode<Reader, wide_matrix, floats_in_order>, decode<Reader, wide_matrix, floats_in_planes>>>::type;
 template <class Reader>
 using decoders_of_deep =
     kernel_list<decode<Reader, narrow_matrix, tens_in_order<0>>, decode<Reader, narrow_matrix, tens_in_order<2>>,
                 decode<Reader, wide_matrix, words_in_order<3>>, decode<Reader, wide_matrix, words_in_order<4>>>;
+using decoders_of_words =
+    joined_lists<decoders_to_bytes<two_planes<samples_in_upper_bits>, wide_matrix>,
+                 kernel_list<decode<two_planes<samples_in_upper_bits>, wide_matrix, tens_in_order<0>>>>::type;
 
 using decode_kernels =
     joined_lists<decoders_of_any<packed_pairs<first_of_pair::chroma>>,
@@ -329,6 +386,6 @@ using decode_kernels =
                  decoders_of_any<two_planes<samples_in_upper_bits>>, decoders_of_any<three_planes<samples_in_bytes>>,
                  decoders_of_any<three_planes<samples_in_lower_ten_bits>>,
                  decoders_of_deep<two_planes<samples_in_upper_bits>>,
-                 decoders_of_deep<three_planes<samples_in_lower_ten_bits>>>::type;
+                 decoders_of_deep<three_planes<samples_in_lower_ten_bits>>, decoders_of_words>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

@@ -12,6 +12,7 @@
 #include "lines_floats.h"
 #include "lines_stored.h"
 #include "lines_tens.h"
+#include "rearranged.h"
 #include "stored.h"
 #include "units.h"
 
@@ -53,8 +54,10 @@ struct bytes_in_order {
 
   MORVANE_INLINE static uint8_t byte(const uint16_t v) { return static_cast<uint8_t>(rounding<8>{true}.of(v)); }
   MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* dst) const {
-    const uint8_t rgbx[] = {byte(rgb.r), byte(rgb.g), byte(rgb.b), 255};
-    for (int k = 0; k < bytes_of_pixel; ++k) dst[pixel * bytes_of_pixel + k] = rgbx[places >> 8 * k & 3];
+    const uint32_t rgbx = byte(rgb.r) | uint32_t{byte(rgb.g)} << 8 | uint32_t{byte(rgb.b)} << 16 | 255U << 24;
+    uint32_t dword = 0;
+    for (int k = 0; k < bytes_of_pixel; ++k) dword |= (rgbx >> (places >> 8 * k & 3) * 8 & 255) << 8 * k;
+    put_dword<bytes_of_pixel>(dst + bytes_of_pixel * pixel, dword);
   }
   template <class V, pixel_order order>
   MORVANE_INLINE static auto packed(const typename V::block first, const typename V::block second) {
