@@ -179,7 +179,7 @@ bool is_matrix_alone(const way& w) {
          !w.has_from_rgb && !w.has_luminance && !(w.from.has_alpha && w.to.has_alpha);
 }
 
-// What is between rows is exact for samples of fewer than 16 bits.
+// The kernels filter between rows without a loss where samples have no more bits than these.
 bool is_exact_between_rows(const way& w) {
   constexpr int most_bits = 14;
   return !w.from.half_height || !filters_chroma(w) || w.from.depth <= most_bits;

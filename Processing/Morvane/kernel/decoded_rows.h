@@ -42,7 +42,7 @@ MORVANE_INLINE typename V::two_blocks with_next(const typename V::block own, con
 }
 
 // Bytes; words with the sample in their upper bits; and words with the sample in their lower ten. `block` is that of so
-// many of a plane, `two_of` makes samples 0, 2, 4... and 1, 3, 5... of two.
+// many of a plane.
 
 struct samples_in_bytes {
   static constexpr int bytes = 1;
