@@ -17,7 +17,7 @@ inline constexpr bool calls_can_be_recorded = MORVANE_NUMBER_OF_BACKENDS > 1;
 
 struct line_call {
   std::size_t kernel = 0;                 // its place in the list of all kernels
-  std::array<std::uintptr_t, 7> plane{};  // sources first
+  std::array<std::uintptr_t, 8> plane{};  // sources first
   int count = 0;
 };
 

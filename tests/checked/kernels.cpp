@@ -98,10 +98,10 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.factor; }) std::tie(k.from, k.to, k.factor, k.bits) = std::tuple{4096, 0, 9576, 13};
   if constexpr (requires { k.background; }) k.background = 12345;
   if constexpr (requires { k.value; }) k.value = 4711;
-  if constexpr (requires { k.to.places; }) {
-    k.to.places = full ? 0x03000102 : 0x02010003;
-    k.next = full ? Kernel::bytes_to_next : 0;
-  }
+  if constexpr (requires { k.next; }) k.next = full ? Kernel::bytes_to_next : 0;
+  if constexpr (requires { k.to.places; }) k.to.places = full ? 0x03000102 : 0x02010003;
+  if constexpr (requires { k.to.exchanged; }) k.to.exchanged = full ? 65535 : 0;
+  if constexpr (requires { k.to.as; }) k.to.as = {{full}, static_cast<std::uint16_t>(full ? 0xc000 : 0)};
   if constexpr (requires { k.from.kept; }) k.from.kept = 0xffc0;
   if constexpr (requires { k.from.places; }) {
     k.from.places = full ? 0x000102 : 0x000201;

@@ -155,7 +155,26 @@ TEST(checked_plans, decode_without_lines) {
       EXPECT_EQ(is_decoded(from, to, {.filter = filter::nearest, .siting = siting::center}), !has_two_alphas);
       EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
     }
-  EXPECT_FALSE(is_decoded("p216", "bgra", {}));
+  for (const char* from : {"p010", "p210", "y_u_v_420_10u16", "y_u_v_422_10u16"})
+    for (const char* to : {"rgb48", "bgr48", "rgba64", "bgra64", "x2rgb10", "x2bgr10", "r210", "R10k", "R10l"}) {
+      EXPECT_TRUE(is_decoded(from, to, {})) << from << " to " << to;
+      EXPECT_TRUE(is_decoded(from, to, {.filter = filter::nearest, .siting = siting::center}));
+      EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
+    }
+  for (const char* from :
+       {"uyvy", "yuy2", "yvyu", "y_uv_420", "y_vu_420", "y_u_v_420", "p010", "p216", "y_u_v_422_10u16"})
+    for (const char* to : {"rgbf32", "r_g_b_f32", "g_b_r_f32"}) {
+      EXPECT_TRUE(is_decoded(from, to, {})) << from << " to " << to;
+      EXPECT_TRUE(is_decoded(from, to, {.filter = filter::nearest, .siting = siting::center}));
+      EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
+    }
+  EXPECT_FALSE(is_decoded("uyvy", "rgbaf32", {}));
+  EXPECT_TRUE(is_decoded("p012", "rgb48", {}));
+  EXPECT_FALSE(is_decoded("p016", "rgb48", {}));
+  EXPECT_TRUE(is_decoded("p016", "rgb48", {.filter = filter::nearest}));
+  for (const char* to : {"bgra", "rgbx", "bgr", "rgb48", "rgba64", "x2rgb10", "R10k", "rgbf32", "r_g_b_f32"})
+    EXPECT_EQ(is_decoded("p216", to, {}), std::string(to) != "R10k") << to;
+  EXPECT_FALSE(is_decoded("v210", "bgra", {}));
   EXPECT_FALSE(is_decoded("uyvy_a", "bgrx", {.background = color{1, 2, 3}}));
   EXPECT_FALSE(is_decoded("uyvy", "r_g_b", {}));
 }

@@ -324,12 +324,64 @@ mutant(rows_of_another_sampling_rearranged
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
-mutant(last_pair_without_a_next_one
+mutant(pair_beyond_the_last_one
        FILE checked/decoded.cpp
-       FROM [[std::copy_n(last, bytes, gathered[i] + bytes);]]
-       TO [[std::copy_n(last, 0, gathered[i] + bytes);]]
+       FROM [[k.run(last, last_to, 1, *w.decoded, false);]]
+       TO [[k.run(last, last_to, 1, *w.decoded, filters_chroma(w));]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
+
+mutant(last_pixel_of_luma_alone
+       FILE checked/decoded.cpp
+       FROM [[i == 0 && has_own_luma ? k.read[i] / 2 : k.read[i], gathered]]
+       TO [[k.read[i] / 2, gathered]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(average_of_rows_of_sixteen_bits_rounded_twice
+       FILE checked/decoded.cpp
+       FROM [[filters_chroma(w) || w.from.depth <= most_bits]]
+       TO [[filters_chroma(w) || w.from.depth <= most_bits + 2]]
+       ROWS *are_as_the_rules_say/p016:checked_plans.decode_without_lines
+       PROGRAM checked_test)
+
+mutant(narrow_matrix_for_sixteen_bits
+       FILE checked/decoded.cpp
+       FROM [[if (kernels[i].is_narrow == w.narrow && reads]]
+       TO [[if (reads]]
+       ROWS *are_as_the_rules_say/p216
+       PROGRAM checked_test)
+
+mutant(red_and_blue_exchanged_in_big_endian_words
+       FILE checked/decoded.cpp
+       FROM [[(exchanged != result.is_big_endian)]]
+       TO [[exchanged]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(shares_of_words_short_of_the_quotient
+       FILE kernel/lines_floats.h
+       FROM [[V::multiply(v, 0x1p-32F + 0x1p-48F)]]
+       TO [[V::multiply(v, 0x1p-32F)]]
+       ROWS *every_code.is_written/rgbf32
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(rest_of_planes_stored_as_the_first_items
+       FILE kernel/stored.h
+       FROM [[prepended(in_a_row(a.first, b.first), in_a_row(a.rest, b.rest))]]
+       TO [[prepended(in_a_row(b.first, a.first), in_a_row(a.rest, b.rest))]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
+
+mutant(tens_beyond_the_largest_one
+       FILE kernel/decoded_rows.h
+       FROM [[V::least_words(positive, V::repeat(16383))]]
+       TO [[V::least_words(positive, V::repeat(32767))]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
 
 mutant(far_row_on_the_other_side
        FILE checked/shape.h
@@ -340,8 +392,8 @@ mutant(far_row_on_the_other_side
 
 mutant(decoder_that_no_plan_takes
        FILE checked/decoded.cpp
-       FROM [[if (!is_matrix_alone(w) || !is_of_bytes(w.to)) return {};]]
-       TO [[if (is_matrix_alone(w) || !is_of_bytes(w.to)) return {};]]
+       FROM [[if (!is_matrix_alone(w) ||]]
+       TO [[if (is_matrix_alone(w) ||]]
        ROWS checked_plans.decode_without_lines
        PROGRAM checked_test)
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 #include <utility>
 
 #include "../backend/dispatch.h"
@@ -14,41 +15,66 @@ namespace {
 
 namespace kernel = format_conversion::kernel;
 using catalogue::sample_type;
+using kernel::rgb_samples;
 
 // The kernels.
 
 constexpr size_t most_rows = 5;
+constexpr size_t most_written = 3;
 using source_rows = std::array<const uint8_t*, most_rows>;
+using destination_rows = std::array<uint8_t*, most_written>;
 
-// A row of luma or of all components comes first. Of planes of chroma there are two rows each, a near and a far one.
+// Of the source, a row of luma or of all components comes first. Of planes of chroma there are two rows each, a near
+// and a far one.
 struct kernel_entry {
   std::array<int, most_rows> read{};  // bytes of a pair in each row of the source
   int low_bits = 0;
   bool begins_with_luma = true;
-  int written = 0;  // bytes of a pair
-  void (*run)(const source_rows& from, uint8_t* to, int pairs, const decoder& by, bool filters) = nullptr;
+  bool is_narrow = true;
+  rgb_samples samples = rgb_samples::bytes;
+  std::array<int, most_written> written{};  // bytes of a pair in each row of the destination
+  void (*run)(const source_rows& from, const destination_rows& to, int pairs, const decoder& by,
+              bool filters) = nullptr;
 };
 
-template <class Reader, class Writer, size_t... row>
-void run(const source_rows& from, std::index_sequence<row...>, uint8_t* to, const int pairs, const decoder& by,
-         const bool filters) {
-  kernel::decode<Reader, Writer> k{};
-  static_cast<kernel::narrow_coefficients_to_rgb&>(k) = by.coefficients;
-  k.to.places = by.places;
-  k.next = filters ? Reader::bytes_to_next : 0;
-  if constexpr (requires { k.from.kept; }) k.from.kept = by.kept;
-  backend::line_of<kernel::decode<Reader, Writer>>()(from[row]..., to, pairs, k);
+template <class Writer>
+void set_writer(Writer& to, const decoder& by) {
+  if constexpr (requires { to.places; }) to.places = by.places;
+  if constexpr (requires { to.exchanged; }) to.exchanged = by.begins_with_blue ? 65535 : 0;
+  if constexpr (requires { to.as; }) {
+    to.as.order = {by.is_big_endian};
+    to.as.set = by.fills_unused_bits ? 0xc000 : 0;
+  }
 }
 
-template <class Reader, class Writer, class... From>
-constexpr kernel_entry entry_of(kernel::decode<Reader, Writer, kernel::plane_list<From...>>) {
-  return {{From::bytes...},
-          Reader::low_bits,
-          Reader::begins_with_luma,
-          2 * Writer::bytes,
-          [](const source_rows& from, uint8_t* to, const int pairs, const decoder& by, const bool filters) {
-            run<Reader, Writer>(from, std::index_sequence_for<From...>(), to, pairs, by, filters);
-          }};
+template <class Reader, class Matrix, class Writer, size_t... row, size_t... written>
+void run(const source_rows& from, std::index_sequence<row...>, const destination_rows& to,
+         std::index_sequence<written...>, const int pairs, const decoder& by, const bool filters) {
+  kernel::decode<Reader, Matrix, Writer> k{};
+  if constexpr (std::is_same_v<Matrix, kernel::narrow_matrix>)
+    static_cast<Matrix&>(k) = by.narrow;
+  else
+    static_cast<Matrix&>(k) = by.wide;
+  set_writer(k.to, by);
+  k.next = filters ? Reader::bytes_to_next : 0;
+  if constexpr (requires { k.from.kept; }) k.from.kept = by.kept;
+  backend::line_of<kernel::decode<Reader, Matrix, Writer>>()(from[row]..., to[written]..., pairs, k);
+}
+
+template <class Reader, class Matrix, class Writer, class... From, class... To>
+constexpr kernel_entry entry_of(
+    kernel::decode<Reader, Matrix, Writer, kernel::plane_list<From...>, kernel::plane_list<To...>>) {
+  return {
+      {From::bytes...},
+      Reader::low_bits,
+      Reader::begins_with_luma,
+      std::is_same_v<Matrix, kernel::narrow_matrix>,
+      Writer::samples,
+      {To::bytes...},
+      [](const source_rows& from, const destination_rows& to, const int pairs, const decoder& by, const bool filters) {
+        run<Reader, Matrix, Writer>(from, std::index_sequence_for<From...>(), to, std::index_sequence_for<To...>(),
+                                    pairs, by, filters);
+      }};
 }
 
 template <class... Kernel>
@@ -76,6 +102,43 @@ bool reads(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
   return bytes == k.read && (s.planes[planes[0]].items[0] == first) == k.begins_with_luma;
 }
 
+std::optional<rgb_samples> samples_of(const stored_plane& p) {
+  const bool is_green_second = p.item_count > 1 && p.items[1] == second;
+  switch (p.layout->sample) {
+    case sample_type::u8:
+      return rgb_samples::bytes;
+    case sample_type::u16:
+      if (!is_green_second || p.layout->depth() != 16) return {};
+      return rgb_samples::words;
+    case sample_type::u32_3x10:
+      if (!is_green_second) return {};
+      return p.layout->unused_low_bits == 0 ? rgb_samples::tens : rgb_samples::tens_above_two_bits;
+    case sample_type::f32:
+      return rgb_samples::floats;
+    default:
+      return {};
+  }
+}
+
+// The planes of the destination in the order of the rows that kernels write; none where there is more than RGB.
+plane_numbers planes_written(const shape& s) {
+  if (s.colour != model::rgb) return {};
+  plane_numbers planes;
+  for (const component c : {first, second, third})
+    if (const size_t plane = s.plane_with(c); c == first || plane != planes[0]) planes.add(plane);
+  return planes.size() == s.plane_count ? planes : plane_numbers();
+}
+
+bool writes(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
+  std::array<int, most_written> bytes{};
+  for (size_t i = 0; i < planes.size(); ++i) {
+    const stored_plane& p = s.planes[planes[i]];
+    if (p.layout->group_pixels != 1 || samples_of(p) != k.samples) return false;
+    bytes[i] = static_cast<int>(p.layout->row_bytes(2));
+  }
+  return bytes == k.written;
+}
+
 // Of R, G, B and 255. If Cb and Cr are exchanged, so are red and blue.
 uint32_t places_in(const stored_plane& p, const bool exchanged) {
   uint32_t places = 0;
@@ -89,17 +152,40 @@ uint32_t places_in(const stored_plane& p, const bool exchanged) {
 
 bool is_matrix_alone(const way& w) {
   const bool between_neighbours = w.how.filter == chroma_filter::nearest || w.how.siting == kernel::siting::left;
-  return w.has_to_rgb && w.narrow && w.doubles_columns && between_neighbours && !w.composites && !w.narrows_rgb &&
+  return w.has_to_rgb && w.doubles_columns && between_neighbours && !w.composites && !w.narrows_rgb &&
          !w.has_from_rgb && !w.has_luminance && !(w.from.has_alpha && w.to.has_alpha);
 }
 
-decoder decoder_with(const size_t kernel, const way& w, const plane_numbers& planes) {
+// The kernels filter between rows without a loss where samples have no more bits than these.
+bool is_exact_between_rows(const way& w) {
+  constexpr int most_bits = 14;
+  return !w.from.half_height || !filters_chroma(w) || w.from.depth <= most_bits;
+}
+
+template <class Coefficients>
+void exchange_chroma(Coefficients& c) {
+  std::swap(c.r_cr, c.b_cb);
+  std::swap(c.g_cr, c.g_cb);
+}
+
+decoder decoder_with(const size_t kernel, const way& w, const plane_numbers& planes, const plane_numbers& written) {
   const stored_plane& chroma = w.from.planes[planes[planes.size() - 1]];
+  const stored_plane& pixels = w.to.planes[written[0]];
   const bool exchanged = begins_with_cr(chroma);
-  decoder result = {kernel, planes, places_in(w.to.planes[0], exchanged), kept_bits(chroma), w.narrow_to};
+  decoder result{};
+  result.kernel = kernel;
+  result.planes = planes;
+  result.written = written;
+  result.kept = kept_bits(chroma);
+  result.narrow = {w.narrow_to};
+  result.wide = {w.wide_to};
+  result.places = places_in(pixels, exchanged);
+  result.is_big_endian = pixels.layout->order == catalogue::byte_order::big_endian;
+  result.begins_with_blue = (pixels.items[0] == third) != (exchanged != result.is_big_endian);
+  result.fills_unused_bits = pixels.item_count == 4;
   if (!exchanged) return result;
-  std::swap(result.coefficients.r_cr, result.coefficients.b_cb);
-  std::swap(result.coefficients.g_cr, result.coefficients.g_cb);
+  exchange_chroma(result.narrow);
+  exchange_chroma(result.wide);
   return result;
 }
 
@@ -122,48 +208,64 @@ source_rows rows_for(const way& w, const morvane_picture& source, const int row)
   return rows;
 }
 
-// The last pair passes through memory of its own, where it is followed by itself, and where its second pixel is the
-// first one if that is the last of the row.
-void decode_last_pair(const kernel_entry& k, const way& w, const source_rows& from, uint8_t* to) {
-  constexpr size_t most_bytes = 4;
-  const int pairs = (w.from.width - 1) / 2;
-  const bool is_whole = w.from.width % 2 == 0;
+destination_rows rows_at(const way& w, const morvane_picture& destination, const int row) {
+  destination_rows rows{};
+  for (size_t i = 0; i < w.decoded->written.size(); ++i) {
+    const size_t plane = w.decoded->written[i];
+    rows[i] = static_cast<uint8_t*>(destination.data[plane]) + destination.stride[plane] * row;
+  }
+  return rows;
+}
+
+template <class Byte, size_t count>
+std::array<Byte*, count> pairs_on(std::array<Byte*, count> rows, const std::array<int, count>& bytes, const int pairs) {
+  for (size_t i = 0; i < count && bytes[i] != 0; ++i) rows[i] += int64_t{pairs} * bytes[i];
+  return rows;
+}
+
+// A last pixel without a second one passes through memory of its own, as a pair.
+void decode_last_pixel(const kernel_entry& k, const decoder& by, const source_rows& from, const destination_rows& to) {
+  constexpr size_t most_bytes = 4, most_bytes_written = 24;
   const bool has_own_luma = k.read[1] != 0;
-  uint8_t gathered[most_rows][2 * most_bytes] = {};
+  uint8_t gathered[most_rows][most_bytes] = {}, made[most_written][most_bytes_written];
   source_rows rows{};
   for (size_t i = 0; i < most_rows && k.read[i] != 0; ++i) {
-    const int bytes = i == 0 && has_own_luma && !is_whole ? k.read[i] / 2 : k.read[i];
-    const uint8_t* last = from[i] + int64_t{pairs} * k.read[i];
-    std::copy_n(last, bytes, gathered[i]);
-    std::copy_n(last, bytes, gathered[i] + bytes);
+    std::copy_n(from[i], i == 0 && has_own_luma ? k.read[i] / 2 : k.read[i], gathered[i]);
     rows[i] = gathered[i];
   }
-  uint8_t made[2 * most_bytes];
-  k.run(rows, made, 1, *w.decoded, filters_chroma(w));
-  std::copy_n(made, is_whole ? k.written : k.written / 2, to + int64_t{pairs} * k.written);
+  k.run(rows, {made[0], made[1], made[2]}, 1, by, false);
+  for (size_t i = 0; i < most_written && k.written[i] != 0; ++i) std::copy_n(made[i], k.written[i] / 2, to[i]);
+}
+
+// Filters look beyond all pairs but the last one, whose chroma is repeated.
+void decode_row(const kernel_entry& k, const way& w, const source_rows& from, const destination_rows& to) {
+  const int pairs = (w.from.width - 1) / 2;
+  k.run(from, to, pairs, *w.decoded, filters_chroma(w));
+  const source_rows last = pairs_on(from, k.read, pairs);
+  const destination_rows last_to = pairs_on(to, k.written, pairs);
+  if (w.from.width % 2 == 0)
+    k.run(last, last_to, 1, *w.decoded, false);
+  else
+    decode_last_pixel(k, *w.decoded, last, last_to);
 }
 
 }  // namespace
 
 std::optional<decoder> find_decoder(const way& w) {
-  if (!is_matrix_alone(w) || !is_of_bytes(w.to)) return {};
-  const plane_numbers planes = planes_of_rows(w.from);
-  if (planes.size() == 0) return {};
+  if (!is_matrix_alone(w) || !is_exact_between_rows(w)) return {};
+  const plane_numbers planes = planes_of_rows(w.from), written = planes_written(w.to);
+  if (planes.size() == 0 || written.size() == 0) return {};
   for (size_t i = 0; i < kernels.size(); ++i)
-    if (reads(kernels[i], w.from, planes) && kernels[i].written == w.to.planes[0].layout->row_bytes(2))
-      return decoder_with(i, w, planes);
+    if (kernels[i].is_narrow == w.narrow && reads(kernels[i], w.from, planes) && writes(kernels[i], w.to, written))
+      return decoder_with(i, w, planes, written);
   return {};
 }
 
 void decode_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
                  const int rows) {
   const kernel_entry& k = kernels[w.decoded->kernel];
-  for (int row = first; row < first + rows; ++row) {
-    const source_rows from = rows_for(w, source, row);
-    auto* to = static_cast<uint8_t*>(destination.data[0]) + destination.stride[0] * row;
-    k.run(from, to, (w.from.width - 1) / 2, *w.decoded, filters_chroma(w));
-    decode_last_pair(k, w, from, to);
-  }
+  for (int row = first; row < first + rows; ++row)
+    decode_row(k, w, rows_for(w, source, row), rows_at(w, destination, row));
 }
 
 }  // namespace Processing::Morvane::checked

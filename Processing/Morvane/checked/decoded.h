@@ -1,4 +1,4 @@
-// YCbCr to RGB in bytes, a row at a time without lines, where a kernel reads the one layout and writes the other.
+// YCbCr to RGB, a row at a time without lines, where a kernel reads the one layout and writes the other.
 #pragma once
 
 #include <cstddef>
@@ -16,9 +16,17 @@ struct way;
 struct decoder {
   size_t kernel = 0;      // its place among those that decode
   plane_numbers planes;   // of the source, luma first
-  uint32_t places = 0;    // of R, G, B and 255 in a pixel
+  plane_numbers written;  // of the destination, red first
   uint16_t kept = 65535;  // of words with samples in their upper bits
-  format_conversion::kernel::narrow_coefficients_to_rgb coefficients = {};
+  format_conversion::kernel::narrow_matrix narrow = {};
+  format_conversion::kernel::wide_matrix wide = {};
+
+  // Of a pixel: what its bytes are of R, G, B and 255, or whether its blue is first, and what a double word has beside
+  // its samples.
+  uint32_t places = 0;
+  bool begins_with_blue = false;
+  bool is_big_endian = false;
+  bool fills_unused_bits = false;
 };
 
 // Where it gives the bytes that lines give.

@@ -1,6 +1,5 @@
-// Rows of YCbCr with chroma for every second pixel to rows of RGB in bytes, in one pass. A kernel is a reader, which
-// knows where samples come from, the narrow matrix, and a writer: they meet in registers, with the bytes that lines
-// give.
+// Rows of YCbCr with chroma for every second pixel to rows of RGB, in one pass. A kernel is a reader, which knows where
+// samples come from, a matrix and a writer: they meet in registers, with the bytes that lines give.
 //
 // A unit is a pair of pixels. The even pixel has the pair's chroma, the odd one the average of that and of the next
 // pair's, `next` bytes further on, which is read behind the last pair too; `next` is 0 where chroma is repeated
@@ -10,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "decoded_writers.h"
 #include "lines.h"
 #include "lines_colour.h"
 #include "lines_groups.h"
@@ -24,16 +24,13 @@ struct samples_of_pair {
   uint16_t y[2], cb[2], cr[2];
 };
 
-// The same of the pixels in two blocks: one after the other, or the even ones in the first and the odd ones in the
-// second.
-enum class pixel_order { in_sequence, even_and_odd };
-
+// The same of the pixels in two blocks.
 template <class V>
 struct samples_of_pixels {
   typename V::two_blocks y, cb, cr;
 };
 
-// Three parts of the near row and one of the far one. Samples of up to ten bits end in zeros, and no average is
+// Three parts of the near row and one of the far one. Samples that end in two zeros or more leave no average to be
 // rounded.
 template <class V>
 MORVANE_INLINE auto between_rows(const typename V::block near, const typename V::block far) {
@@ -45,7 +42,7 @@ MORVANE_INLINE typename V::two_blocks with_next(const typename V::block own, con
 }
 
 // Bytes; words with the sample in their upper bits; and words with the sample in their lower ten. `block` is that of so
-// many of a plane, `two_of` makes samples 0, 2, 4... and 1, 3, 5... of two.
+// many of a plane.
 
 struct samples_in_bytes {
   static constexpr int bytes = 1;
@@ -57,6 +54,7 @@ struct samples_in_bytes {
     const auto words = V::interleave2(V::repeat(0), V::load(p));
     return half == 0 ? words.first : words.second;
   }
+  // Samples 0, 2, 4... and 1, 3, 5...
   template <class V>
   MORVANE_INLINE static typename V::two_blocks two_of(const uint8_t* p) {
     const auto both = V::load(p);
@@ -64,18 +62,8 @@ struct samples_in_bytes {
   }
 };
 
-template <class Samples>
-struct samples_in_words {
+struct samples_in_upper_bits {
   static constexpr int bytes = 2;
-
-  template <class V>
-  MORVANE_INLINE typename V::two_blocks two_of(const uint8_t* p) const {
-    const auto& samples = static_cast<const Samples&>(*this);
-    return V::deinterleave2_words(samples.template block<V>(p, 0), samples.template block<V>(p, 1));
-  }
-};
-
-struct samples_in_upper_bits : samples_in_words<samples_in_upper_bits> {
   static constexpr int low_bits = 0;
   uint16_t kept;
 
@@ -86,7 +74,8 @@ struct samples_in_upper_bits : samples_in_words<samples_in_upper_bits> {
   }
 };
 
-struct samples_in_lower_ten_bits : samples_in_words<samples_in_lower_ten_bits> {
+struct samples_in_lower_ten_bits {
+  static constexpr int bytes = 2;
   static constexpr int low_bits = 10;
 
   MORVANE_INLINE static uint16_t sample(const uint8_t* p) { return static_cast<uint16_t>(stored_word(p) << 6); }
@@ -194,7 +183,7 @@ template <class Samples>
 struct three_planes : Samples {
   static constexpr int bytes = Samples::bytes;
   using planes = plane_list<from<2 * bytes>, from<bytes>, from<bytes>, from<bytes>, from<bytes>>;
-  static constexpr pixel_order order = pixel_order::even_and_odd;
+  static constexpr pixel_order order = bytes == 1 ? pixel_order::even_and_odd : pixel_order::in_sequence;
   static constexpr int bytes_to_next = bytes;
   static constexpr bool begins_with_luma = true;
 
@@ -220,61 +209,19 @@ struct three_planes : Samples {
   MORVANE_INLINE samples_of_pixels<V> pixels(const ptrdiff_t next, const int number, const uint8_t* luma,
                                              const uint8_t* near_cb, const uint8_t* far_cb, const uint8_t* near_cr,
                                              const uint8_t* far_cr) const {
-    return {this->template two_of<V>(blocks_on<V>(luma, number)), chroma<V>(next, near_cb, far_cb, number),
-            chroma<V>(next, near_cr, far_cr, number)};
-  }
-};
-
-// Writers: the bytes of R, G, B and 255 in an order that is data, four of a pixel or the first three.
-
-template <int bytes_of_pixel>
-struct bytes_in_order {
-  static constexpr int bytes = bytes_of_pixel;
-  uint32_t places;
-
-  MORVANE_INLINE void put(uint8_t* dst, const uint8_t* rgbx) const {
-    for (int k = 0; k < bytes; ++k) dst[k] = rgbx[places >> 8 * k & 3];
-  }
-  template <class V>
-  MORVANE_INLINE auto ordered(const typename V::two_blocks& rgbx) const {
-    const typename V::two_blocks result = {V::rearrange_dwords(rgbx.first, places),
-                                           V::rearrange_dwords(rgbx.second, places)};
-    if constexpr (bytes == 3)
-      return V::threes(result);
+    const auto cb = chroma<V>(next, near_cb, far_cb, number), cr = chroma<V>(next, near_cr, far_cr, number);
+    if constexpr (bytes == 1)
+      return {this->template two_of<V>(blocks_on<V>(luma, number)), cb, cr};
     else
-      return result;
-  }
-  template <class V>
-  MORVANE_INLINE auto pixels(const typename V::block r, const typename V::block g, const typename V::block b) const {
-    const auto rg = V::interleave2(r, g);
-    const auto bx = V::interleave2(b, V::repeat(65535));
-    return in_a_row(ordered<V>(V::interleave2_words(rg.first, bx.first)),
-                    ordered<V>(V::interleave2_words(rg.second, bx.second)));
+      return {{this->template block<V>(luma, 0), this->template block<V>(luma, 1)},
+              V::interleave2_words(cb.first, cb.second),
+              V::interleave2_words(cr.first, cr.second)};
   }
 };
 
-template <class Reader, class Writer, class Sources = typename Reader::planes>
-struct decode;
+// Matrices: to working samples, to samples of ten bits, or towards bytes as far as signed words that packing limits.
 
-template <class Reader, class Writer, class... From>
-struct decode<Reader, Writer, plane_list<From...>>
-    : line_kernel<decode<Reader, Writer>, From..., to<2 * Writer::bytes>>, narrow_coefficients_to_rgb {
-  static constexpr bool fills_registers = true;
-  static constexpr int bytes_to_next = Reader::bytes_to_next;
-  Reader from;
-  Writer to;
-  int32_t next;  // bytes_to_next, or 0
-
-  MORVANE_INLINE static uint8_t byte(const uint16_t v) { return static_cast<uint8_t>(rounding<8>{true}.of(v)); }
-  MORVANE_INLINE void rule(const typename From::pointer... src, uint8_t* dst) const {
-    const samples_of_pair pair = from.pair(next, src...);
-    for (int i = 0; i < 2; ++i) {
-      uint16_t r, g, b;
-      rule_of_pixel(pair.y[i], pair.cb[i], pair.cr[i], &r, &g, &b);
-      const uint8_t rgbx[] = {byte(r), byte(g), byte(b), 255};
-      to.put(dst + i * Writer::bytes, rgbx);
-    }
-  }
+struct narrow_matrix : narrow_coefficients_to_rgb {
   // A sum t becomes the sample 4 t, and that the byte (2 t * 255 + 16384) >> 15, both within limits: what is beyond
   // them stays so, and packing cuts it off.
   template <class V>
@@ -282,8 +229,8 @@ struct decode<Reader, Writer, plane_list<From...>>
     return times<V>(sum, 510);
   }
   template <class V>
-  MORVANE_INLINE rgb_blocks<V> steps_of_bytes(const typename V::block luma, const typename V::block cb,
-                                              const typename V::block cr) const {
+  MORVANE_INLINE rgb_blocks<V> bytes_of(const typename V::block luma, const typename V::block cb,
+                                        const typename V::block cr) const {
     const auto u = around_middle<V>(cb);
     const auto v = around_middle<V>(cr);
     const auto grey = V::add_words(repeat_signed<V>(black), times<V>(around_middle<V>(luma), y));
@@ -291,20 +238,121 @@ struct decode<Reader, Writer, plane_list<From...>>
     return {steps_of_bytes<V>(V::add_signed_to_limit(grey, times<V>(v, r_cr))), steps_of_bytes<V>(green),
             steps_of_bytes<V>(V::add_signed_to_limit(grey, times<V>(u, b_cb)))};
   }
+  // And the sample (2 t * 1023 + 16384) >> 15, of t within limits.
   template <class V>
-  MORVANE_INLINE static auto packed(const typename V::block first, const typename V::block second) {
-    if constexpr (Reader::order == pixel_order::in_sequence)
-      return V::pack_words(first, second);
+  MORVANE_INLINE static auto ten_of(const typename V::block lifted) {
+    const auto positive = V::subtract_words_to_zero(lifted, V::repeat(lift));
+    return times<V>(V::least_words(positive, V::repeat(16383)), 2046);
+  }
+  template <class V>
+  MORVANE_INLINE rgb_blocks<V> tens_of(const typename V::block luma, const typename V::block cb,
+                                       const typename V::block cr) const {
+    const auto sums = lifted_sums<V>(luma, cb, cr);
+    return {ten_of<V>(sums.r), ten_of<V>(sums.g), ten_of<V>(sums.b)};
+  }
+};
+
+struct wide_matrix : wide_coefficients_to_rgb {
+  template <class V>
+  MORVANE_INLINE rgb_blocks<V> bytes_of(const typename V::block luma, const typename V::block cb,
+                                        const typename V::block cr) const {
+    constexpr rounding<8> by{true};
+    const auto rgb = this->template rgb_of<V>(luma, cb, cr);
+    return {by.unlimited<V>(rgb.r), by.unlimited<V>(rgb.g), by.unlimited<V>(rgb.b)};
+  }
+  template <class V>
+  MORVANE_INLINE rgb_blocks<V> tens_of(const typename V::block luma, const typename V::block cb,
+                                       const typename V::block cr) const {
+    constexpr rounding<10> by{true};
+    const auto rgb = this->template rgb_of<V>(luma, cb, cr);
+    return {by.of<V>(rgb.r), by.of<V>(rgb.g), by.of<V>(rgb.b)};
+  }
+};
+
+// Without vectors, compilers make better use of a loop for each of the three, over pieces of a line. Kernels share
+// them.
+
+struct samples_of_piece {
+  static constexpr int pairs = 64;
+  uint16_t luma[2 * pairs], cb[2 * pairs], cr[2 * pairs];
+  uint16_t r[2 * pairs], g[2 * pairs], b[2 * pairs];
+};
+
+template <class V, class Reader, class... From>
+__attribute__((noinline)) void read_piece(const Reader from, const ptrdiff_t next, const int pairs,
+                                          samples_of_piece& to, const typename From::pointer... src) {
+  for (int i = 0; i < pairs; ++i) {
+    const samples_of_pair pair = from.pair(next, From::at(src, at_least_zero(i))...);
+    for (int k = 0; k < 2; ++k) {
+      to.luma[2 * i + k] = pair.y[k];
+      to.cb[2 * i + k] = pair.cb[k];
+      to.cr[2 * i + k] = pair.cr[k];
+    }
+  }
+}
+template <class V, class Matrix>
+__attribute__((noinline)) void decode_piece(const Matrix by, const int pairs, samples_of_piece& s) {
+  for (int i = 0; i < 2 * pairs; ++i) by.rule_of_pixel(s.luma[i], s.cb[i], s.cr[i], s.r + i, s.g + i, s.b + i);
+}
+template <class V, class Writer, class... To>
+__attribute__((noinline)) void write_piece(const Writer to, const int pairs, const samples_of_piece& s,
+                                           const typename To::pointer __restrict... dst) {
+  for (int i = 0; i < 2 * pairs; ++i) to.put(i, {s.r[i], s.g[i], s.b[i]}, dst...);
+}
+
+template <class Reader, class Matrix, class Writer, class Sources = typename Reader::planes,
+          class Destinations = typename Writer::planes>
+struct decode;
+
+template <class Reader, class Matrix, class Writer, class... From, class... To>
+struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
+    : line_kernel<decode<Reader, Matrix, Writer>, From..., To...>, Matrix {
+  static constexpr bool fills_registers = true;
+  static constexpr int bytes_to_next = Reader::bytes_to_next;
+  Reader from;
+  Writer to;
+  int32_t next;  // bytes_to_next, or 0
+
+  MORVANE_INLINE void rule(const typename From::pointer... src, const typename To::pointer... dst) const {
+    const samples_of_pair pair = from.pair(next, src...);
+    for (int i = 0; i < 2; ++i) {
+      rgb_sample rgb;
+      this->rule_of_pixel(pair.y[i], pair.cb[i], pair.cr[i], &rgb.r, &rgb.g, &rgb.b);
+      to.put(i, rgb, dst...);
+    }
+  }
+  template <class V>
+  MORVANE_INLINE void line(const typename From::pointer __restrict... src, const typename To::pointer __restrict... dst,
+                           const int count) const {
+    if constexpr (V::lanes > 0) {
+      walk<V>(*this, at_least_zero(count), src..., dst...);
+    } else {
+      constexpr int most = samples_of_piece::pairs;
+      samples_of_piece samples;
+      for (int at = 0; at < count; at += most) {
+        const int pairs = count - at < most ? count - at : most;
+        const size_t unit = at_least_zero(at);
+        read_piece<V, Reader, From...>(from, next, pairs, samples, From::at(src, unit)...);
+        decode_piece<V, Matrix>(*this, pairs, samples);
+        write_piece<V, Writer, To...>(to, pairs, samples, To::at(dst, unit)...);
+      }
+    }
+  }
+  template <class V>
+  MORVANE_INLINE rgb_blocks<V> rgb(const typename V::block luma, const typename V::block cb,
+                                   const typename V::block cr) const {
+    if constexpr (Writer::samples == rgb_samples::bytes)
+      return this->template bytes_of<V>(luma, cb, cr);
+    else if constexpr (Writer::samples == rgb_samples::tens || Writer::samples == rgb_samples::tens_above_two_bits)
+      return this->template tens_of<V>(luma, cb, cr);
     else
-      return V::pack_words_in_turn(first, second);
+      return this->template rgb_of<V>(luma, cb, cr);
   }
   template <class V>
   MORVANE_INLINE auto converted(const int number, const typename From::pointer... src) const {
     const auto [luma, cb, cr] = from.template pixels<V>(next, number, src...);
-    const auto first = steps_of_bytes<V>(luma.first, cb.first, cr.first);
-    const auto second = steps_of_bytes<V>(luma.second, cb.second, cr.second);
-    return to.template pixels<V>(packed<V>(first.r, second.r), packed<V>(first.g, second.g),
-                                 packed<V>(first.b, second.b));
+    const rgb_pixels<V> both = {rgb<V>(luma.first, cb.first, cr.first), rgb<V>(luma.second, cb.second, cr.second)};
+    return to.template pixels<V, Reader::order>(both);
   }
   // Planes of chroma in bytes have twice as many pairs in a block.
   template <class V>
@@ -316,13 +364,28 @@ struct decode<Reader, Writer, plane_list<From...>>
   }
 };
 
+// The matrix is the one that the destination and the source ask for.
+template <class Reader, class Matrix>
+using decoders_to_bytes =
+    kernel_list<decode<Reader, Matrix, bytes_in_order<4>>, decode<Reader, Matrix, bytes_in_order<3>>>;
 template <class Reader>
-using decoders_of = kernel_list<decode<Reader, bytes_in_order<4>>, decode<Reader, bytes_in_order<3>>>;
+using decoders_of_any = typename joined_lists<
+    decoders_to_bytes<Reader, narrow_matrix>,
+    kernel_list<decode<Reader, wide_matrix, floats_in_order>, decode<Reader, wide_matrix, floats_in_planes>>>::type;
+template <class Reader>
+using decoders_of_deep =
+    kernel_list<decode<Reader, narrow_matrix, tens_in_order<0>>, decode<Reader, narrow_matrix, tens_in_order<2>>,
+                decode<Reader, wide_matrix, words_in_order<3>>, decode<Reader, wide_matrix, words_in_order<4>>>;
+using decoders_of_words =
+    joined_lists<decoders_to_bytes<two_planes<samples_in_upper_bits>, wide_matrix>,
+                 kernel_list<decode<two_planes<samples_in_upper_bits>, wide_matrix, tens_in_order<0>>>>::type;
 
 using decode_kernels =
-    joined_lists<decoders_of<packed_pairs<first_of_pair::chroma>>, decoders_of<packed_pairs<first_of_pair::luma>>,
-                 decoders_of<two_planes<samples_in_bytes>>, decoders_of<two_planes<samples_in_upper_bits>>,
-                 decoders_of<three_planes<samples_in_bytes>>,
-                 decoders_of<three_planes<samples_in_lower_ten_bits>>>::type;
+    joined_lists<decoders_of_any<packed_pairs<first_of_pair::chroma>>,
+                 decoders_of_any<packed_pairs<first_of_pair::luma>>, decoders_of_any<two_planes<samples_in_bytes>>,
+                 decoders_of_any<two_planes<samples_in_upper_bits>>, decoders_of_any<three_planes<samples_in_bytes>>,
+                 decoders_of_any<three_planes<samples_in_lower_ten_bits>>,
+                 decoders_of_deep<two_planes<samples_in_upper_bits>>,
+                 decoders_of_deep<three_planes<samples_in_lower_ten_bits>>, decoders_of_words>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

@@ -68,14 +68,20 @@ struct narrow_coefficients_to_rgb {
     *b = clamped(grey + rounded_product(u, b_cb));
   }
   template <class V>
-  MORVANE_INLINE rgb_blocks<V> rgb_of(const typename V::block luma, const typename V::block cb,
-                                      const typename V::block cr) const {
+  MORVANE_INLINE rgb_blocks<V> lifted_sums(const typename V::block luma, const typename V::block cb,
+                                           const typename V::block cr) const {
     const auto u = around_middle<V>(cb);
     const auto v = around_middle<V>(cr);
     const auto grey = lifted_grey<V>(luma);
-    const auto green = V::subtract_words(V::subtract_words(grey, times<V>(u, g_cb)), times<V>(v, g_cr));
-    return {clamped<V>(V::add_words(grey, times<V>(v, r_cr))), clamped<V>(green),
-            clamped<V>(V::add_words(grey, times<V>(u, b_cb)))};
+    return {V::add_words(grey, times<V>(v, r_cr)),
+            V::subtract_words(V::subtract_words(grey, times<V>(u, g_cb)), times<V>(v, g_cr)),
+            V::add_words(grey, times<V>(u, b_cb))};
+  }
+  template <class V>
+  MORVANE_INLINE rgb_blocks<V> rgb_of(const typename V::block luma, const typename V::block cb,
+                                      const typename V::block cr) const {
+    const auto sums = lifted_sums<V>(luma, cb, cr);
+    return {clamped<V>(sums.r), clamped<V>(sums.g), clamped<V>(sums.b)};
   }
 };
 

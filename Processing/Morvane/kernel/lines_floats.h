@@ -83,9 +83,26 @@ struct half_floats {
   }
 };
 
+// v / 65535 of words, which is v (2^-16 + 2^-32 + 2^-48...). The first product is exact, and the second one as near as
+// it takes for the sum to be rounded as the quotient is.
+template <class V>
+MORVANE_INLINE auto share_of_word(const typename V::floats v) {
+  return V::add(V::multiply(v, 0x1p-16F), V::multiply(v, 0x1p-32F + 0x1p-48F));
+}
+
 // The floats of a block's words.
 template <class V>
 using parts_of_block = std::make_index_sequence<V::block_bytes / 2 / V::float_lanes>;
+
+template <class V, class Number, size_t... part>
+MORVANE_INLINE auto numbers_of(const typename V::block words, std::index_sequence<part...>) {
+  return in_a_row(
+      Number::template stored<V>(share_of_word<V>(V::template floats_of_words<static_cast<int>(part)>(words)))...);
+}
+template <class V, class Number>
+MORVANE_INLINE auto numbers_of(const typename V::block words) {
+  return numbers_of<V, Number>(words, parts_of_block<V>());
+}
 
 // Groups of one, three or four numbers, each to a line of its own.
 template <class Number, int items, class... Line>
@@ -132,15 +149,10 @@ struct join_floats : line_kernel<join_floats<Number, items, Line...>, Line..., t
     rule(a, b, c, dst);
     put(d, dst, 3);
   }
-  template <class V, size_t... part>
-  MORVANE_INLINE static auto numbers(const typename V::block words, std::index_sequence<part...>) {
-    return in_a_row(Number::template stored<V>(
-        V::divide(V::template floats_of_words<static_cast<int>(part)>(words), all_of_word))...);
-  }
   template <class V, class... Words>
   MORVANE_INLINE static auto convert(const Words*... lines) {
     const auto as_numbers = [](const typename V::block words) __attribute__((always_inline)) {
-      return numbers<V>(words, parts_of_block<V>());
+      return numbers_of<V, Number>(words);
     };
     return interleaved<V>(as_numbers, V::load(lines)...);
   }
@@ -181,7 +193,7 @@ struct join_vuya_f32 : line_kernel<join_vuya_f32, read_line, read_line, read_lin
   template <class V>
   MORVANE_INLINE static auto convert(const uint8_t* cr, const uint8_t* cb, const uint8_t* luma, const uint8_t* alpha) {
     const auto y = V::at_most(V::divide(V::template load_words_above<4096>(luma), 56064.0F), 1.0F);
-    const auto a = V::divide(V::template load_words_above<0>(alpha), all_of_word);
+    const auto a = share_of_word<V>(V::template load_words_above<0>(alpha));
     return V::interleave4_floats(chroma<V>(cr), chroma<V>(cb), y, a);
   }
 };

@@ -80,44 +80,52 @@ struct split_tens : line_kernel<split_tens<lowest, Line...>, from<4>, Line...> {
   }
 };
 
-// The bits of `set` in the upper half of a word are ones.
-template <int lowest, class... Line>
-struct join_tens : line_kernel<join_tens<lowest, Line...>, Line..., to<4>> {
+// Three samples of ten bits in a double word, in whose upper half the bits of `set` are ones.
+template <int lowest>
+struct joined_tens {
   dword_order order;
-  rounding<10> by;
   uint16_t set;
 
-  MORVANE_INLINE uint32_t word(const uint16_t a, const uint16_t b, const uint16_t c) const {
-    const uint32_t samples = by.of(a) | uint32_t{by.of(b)} << 10 | uint32_t{by.of(c)} << 20;
-    return samples << lowest | uint32_t{set} << 16;
+  MORVANE_INLINE void put(uint8_t* dst, const uint16_t a, const uint16_t b, const uint16_t c,
+                          const uint16_t above) const {
+    const uint32_t samples = a | uint32_t{b} << 10 | uint32_t{c} << 20;
+    order.put(dst, samples << lowest | static_cast<uint32_t>(above | set) << 16);
   }
+  template <class V>
+  MORVANE_INLINE auto joined(const typename V::block a, const typename V::block b, const typename V::block c,
+                             const typename V::block above) const {
+    const auto lower =
+        V::or_blocks(V::template shift_left_words<lowest>(a), V::template shift_left_words<10 + lowest>(b));
+    const auto upper =
+        V::or_blocks(V::template shift_right_words<6 - lowest>(b), V::template shift_left_words<4 + lowest>(c));
+    const auto words = V::interleave2_words(lower, V::or_blocks(upper, V::or_blocks(above, V::repeat(set))));
+    return typename V::two_blocks{order.arranged<V>(words.first), order.arranged<V>(words.second)};
+  }
+};
+
+template <int lowest, class... Line>
+struct join_tens : line_kernel<join_tens<lowest, Line...>, Line..., to<4>>, joined_tens<lowest> {
+  rounding<10> by;
+
   MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, uint8_t* dst) const {
-    order.put(dst, word(*a, *b, *c));
+    this->put(dst, by.of(*a), by.of(*b), by.of(*c), 0);
   }
   MORVANE_INLINE void rule(const uint16_t* a, const uint16_t* b, const uint16_t* c, const uint16_t* d,
                            uint8_t* dst) const {
-    order.put(dst, word(*a, *b, *c) | (uint32_t{*d} & 0xc000) << 16);
+    this->put(dst, by.of(*a), by.of(*b), by.of(*c), *d & 0xc000);
   }
   template <class V>
-  MORVANE_INLINE auto joined(const uint8_t* a, const uint8_t* b, const uint8_t* c,
-                             const typename V::block above) const {
-    const auto first = by.of<V>(V::load(a));
-    const auto second = by.of<V>(V::load(b));
-    const auto third = by.of<V>(V::load(c));
-    const auto lower =
-        V::or_blocks(V::template shift_left_words<lowest>(first), V::template shift_left_words<10 + lowest>(second));
-    const auto upper = V::or_blocks(V::template shift_right_words<6 - lowest>(second),
-                                    V::template shift_left_words<4 + lowest>(third));
-    const auto words = V::interleave2_words(lower, V::or_blocks(upper, above));
-    return typename V::two_blocks{order.arranged<V>(words.first), order.arranged<V>(words.second)};
+  MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c,
+                              const typename V::block above) const {
+    return this->template joined<V>(by.of<V>(V::load(a)), by.of<V>(V::load(b)), by.of<V>(V::load(c)), above);
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c) const {
-    return joined<V>(a, b, c, V::repeat(set));
+    return convert<V>(a, b, c, V::repeat(0));
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* a, const uint8_t* b, const uint8_t* c, const uint8_t* d) const {
-    return joined<V>(a, b, c, V::or_blocks(V::and_blocks(V::load(d), V::repeat(0xc000)), V::repeat(set)));
+    return convert<V>(a, b, c, V::and_blocks(V::load(d), V::repeat(0xc000)));
   }
 };
 

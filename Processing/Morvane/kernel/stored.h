@@ -53,6 +53,21 @@ MORVANE_INLINE items_of_planes<First, Rest...> to_planes(const First& first, con
   return {first, to_planes(rest...)};
 }
 
+template <class First, class... Rest>
+MORVANE_INLINE items_of_planes<First, Rest...> prepended(const First& first, const items_of_planes<Rest...>& rest) {
+  return {first, rest};
+}
+
+// Of each plane the items of the one and behind them those of the other.
+MORVANE_INLINE items_of_planes<> in_a_row(const items_of_planes<>&, const items_of_planes<>&) {
+  return {};
+}
+
+template <class A, class... As, class B, class... Bs>
+MORVANE_INLINE auto in_a_row(const items_of_planes<A, As...>& a, const items_of_planes<B, Bs...>& b) {
+  return prepended(in_a_row(a.first, b.first), in_a_row(a.rest, b.rest));
+}
+
 // The item of a plane; a body with one destination plane returns its item alone.
 template <size_t plane, class Item>
 MORVANE_INLINE const auto& item_of(const Item& item) {
