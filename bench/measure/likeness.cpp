@@ -117,7 +117,8 @@ likeness likeness_of(const arena& memory, const format_pair& p, const pair_peer&
     const difference d = between(ours, theirs);
     if (least >= 0 && d.sum >= least) continue;
     least = d.sum;
-    found = {label_of(ours, theirs, d), w.chroma};
+    found = {label_of(ours, theirs, d), w.chroma,
+             static_cast<double>(d.sum) / static_cast<double>(ours.samples.size()) / step_of_8_bits};
   }
   return found;
 }

@@ -14,6 +14,7 @@ catalogue::call call_of(const ring& frames, int i);
 struct likeness {
   agreement label{};
   morvane::filter chroma{};
+  double mean_difference = 0;  // of two samples, in steps of 8 bits
 };
 
 // `memory` has room for a picture of in_cache.

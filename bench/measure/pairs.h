@@ -27,9 +27,9 @@ bool has_way(const format_pair& p);
 // Every pair that has a way, in the order of the catalogue.
 std::vector<format_pair> all_pairs();
 
-// The pairs of a list, "uyvy:bgra,*:v210", where an asterisk stands for all formats that there is a way from or to.
-// A format may have any of its names: nv12:rgb24. Each pair comes once, in the order of the catalogue. Throws one line for what is no pair, no format, or without a
-// way.
+// The pairs of a list, "uyvy:bgra,*:v210", where an asterisk stands for all formats that there is a way from or to, and
+// a format may have any of its names: nv12:rgb24. Each pair comes once, in the order of the catalogue. Throws one line
+// for what is no pair, no format, or without a way.
 std::vector<format_pair> pairs_named(std::string_view list);
 
 // What a conversion has to read and write: of the source, the planes with something that the destination keeps.
