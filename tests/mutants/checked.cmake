@@ -536,7 +536,7 @@ mutant(three_parts_of_the_far_row
 
 mutant(regrouping_without_the_rest
        FILE checked/regrouped.cpp
-       FROM [[if (w.from.width % pixels_of_unit != 0)]]
+       FROM [[if (w.from.width % pixels != 0)]]
        TO [[if (false)]]
        ROWS *are_as_the_rules_say/v210
        PROGRAM checked_test)

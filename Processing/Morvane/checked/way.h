@@ -52,7 +52,7 @@ struct way {
   rearrangements rearranged;
   bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || is_written(rearranged, plane); }
 
-  // Without lines too: YCbCr to RGB, and v210 to other groups or from them.
+  // Without lines too: YCbCr to RGB, v210 to other groups or from them, and fill with key to others.
   std::optional<decoder> decoded;
   std::optional<regrouping> regrouped;
 
