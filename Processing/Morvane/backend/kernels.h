@@ -30,13 +30,12 @@ namespace Processing::Morvane::backend {
 
 namespace kernel = format_conversion::kernel;
 
-using all_kernels =
-    kernel::joined_lists<kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels,
-                         kernel::rgb_to_video_kernels, kernel::video_to_rgb_kernels, kernel::full_chroma_kernels,
-                         kernel::key_kernels, kernel::words_kernels, kernel::card_10_kernels, kernel::black_kernels,
-                         kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
-                         kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
-                         kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels,
-                         kernel::decode_kernels, kernel::resample_kernels, kernel::regroup_kernels, kernel::keyed_kernels>::type;
+using all_kernels = kernel::joined_lists<
+    kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels, kernel::rgb_to_video_kernels,
+    kernel::video_to_rgb_kernels, kernel::full_chroma_kernels, kernel::key_kernels, kernel::words_kernels,
+    kernel::card_10_kernels, kernel::black_kernels, kernel::difference_kernels, kernel::lines_stored_kernels,
+    kernel::lines_groups_kernels, kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
+    kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels, kernel::decode_kernels,
+    kernel::resample_kernels, kernel::regroup_kernels, kernel::keyed_kernels>::type;
 
 }  // namespace Processing::Morvane::backend
