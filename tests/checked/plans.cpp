@@ -189,6 +189,9 @@ TEST(checked_plans, regroup_without_lines) {
       EXPECT_TRUE(is_regrouped("v210", other, how)) << other;
       EXPECT_TRUE(is_regrouped(other, "v210", how)) << other;
     }
+  for (const char* from : {"uyvy_a", "pa16", "y_u_v_a_422_10u16", "yua_yva_matrox_10"})
+    for (const char* to : {"uyvy_a", "y_u_v_a_422_10u16", "yua_yva_matrox_10"})
+      EXPECT_EQ(is_regrouped(from, to, {}), std::string(from) != to) << from << " to " << to;
   for (const char* other : {"uyvy_a", "yvyu", "y_uv_420", "y_u_v_420_10u16", "pa16", "yuyv_matrox_10"})
     EXPECT_FALSE(is_regrouped("v210", other, {})) << other;
   EXPECT_FALSE(is_regrouped("uyvy", "st2110_422_10", {}));

@@ -591,7 +591,7 @@ mutant(three_parts_of_the_far_row
 
 mutant(regrouping_without_the_rest
        FILE checked/regrouped.cpp
-       FROM [[if (w.from.width % pixels_of_unit != 0)]]
+       FROM [[if (w.from.width % pixels != 0)]]
        TO [[if (false)]]
        ROWS *are_as_the_rules_say/v210
        PROGRAM checked_test)
@@ -639,3 +639,17 @@ mutant(second_group_of_six_words_with_a_gap
        ROWS lines.are_as_their_rules_say_on_every_backend
        PROGRAM checked_test
        BACKEND avx2)
+
+mutant(key_of_bytes_not_repeated
+       FILE kernel/keyed_rows.h
+       FROM [[p.a[i] = static_cast<uint16_t>(alpha[i] * 257);]]
+       TO [[p.a[i] = static_cast<uint16_t>(alpha[i] * 256);]]
+       ROWS *are_as_the_rules_say/uyvy_a
+       PROGRAM checked_test)
+
+mutant(key_not_repeated_up_to_the_end_of_its_group
+       FILE checked/regrouped.cpp
+       FROM [[for (const component i : {first, second, third, alpha}) repeat_last(]]
+       TO [[for (const component i : {first, second, third}) repeat_last(]]
+       ROWS *are_as_the_rules_say/pa16
+       PROGRAM checked_test)

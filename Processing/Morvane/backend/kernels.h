@@ -10,6 +10,7 @@
 #include "../kernel/encoded_rows.h"
 #include "../kernel/full_chroma.h"
 #include "../kernel/key.h"
+#include "../kernel/keyed_rows.h"
 #include "../kernel/lines_chroma.h"
 #include "../kernel/lines_colour.h"
 #include "../kernel/lines_floats.h"
@@ -36,6 +37,6 @@ using all_kernels = kernel::joined_lists<
     kernel::card_10_kernels, kernel::black_kernels, kernel::difference_kernels, kernel::lines_stored_kernels,
     kernel::lines_groups_kernels, kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
     kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels, kernel::decode_kernels,
-    kernel::encode_kernels, kernel::resample_kernels, kernel::regroup_kernels>::type;
+    kernel::encode_kernels, kernel::resample_kernels, kernel::regroup_kernels, kernel::keyed_kernels>::type;
 
 }  // namespace Processing::Morvane::backend

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "../backend/dispatch.h"
+#include "../kernel/keyed_rows.h"
 #include "../kernel/regrouped_rows.h"
 #include "layout.h"
 #include "way.h"
@@ -17,10 +18,22 @@ namespace kernel = format_conversion::kernel;
 using catalogue::sample_type;
 using kernel::first_of_pair;
 
-constexpr int pixels_of_unit = 6;
+constexpr int pixels_of_v210 = 6;
 
 // Layouts that kernels know.
-enum class grouping { other, v210, words, planes_of_tens, uyvy, yuy2, fives };
+enum class grouping {
+  other,
+  v210,
+  words,
+  planes_of_tens,
+  uyvy,
+  yuy2,
+  fives,
+  yua_yva,
+  keyed_words,
+  keyed_planes_of_tens,
+  keyed_pairs
+};
 
 using items_of_pair = std::array<component, 4>;
 
@@ -28,7 +41,7 @@ grouping grouping_of_one_plane(const stored_plane& p) {
   const catalogue::plane& layout = *p.layout;
   const bool begins_with_luma = p.items == items_of_pair{first, second, first, third};
   const bool begins_with_cb = p.items == items_of_pair{second, first, third, first};
-  if (layout.sample == sample_type::u32_3x10 && layout.group_pixels == pixels_of_unit) return grouping::v210;
+  if (layout.sample == sample_type::u32_3x10 && layout.group_pixels == pixels_of_v210) return grouping::v210;
   if (layout.sample == sample_type::stream_10 && layout.group_bytes == 5 && begins_with_cb &&
       layout.order == catalogue::byte_order::big_endian)
     return grouping::fives;
@@ -36,30 +49,49 @@ grouping grouping_of_one_plane(const stored_plane& p) {
   return begins_with_luma ? grouping::yuy2 : begins_with_cb ? grouping::uyvy : grouping::other;
 }
 
-grouping grouping_of(const shape& s) {
-  if (s.colour != model::ycbcr || !s.half_width || s.has_alpha) return grouping::other;
-  if (s.plane_count == 1) return grouping_of_one_plane(s.planes[0]);
-  const auto all_are = [&](const sample_type sample) {
-    return std::all_of(s.planes.begin(), s.planes.begin() + static_cast<ptrdiff_t>(s.plane_count),
-                       [&](const stored_plane& p) { return p.layout->sample == sample; });
-  };
-  if (s.plane_count == 2 && all_are(sample_type::u16) && s.planes[1].items[0] == second) return grouping::words;
-  if (s.plane_count == 3 && all_are(sample_type::u16_low10)) return grouping::planes_of_tens;
+bool all_are(const sample_type sample, const shape& s) {
+  return std::all_of(s.planes.begin(), s.planes.begin() + static_cast<ptrdiff_t>(s.plane_count),
+                     [&](const stored_plane& p) { return p.layout->sample == sample; });
+}
+
+grouping grouping_with_key(const shape& s) {
+  const stored_plane& p = s.planes[0];
+  const bool has_alpha_apart = s.plane_count > 1 && s.planes[s.plane_count - 1].item_count == 1;
+  if (s.half_height) return grouping::other;
+  if (s.plane_count == 1 && p.layout->sample == sample_type::u32_3x10 && p.layout->group_pixels == 2)
+    return grouping::yua_yva;
+  if (!has_alpha_apart) return grouping::other;
+  if (s.plane_count == 2 && all_are(sample_type::u8, s) && grouping_of_one_plane(p) == grouping::uyvy)
+    return grouping::keyed_pairs;
+  if (s.plane_count == 3 && all_are(sample_type::u16, s) && s.planes[1].items[0] == second && s.depth == 16)
+    return grouping::keyed_words;
+  if (s.plane_count == 4 && all_are(sample_type::u16_low10, s)) return grouping::keyed_planes_of_tens;
   return grouping::other;
 }
 
-// Luma first, then Cb, then Cr.
+grouping grouping_of(const shape& s) {
+  if (s.colour != model::ycbcr || !s.half_width) return grouping::other;
+  if (s.has_alpha) return grouping_with_key(s);
+  if (s.plane_count == 1) return grouping_of_one_plane(s.planes[0]);
+  if (s.plane_count == 2 && all_are(sample_type::u16, s) && s.planes[1].items[0] == second) return grouping::words;
+  if (s.plane_count == 3 && all_are(sample_type::u16_low10, s)) return grouping::planes_of_tens;
+  return grouping::other;
+}
+
+// Luma first, then Cb, Cr and alpha.
 plane_numbers planes_of(const shape& s) {
   plane_numbers planes;
-  for (const component c : {first, second, third})
+  for (const component c : {first, second, third, alpha}) {
+    if (c == alpha && !s.has_alpha) continue;
     if (!planes.contains(s.plane_with(c))) planes.add(s.plane_with(c));
+  }
   return planes;
 }
 
 // The kernels.
 
-using source_rows = std::array<const uint8_t*, 3>;
-using destination_rows = std::array<uint8_t*, 3>;
+using source_rows = std::array<const uint8_t*, MORVANE_MAX_PLANES>;
+using destination_rows = std::array<uint8_t*, MORVANE_MAX_PLANES>;
 
 template <class Reader, class Writer, size_t... s, size_t... d>
 void run(const source_rows& from, std::index_sequence<s...>, const destination_rows& to, std::index_sequence<d...>,
@@ -79,10 +111,24 @@ struct kernel_entry {
   grouping from, to;
   bool from_half_height, to_half_height;
   void (*run)(const source_rows& from, const destination_rows& to, int units, uint16_t kept);
+  int pixels = pixels_of_v210;  // of a unit
 };
 
+template <class Reader, class Writer>
+constexpr kernel_entry keyed_entry(const grouping from, const grouping to) {
+  return {from, to, false, false, run_kernel<Reader, Writer>, 2};
+}
+
+using kernel::read_keyed_pairs;
+using kernel::read_keyed_planes_of_tens;
+using kernel::read_keyed_words;
 using kernel::read_v210;
+using kernel::read_yua_yva;
+using kernel::write_keyed_pairs;
+using kernel::write_keyed_planes_of_tens;
+using kernel::write_keyed_words;
 using kernel::write_v210;
+using kernel::write_yua_yva;
 
 constexpr kernel_entry kernels[] = {
     {grouping::v210, grouping::words, false, false, run_kernel<read_v210, kernel::write_words>},
@@ -97,6 +143,17 @@ constexpr kernel_entry kernels[] = {
     {grouping::uyvy, grouping::v210, false, false, run_kernel<kernel::read_pairs<first_of_pair::chroma>, write_v210>},
     {grouping::yuy2, grouping::v210, false, false, run_kernel<kernel::read_pairs<first_of_pair::luma>, write_v210>},
     {grouping::fives, grouping::v210, false, false, run_kernel<kernel::read_fives, write_v210>},
+    keyed_entry<read_yua_yva, write_keyed_words>(grouping::yua_yva, grouping::keyed_words),
+    keyed_entry<read_yua_yva, write_keyed_planes_of_tens>(grouping::yua_yva, grouping::keyed_planes_of_tens),
+    keyed_entry<read_yua_yva, write_keyed_pairs>(grouping::yua_yva, grouping::keyed_pairs),
+    keyed_entry<read_keyed_words, write_yua_yva>(grouping::keyed_words, grouping::yua_yva),
+    keyed_entry<read_keyed_words, write_keyed_planes_of_tens>(grouping::keyed_words, grouping::keyed_planes_of_tens),
+    keyed_entry<read_keyed_words, write_keyed_pairs>(grouping::keyed_words, grouping::keyed_pairs),
+    keyed_entry<read_keyed_planes_of_tens, write_yua_yva>(grouping::keyed_planes_of_tens, grouping::yua_yva),
+    keyed_entry<read_keyed_planes_of_tens, write_keyed_words>(grouping::keyed_planes_of_tens, grouping::keyed_words),
+    keyed_entry<read_keyed_planes_of_tens, write_keyed_pairs>(grouping::keyed_planes_of_tens, grouping::keyed_pairs),
+    keyed_entry<read_keyed_pairs, write_yua_yva>(grouping::keyed_pairs, grouping::yua_yva),
+    keyed_entry<read_keyed_pairs, write_keyed_planes_of_tens>(grouping::keyed_pairs, grouping::keyed_planes_of_tens),
 };
 // Of 4:2:0, the lower one of two rows of the image.
 constexpr auto run_luma = run_kernel<read_v210, kernel::write_luma>;
@@ -108,19 +165,19 @@ class rest_of_row {
  public:
   rest_of_row(const way& w, const morvane_picture& source, const int row, const int first_column)
       : way_(w), source_(source), column_(first_column), pixels_(w.from.width - first_column) {
-    for (const int i : {first, second, third}) near_.of[i] = memory_[i] + margin;
+    for (const int i : {first, second, third, alpha}) near_.of[i] = memory_[i] + margin;
     far_ = near_;
-    for (const int i : {second, third}) far_.of[i] = memory_[i + 2] + margin;
+    for (const int i : {second, third}) far_.of[i] = memory_[i + 3] + margin;
     read(row, near_, row_of_chroma(row, false));
     if (w.from.half_height == w.to.half_height) return;
     component_lines chroma = far_;
-    chroma.of[first] = memory_[5] + margin;
+    chroma.of[first] = memory_[6] + margin;
     read(row, chroma, row_of_chroma(row, true));
     for (const int i : {second, third}) weigh(near_.of[i], far_.of[i]);
   }
 
   void write(const morvane_picture& destination, const int row) {
-    for (const component i : {first, second, third}) repeat_last(near_.of[i], way_.to.samples_of(i, pixels_));
+    for (const component i : {first, second, third, alpha}) repeat_last(near_.of[i], way_.to.samples_of(i, pixels_));
     for (size_t i = 0; i < way_.to.plane_count; ++i) {
       const stored_plane& p = way_.to.planes[i];
       if (row % p.layout->image_rows != 0) continue;
@@ -137,7 +194,7 @@ class rest_of_row {
   const morvane_picture& source_;
   const int column_;
   const int pixels_;
-  uint16_t memory_[6][margin + samples] = {};
+  uint16_t memory_[7][margin + samples] = {};
   component_lines near_;
   component_lines far_;
 
@@ -192,7 +249,8 @@ std::optional<regrouping> find_regrouping(const way& w) {
 void regroup_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
                   const int rows) {
   const regrouping& by = *w.regrouped;
-  const int units = w.from.width / pixels_of_unit;
+  const int pixels = kernels[by.kernel].pixels;
+  const int units = w.from.width / pixels;
   for (int row = first; row < first + rows; ++row) {
     const bool has_chroma = !w.to.half_height || row % 2 == 0;
     destination_rows to{};
@@ -200,7 +258,7 @@ void regroup_rows(const way& w, const morvane_picture& source, const morvane_pic
     for (const size_t i : by.written) to[count++] = row_of(destination, w.to, i, row);
     const auto run = has_chroma ? kernels[by.kernel].run : run_luma;
     run(rows_read(w, source, row), to, units, by.kept);
-    if (w.from.width % pixels_of_unit != 0) rest_of_row(w, source, row, units * pixels_of_unit).write(destination, row);
+    if (w.from.width % pixels != 0) rest_of_row(w, source, row, units * pixels).write(destination, row);
   }
 }
 

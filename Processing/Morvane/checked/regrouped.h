@@ -1,5 +1,5 @@
-// v210 to other layouts of 4:2:2 and of 4:2:0 and back, a row at a time without lines, where a kernel reads the one
-// layout and writes the other.
+// v210 to other layouts of 4:2:2 and of 4:2:0 and back, and layouts of 4:2:2 with a key to each other, a row at a time
+// without lines, where a kernel reads the one layout and writes the other.
 #pragma once
 
 #include <cstdint>

@@ -193,8 +193,9 @@ struct join_yua_yva : line_kernel<join_yua_yva, read_words<2>, read_line, read_l
     store_three_tens(dst + 4, ten_of(luma[1]), ten_of(*cr), scaled(alpha[1]));
   }
   template <class V>
-  MORVANE_INLINE static auto joined(const typename V::block y, const typename V::block c, const uint8_t* alpha) {
-    const auto a = V::rounded_product(V::template shift_right_words<1>(V::load(alpha)), V::repeat(1023));
+  MORVANE_INLINE static auto joined(const typename V::block y, const typename V::block c,
+                                    const typename V::block alpha) {
+    const auto a = V::rounded_product(V::template shift_right_words<1>(alpha), V::repeat(1023));
     const auto lower = V::or_blocks(V::template shift_right_words<6>(y),
                                     V::and_blocks(V::template shift_left_words<4>(c), V::repeat(0xfc00)));
     const auto upper = V::or_blocks(V::template shift_right_words<12>(c), V::template shift_left_words<4>(a));
@@ -203,8 +204,8 @@ struct join_yua_yva : line_kernel<join_yua_yva, read_words<2>, read_line, read_l
   template <class V>
   MORVANE_INLINE static auto convert(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr, const uint8_t* alpha) {
     const auto chroma = V::interleave2_words(load_rounded<V, 10>(cb), load_rounded<V, 10>(cr));
-    return in_a_row(joined<V>(load_rounded<V, 10>(luma), chroma.first, alpha),
-                    joined<V>(load_rounded<V, 10>(luma, 1), chroma.second, blocks_on<V>(alpha, 1)));
+    return in_a_row(joined<V>(load_rounded<V, 10>(luma), chroma.first, V::load(alpha)),
+                    joined<V>(load_rounded<V, 10>(luma, 1), chroma.second, V::load(blocks_on<V>(alpha, 1))));
   }
 };
 
