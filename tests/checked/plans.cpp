@@ -141,12 +141,16 @@ TEST(checked_plans, use_scratch_memory_at_any_address) {
   }
 }
 
-// YCbCr that a kernel reads, matrices and writes in one pass, by the formats that it reads and writes. Over lines they
-// would have the same bytes, and take longer.
+// What a kernel reads, matrices and writes in one pass, by the formats that it reads and writes. Over lines it would
+// have the same bytes, and take longer.
+bool goes_in_one_pass(const description& from, const description& to, const options& how) {
+  const plan p(from, to, how);
+  return p.scratch_bytes() == 0 && p.steps().back() == "write " + std::string(name_of(to.format));
+}
+
 TEST(checked_plans, decode_without_lines) {
   const auto is_decoded = [](const char* from, const char* to, const options& how) {
-    const plan p(of(from, 34, 4), of(to, 34, 4), how);
-    return p.scratch_bytes() == 0 && p.steps().back() == std::string("write ") + to;
+    return goes_in_one_pass(of(from, 34, 4), of(to, 34, 4), how);
   };
   for (const char* from : {"uyvy", "yuy2", "uyvy_a", "y_uv_420", "y_uv_422", "y_u_v_420", "y_u_v_422", "p010"})
     for (const char* to : {"bgra", "rgba", "bgrx", "rgbx", "bgr"}) {
@@ -181,8 +185,7 @@ TEST(checked_plans, decode_without_lines) {
 
 TEST(checked_plans, regroup_without_lines) {
   const auto is_regrouped = [](const std::string& from, const std::string& to, const options& how) {
-    const plan p(of(from, 34, 4), of(to, 34, 4), how);
-    return p.scratch_bytes() == 0 && p.steps().back() == "write " + to;
+    return goes_in_one_pass(of(from, 34, 4), of(to, 34, 4), how);
   };
   for (const char* other : {"uyvy", "yuy2", "p210", "p216", "p010", "y_u_v_422_10u16", "st2110_422_10"})
     for (const options& how : {options{}, options{.filter = filter::nearest, .siting = siting::center}}) {
@@ -195,6 +198,26 @@ TEST(checked_plans, regroup_without_lines) {
   for (const char* other : {"uyvy_a", "yvyu", "y_uv_420", "y_u_v_420_10u16", "pa16", "yuyv_matrox_10"})
     EXPECT_FALSE(is_regrouped("v210", other, {})) << other;
   EXPECT_FALSE(is_regrouped("uyvy", "st2110_422_10", {}));
+}
+
+TEST(checked_plans, encode_without_lines) {
+  const auto is_encoded = [](const char* from, const char* to, const options& how) {
+    return goes_in_one_pass(of(from, 34, 4), of(to, 34, 4), how);
+  };
+  for (const char* from : {"bgra", "rgba", "bgrx", "rgbx", "argb", "xbgr", "bgr", "rgb"})
+    for (const char* to : {"uyvy", "yuy2", "yvyu", "y_uv_420", "y_vu_420", "y_u_v_420", "y_v_u_420", "y_uv_422",
+                           "y_vu_422", "y_u_v_422"}) {
+      EXPECT_TRUE(is_encoded(from, to, {})) << from << " to " << to;
+      EXPECT_TRUE(is_encoded(from, to, {.filter = filter::nearest, .siting = siting::center}));
+      EXPECT_FALSE(is_encoded(from, to, {.siting = siting::center}));
+    }
+  for (const auto& [from, to] :
+       {std::pair{"bgra", "uyvy_a"}, {"bgra", "p216"}, {"r_g_b", "uyvy"}, {"bgra", "y_u_v_444"}})
+    EXPECT_FALSE(is_encoded(from, to, {})) << from << " to " << to;
+  EXPECT_FALSE(is_encoded("bgra", "uyvy", {.background = color{1, 2, 3}}));
+  description video = of("bgra", 34, 4);
+  video.range = range::video;
+  EXPECT_FALSE(goes_in_one_pass(video, of("uyvy", 34, 4), {}));
 }
 
 TEST(checked_plans, need_no_scratch_memory_without_lines) {

@@ -397,6 +397,50 @@ mutant(decoder_that_no_plan_takes
        ROWS checked_plans.decode_without_lines
        PROGRAM checked_test)
 
+mutant(first_pixel_before_itself_left_out
+       FILE checked/encoded.cpp
+       FROM [[*way_.encoded, {filters(), 0}]]
+       TO [[*way_.encoded, {filters(), k.read / 2}]]
+       ROWS *are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(last_pixel_without_the_one_before
+       FILE checked/encoded.cpp
+       FROM [[pairs > 0 ? last - bytes : last]]
+       TO [[last]]
+       ROWS *are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(exchanged_weights_of_luma_stay
+       FILE checked/encoded.cpp
+       FROM [[std::swap(k.y_r, k.y_b);]]
+       TO [[std::swap(k.y_r, k.y_r);]]
+       ROWS *are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(chroma_of_the_upper_row_alone
+       FILE kernel/encoded_rows.h
+       FROM [[V::average_up(chroma[0], chroma[rows - 1]) :]]
+       TO [[V::average_up(chroma[0], chroma[0]) :]]
+       ROWS *are_as_the_rules_say/bgra
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(last_vector_without_the_unit_before
+       FILE kernel/walk.h
+       FROM [[kernel_.template seen_before<V>(false,]]
+       TO [[kernel_.template seen_before<V>(true,]]
+       ROWS checked_tails.*
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(encoder_that_no_plan_takes
+       FILE checked/encoded.cpp
+       FROM [[if (!is_matrix_alone(w) || !is_of_bytes(w.from)) return {};]]
+       TO [[if (is_matrix_alone(w) || !is_of_bytes(w.from)) return {};]]
+       ROWS checked_plans.encode_without_lines
+       PROGRAM checked_test)
+
 mutant(words_cut_instead_of_rounded
        FILE checked/rearranged.cpp
        FROM [[to.depth() < from.depth() ? half_of(to) : 0]]

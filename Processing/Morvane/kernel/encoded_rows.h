@@ -48,7 +48,6 @@ struct into_pairs {
   template <int rows>
   using planes = plane_list<to<4>>;
   static constexpr bool begins_with_luma = begins == first_of_pair::luma;
-  static constexpr bool fills_registers = true;
 
   MORVANE_INLINE static void put(const uint8_t (&luma)[1][2], const uint8_t cb, const uint8_t cr, uint8_t* dst) {
     constexpr int y = begins_with_luma ? 0 : 1;
@@ -70,7 +69,6 @@ struct into_pairs {
 
 // Planes: luma of one row or of two, and chroma.
 struct into_planes {
-  static constexpr bool fills_registers = false;
   static constexpr bool begins_with_luma = true;
 
   template <int rows>
@@ -152,6 +150,33 @@ struct chroma_of_odd_pixels {
   MORVANE_INLINE static void result() {}
 };
 
+// Without vectors a line is converted in pieces. Of the loops that there are then, compilers make better use one after
+// the other, and they compile those that all kernels share once.
+inline constexpr int pairs_of_piece = 64;
+struct piece {
+  uint16_t y[2 * pairs_of_piece + 1], cb[2 * pairs_of_piece + 1], cr[2 * pairs_of_piece + 1];
+};
+
+template <class V>
+[[gnu::noinline]] void matrix_of_piece(const rgb_lines_to_ycbcr_narrow matrix, const piece& rgb, piece& made,
+                                       const int pixels) {
+  matrix.line<V>(rgb.y, rgb.cb, rgb.cr, made.y, made.cb, made.cr, pixels);
+}
+
+template <class V>
+[[gnu::noinline]] void halve_of_piece(const bool filters, const uint16_t* __restrict line, uint16_t* __restrict halved,
+                                      const int pairs) {
+  if (filters)
+    for (int i = 0; i < pairs; ++i) halved[i] = smoothed(line[2 * i], line[2 * i + 1], line[2 * i + 2]);
+  else
+    for (int i = 0; i < pairs; ++i) halved[i] = line[2 * i + 1];
+}
+
+template <class V, int bytes_of_pixel>
+[[gnu::noinline]] void words_of_piece(const uint8_t* __restrict bytes, uint16_t* __restrict line, const int pixels) {
+  for (int i = 0; i < pixels; ++i) line[i] = widened(bytes[i * bytes_of_pixel], 255);
+}
+
 template <class Pixels, int rows>
 using sources_of_rows = std::conditional_t<rows == 1, plane_list<from<2 * Pixels::bytes>>,
                                            plane_list<from<2 * Pixels::bytes>, from<2 * Pixels::bytes>>>;
@@ -163,7 +188,8 @@ struct encode;
 template <class Reader, class Writer, int rows, class... From, class... To>
 struct encode<Reader, Writer, rows, plane_list<From...>, plane_list<To...>>
     : line_kernel<encode<Reader, Writer, rows>, From..., To...> {
-  static constexpr bool fills_registers = Writer::fills_registers;
+  static constexpr bool fills_registers = true;
+  static constexpr bool expects_loads = true;
   static constexpr bool looks_back = true;
   static constexpr int bytes_of_pixel = Reader::bytes;
   template <class V>
@@ -186,7 +212,7 @@ struct encode<Reader, Writer, rows, plane_list<From...>, plane_list<To...>>
   MORVANE_INLINE const uint8_t* before(const bool begins, const uint8_t* p) const {
     return p + (begins ? before_first : -bytes_of_pixel);
   }
-  MORVANE_INLINE static uint8_t byte(const uint16_t v) { return static_cast<uint8_t>(rounding<8>{false}.of(v)); }
+  MORVANE_INLINE static uint8_t byte(const uint16_t v) { return static_cast<uint8_t>(add_to_limit(v, 128) >> 8); }
   MORVANE_INLINE ycbcr filtered(const ycbcr& before, const ycbcr& own, const ycbcr& next) const {
     if (!filters) return own;
     return {own.y, smoothed(before.cb, own.cb, next.cb), smoothed(before.cr, own.cr, next.cr)};
@@ -274,7 +300,42 @@ struct encode<Reader, Writer, rows, plane_list<From...>, plane_list<To...>>
     if constexpr (V::lanes > 0)
       walk<V>(k, at_least_zero(count), src..., dst...);
     else
-      for (size_t i = 0; i < at_least_zero(count); ++i) k.rule(i == 0, From::at(src, i)..., To::at(dst, i)...);
+      for (int i = 0; i < count; i += pairs_of_piece)
+        k.template convert_piece<V>(i == 0, count - i < pairs_of_piece ? count - i : pairs_of_piece,
+                                    From::at(src, static_cast<size_t>(i))..., To::at(dst, static_cast<size_t>(i))...);
+  }
+
+  // Without vectors. The pixel before the first pair comes first.
+  template <class V>
+  MORVANE_INLINE void matrix_piece(const bool begins, const int pairs, const uint8_t* p, piece& made) const {
+    piece rgb;
+    uint16_t* const lines[] = {rgb.y, rgb.cb, rgb.cr};
+    for (int i = 0; i < 3; ++i) {
+      const uint8_t* const bytes = p + (from.places >> 8 * i & 3);
+      *lines[i] = widened(*before(begins, bytes), 255);
+      words_of_piece<V, bytes_of_pixel>(bytes, lines[i] + 1, 2 * pairs);
+    }
+    matrix_of_piece<V>(matrix, rgb, made, 2 * pairs + 1);
+  }
+  template <class V>
+  MORVANE_INLINE void convert_piece(const bool begins, const int pairs, const typename From::pointer... src,
+                                    const typename To::pointer... dst) const {
+    const uint8_t* const row[] = {src...};
+    piece of_row[rows];
+    uint16_t cb[rows][pairs_of_piece], cr[rows][pairs_of_piece];
+    for (int i = 0; i < rows; ++i) {
+      matrix_piece<V>(begins, pairs, row[i], of_row[i]);
+      halve_of_piece<V>(filters, of_row[i].cb, cb[i], pairs);
+      halve_of_piece<V>(filters, of_row[i].cr, cr[i], pairs);
+    }
+    const int lower = filters ? rows - 1 : 0;
+    for (int i = 0; i < pairs; ++i) {
+      uint8_t luma[rows][2];
+      for (int k = 0; k < rows; ++k)
+        for (int pixel = 0; pixel < 2; ++pixel) luma[k][pixel] = byte(of_row[k].y[2 * i + pixel + 1]);
+      Writer::put(luma, byte(average_up(cb[0][i], cb[lower][i])), byte(average_up(cr[0][i], cr[lower][i])),
+                  To::at(dst, static_cast<size_t>(i))...);
+    }
   }
 };
 

@@ -15,7 +15,9 @@
 //   in_order           true: where planes overlap, the rule converts unit by unit and so defines the result
 //   fills_registers    true: one vector needs all registers of a backend, so that two are not converted at once
 //   bound_by_memory    true: moving the bytes takes the time, and hardly anything else
-//   seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is the
+//   expects_loads      true: so much is computed that a processor looks too little ahead, so that loads are announced
+//   too seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is
+//   the
 //                      `answer` of the line function
 //   looks_back         true: only the unit before is remembered, and seen_before<V>(begins, sources...) finds it in
 //   memory,
@@ -108,6 +110,7 @@ struct units {
   static constexpr bool in_order = false;
   static constexpr bool fills_registers = false;
   static constexpr bool bound_by_memory = false;
+  static constexpr bool expects_loads = false;
   static constexpr bool looks_back = false;
 
   MORVANE_INLINE static constexpr size_t count(const int no_pixels) {

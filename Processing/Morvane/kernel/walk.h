@@ -13,11 +13,18 @@
 namespace Processing::Morvane::format_conversion::kernel {
 
 // Asks for the cache lines that the vectors after the next few will write. A store that crosses a cache line otherwise
-// waits for both, one after the other. Source planes are fetched by the processor itself.
+// waits for both, one after the other. Source planes are mostly fetched by the processor itself.
 template <class V, size_t bytes>
 MORVANE_INLINE void expect_stores([[maybe_unused]] uint8_t* plane) {
   if constexpr (V::stores_expected_ahead > 0)
     for (size_t i = 0; i < bytes; i += V::cache_line) V::expect_store(plane + V::stores_expected_ahead + i);
+}
+
+// The same for those that they will read, of a kernel that says so.
+template <class V, class Kernel, size_t bytes>
+MORVANE_INLINE void expect_loads([[maybe_unused]] const uint8_t* plane) {
+  if constexpr (Kernel::expects_loads && V::loads_expected_ahead > 0)
+    for (size_t i = 0; i < bytes; i += V::cache_line) V::expect_load(plane + V::loads_expected_ahead + i);
 }
 
 // What a kernel remembers that remembers nothing.
@@ -114,16 +121,12 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
   // What by_vectors has left. The last vector of a line converts some units once more, to the same bytes.
   MORVANE_INLINE void finish(const size_t left) {
     static_assert(planes::begin_anywhere || !remembers);
-    if constexpr (planes::begin_anywhere) {
-      const ptrdiff_t back = static_cast<ptrdiff_t>(left) - static_cast<ptrdiff_t>(step());
-      if constexpr (Kernel::looks_back)
-        seen_ = kernel_.template seen_before<V>(false, source_[s] + back * source_plane<s>::bytes...);
-      convert(back);
-    } else if constexpr (V::narrower::lanes > 0) {
+    if constexpr (planes::begin_anywhere)
+      convert_last(static_cast<ptrdiff_t>(left) - static_cast<ptrdiff_t>(step()));
+    else if constexpr (V::narrower::lanes > 0)
       walk_apart<typename V::narrower>(kernel_, left, source_[s]..., destination_[d]...);
-    } else {
+    else
       by_rule(left);
-    }
   }
 
  private:
@@ -156,6 +159,12 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
     auto items = made_of(ahead);
     (store_item<d>(items, ahead), ...);
   }
+  // A vector that does not follow the one before.
+  MORVANE_INLINE void convert_last(const ptrdiff_t ahead) {
+    if constexpr (Kernel::looks_back)
+      seen_ = kernel_.template seen_before<V>(false, source_[s] + ahead * source_plane<s>::bytes...);
+    convert(ahead);
+  }
   MORVANE_INLINE void convert_together(const ptrdiff_t ahead) {
     if constexpr (together == 1) {
       convert(ahead);
@@ -168,6 +177,7 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
   }
   template <size_t vectors>
   MORVANE_INLINE void expect() const {
+    (expect_loads<V, Kernel, vectors * step() * source_plane<s>::bytes>(source_[s]), ...);
     (expect_stores<V, vectors * step() * destination_plane<d>::bytes>(destination_[d]), ...);
   }
   MORVANE_INLINE void advance(const size_t units) {

@@ -27,6 +27,7 @@ struct avx512 : avx512_sixes {
   static constexpr int stored_together = 1;
   // A store is a cache line; announcing it costs images that fit no cache up to a fifth.
   static constexpr int stores_expected_ahead = 0;
+  static constexpr int loads_expected_ahead = 512;
 
   // Four registers of 16 pixels.
   struct pixels {

@@ -38,9 +38,10 @@ concept has_sizes = requires {
   requires(V::vectors_a_turn > 0);
   requires(V::stored_together == 1 || V::stored_together == 2);
   requires(V::float_lanes > 0);
-  // How far behind the present place a line's stores are announced; 0 where the processor finds out early enough by
-  // itself.
+  // How far behind the present place a line's stores are announced, and loads where a kernel asks for it; 0 where the
+  // processor finds out early enough by itself.
   requires(V::stores_expected_ahead >= 0);
+  requires(V::loads_expected_ahead >= 0);
 };
 
 // Announces a store to the cache line that a byte lies in.
@@ -48,6 +49,13 @@ template <class V>
 concept announces_stores = V::stores_expected_ahead == 0 || requires(uint8_t* destination) {
   requires(V::cache_line > 0);
   V::expect_store(destination);
+};
+
+// The same for a load.
+template <class V>
+concept announces_loads = V::loads_expected_ahead == 0 || requires(const uint8_t* source) {
+  requires(V::cache_line > 0);
+  V::expect_load(source);
 };
 
 // May be left out: repeats a 16-bit value over so many bytes, whole cache lines, for runs of memory of at least
@@ -309,8 +317,8 @@ concept has_floats = requires(const uint8_t* source, typename V::floats floats, 
 };
 
 template <class V>
-concept backend_with_vectors = has_sizes<V> && announces_stores<V> && has_blocks<V> && has_lines<V> && has_tens<V> &&
-    has_pixels<V> && has_pairs<V> && has_floats<V>;
+concept backend_with_vectors = has_sizes<V> && announces_stores<V> && announces_loads<V> && has_blocks<V> &&
+    has_lines<V> && has_tens<V> && has_pixels<V> && has_pairs<V> && has_floats<V>;
 
 template <class V>
 concept backend = V::lanes == 0 || backend_with_vectors<V>;

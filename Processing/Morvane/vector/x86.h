@@ -71,6 +71,9 @@ struct x86_vectors {
   static constexpr int negative(const int w) { return w < 0 ? w : 0; }
   static constexpr int positive(const int w) { return w > 0 ? w : 0; }
 
+  MORVANE_INLINE static void expect_load(const uint8_t* p) {
+    _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_T0);
+  }
   MORVANE_INLINE static void expect_store(uint8_t* p) { _mm_prefetch(reinterpret_cast<const char*>(p), _MM_HINT_T0); }
 
   // A 16-bit value over and over, to whole cache lines. The processor knows of the whole run in advance and does not
