@@ -193,7 +193,7 @@ mutant(unused_bytes_copied
 
 mutant(padding_copied_by_a_short_cut
        FILE checked/direct.cpp
-       FROM [[if (!w.by->copies_padding.empty() && !is_tight(source, w.from)) return false;]]
+       FROM [[if (!w.by->copies_padding.empty() && !copies_rows) return false;]]
        TO [[]]
        ROWS named_entry_points.copy_nothing_between_rows
        PROGRAM checked_test)
@@ -475,4 +475,53 @@ mutant(little_endian_names_not_without_their_end
        FROM [[ffmpeg.ends_with("le")]]
        TO [[ffmpeg.ends_with("LE")]]
        ROWS formats_called.are_found_by_the_names_that_people_use
+       PROGRAM checked_test)
+
+mutant(picture_of_the_largest_cached_size_streamed
+       FILE checked/streamed.cpp
+       FROM [[bytes_of(w.to) > MORVANE_MOST_CACHED]]
+       TO [[bytes_of(w.to) >= MORVANE_MOST_CACHED]]
+       ROWS streaming.is_chosen_by_size*
+       PROGRAM checked_test)
+
+mutant(computed_pictures_streamed_by_size
+       FILE checked/streamed.cpp
+       FROM [[const bool pays = moves_alone(w) && bytes_of(w.to)]]
+       TO [[const bool pays = bytes_of(w.to)]]
+       ROWS streaming.is_chosen_by_size*
+       PROGRAM checked_test)
+
+mutant(stores_never_streamed
+       FILE checked/run.cpp
+       FROM [[(w.streams ? run_streaming : run_cached)(]]
+       TO [[(w.streams && first < 0 ? run_streaming : run_cached)(]]
+       ROWS streaming.fills_whole_cache_lines*
+       PROGRAM checked_test)
+
+mutant(cache_line_streamed_beyond_a_row
+       FILE checked/streamed.cpp
+       FROM [[size_t lines = (bytes - ahead) / line_bytes;]]
+       TO [[size_t lines = (bytes - ahead + line_bytes - 1) / line_bytes;]]
+       ROWS streaming.has_the_same_bytes*
+       PROGRAM checked_test)
+
+mutant(end_of_a_row_not_streamed
+       FILE checked/streamed.cpp
+       FROM [[std::memcpy(to, from, (bytes - ahead) % line_bytes);]]
+       TO [[]]
+       ROWS streaming.has_the_same_bytes*
+       PROGRAM checked_test)
+
+mutant(bytes_that_an_entry_point_leaves_streamed
+       FILE checked/streamed.cpp
+       FROM [[if (!fills_rows(w)) return false;]]
+       TO [[]]
+       ROWS streaming.has_the_same_bytes_by_every_entry_point
+       PROGRAM checked_test)
+
+mutant(rows_upwards_given_to_an_entry_point_that_leaves_them
+       FILE checked/direct.cpp
+       FROM [[is_tight(source, w.from) && goes_down(destination, w.to);]]
+       TO [[is_tight(source, w.from) && (true || goes_down(destination, w.to));]]
+       ROWS named_entry_points.reach_rows_that_go_up
        PROGRAM checked_test)

@@ -20,6 +20,7 @@
 #include "../kernel/planes.h"
 #include "../kernel/rearranged.h"
 #include "../kernel/rgb_to_video.h"
+#include "../kernel/streamed.h"
 #include "../kernel/video_to_rgb.h"
 #include "../kernel/words.h"
 
@@ -34,6 +35,6 @@ using all_kernels =
                          kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
                          kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
                          kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels,
-                         kernel::decode_kernels>::type;
+                         kernel::decode_kernels, kernel::streamed_kernels>::type;
 
 }  // namespace Processing::Morvane::backend
