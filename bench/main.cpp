@@ -11,6 +11,7 @@
 
 #include "measure/measure.h"
 #include "measure/measure_pairs.h"
+#include "measure/measure_stores.h"
 #include "report/arm_figures.h"
 #include "report/csv.h"
 #include "report/html.h"
@@ -40,6 +41,7 @@ struct options {
   fs::path targets = MORVANE_TARGETS;
   std::string commit = "unknown";
   std::string pairs{};
+  std::string stores{};
   std::vector<std::regex> filters{};
   std::vector<std::string> for_benchmark{};
 };
@@ -48,6 +50,8 @@ void add_options(CLI::App& app, options& o) {
   app.add_flag("--json", o.json, "Print JSON");
   app.add_option("--pairs", o.pairs, "Measure pairs of formats: uyvy:bgra,*:v210, or used")->type_name("LIST");
   app.add_flag("--brief", o.brief, "Measure pairs with few repetitions, as is done for more than a thousand");
+  app.add_option("--stores", o.stores, "Measure pairs of formats with stores through the caches and past them")
+      ->type_name("LIST");
   CLI::Option* report = app.add_option("--report", o.report, "Write the report into this directory")->type_name("DIR");
   app.add_option("--commit", o.commit, "The commit that the report names")->type_name("NAME")->needs(report);
   app.add_option("--arm-figures", o.arm_figures, "What was counted and modelled for 64-bit Arm")
@@ -123,6 +127,15 @@ int print_pairs(const options& o) {
   const measured_pairs all = measure_pairs(
       {.pairs = pairs, .on_threads = how == thoroughness::brief ? std::vector<format_pair>() : pairs, .how = how},
       with_those_given({few_repetitions, "--benchmark_min_time=0.01"}, o));
+  o.json ? write_json(std::cout, all) : write_table(std::cout, all);
+  return EXIT_SUCCESS;
+}
+
+int print_stores(const options& o) {
+  if (!o.filters.empty() || !o.pairs.empty() || !o.report.empty())
+    throw std::runtime_error("--stores takes neither a FILTER nor --pairs nor --report (see --help)");
+  const std::vector<store_measurement> all = measure_stores(
+      {.pairs = pairs_named(o.stores)}, with_those_given({few_repetitions, "--benchmark_min_time=0.05"}, o));
   o.json ? write_json(std::cout, all) : write_table(std::cout, all);
   return EXIT_SUCCESS;
 }
@@ -228,6 +241,7 @@ int run(int argc, char** argv) {
   }
   take_extras(app.remaining(), o);
   if (o.check_labels) return check_labels();
+  if (!o.stores.empty()) return print_stores(o);
   if (!o.report.empty()) return write_report(o);
   return o.pairs.empty() ? print_table(o) : print_pairs(o);
 }

@@ -53,6 +53,7 @@ morvane_options options(FuzzedDataProvider& data) {
   if (o.threads > 2 && o.threads <= 256) o.threads = 2;
   o.allow_irregular = data.ConsumeBool() ? 1 : 0;
   o.rescale = data.ConsumeIntegralInRange(0, 7) == 0 ? 1 : 0;
+  o.stores = data.ConsumeIntegralInRange(-1, 3);
   return o;
 }
 

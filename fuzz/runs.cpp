@@ -320,6 +320,7 @@ void run_by_rules(rooms& in, int width, int height, FuzzedDataProvider& data) {
   const tests::rules::options how = options(data);
   morvane_options given = given_options(how);
   if (data.ConsumeIntegralInRange(0, 15) == 0) given.threads = data.ConsumeIntegralInRange(2, 3);
+  given.stores = data.ConsumeIntegralInRange(0, 2);
   run(in, source, destination, given, &how, data);
 }
 
@@ -346,6 +347,7 @@ void run_via(rooms& in, int width, int height, FuzzedDataProvider& data) {
   given.via = by.name;
   given.allow_irregular = 1;
   given.rescale = by.rescales != 0 && data.ConsumeBool() ? 1 : 0;
+  given.stores = data.ConsumeIntegralInRange(0, 2);
   run(in, source, destination, given, nullptr, data);
 }
 

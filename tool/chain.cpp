@@ -84,8 +84,13 @@ void chain::add_around_entry_point(const morvane::description& source, const mor
   morvane::options rules = how;
   rules.via.clear();
   rules.rescale = rules.allow_irregular = false;
-  if (source.format != via.source) add(from, before, rules);
-  add(before, behind, how);
+  // What lies between two plans is read at once.
+  const auto read_next = [](morvane::options of) {
+    of.stores = morvane::stores::cached;
+    return of;
+  };
+  if (source.format != via.source) add(from, before, read_next(rules));
+  add(before, behind, destination.format != via.destination ? read_next(how) : how);
   if (destination.format != via.destination) add(behind, to, rules);
 }
 

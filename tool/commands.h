@@ -52,6 +52,7 @@ struct convert_options : colour_options, output_options {
   std::string via;
   bool allow_irregular = false;
   bool rescale = false;
+  std::string stores;
   stride_list source_strides;
   std::int64_t skip = 0;
   bool verbose = false;

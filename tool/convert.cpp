@@ -40,6 +40,7 @@ morvane::options choices_of(const convert_options& o, const y4m_stream* video) {
   how.via = o.via;
   how.allow_irregular = o.allow_irregular;
   how.rescale = o.rescale;
+  how.stores = parse_stores("--stores", o.stores);
   if (o.via.empty() && o.allow_irregular) wrong_arguments("--allow-irregular is for a conversion that --via names");
   if (o.via.empty() && o.rescale) wrong_arguments("--rescale is for a conversion that --via names");
   return how;

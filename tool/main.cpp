@@ -190,6 +190,12 @@ void add_convert(CLI::App& app) {
       ->type_name("NAME");
   command->add_flag("--allow-irregular", o.allow_irregular, "Let it be an irregular one");
   command->add_flag("--rescale", o.rescale, "Have it stretch luma: keys to full range, grey to video range");
+  command
+      ->add_option("--stores", o.stores,
+                   text("Store frames in memory through its caches (the default) or past them; by-size: past them\n"
+                        "where bytes are only moved, and a frame has more than ",
+                        MORVANE_MOST_CACHED >> 20, " MiB"))
+      ->type_name("cached|streaming|by-size");
   command->add_option("--crop", o.crop, "Write only the top left of the result")->type_name("WxH");
   add_output(*command, o);
   command->add_flag("-v,--verbose", o.verbose, "Say which steps are taken and what they lose");

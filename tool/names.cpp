@@ -203,6 +203,14 @@ morvane::range parse_range(const char* option, const std::string& word) {
   wrong_arguments(option, " ", word, " is neither video (also limited, tv) nor full (also pc)");
 }
 
+morvane::stores parse_stores(const char* option, const std::string& word) {
+  const std::string stores = lower(word);
+  if (stores.empty() || stores == "cached") return morvane::stores::cached;
+  if (stores == "streaming") return morvane::stores::streaming;
+  if (stores == "by-size") return morvane::stores::by_size;
+  wrong_arguments(option, " ", word, " is neither cached nor streaming nor by-size");
+}
+
 morvane::color parse_color(const char* option, const std::string& words) {
   const std::vector<std::string> parts = parse_list(words);
   std::vector<std::uint8_t> levels;

@@ -24,6 +24,7 @@ std::vector<std::string> other_names(const format_info& format);
 // `option` is what an error names: "--matrix". An empty word says nothing.
 morvane::matrix parse_matrix(const char* option, const std::string& word);  // "601", "bt709", "bt.2020"
 morvane::range parse_range(const char* option, const std::string& word);    // "video", "limited", "tv", "full", "pc"
+morvane::stores parse_stores(const char* option, const std::string& word);  // "cached", "streaming", "by-size"
 morvane::color parse_color(const char* option, const std::string& words);   // "255,128,0"
 
 extent parse_size(const std::string& words);

@@ -41,7 +41,7 @@ enum morvane_code {
   MORVANE_STRUCT_SIZE = 2,     /* struct_size was not set, or is of no known version */
   MORVANE_UNKNOWN_FORMAT = 3,  /* no format has this id */
   MORVANE_SIZE = 4,            /* below 1, too large for the address space, or wider than 2^28 pixels for a plan */
-  MORVANE_OPTION = 5,          /* a matrix, range, filter, siting or alignment that does not exist */
+  MORVANE_OPTION = 5,          /* a matrix, range, filter, siting, kind of stores or alignment that does not exist */
   MORVANE_NO_WAY = 6,          /* formats between which there is no conversion, or pictures of different size */
   MORVANE_STRIDE = 7,          /* a stride shorter than a row */
   MORVANE_PLANE_TOO_SHORT = 8, /* a plane with fewer bytes than its rows need */
@@ -191,6 +191,11 @@ MORVANE_C_API int32_t morvane_describe_entry_point(int32_t index, morvane_entry_
 
 enum morvane_filter { MORVANE_LINEAR = 0, MORVANE_NEAREST = 1 };
 enum morvane_siting { MORVANE_LEFT = 0, MORVANE_CENTER = 1 };
+/* Streaming stores pass by the caches: they do not read the lines that they overwrite, and whoever reads the result
+ * next finds it in memory. By size, a plan streams where it copies bytes or puts them in another order, and the
+ * destination has more than MORVANE_MOST_CACHED of them. */
+enum morvane_stores { MORVANE_CACHED = 0, MORVANE_STREAMING = 1, MORVANE_BY_SIZE = 2 };
+#define MORVANE_MOST_CACHED 67108864
 
 /* How a picture is converted. All zero but the size is the default. */
 typedef struct morvane_options {
@@ -203,6 +208,7 @@ typedef struct morvane_options {
   const char* via;         /* an entry point between the two formats that converts instead of the rules, or NULL */
   int32_t allow_irregular; /* whether `via` may be irregular */
   int32_t rescale;         /* whether `via` stretches luma */
+  int32_t stores;          /* to the destination, of morvane_stores; cached where `via` leaves bytes as they are */
 } morvane_options;
 
 typedef struct morvane_plan morvane_plan;

@@ -102,6 +102,7 @@ enum class matrix : std::int32_t { unsaid = MORVANE_MATRIX_DEFAULT, bt601 = 601,
 enum class range : std::int32_t { unsaid = MORVANE_RANGE_DEFAULT, video = MORVANE_VIDEO, full = MORVANE_FULL };
 enum class filter : std::int32_t { linear = MORVANE_LINEAR, nearest = MORVANE_NEAREST };
 enum class siting : std::int32_t { left = MORVANE_LEFT, center = MORVANE_CENTER };
+enum class stores : std::int32_t { cached = MORVANE_CACHED, streaming = MORVANE_STREAMING, by_size = MORVANE_BY_SIZE };
 
 struct description {
   morvane::format format = 0;
@@ -128,6 +129,7 @@ struct options {
   std::string via{};
   bool allow_irregular = false;
   bool rescale = false;
+  morvane::stores stores = stores::cached;
 
   // Points to `via`.
   operator morvane_options() const {
@@ -139,6 +141,7 @@ struct options {
     o.via = via.empty() ? nullptr : via.c_str();
     o.allow_irregular = allow_irregular ? 1 : 0;
     o.rescale = rescale ? 1 : 0;
+    o.stores = static_cast<std::int32_t>(stores);
     o.has_background = background ? 1 : 0;
     if (background) {
       o.background[0] = background->red;

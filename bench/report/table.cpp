@@ -1,6 +1,7 @@
 #include "report/table.h"
 
 #include <algorithm>
+#include <array>
 #include <iomanip>
 #include <nlohmann/json.hpp>
 #include <string_view>
@@ -136,6 +137,37 @@ void write_json(std::ostream& out, const measured_pairs& all) {
                     {"times_swscale_nearest", or_null(m.times_nearest())},
                     {"times_swscale_bilinear", or_null(m.times_bilinear())},
                     {"gain_of_two_threads", or_null(m.gain_of_two_threads)}});
+  out << list.dump(2) << '\n';
+}
+
+void write_table(std::ostream& out, const std::vector<store_measurement>& all) {
+  std::size_t width = std::string_view("pair").size();
+  for (const store_measurement& m : all) width = std::max(width, m.name().size());
+  const auto line = [&](std::string_view name, const std::array<std::string, 5>& figures_of_line) {
+    out << std::left << std::setw(static_cast<int>(width)) << name << ' ';
+    for (const std::string& figure : figures_of_line) out << std::right << std::setw(figure_width) << figure;
+    out << '\n';
+  };
+  line("pair", {"MB written", "cached", "streaming", "gain", "gain, read"});
+  for (const store_measurement& m : all)
+    line(m.name(), {fixed(static_cast<double>(m.bytes_written) * 1e-6, 1), fixed(m.cached_share_of_memcpy()),
+                    fixed(m.streaming_share_of_memcpy()), fixed(m.gain()), fixed(m.gain_before_a_reader())});
+}
+
+void write_json(std::ostream& out, const std::vector<store_measurement>& all) {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const store_measurement& m : all)
+    list.push_back({{"source", m.source},
+                    {"destination", m.destination},
+                    {"bytes_written", m.bytes_written},
+                    {"cached_nanoseconds", m.cached_nanoseconds},
+                    {"streaming_nanoseconds", m.streaming_nanoseconds},
+                    {"cached_and_read_nanoseconds", m.cached_and_read_nanoseconds},
+                    {"streaming_and_read_nanoseconds", m.streaming_and_read_nanoseconds},
+                    {"cached_share_of_memcpy", m.cached_share_of_memcpy()},
+                    {"streaming_share_of_memcpy", m.streaming_share_of_memcpy()},
+                    {"gain", m.gain()},
+                    {"gain_before_a_reader", m.gain_before_a_reader()}});
   out << list.dump(2) << '\n';
 }
 

@@ -1,8 +1,11 @@
-// The measurements for the terminal and for other programs: of the backends, and of pairs of formats.
+// The measurements for the terminal and for other programs: of the backends, of pairs of formats, and of how these
+// store.
 #pragma once
 
 #include <ostream>
+#include <vector>
 
+#include "measure/measure_stores.h"
 #include "report/pairs.h"
 #include "report/results.h"
 
@@ -13,5 +16,8 @@ void write_json(std::ostream& out, const results& r);
 
 void write_table(std::ostream& out, const measured_pairs& all);
 void write_json(std::ostream& out, const measured_pairs& all);
+
+void write_table(std::ostream& out, const std::vector<store_measurement>& all);
+void write_json(std::ostream& out, const std::vector<store_measurement>& all);
 
 }  // namespace morvane::bench

@@ -95,6 +95,7 @@ struct attempt {
     o.via = how.via == nullptr ? "" : how.via;
     o.allow_irregular = how.allow_irregular != 0;
     o.rescale = how.rescale != 0;
+    o.stores = static_cast<stores>(how.stores);
     if (how.has_background != 0) o.background = color{how.background[0], how.background[1], how.background[2]};
     try {
       convert(in_cpp(from), source, in_cpp(to), destination, o);

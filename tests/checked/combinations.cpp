@@ -59,6 +59,7 @@ conversion_case drawn_case(lottery& draw) {
   c.height = draw.between(1, size == 0 ? 3 : 10);
   c.source_lies = draw.between(1, number_of_geometries);
   c.destination_lies = draw.between(1, number_of_geometries);
+  c.streams = draw.between(0, 2) == 0;
   return c;
 }
 

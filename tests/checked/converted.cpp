@@ -24,7 +24,7 @@ std::string text_of(const conversion_case& c) {
          (c.as.how.chroma_filter == rules::filter::nearest ? "nearest" : "linear") +
          (c.as.how.chroma_siting == rules::siting::center ? " center" : " left") +
          (c.as.how.background ? " over a background" : "") + ", lying " + std::to_string(c.source_lies) + " and " +
-         std::to_string(c.destination_lies);
+         std::to_string(c.destination_lies) + (c.streams ? ", streaming" : "");
 }
 
 expectation_of_pair::expectation_of_pair(rooms& in, const conversion_case& c)
@@ -40,7 +40,8 @@ expectation_of_pair::expectation_of_pair(rooms& in, const conversion_case& c)
   expected_.of().in = c.as.destination.in;
   rules::convert(source, expected_.of(), c.as.how);
   const morvane_description from = described(source), to = described(expected_.of());
-  const morvane_options how = options_of(c.as.how);
+  morvane_options how = options_of(c.as.how);
+  how.stores = c.streams ? MORVANE_STREAMING : MORVANE_CACHED;
   plan_ = morvane_plan_create(&from, &to, &how, nullptr);
 }
 

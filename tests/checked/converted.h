@@ -18,6 +18,7 @@ struct conversion_case {
   variant as;
   int width = 0, height = 0;
   int source_lies = 0, destination_lies = 0;
+  bool streams = false;
 };
 
 std::string text_of(const conversion_case& c);

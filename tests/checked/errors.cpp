@@ -128,6 +128,8 @@ TEST(checked_errors, options) {
   EXPECT_EQ(after([](attempt& a) { a.how.siting = -1; }), (refusal{MORVANE_OPTION, "options.siting", -1, 0}));
   EXPECT_EQ(after([](attempt& a) { a.how.siting = 2; }), (refusal{MORVANE_OPTION, "options.siting", 2, 0}));
   EXPECT_EQ(after([](attempt& a) { a.how.filter = -1; }), (refusal{MORVANE_OPTION, "options.filter", -1, 0}));
+  EXPECT_EQ(after([](attempt& a) { a.how.stores = -1; }), (refusal{MORVANE_OPTION, "options.stores", -1, 0}));
+  EXPECT_EQ(after([](attempt& a) { a.how.stores = 3; }), (refusal{MORVANE_OPTION, "options.stores", 3, 0}));
 }
 
 // Of each struct: a size below its own, above it, and none.

@@ -221,6 +221,10 @@ std::set<std::size_t> kernels_of_plans() {
           for (const matrix m : matrices)
             convert_all({.format = from, .width = 4, .height = 4, .range = of_source},
                         {.format = to, .width = 4, .height = 4, .matrix = m, .range = of_result});
+  const description large{.format = format_named("bgra"), .width = 256, .height = 256};
+  const description other{.format = format_named("rgba"), .width = 256, .height = 256};
+  image source(large), result(other);
+  convert(large, source.picture(), other, result.picture(), {.stores = stores::streaming});
   return kernels;
 }
 

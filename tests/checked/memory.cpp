@@ -53,7 +53,9 @@ TEST(checked_memory, is_not_taken_by_a_run_without_lines) {
                              {"uyvy", "yuy2", {}},
                              {"v210", "uyvy", {.via = "v210::uyvy"}},
                              {"y_uv_420", "bgra", {.threads = 3}},
-                             {"bgra", "bgra", {.threads = 3}}};
+                             {"bgra", "bgra", {.threads = 3}},
+                             {"bgra", "bgra", {.stores = stores::streaming}},
+                             {"y_uv_420", "bgra64", {.stores = stores::streaming}}};
   for (const direct_way& w : ways) {
     const description from{.format = format_named(w.from), .width = 96, .height = 64};
     const description to{.format = format_named(w.to), .width = 96, .height = 64};

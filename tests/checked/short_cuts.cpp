@@ -368,6 +368,29 @@ TEST(named_entry_points, copy_nothing_between_rows) {
   }
 }
 
+// The same one leaves chroma as it is where it is given rows that go up.
+TEST(named_entry_points, reach_rows_that_go_up) {
+  const description from = of("pa16", 6, 3), to = of("ya_uv_16", 6, 3);
+  const plan p(from, to, {.via = "pa16::ya_uv"});
+  image source(from), straight(to), turned(to);
+  for (std::size_t i = 0; i < source.bytes(); ++i) source.data()[i] = static_cast<std::uint8_t>(i * 7 + 1);
+  p.run(source.picture(), straight.picture());
+  morvane_picture upwards = turned.picture();
+  for (std::int32_t i = 0; i < 2; ++i) {
+    upwards.data[i] = static_cast<std::uint8_t*>(upwards.data[i]) + 2 * upwards.stride[i];
+    upwards.stride[i] = -upwards.stride[i];
+  }
+  p.run(source.picture(), upwards);
+  for (std::int32_t i = 0; i < 2; ++i) {
+    const morvane_plane_layout& plane = straight.layout().planes[i];
+    for (std::int64_t row = 0; row < 3; ++row) {
+      const std::uint8_t* expected = straight.data() + plane.offset + plane.stride * row;
+      const std::uint8_t* made = turned.data() + plane.offset + plane.stride * (2 - row);
+      EXPECT_TRUE(std::equal(expected, expected + plane.row_bytes, made)) << "plane " << i << ", row " << row;
+    }
+  }
+}
+
 // Threads of a plan.
 
 TEST(plans_with_threads, have_the_same_bytes) {

@@ -275,6 +275,30 @@ TEST_F(convert, via_is_reached_by_the_rules) {
   EXPECT_EQ(read("out.raw"), frame);
 }
 
+TEST_F(convert, stores_past_the_caches_on_request) {
+  const bytes frame = noise(200 * 50 * 2);
+  write("in.raw", frame);
+  const bytes expected = converted(frame, "yuy2", "bgra", 200, 50);
+  const auto steps = [&](const std::string& how) {
+    const std::string said = run("morvane convert -v -f yuy2 -t bgra -s 200x50 in.raw out.raw " + how).err;
+    EXPECT_EQ(read("out.raw"), expected) << how;
+    return said.substr(0, said.find('\n'));
+  };
+  const std::string through = steps("");
+  EXPECT_EQ(steps("--stores cached"), through);
+  EXPECT_EQ(steps("--stores by-size"), through);
+  EXPECT_EQ(steps("--stores streaming"), through + ", store past the caches");
+}
+
+// What lies between two plans is read at once.
+TEST_F(convert, stores_past_the_caches_behind_the_last_plan_alone) {
+  write("in.raw", noise(8 * 4 * 2));
+  EXPECT_EQ(run("morvane convert -v --stores streaming -f yuy2 -t bgra -s 8x4 --via uyvy::rgbx_601 in.raw out.raw").err,
+            "morvane: steps: yuy2 to uyvy by yuy2::uyvy, uyvy to rgbx by uyvy::rgbx_601, rearrange rgbx as bgra, store "
+            "past the caches\n"
+            "morvane: losses: none\n");
+}
+
 TEST_F(convert, time_prints_a_line_for_every_plan) {
   write("in.raw", noise(128 * 4));
   const outcome o = run("morvane convert --time -f v210 -t bgra -s 12x4 in.raw out.raw");

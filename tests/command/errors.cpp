@@ -108,6 +108,8 @@ constexpr mistake wrong_arguments[] = {
      "--chroma: cubic is neither linear nor nearest; see --help"},
     {"morvane convert -f uyvy -t bgra -s 8x4 --siting top four.uyvy out", 2,
      "--siting: top is neither left nor center; see --help"},
+    {"morvane convert -f uyvy -t bgra -s 8x4 --stores uncached four.uyvy out", 2,
+     "--stores uncached is neither cached nor streaming nor by-size"},
     {"morvane convert -f uyvy -t rgbx -s 8x4 --via uyvy::rgbx --matrix 2020 four.uyvy out", 2,
      "--via is \"uyvy::rgbx\", which does not have the matrix BT.2020"},
     {"morvane convert -f p216 -t rgbx -s 8x2 --via p216::rgbx_2020 --matrix 709 four.uyvy out", 2,

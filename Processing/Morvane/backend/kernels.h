@@ -24,6 +24,7 @@
 #include "../kernel/regrouped_rows.h"
 #include "../kernel/resampled_rows.h"
 #include "../kernel/rgb_to_video.h"
+#include "../kernel/streamed.h"
 #include "../kernel/video_to_rgb.h"
 #include "../kernel/words.h"
 
@@ -31,12 +32,14 @@ namespace Processing::Morvane::backend {
 
 namespace kernel = format_conversion::kernel;
 
-using all_kernels = kernel::joined_lists<
-    kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels, kernel::rgb_to_video_kernels,
-    kernel::video_to_rgb_kernels, kernel::full_chroma_kernels, kernel::key_kernels, kernel::words_kernels,
-    kernel::card_10_kernels, kernel::black_kernels, kernel::difference_kernels, kernel::lines_stored_kernels,
-    kernel::lines_groups_kernels, kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
-    kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels, kernel::decode_kernels,
-    kernel::encode_kernels, kernel::resample_kernels, kernel::regroup_kernels, kernel::keyed_kernels>::type;
+using all_kernels =
+    kernel::joined_lists<kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels,
+                         kernel::rgb_to_video_kernels, kernel::video_to_rgb_kernels, kernel::full_chroma_kernels,
+                         kernel::key_kernels, kernel::words_kernels, kernel::card_10_kernels, kernel::black_kernels,
+                         kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
+                         kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
+                         kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels,
+                         kernel::decode_kernels, kernel::encode_kernels, kernel::resample_kernels,
+                         kernel::regroup_kernels, kernel::keyed_kernels, kernel::streamed_kernels>::type;
 
 }  // namespace Processing::Morvane::backend

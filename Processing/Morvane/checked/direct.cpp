@@ -182,10 +182,18 @@ bool is_tight(const morvane_picture& picture, const shape& s) {
   return true;
 }
 
+// Each row lies wholly above the next one, also where there is but one.
+bool goes_down(const morvane_picture& picture, const shape& s) {
+  for (size_t i = 0; i < s.plane_count; ++i)
+    if (picture.stride[i] < s.planes[i].layout->row_bytes(s.width)) return false;
+  return true;
+}
+
 bool can_be_called(const way& w, const morvane_picture& source, const morvane_picture& destination) {
   if (!is_of_int(source, w.from) || !is_of_int(destination, w.to)) return false;
   if (w.by->entry.takes_words && !(is_of_words(source, w.from) && is_of_words(destination, w.to))) return false;
-  if (!w.by->copies_padding.empty() && !is_tight(source, w.from)) return false;
+  const bool copies_rows = is_tight(source, w.from) && goes_down(destination, w.to);
+  if (!w.by->copies_padding.empty() && !copies_rows) return false;
   return !w.by->one_stride || has_one_stride(destination, w.to);
 }
 
@@ -214,7 +222,7 @@ problem find_via(const named_entry_point& wish, way& w) {
 }
 
 void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
-                 const int rows) {
+                 const int rows, const copy_bytes copy) {
   for (size_t i = 0; i < w.to.plane_count; ++i) {
     if (w.copy_of[i] < 0) continue;
     const auto original = static_cast<size_t>(w.copy_of[i]);
@@ -225,7 +233,7 @@ void copy_planes(const way& w, const morvane_picture& source, const morvane_pict
     const uint8_t* from = row_of(source, w.from, original, first);
     uint8_t* to = row_of(destination, w.to, i, first);
     for (int64_t row = 0; row < (is_tight ? 1 : count); ++row)
-      std::memcpy(to + destination.stride[i] * row, from + source.stride[original] * row, bytes);
+      copy(to + destination.stride[i] * row, from + source.stride[original] * row, bytes);
   }
 }
 

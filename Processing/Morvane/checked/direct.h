@@ -1,6 +1,7 @@
 // Ways without lines: rows that are copied or rearranged, and entry points that convert them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "way.h"
@@ -21,7 +22,9 @@ problem find_via(const named_entry_point& wish, way& w);
 void find_short_cut(way& w);
 
 // Copy or rearrange the planes that the way says, all of them or beside lines for the others.
-void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows);
+using copy_bytes = void (*)(uint8_t* to, const uint8_t* from, size_t bytes);
+void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows,
+                 copy_bytes copy);
 void rearrange_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, int first,
                       int rows);
 

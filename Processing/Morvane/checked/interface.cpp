@@ -1,4 +1,5 @@
 // The functions of the C interface: every argument is checked, then the way is taken.
+#include <cstddef>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -9,6 +10,7 @@
 #include "direct.h"
 #include "layout.h"
 #include "run.h"
+#include "streamed.h"
 
 namespace checked = Processing::Morvane::checked;
 using checked::answer;
@@ -28,7 +30,10 @@ problem choose(const morvane_options* options, checked::choices& result) {
   result = {};
   if (options == nullptr) return checked::none();
   const morvane_options& o = *options;
-  if (const problem p = checked::check_size("options.struct_size", o.struct_size, sizeof o); is_wrong(p)) return p;
+  const bool is_of_first_version = o.struct_size == offsetof(morvane_options, stores);
+  if (const problem p = checked::check_size("options.struct_size", o.struct_size, sizeof o);
+      is_wrong(p) && !is_of_first_version)
+    return p;
   if (o.filter != MORVANE_LINEAR && o.filter != MORVANE_NEAREST)
     return checked::wrong(MORVANE_OPTION, "options.filter", o.filter, MORVANE_LINEAR,
                           "is %d, not 0 (linear) or 1 (nearest)", static_cast<int>(o.filter));
@@ -41,6 +46,11 @@ problem choose(const morvane_options* options, checked::choices& result) {
   if (o.threads < 0 || o.threads > most_threads)
     return checked::wrong(MORVANE_OPTION, "options.threads", o.threads, most_threads, "is %d, not from 0 to %d",
                           static_cast<int>(o.threads), static_cast<int>(most_threads));
+  const int32_t stores = is_of_first_version ? MORVANE_CACHED : o.stores;
+  if (stores < MORVANE_CACHED || stores > MORVANE_BY_SIZE)
+    return checked::wrong(MORVANE_OPTION, "options.stores", stores, MORVANE_CACHED,
+                          "is %d, not 0 (cached), 1 (streaming) or 2 (by size)", static_cast<int>(stores));
+  result.stores = static_cast<checked::store_kind>(stores);
   result.has_via = o.via != nullptr;
   result.has_background = o.has_background != 0;
   for (int i = 0; i < 3; ++i) result.background[i] = o.background[i];
@@ -80,6 +90,7 @@ problem make_plan(const morvane_description* source, const morvane_description* 
     const checked::named_entry_point wish = {options->via, options->allow_irregular != 0, options->rescale != 0};
     if (const problem p = checked::find_via(wish, plan.way); is_wrong(p)) return p;
   }
+  plan.way.streams = checked::streams(plan.way, how.stores);
   plan.way.scratch_bytes = checked::scratch_bytes_of(plan.way);
   return options == nullptr ? checked::none() : hire(options->threads, plan);
 }

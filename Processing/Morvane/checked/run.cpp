@@ -1,9 +1,11 @@
 #include "run.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "direct.h"
 #include "rows.h"
+#include "streamed.h"
 
 namespace Processing::Morvane::checked {
 
@@ -20,6 +22,49 @@ int rows_of_part(const way& w, const int hands) {
   return (rows + unit - 1) / unit * unit;
 }
 
+// Beside rows that are streamed.
+int64_t own_scratch_bytes(const way& w) {
+  const bool has_lines = !w.meets_in_registers() && w.needs_lines();
+  return std::max(has_lines ? scratch_bytes(w) : 0, direct_scratch_bytes(w));
+}
+
+void copy_cached(uint8_t* to, const uint8_t* from, const size_t bytes) {
+  std::memcpy(to, from, bytes);
+}
+
+// All planes that are not copied.
+void make_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
+                 const int rows, void* scratch) {
+  if (w.decoded) return decode_rows(w, source, destination, first, rows);
+  if (w.encoded) return encode_rows(w, source, destination, first, rows);
+  if (w.regrouped) return regroup_rows(w, source, destination, first, rows);
+  rearrange_planes(w, source, destination, first, rows);
+  if (w.needs_lines()) convert_rows(w, source, destination, first, rows, scratch);
+}
+
+void run_cached(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
+                const int rows, void* scratch) {
+  if (suits(w, source, destination, first, rows)) return convert_directly(w, source, destination, first, rows, scratch);
+  copy_planes(w, source, destination, first, rows, copy_cached);
+  make_planes(w, source, destination, first, rows, scratch);
+}
+
+// Rows are copied from where they are, and others made in scratch memory behind that of the way.
+void run_streaming(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
+                   const int rows, void* scratch) {
+  const bool copies = w.by == nullptr;
+  if (copies) copy_planes(w, source, destination, first, rows, stream_bytes);
+  const int end = copies && copies_all(w) ? first : first + rows;
+  void* made_in = static_cast<uint8_t*>(scratch) + own_scratch_bytes(w);
+  for (int row = first, count = 0; row < end; row += count) {
+    count = std::min(streamed_rows(w), end - row);
+    const morvane_picture made = picture_in_scratch(w, made_in, row);
+    (copies ? make_planes : run_cached)(w, source, made, row, count, scratch);
+    stream_rows(w, made, destination, {source, row, count, std::min(streamed_rows(w), end - row - count)});
+  }
+  finish_streaming();
+}
+
 }  // namespace
 
 int row_granularity(const way& w) {
@@ -28,19 +73,12 @@ int row_granularity(const way& w) {
 }
 
 int64_t scratch_bytes_of(const way& w) {
-  const bool has_lines = !w.meets_in_registers() && w.needs_lines();
-  return std::max(has_lines ? scratch_bytes(w) : 0, direct_scratch_bytes(w));
+  return own_scratch_bytes(w) + streamed_scratch_bytes(w);
 }
 
 void run_band(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
               const int rows, void* scratch) {
-  if (suits(w, source, destination, first, rows)) return convert_directly(w, source, destination, first, rows, scratch);
-  if (w.decoded) return decode_rows(w, source, destination, first, rows);
-  if (w.encoded) return encode_rows(w, source, destination, first, rows);
-  if (w.regrouped) return regroup_rows(w, source, destination, first, rows);
-  copy_planes(w, source, destination, first, rows);
-  rearrange_planes(w, source, destination, first, rows);
-  if (w.needs_lines()) convert_rows(w, source, destination, first, rows, scratch);
+  (w.streams ? run_streaming : run_cached)(w, source, destination, first, rows, scratch);
 }
 
 void run_all(const way& w, crew* hands, const morvane_picture& source, const morvane_picture& destination,

@@ -100,6 +100,32 @@ std::string matrix_of(const shape& s) {
   return "BT." + std::to_string(s.matrix);
 }
 
+// Those that make the samples of the destination.
+std::vector<std::string> steps_of_samples(const way& w) {
+  const std::string from(w.from.format->name), to(w.to.format->name);
+  if (w.by != nullptr) return {from + " to " + to + " by " + std::string(w.by->name)};
+  if (copies_all(w)) return {"copy rows of " + to};
+  std::vector<std::string> steps;
+  const auto add = [&](const bool is_done, const std::string& step) {
+    if (is_done) steps.push_back(step);
+  };
+  add(!w.needs_lines(), "rearrange " + from + " as " + to);
+  add(w.needs_lines(), "read " + from);
+  const std::string target = w.has_to_rgb ? "4:4:4" : sampling_of(w.to);
+  add(w.widens_rgb, "RGB to full range");
+  add(w.composites, "over the background");
+  add(w.scales_range, range_of(w.from) + " to " + range_of(w.to) + " range of " + bits_of(w.to) + " bits");
+  add(w.doubles_rows || w.doubles_columns, "chroma " + sampling_of(w.from) + " to " + target);
+  add(w.has_to_rgb, matrix_of(w.from) + " to RGB");
+  add(w.has_luminance, "luminance by " + matrix_of(w.to));
+  add(w.has_from_rgb, "RGB to " + matrix_of(w.to));
+  add(w.halves_columns || w.halves_rows,
+      "chroma " + (w.has_from_rgb ? "4:4:4" : sampling_of(w.from)) + " to " + sampling_of(w.to));
+  add(w.narrows_rgb, "RGB to video range");
+  add(w.needs_lines(), "write " + to);
+  return steps;
+}
+
 }  // namespace
 
 bool computes(const way& w) {
@@ -136,27 +162,8 @@ problem find_way(const shape& from, const shape& to, const choices& how, way& re
 }
 
 std::vector<std::string> steps_of(const way& w) {
-  const std::string from(w.from.format->name), to(w.to.format->name);
-  if (w.by != nullptr) return {from + " to " + to + " by " + std::string(w.by->name)};
-  if (copies_all(w)) return {"copy rows of " + to};
-  std::vector<std::string> steps;
-  const auto add = [&](const bool is_done, const std::string& step) {
-    if (is_done) steps.push_back(step);
-  };
-  add(!w.needs_lines(), "rearrange " + from + " as " + to);
-  add(w.needs_lines(), "read " + from);
-  const std::string target = w.has_to_rgb ? "4:4:4" : sampling_of(w.to);
-  add(w.widens_rgb, "RGB to full range");
-  add(w.composites, "over the background");
-  add(w.scales_range, range_of(w.from) + " to " + range_of(w.to) + " range of " + bits_of(w.to) + " bits");
-  add(w.doubles_rows || w.doubles_columns, "chroma " + sampling_of(w.from) + " to " + target);
-  add(w.has_to_rgb, matrix_of(w.from) + " to RGB");
-  add(w.has_luminance, "luminance by " + matrix_of(w.to));
-  add(w.has_from_rgb, "RGB to " + matrix_of(w.to));
-  add(w.halves_columns || w.halves_rows,
-      "chroma " + (w.has_from_rgb ? "4:4:4" : sampling_of(w.from)) + " to " + sampling_of(w.to));
-  add(w.narrows_rgb, "RGB to video range");
-  add(w.needs_lines(), "write " + to);
+  std::vector<std::string> steps = steps_of_samples(w);
+  if (w.streams) steps.emplace_back("store past the caches");
   return steps;
 }
 

@@ -18,12 +18,16 @@ namespace Processing::Morvane::checked {
 
 enum class chroma_filter : bool { linear, nearest };
 
+// Through the caches or past them; by size, past them where the destination is larger than they are.
+enum class store_kind { cached, streaming, by_size };
+
 struct choices {
   chroma_filter filter = chroma_filter::linear;
   kernel::siting siting = kernel::siting::left;
   bool has_background = false;
   uint8_t background[3] = {};
   bool has_via = false;  // an entry point converts, also where the rules have no conversion
+  store_kind stores = store_kind::cached;
 };
 
 struct way {
@@ -67,6 +71,7 @@ struct way {
   bool is_via = false;
   int argument = 0;
 
+  bool streams = false;       // stores to the destination pass by the caches
   int64_t scratch_bytes = 0;  // of one thread
 
   bool narrow = false;  // the form of the matrices

@@ -40,6 +40,15 @@ struct neon_blocks {
     store(p + 32, b.second);
     store(p + 64, b.third);
   }
+  // A hint that nobody reads the bytes soon; compilers have no intrinsic for it.
+  MORVANE_INLINE static void stream(uint8_t* p, const block b) {
+    asm volatile("stnp %q0, %q1, [%2]" : : "w"(b.lo), "w"(b.hi), "r"(p) : "memory");
+  }
+  MORVANE_INLINE static void stream_cache_line(const uint8_t* p, uint8_t* to) {
+    stream(to, load(p));
+    stream(to + 32, load(p + 32));
+  }
+  MORVANE_INLINE static void finish_streaming() { asm volatile("dmb ishst" : : : "memory"); }
   MORVANE_INLINE static uint16x8_t as_words(const uint8x16_t v) { return vreinterpretq_u16_u8(v); }
   MORVANE_INLINE static int16x8_t as_signed(const uint16x8_t v) { return vreinterpretq_s16_u16(v); }
   MORVANE_INLINE static uint32x4_t as_dwords(const uint8x16_t v) { return vreinterpretq_u32_u8(v); }

@@ -67,6 +67,15 @@ concept stores_repeatedly = requires(uint8_t* destination, size_t bytes) {
   V::store_repeatedly(destination, bytes, uint16_t{});
 };
 
+// May be left out: copies 64 bytes to an address that is a multiple of 64, without reading the cache line that they
+// overwrite and without keeping it in the caches. Other threads may see such stores later than those that follow, until
+// finish_streaming has been called.
+template <class V>
+concept streams = requires(uint8_t* destination, const uint8_t* source) {
+  V::stream_cache_line(source, destination);
+  V::finish_streaming();
+};
+
 // block: block_bytes bytes as they stand in memory.
 template <class V>
 concept has_blocks = requires(const uint8_t* source, typename V::block block, typename V::two_blocks two) {

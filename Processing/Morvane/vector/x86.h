@@ -83,6 +83,11 @@ struct x86_vectors {
     asm volatile("rep stosq" : "+D"(p), "+c"(quads) : "a"(value * 0x0001000100010001U) : "memory");
   }
 
+  MORVANE_INLINE static void stream_cache_line(const uint8_t* p, uint8_t* to) {
+    for (int i = 0; i < cache_line; i += R::bytes) R::stream(to + i, R::load(p + i));
+  }
+  MORVANE_INLINE static void finish_streaming() { _mm_sfence(); }
+
   MORVANE_INLINE static block load(const uint8_t* p) { return {R::load(p)}; }
   MORVANE_INLINE static void store(uint8_t* p, const block b) { R::store(p, b.v); }
   MORVANE_INLINE static void store(uint8_t* p, const two_blocks& b) {

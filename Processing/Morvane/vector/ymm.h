@@ -16,6 +16,7 @@ struct ymm {
 
   MORVANE_INLINE static type load(const uint8_t* p) { return _mm256_loadu_si256(reinterpret_cast<const type*>(p)); }
   MORVANE_INLINE static void store(uint8_t* p, const type v) { _mm256_storeu_si256(reinterpret_cast<type*>(p), v); }
+  MORVANE_INLINE static void stream(uint8_t* p, const type v) { _mm256_stream_si256(reinterpret_cast<type*>(p), v); }
   MORVANE_INLINE static type zero() { return _mm256_setzero_si256(); }
   MORVANE_INLINE static type repeat_byte(const int value) { return _mm256_set1_epi8(static_cast<char>(value)); }
   MORVANE_INLINE static type repeat_word(const int value) { return _mm256_set1_epi16(static_cast<short>(value)); }

@@ -16,6 +16,7 @@ struct zmm {
 
   MORVANE_INLINE static type load(const uint8_t* p) { return _mm512_loadu_si512(p); }
   MORVANE_INLINE static void store(uint8_t* p, const type v) { _mm512_storeu_si512(p, v); }
+  MORVANE_INLINE static void stream(uint8_t* p, const type v) { _mm512_stream_si512(reinterpret_cast<type*>(p), v); }
   MORVANE_INLINE static type zero() { return _mm512_setzero_si512(); }
   MORVANE_INLINE static type repeat_byte(const int value) { return _mm512_set1_epi8(static_cast<char>(value)); }
   MORVANE_INLINE static type repeat_word(const int value) { return _mm512_set1_epi16(static_cast<short>(value)); }

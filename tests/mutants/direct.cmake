@@ -1,0 +1,370 @@
+# The mutants of ways without lines: copies, rearrangements, kernels that read one layout and write another, stores
+# past the caches.
+
+mutant(short_cut_of_the_other_filter
+       FILE checked/short_cuts.cpp
+       FROM [[if (s.nearest_alone && w.how.filter]]
+       TO [[if (false && w.how.filter]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(short_cut_past_a_matrix
+       FILE checked/short_cuts.cpp
+       FROM [[  if (computes(w)) return;]]
+       TO [[]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(short_cut_of_half_a_group
+       FILE checked/short_cuts.cpp
+       FROM [[if (copies_all(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;]]
+       TO [[if (copies_all(w)) return;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(short_cut_lost
+       FILE checked/short_cuts.cpp
+       FROM [[    {"uyvy::yuy2"},
+]]
+       TO [[]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(unused_bytes_copied
+       FILE checked/short_cuts.cpp
+       FROM [[return !p.has(unused) && p.layout]]
+       TO [[return p.layout]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(padding_copied_by_a_short_cut
+       FILE checked/direct.cpp
+       FROM [[if (!w.by->copies_padding.empty() && !copies_rows) return false;]]
+       TO [[]]
+       ROWS named_entry_points.copy_nothing_between_rows
+       PROGRAM checked_test)
+
+mutant(short_cut_between_two_rows_of_chroma
+       FILE checked/direct.cpp
+       FROM [[return first % unit_rows(w) == 0 && rows % unit_rows(w) == 0 &&]]
+       TO [[return]]
+       ROWS short_cuts.*
+       PROGRAM checked_test)
+
+mutant(entry_point_given_no_room_behind_a_row
+       FILE checked/direct.cpp
+       FROM [[if (!touches_more(w) && can_be_called(w, source, destination)) {]]
+       TO [[if (can_be_called(w, source, destination)) {]]
+       ROWS named_entry_points.touch_nothing*
+       PROGRAM checked_test)
+
+mutant(irregular_entry_point_without_consent
+       FILE checked/direct.cpp
+       FROM [[if (!c->irregular.empty() && !wish.allow_irregular)]]
+       TO [[if (false)]]
+       ROWS named_entry_points.*
+       PROGRAM checked_test)
+
+mutant(scratch_memory_of_another_hand
+       FILE checked/run.cpp
+       FROM [[static_cast<uint8_t*>(scratch) + w.scratch_bytes * hand);]]
+       TO [[static_cast<uint8_t*>(scratch) + 0 * w.scratch_bytes * hand);]]
+       ROWS plans_with_threads.have_scratch*
+       PROGRAM checked_test)
+
+mutant(part_of_a_picture_left_to_nobody
+       FILE checked/run.cpp
+       FROM [[hands->run((height - 1) / rows + 1, part)]]
+       TO [[hands->run(height / rows, part)]]
+       ROWS plans_with_threads.*
+       PROGRAM checked_test)
+
+mutant(half_a_group_copied
+       FILE checked/short_cuts.cpp
+       FROM [[if (!is_copied(p) || !is_full(p, w.to)) return -1;]]
+       TO [[if (!is_copied(p)) return -1;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(unused_bits_of_words_rearranged_too
+       FILE checked/rearranged.cpp
+       FROM [[widens ? 0xff00 : stored_as(p, 65535)]]
+       TO [[widens ? 0xff00 : 65535]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(samples_behind_the_last_unit_left_out
+       FILE checked/rearranged.cpp
+       FROM [[  if (rest == 0) return;]]
+       TO [[  return;]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(part_of_a_period_rearranged
+       FILE checked/rearranged.cpp
+       FROM [[ && p.groups(to_.width) == result_.periods * groups;]]
+       TO [[;]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(rows_of_another_sampling_rearranged
+       FILE checked/rearranged.cpp
+       FROM [[return of.image_rows != p.image_rows && !nearest_;]]
+       TO [[return of.image_rows == 0 && p.image_rows == 0 && !nearest_;]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(pair_beyond_the_last_one
+       FILE checked/decoded.cpp
+       FROM [[k.run(last, last_to, 1, *w.decoded, false);]]
+       TO [[k.run(last, last_to, 1, *w.decoded, filters_chroma(w));]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(last_pixel_of_luma_alone
+       FILE checked/decoded.cpp
+       FROM [[i == 0 && has_own_luma ? k.read[i] / 2 : k.read[i], gathered]]
+       TO [[k.read[i] / 2, gathered]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(average_of_rows_of_sixteen_bits_rounded_twice
+       FILE checked/decoded.cpp
+       FROM [[filters_chroma(w) || w.from.depth <= most_bits]]
+       TO [[filters_chroma(w) || w.from.depth <= most_bits + 2]]
+       ROWS *are_as_the_rules_say/p016:checked_plans.decode_without_lines
+       PROGRAM checked_test)
+
+mutant(narrow_matrix_for_sixteen_bits
+       FILE checked/decoded.cpp
+       FROM [[if (kernels[i].is_narrow == w.narrow && reads]]
+       TO [[if (reads]]
+       ROWS *are_as_the_rules_say/p216
+       PROGRAM checked_test)
+
+mutant(red_and_blue_exchanged_in_big_endian_words
+       FILE checked/decoded.cpp
+       FROM [[(exchanged != result.is_big_endian)]]
+       TO [[exchanged]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(tens_beyond_the_largest_one
+       FILE kernel/decoded_rows.h
+       FROM [[V::least_words(positive, V::repeat(16383))]]
+       TO [[V::least_words(positive, V::repeat(32767))]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
+
+mutant(decoder_that_no_plan_takes
+       FILE checked/decoded.cpp
+       FROM [[if (!is_matrix_alone(w) ||]]
+       TO [[if (is_matrix_alone(w) ||]]
+       ROWS checked_plans.decode_without_lines
+       PROGRAM checked_test)
+
+mutant(first_pixel_before_itself_left_out
+       FILE checked/encoded.cpp
+       FROM [[*way_.encoded, {filters(), 0}]]
+       TO [[*way_.encoded, {filters(), k.read / 2}]]
+       ROWS *are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(last_pixel_without_the_one_before
+       FILE checked/encoded.cpp
+       FROM [[pairs > 0 ? last - bytes : last]]
+       TO [[last]]
+       ROWS *are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(exchanged_weights_of_luma_stay
+       FILE checked/encoded.cpp
+       FROM [[std::swap(k.y_r, k.y_b);]]
+       TO [[std::swap(k.y_r, k.y_r);]]
+       ROWS *are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(chroma_of_the_upper_row_alone
+       FILE kernel/encoded_rows.h
+       FROM [[V::average_up(chroma[0], chroma[rows - 1]) :]]
+       TO [[V::average_up(chroma[0], chroma[0]) :]]
+       ROWS *are_as_the_rules_say/bgra
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(encoder_that_no_plan_takes
+       FILE checked/encoded.cpp
+       FROM [[if (!is_matrix_alone(w) || !is_of_bytes(w.from)) return {};]]
+       TO [[if (is_matrix_alone(w) || !is_of_bytes(w.from)) return {};]]
+       ROWS checked_plans.encode_without_lines
+       PROGRAM checked_test)
+
+mutant(words_cut_instead_of_rounded
+       FILE checked/rearranged.cpp
+       FROM [[to.depth() < from.depth() ? half_of(to) : 0]]
+       TO [[0 * (from.depth() + to.depth())]]
+       ROWS *are_as_the_rules_say/p216
+       PROGRAM checked_test)
+
+mutant(chroma_of_the_lower_row_stays
+       FILE checked/rearranged.cpp
+       FROM [[row % 2 == 0 ? by.of_upper_rows : by.of_lower_rows]]
+       TO [[row % 2 == 0 ? by.of_upper_rows : true]]
+       ROWS *are_as_the_rules_say/yuy2
+       PROGRAM checked_test)
+
+mutant(luma_beside_chroma_averaged_too
+       FILE checked/rearranged.cpp
+       FROM [[if (b.kept != 0 && !b.is_average) result_.bits]]
+       TO [[if (b.kept != 0 && false) result_.bits]]
+       ROWS *are_as_the_rules_say/uyvy
+       PROGRAM checked_test)
+
+mutant(chroma_of_the_upper_row_alone
+       FILE checked/rearranged.cpp
+       FROM [[const int far = is_half ? 2 * from.chroma_row_beside(row) : std::min(row + 1, from.height - 1);]]
+       TO [[const int far = is_half ? 2 * from.chroma_row_beside(row) : row;]]
+       ROWS *are_as_the_rules_say/y_uv_422
+       PROGRAM checked_test)
+
+mutant(averages_of_words_with_unused_bits
+       FILE checked/rearranged.cpp
+       FROM [[result_.bits.read = static_cast<uint32_t>(stored_as(p, 65535)) * 0x10001;]]
+       TO [[result_.bits.read = static_cast<uint32_t>(stored_as(p, 65535)) * 0 - 1;]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(averages_of_words_cut_instead_of_rounded
+       FILE checked/rearranged.cpp
+       FROM [[is_average_at_top ? half_of(*to.layout) : rounded_by(p, *to.layout)]]
+       TO [[rounded_by(p, *to.layout)]]
+       ROWS *are_as_the_rules_say/p210
+       PROGRAM checked_test)
+
+mutant(words_not_moved_down
+       FILE checked/rearranged.cpp
+       FROM [[const int down = moves ? low_bits_above(p) : 0;]]
+       TO [[const int down = moves ? 0 * low_bits_above(p) : 0;]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(full_words_of_other_depth_moved
+       FILE checked/rearranged.cpp
+       FROM [[if (fills && moves() && p.depth() != to.layout->depth()) return false;]]
+       TO [[if (false) return false;]]
+       ROWS *are_as_the_rules_say/y_u_v_a_422_10u16
+       PROGRAM checked_test)
+
+mutant(three_parts_rounded_up_twice
+       FILE kernel/resampled_rows.h
+       FROM [[V::average_bytes_up(near, V::average_bytes_down(near, far))]]
+       TO [[V::average_bytes_up(near, V::average_bytes_up(near, far))]]
+       ROWS lines.are_as_their_rules_say_on_every_backend
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(three_parts_of_the_far_row
+       FILE kernel/resampled_rows.h
+       FROM [[of_rows == parts::equal ? average_up(a, b) : nearer_to_first(a, b)]]
+       TO [[of_rows == parts::equal ? average_up(a, b) : nearer_to_first(b, a)]]
+       ROWS *are_as_the_rules_say/y_uv_420
+       PROGRAM checked_test)
+
+mutant(regrouping_without_the_rest
+       FILE checked/regrouped.cpp
+       FROM [[if (w.from.width % pixels != 0)]]
+       TO [[if (false)]]
+       ROWS *are_as_the_rules_say/v210
+       PROGRAM checked_test)
+
+mutant(regrouping_that_no_plan_takes
+       FILE checked/regrouped.cpp
+       FROM [[  if (computes(w)) return {};]]
+       TO [[  if (!computes(w)) return {};]]
+       ROWS checked_plans.regroup_without_lines
+       PROGRAM checked_test)
+
+mutant(rest_with_the_near_row_of_chroma_alone
+       FILE checked/regrouped.cpp
+       FROM [[read(row, chroma, row_of_chroma(row, true));]]
+       TO [[read(row, chroma, row_of_chroma(row, false));]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(groups_with_the_near_row_of_chroma_alone
+       FILE checked/regrouped.cpp
+       FROM [[is_nearest ? row : 2 * w.from.chroma_row_beside(row))]]
+       TO [[is_nearest ? row : row)]]
+       ROWS *are_as_the_rules_say/p010
+       PROGRAM checked_test)
+
+mutant(second_of_five_bytes_without_luma
+       FILE kernel/regrouped_rows.h
+       FROM [[(cb & 0xff) | y0 >> 10]]
+       TO [[(cb & 0xff) | y0 >> 11]]
+       ROWS *are_as_the_rules_say/v210
+       PROGRAM checked_test)
+
+mutant(key_of_bytes_not_repeated
+       FILE kernel/keyed_rows.h
+       FROM [[p.a[i] = static_cast<uint16_t>(alpha[i] * 257);]]
+       TO [[p.a[i] = static_cast<uint16_t>(alpha[i] * 256);]]
+       ROWS *are_as_the_rules_say/uyvy_a
+       PROGRAM checked_test)
+
+mutant(key_not_repeated_up_to_the_end_of_its_group
+       FILE checked/regrouped.cpp
+       FROM [[for (const component i : {first, second, third, alpha}) repeat_last(]]
+       TO [[for (const component i : {first, second, third}) repeat_last(]]
+       ROWS *are_as_the_rules_say/pa16
+       PROGRAM checked_test)
+
+mutant(picture_of_the_largest_cached_size_streamed
+       FILE checked/streamed.cpp
+       FROM [[bytes_of(w.to) > MORVANE_MOST_CACHED]]
+       TO [[bytes_of(w.to) >= MORVANE_MOST_CACHED]]
+       ROWS streaming.is_chosen_by_size*
+       PROGRAM checked_test)
+
+mutant(computed_pictures_streamed_by_size
+       FILE checked/streamed.cpp
+       FROM [[const bool pays = moves_alone(w) && bytes_of(w.to)]]
+       TO [[const bool pays = bytes_of(w.to)]]
+       ROWS streaming.is_chosen_by_size*
+       PROGRAM checked_test)
+
+mutant(stores_never_streamed
+       FILE checked/run.cpp
+       FROM [[(w.streams ? run_streaming : run_cached)(]]
+       TO [[(w.streams && first < 0 ? run_streaming : run_cached)(]]
+       ROWS streaming.fills_whole_cache_lines*
+       PROGRAM checked_test)
+
+mutant(cache_line_streamed_beyond_a_row
+       FILE checked/streamed.cpp
+       FROM [[size_t lines = (bytes - ahead) / line_bytes;]]
+       TO [[size_t lines = (bytes - ahead + line_bytes - 1) / line_bytes;]]
+       ROWS streaming.has_the_same_bytes*
+       PROGRAM checked_test)
+
+mutant(end_of_a_row_not_streamed
+       FILE checked/streamed.cpp
+       FROM [[std::memcpy(to, from, (bytes - ahead) % line_bytes);]]
+       TO [[]]
+       ROWS streaming.has_the_same_bytes*
+       PROGRAM checked_test)
+
+mutant(bytes_that_an_entry_point_leaves_streamed
+       FILE checked/streamed.cpp
+       FROM [[if (!fills_rows(w)) return false;]]
+       TO [[]]
+       ROWS streaming.has_the_same_bytes_by_every_entry_point
+       PROGRAM checked_test)
+
+mutant(rows_upwards_given_to_an_entry_point_that_leaves_them
+       FILE checked/direct.cpp
+       FROM [[is_tight(source, w.from) && goes_down(destination, w.to);]]
+       TO [[is_tight(source, w.from) && (true || goes_down(destination, w.to));]]
+       ROWS named_entry_points.reach_rows_that_go_up
+       PROGRAM checked_test)
