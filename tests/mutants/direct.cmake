@@ -185,11 +185,11 @@ mutant(exchanged_weights_of_luma_stay
        ROWS *are_as_the_rules_say/bgra
        PROGRAM checked_test)
 
-mutant(chroma_of_the_upper_row_alone
+mutant(rows_of_chroma_not_averaged
        FILE kernel/encoded_rows.h
        FROM [[V::average_up(chroma[0], chroma[rows - 1]) :]]
        TO [[V::average_up(chroma[0], chroma[0]) :]]
-       ROWS *are_as_the_rules_say/bgra
+       ROWS checked_tails.*
        PROGRAM checked_test
        BACKEND avx2)
 
