@@ -37,9 +37,11 @@ inline morvane_error smeared_error() {
   return e;
 }
 
-// One plane of uyvy becomes two of y_uv_420, which lie among bytes that belong to nobody.
+// One plane of uyvy becomes two of y_uv_420, which lie among bytes that belong to nobody. Both matrices differ, so that
+// there are lines.
 struct attempt {
-  morvane_description from = description{.format = format_named("uyvy"), .width = 6, .height = 4};
+  morvane_description from =
+      description{.format = format_named("uyvy"), .width = 6, .height = 4, .matrix = matrix::bt601};
   morvane_description to = description{.format = format_named("y_uv_420"), .width = 6, .height = 4};
   morvane_options how = options{};
   std::vector<std::uint8_t> read = std::vector<std::uint8_t>(48, 77);
