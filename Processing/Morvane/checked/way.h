@@ -57,8 +57,8 @@ struct way {
   rearrangements rearranged;
   bool is_direct(const size_t plane) const { return copy_of[plane] >= 0 || is_written(rearranged, plane); }
 
-  // Without lines too, as what reads and what writes meet in registers: YCbCr to RGB, RGB to YCbCr, v210 to other groups
-  // or from them, and fill with key to others.
+  // Without lines too, as what reads and what writes meet in registers: YCbCr to RGB, RGB to YCbCr, v210 to other
+  // groups or from them, and fill with key to others.
   std::optional<decoder> decoded;
   std::optional<encoder> encoded;
   std::optional<regrouping> regrouped;

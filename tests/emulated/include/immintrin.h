@@ -8,6 +8,7 @@
 #include <simde/x86/avx512.h>
 
 #include <cstdint>
+#include <cstring>
 
 namespace emulated {
 
@@ -98,6 +99,37 @@ inline __m256i cvtps_ph(const __m512 v, const int) {
   return reinterpret_cast<__m256i>(halves);
 }
 
+// What is masked out is neither read nor written.
+inline __m512i maskz_loadu_epi32(const __mmask16 mask, const void* from) {
+  dwords loaded{};
+  for (int i = 0; i < 16; ++i)
+    if ((mask >> i & 1) != 0) {
+      std::uint32_t dword = 0;
+      std::memcpy(&dword, static_cast<const std::uint32_t*>(from) + i, 4);
+      loaded[i] = dword;
+    }
+  return reinterpret_cast<__m512i>(loaded);
+}
+
+inline __m256i maskz_loadu_epi32_256(const __mmask8 mask, const void* from) {
+  return _mm512_castsi512_si256(maskz_loadu_epi32(mask, from));
+}
+
+inline void mask_storeu_epi32(void* to, const __mmask16 mask, const __m512i v) {
+  const auto stored = reinterpret_cast<dwords>(v);
+  for (int i = 0; i < 16; ++i)
+    if ((mask >> i & 1) != 0) {
+      const std::uint32_t dword = stored[i];
+      std::memcpy(static_cast<std::uint32_t*>(to) + i, &dword, 4);
+    }
+}
+
+inline void stream_si512(void* const to, const __m512i v) {
+  auto* halves = static_cast<__m256i*>(to);
+  _mm256_stream_si256(halves, _mm512_castsi512_si256(v));
+  _mm256_stream_si256(halves + 1, _mm512_extracti64x4_epi64(v, 1));
+}
+
 inline long long reduce_add_epi64(const __m512i v) {
   const auto addends = reinterpret_cast<qwords>(v);
   std::uint64_t sum = 0;
@@ -140,6 +172,10 @@ inline __m512i multishift_epi64_epi8(const __m512i first_bits, const __m512i v) 
 #undef _mm512_multishift_epi64_epi8
 #undef _mm512_mask_multishift_epi64_epi8
 #define _mm512_mulhi_epu16 emulated::mulhi_epu16
+#define _mm512_stream_si512 emulated::stream_si512
+#define _mm512_maskz_loadu_epi32 emulated::maskz_loadu_epi32
+#define _mm256_maskz_loadu_epi32 emulated::maskz_loadu_epi32_256
+#define _mm512_mask_storeu_epi32 emulated::mask_storeu_epi32
 #define _mm512_cmpgt_epu16_mask emulated::cmpgt_epu16_mask
 #define _mm512_mask_sub_epi16 emulated::mask_sub_epi16
 #define _mm512_srai_epi32 emulated::srai_epi32
