@@ -1,5 +1,7 @@
 #include "recorder.h"
 
+#include <algorithm>
+#include <iterator>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -16,10 +18,8 @@ std::function<void(const line_call&)> take_call;
 
 template <class Kernel, class... All>
 consteval std::size_t place_in(kernel::kernel_list<All...>) {
-  std::size_t place = 0;
-  bool found = false;
-  ((found = found || std::is_same_v<Kernel, All>, place += found ? 0 : 1), ...);
-  return place;
+  const bool is_here[] = {std::is_same_v<Kernel, All>...};
+  return static_cast<std::size_t>(std::find(std::begin(is_here), std::end(is_here), true) - std::begin(is_here));
 }
 
 struct call_reader {

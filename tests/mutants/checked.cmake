@@ -224,7 +224,8 @@ mutant(rest_of_planes_stored_as_the_first_items
        FROM [[prepended(in_a_row(a.first, b.first), in_a_row(a.rest, b.rest))]]
        TO [[prepended(in_a_row(b.first, a.first), in_a_row(a.rest, b.rest))]]
        ROWS lines.*
-       TEST checked/kernels.cpp
+       KERNELS decode_kernels
+       PROGRAM checked_test
        BACKEND avx2)
 
 mutant(far_row_on_the_other_side
