@@ -176,8 +176,8 @@ void expect_rule_of_lines(const int number) {
 
 template <class... Kernel>
 void expect_rules(kernel::kernel_list<Kernel...>) {
-  int number = 0;
-  (expect_rule_of_lines<Kernel>(number++), ...);
+  void (*const expect[])(int) = {expect_rule_of_lines<Kernel>...};
+  for (int number = 0; number < static_cast<int>(std::size(expect)); ++number) expect[number](number);
 }
 
 class lines : public testing::Test {
