@@ -17,7 +17,8 @@ object_of() {
   shift
   object=$scratch/$(echo "$source" | tr / _).o
   # shellcheck disable=SC2086
-  "$compiler" -std=c++20 -O1 -fno-inline -fPIC -fvisibility=hidden $definitions -I"$library" "$@" -c "$library/$source" -o "$object"
+  "$compiler" -std=c++20 -O1 -fno-inline -fPIC -fvisibility=hidden $definitions -I"$library" "$@" \
+    -c "$library/$source" -o "$object"
   echo "$object"
 }
 

@@ -3,8 +3,8 @@
 
 mutant(short_cut_of_the_other_filter
        FILE checked/short_cuts.cpp
-       FROM [[if (s.nearest_alone && w.how.filter]]
-       TO [[if (false && w.how.filter]]
+       FROM [[if (s.nearest_alone && w.filters]]
+       TO [[if (false && w.filters]]
        ROWS short_cuts.*
        PROGRAM checked_test)
 
@@ -46,8 +46,8 @@ mutant(padding_copied_by_a_short_cut
 
 mutant(short_cut_between_two_rows_of_chroma
        FILE checked/direct.cpp
-       FROM [[return first % unit_rows(w) == 0 && rows % unit_rows(w) == 0 &&]]
-       TO [[return]]
+       FROM [[return first % unit_rows(w) == 0 && rows]]
+       TO [[return rows]]
        ROWS short_cuts.*
        PROGRAM checked_test)
 
@@ -117,7 +117,7 @@ mutant(rows_of_another_sampling_rearranged
 mutant(pair_beyond_the_last_one
        FILE checked/decoded.cpp
        FROM [[k.run(last, last_to, 1, *w.decoded, false);]]
-       TO [[k.run(last, last_to, 1, *w.decoded, filters_chroma(w));]]
+       TO [[k.run(last, last_to, 1, *w.decoded, w.filters_chroma());]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
@@ -130,8 +130,8 @@ mutant(last_pixel_of_luma_alone
 
 mutant(average_of_rows_of_sixteen_bits_rounded_twice
        FILE checked/decoded.cpp
-       FROM [[filters_chroma(w) || w.from.depth <= most_bits]]
-       TO [[filters_chroma(w) || w.from.depth <= most_bits + 2]]
+       FROM [[w.filters_chroma() || w.from.depth <= most_bits]]
+       TO [[w.filters_chroma() || w.from.depth <= most_bits + 2]]
        ROWS *are_as_the_rules_say/p016:checked_plans.decode_without_lines
        PROGRAM checked_test)
 
@@ -166,8 +166,8 @@ mutant(decoder_that_no_plan_takes
 
 mutant(first_pixel_before_itself_left_out
        FILE checked/encoded.cpp
-       FROM [[*way_.encoded, {filters(), 0}]]
-       TO [[*way_.encoded, {filters(), k.read / 2}]]
+       FROM [[*way_.encoded, {way_.filters_chroma(), 0}]]
+       TO [[*way_.encoded, {way_.filters_chroma(), k.read / 2}]]
        ROWS *are_as_the_rules_say/bgra
        PROGRAM checked_test)
 
@@ -222,9 +222,9 @@ mutant(luma_beside_chroma_averaged_too
        PROGRAM checked_test)
 
 mutant(chroma_of_the_upper_row_alone
-       FILE checked/rearranged.cpp
-       FROM [[const int far = is_half ? 2 * from.chroma_row_beside(row) : std::min(row + 1, from.height - 1);]]
-       TO [[const int far = is_half ? 2 * from.chroma_row_beside(row) : row;]]
+       FILE checked/shape.h
+       FROM [[half_height ? 2 * chroma_row_beside(row) : std::min(row + 1, height - 1);]]
+       TO [[half_height ? 2 * chroma_row_beside(row) : row;]]
        ROWS *are_as_the_rules_say/y_uv_422
        PROGRAM checked_test)
 
@@ -287,15 +287,15 @@ mutant(regrouping_that_no_plan_takes
 
 mutant(rest_with_the_near_row_of_chroma_alone
        FILE checked/regrouped.cpp
-       FROM [[read(row, chroma, row_of_chroma(row, true));]]
-       TO [[read(row, chroma, row_of_chroma(row, false));]]
+       FROM [[read(row, chroma, way_.far_row_of_chroma(row));]]
+       TO [[read(row, chroma, row);]]
        ROWS *are_as_the_rules_say/p010
        PROGRAM checked_test)
 
 mutant(groups_with_the_near_row_of_chroma_alone
        FILE checked/regrouped.cpp
-       FROM [[is_nearest ? row : 2 * w.from.chroma_row_beside(row))]]
-       TO [[is_nearest ? row : row)]]
+       FROM [[planes[w.from.half_height ? 1 : 0], w.far_row_of_chroma(row)]]
+       TO [[planes[w.from.half_height ? 1 : 0], row]]
        ROWS *are_as_the_rules_say/p010
        PROGRAM checked_test)
 

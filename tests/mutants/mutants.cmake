@@ -6,7 +6,7 @@
 # program, or that of the one test whose source is named and compiled with the mistake, then runs the rows that match the
 # filter, on the emulated processor that is named or on this one. Of the units of the backends, that of BACKEND alone is
 # compiled once more, so a mistake in a vector body needs one that has vectors; and of its kernels only those of the file,
-# or of KERNELS where others are made of what is in it.
+# or of KERNELS where others are made of what is in it. With TEST no part of the library is.
 
 # A control: nothing is wrong, so nothing may be reported.
 mutant(no_mistake

@@ -1,8 +1,6 @@
-// Layouts between which kernels convert without lines: YCbCr, as a rule with chroma for every second pixel, and RGB in
-// bytes.
+// Layouts between which kernels convert without lines: YCbCr, as a rule with chroma for every second pixel, and RGB.
 #pragma once
 
-#include "rearranged.h"
 #include "shape.h"
 
 namespace Processing::Morvane::checked {
@@ -11,17 +9,20 @@ inline bool is_alone(const component c, const stored_plane& p) {
   return p.item_count == 1 && p.has(c);
 }
 
+// Luma or red first.
+inline plane_numbers planes_of_colours(const shape& s) {
+  plane_numbers planes;
+  for (const component c : {first, second, third})
+    if (!planes.contains(s.plane_with(c))) planes.add(s.plane_with(c));
+  return planes;
+}
+
 // The planes in the order of the rows that kernels read or write; none where there is more in a plane.
 inline plane_numbers planes_of_rows(const shape& s) {
-  plane_numbers planes;
-  const size_t luma = s.plane_with(first), cb = s.plane_with(second), cr = s.plane_with(third);
-  planes.add(luma);
-  if (luma == cb) return s.planes[luma].has(alpha) ? plane_numbers() : planes;
-  if (!is_alone(first, s.planes[luma])) return {};
-  planes.add(cb);
-  if (cb == cr) return s.planes[cb].item_count == 2 ? planes : plane_numbers();
-  planes.add(cr);
-  return planes;
+  const plane_numbers planes = planes_of_colours(s);
+  if (planes.size() == 1) return s.planes[planes[0]].has(alpha) ? plane_numbers() : planes;
+  if (!is_alone(first, s.planes[planes[0]])) return {};
+  return planes.size() == 3 || s.planes[planes[1]].item_count == 2 ? planes : plane_numbers();
 }
 
 // Whether Cr comes before Cb in a plane that has both.

@@ -7,6 +7,7 @@
 
 #include "../backend/dispatch.h"
 #include "bytes_and_pairs.h"
+#include "layout.h"
 #include "way.h"
 
 namespace Processing::Morvane::checked {
@@ -86,10 +87,6 @@ constexpr auto kernels = entries_of(kernel::decode_kernels());
 
 // Layouts.
 
-bool filters_chroma(const way& w) {
-  return w.how.filter == chroma_filter::linear;
-}
-
 bool reads(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
   std::array<int, most_rows> bytes{};
   size_t row = 0;
@@ -123,9 +120,7 @@ std::optional<rgb_samples> samples_of(const stored_plane& p) {
 // The planes of the destination in the order of the rows that kernels write; none where there is more than RGB.
 plane_numbers planes_written(const shape& s) {
   if (s.colour != model::rgb) return {};
-  plane_numbers planes;
-  for (const component c : {first, second, third})
-    if (const size_t plane = s.plane_with(c); c == first || plane != planes[0]) planes.add(plane);
+  const plane_numbers planes = planes_of_colours(s);
   return planes.size() == s.plane_count ? planes : plane_numbers();
 }
 
@@ -151,15 +146,14 @@ uint32_t places_in(const stored_plane& p, const bool exchanged) {
 }
 
 bool is_matrix_alone(const way& w) {
-  const bool between_neighbours = w.how.filter == chroma_filter::nearest || w.how.siting == kernel::siting::left;
-  return w.has_to_rgb && w.doubles_columns && between_neighbours && !w.composites && !w.narrows_rgb &&
+  return w.has_to_rgb && w.doubles_columns && w.has_chroma_at_even_pixels() && !w.composites && !w.narrows_rgb &&
          !w.has_from_rgb && !w.has_luminance && !(w.from.has_alpha && w.to.has_alpha);
 }
 
 // The kernels filter between rows without a loss where samples have no more bits than these.
 bool is_exact_between_rows(const way& w) {
   constexpr int most_bits = 14;
-  return !w.from.half_height || !filters_chroma(w) || w.from.depth <= most_bits;
+  return !w.from.half_height || !w.filters_chroma() || w.from.depth <= most_bits;
 }
 
 template <class Coefficients>
@@ -194,32 +188,12 @@ decoder decoder_with(const size_t kernel, const way& w, const plane_numbers& pla
 // Of the source: the rows that a kernel reads for one of the image.
 source_rows rows_for(const way& w, const morvane_picture& source, const int row) {
   const plane_numbers& planes = w.decoded->planes;
-  const auto at = [&](const size_t plane, const int of_plane) {
-    return static_cast<const uint8_t*>(source.data[plane]) + source.stride[plane] * of_plane;
-  };
   source_rows rows{};
-  rows[0] = at(planes[0], row);
-  const int near = w.from.half_height ? row / 2 : row;
-  const int far = w.from.half_height && filters_chroma(w) ? w.from.chroma_row_beside(row) : near;
+  rows[0] = row_of(source, w.from, planes[0], row);
   for (size_t i = 1; i < planes.size(); ++i) {
-    rows[2 * i - 1] = at(planes[i], near);
-    rows[2 * i] = at(planes[i], far);
+    rows[2 * i - 1] = row_of(source, w.from, planes[i], row);
+    rows[2 * i] = row_of(source, w.from, planes[i], w.far_row_of_chroma(row));
   }
-  return rows;
-}
-
-destination_rows rows_at(const way& w, const morvane_picture& destination, const int row) {
-  destination_rows rows{};
-  for (size_t i = 0; i < w.decoded->written.size(); ++i) {
-    const size_t plane = w.decoded->written[i];
-    rows[i] = static_cast<uint8_t*>(destination.data[plane]) + destination.stride[plane] * row;
-  }
-  return rows;
-}
-
-template <class Byte, size_t count>
-std::array<Byte*, count> pairs_on(std::array<Byte*, count> rows, const std::array<int, count>& bytes, const int pairs) {
-  for (size_t i = 0; i < count && bytes[i] != 0; ++i) rows[i] += int64_t{pairs} * bytes[i];
   return rows;
 }
 
@@ -240,9 +214,9 @@ void decode_last_pixel(const kernel_entry& k, const decoder& by, const source_ro
 // Filters look beyond all pairs but the last one, whose chroma is repeated.
 void decode_row(const kernel_entry& k, const way& w, const source_rows& from, const destination_rows& to) {
   const int pairs = (w.from.width - 1) / 2;
-  k.run(from, to, pairs, *w.decoded, filters_chroma(w));
-  const source_rows last = pairs_on(from, k.read, pairs);
-  const destination_rows last_to = pairs_on(to, k.written, pairs);
+  k.run(from, to, pairs, *w.decoded, w.filters_chroma());
+  const source_rows last = units_on(from, k.read, pairs);
+  const destination_rows last_to = units_on(to, k.written, pairs);
   if (w.from.width % 2 == 0)
     k.run(last, last_to, 1, *w.decoded, false);
   else
@@ -265,7 +239,7 @@ void decode_rows(const way& w, const morvane_picture& source, const morvane_pict
                  const int rows) {
   const kernel_entry& k = kernels[w.decoded->kernel];
   for (int row = first; row < first + rows; ++row)
-    decode_row(k, w, rows_for(w, source, row), rows_at(w, destination, row));
+    decode_row(k, w, rows_for(w, source, row), rows_of<destination_rows>(destination, w.to, w.decoded->written, row));
 }
 
 }  // namespace Processing::Morvane::checked

@@ -6,6 +6,7 @@
 
 #include "../backend/dispatch.h"
 #include "bytes_and_pairs.h"
+#include "layout.h"
 #include "way.h"
 
 namespace Processing::Morvane::checked {
@@ -94,9 +95,8 @@ size_t kernel_for(const way& w, const plane_numbers& planes, const int rows) {
 }
 
 bool is_matrix_alone(const way& w) {
-  const bool of_even_pixels = w.how.filter == chroma_filter::nearest || w.how.siting == kernel::siting::left;
-  return w.has_from_rgb && w.narrow && w.halves_columns && of_even_pixels && !w.composites && !w.widens_rgb &&
-         !w.has_to_rgb && !w.to.has_alpha;
+  return w.has_from_rgb && w.narrow && w.halves_columns && w.has_chroma_at_even_pixels() && !w.composites &&
+         !w.widens_rgb && !w.has_to_rgb && !w.to.has_alpha;
 }
 
 uint32_t place_of(const component c, const stored_plane& p) {
@@ -129,11 +129,10 @@ class rows_of_way {
   // One row, or two with their row of chroma.
   void convert(const kernel_entry& k, const int row) const {
     source_rows from{};
-    for (int i = 0; i < k.rows; ++i)
-      from[static_cast<size_t>(i)] = static_cast<const uint8_t*>(source_.data[0]) + source_.stride[0] * (row + i);
+    for (int i = 0; i < k.rows; ++i) from[static_cast<size_t>(i)] = row_of(source_, way_.from, 0, row + i);
     const destination_rows to = rows_written(k, row);
     const int pairs = way_.from.width / 2;
-    if (pairs > 0) k.run(from, to, pairs, *way_.encoded, {filters(), 0});
+    if (pairs > 0) k.run(from, to, pairs, *way_.encoded, {way_.filters_chroma(), 0});
     if (way_.from.width % 2 != 0) convert_last_pixel(k, from, to);
   }
 
@@ -142,18 +141,13 @@ class rows_of_way {
   const morvane_picture& source_;
   const morvane_picture& destination_;
 
-  bool filters() const { return way_.how.filter == chroma_filter::linear; }
-
-  uint8_t* row_of(const size_t plane, const int row) const {
-    return static_cast<uint8_t*>(destination_.data[plane]) + destination_.stride[plane] * row;
-  }
   destination_rows rows_written(const kernel_entry& k, const int row) const {
     const plane_numbers& planes = way_.encoded->planes;
     destination_rows to{};
     size_t count = 0;
-    for (int i = 0; i < k.rows; ++i) to[count++] = row_of(planes[0], row + i);
+    for (int i = 0; i < k.rows; ++i) to[count++] = row_of(destination_, way_.to, planes[0], row + i);
     for (const size_t i : planes)
-      if (i != planes[0]) to[count++] = row_of(i, way_.to.half_height ? row / 2 : row);
+      if (i != planes[0]) to[count++] = row_of(destination_, way_.to, i, row);
     return to;
   }
   // It passes through memory of its own, where it is a pair with itself and the pixel before it precedes it.
@@ -173,7 +167,7 @@ class rows_of_way {
       pixels[i] = gathered[i] + bytes;
     }
     for (size_t i = 0; i < most_written; ++i) pair[i] = made[i];
-    k.run(pixels, pair, 1, *way_.encoded, {filters(), -bytes});
+    k.run(pixels, pair, 1, *way_.encoded, {way_.filters_chroma(), -bytes});
     for (size_t i = 0; i < most_written && k.written[i] != 0; ++i) {
       const bool is_luma = k.written[1] != 0 && i < static_cast<size_t>(k.rows);
       std::copy_n(made[i], is_luma ? 1 : k.written[i], to[i] + int64_t{pairs} * k.written[i]);

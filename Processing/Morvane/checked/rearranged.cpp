@@ -390,28 +390,12 @@ class search {
   }
 };
 
-template <class Rows>
-Rows rows_of(const morvane_picture& picture, const shape& s, const plane_numbers& planes, const int row) {
-  Rows rows{};
-  for (size_t i = 0; i < planes.size(); ++i) rows[i] = row_of(picture, s, planes[i], row);
-  return rows;
-}
-
 // What is read for a row of the image. Rows of the source that become a row of half as many are the next to each other.
 read_rows rows_read(const rearrangement& by, const shape& from, const morvane_picture& source, const int row) {
   read_rows rows = {rows_of<source_rows>(source, from, by.read, row)};
-  for (size_t i = 0; i < by.read.size(); ++i) {
-    if (!by.read_in_two_rows.contains(by.read[i])) continue;
-    const bool is_half = from.planes[by.read[i]].layout->image_rows == 2;
-    const int far = is_half ? 2 * from.chroma_row_beside(row) : std::min(row + 1, from.height - 1);
-    rows.far[i] = row_of(source, from, by.read[i], far);
-  }
-  return rows;
-}
-template <class Rows>
-Rows units_on(Rows rows, const std::array<int, 3>& bytes, const int units) {
-  for (size_t i = 0; i < rows.size(); ++i)
-    if (rows[i] != nullptr) rows[i] += int64_t{units} * bytes[i];
+  for (size_t i = 0; i < by.read.size(); ++i)
+    if (by.read_in_two_rows.contains(by.read[i]))
+      rows.far[i] = row_of(source, from, by.read[i], from.far_row_of_chroma(row));
   return rows;
 }
 

@@ -12,8 +12,6 @@
 
 namespace Processing::Morvane::checked {
 
-using plane_numbers = few<size_t, MORVANE_MAX_PLANES>;
-
 // How rows of some planes become those of others: period by period, of which some make a unit of a kernel.
 struct rearrangement {
   size_t kernel = 0;  // its place among those that rearrange bytes

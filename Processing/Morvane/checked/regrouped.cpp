@@ -7,6 +7,7 @@
 #include "../backend/dispatch.h"
 #include "../kernel/keyed_rows.h"
 #include "../kernel/regrouped_rows.h"
+#include "bytes_and_pairs.h"
 #include "layout.h"
 #include "way.h"
 
@@ -80,11 +81,8 @@ grouping grouping_of(const shape& s) {
 
 // Luma first, then Cb, Cr and alpha.
 plane_numbers planes_of(const shape& s) {
-  plane_numbers planes;
-  for (const component c : {first, second, third, alpha}) {
-    if (c == alpha && !s.has_alpha) continue;
-    if (!planes.contains(s.plane_with(c))) planes.add(s.plane_with(c));
-  }
+  plane_numbers planes = planes_of_colours(s);
+  if (s.has_alpha && !planes.contains(s.plane_with(alpha))) planes.add(s.plane_with(alpha));
   return planes;
 }
 
@@ -168,11 +166,11 @@ class rest_of_row {
     for (const int i : {first, second, third, alpha}) near_.of[i] = memory_[i] + margin;
     far_ = near_;
     for (const int i : {second, third}) far_.of[i] = memory_[i + 3] + margin;
-    read(row, near_, row_of_chroma(row, false));
+    read(row, near_, row);
     if (w.from.half_height == w.to.half_height) return;
     component_lines chroma = far_;
     chroma.of[first] = memory_[6] + margin;
-    read(row, chroma, row_of_chroma(row, true));
+    read(row, chroma, way_.far_row_of_chroma(row));
     for (const int i : {second, third}) weigh(near_.of[i], far_.of[i]);
   }
 
@@ -198,11 +196,6 @@ class rest_of_row {
   component_lines near_;
   component_lines far_;
 
-  // As a row of the image.
-  int row_of_chroma(const int row, const bool is_far) const {
-    if (!is_far || way_.how.filter == chroma_filter::nearest) return row;
-    return way_.from.half_height ? 2 * way_.from.chroma_row_beside(row) : std::min(row + 1, way_.from.height - 1);
-  }
   void read(const int row, const component_lines& to, const int of_chroma) const {
     for (size_t i = 0; i < way_.from.plane_count; ++i) {
       const stored_plane& p = way_.from.planes[i];
@@ -220,14 +213,9 @@ class rest_of_row {
 // The rows that a kernel reads for one of the image.
 source_rows rows_read(const way& w, const morvane_picture& source, const int row) {
   const plane_numbers& planes = w.regrouped->read;
-  const bool is_nearest = w.how.filter == chroma_filter::nearest;
-  source_rows rows{};
-  size_t count = 0;
-  for (const size_t i : planes) rows[count++] = row_of(source, w.from, i, row);
-  if (w.from.half_height)
-    rows[count] = row_of(source, w.from, planes[1], is_nearest ? row : 2 * w.from.chroma_row_beside(row));
-  else if (w.to.half_height)
-    rows[count] = row_of(source, w.from, planes[0], is_nearest ? row : std::min(row + 1, w.from.height - 1));
+  auto rows = rows_of<source_rows>(source, w.from, planes, row);
+  if (w.from.half_height != w.to.half_height)
+    rows[planes.size()] = row_of(source, w.from, planes[w.from.half_height ? 1 : 0], w.far_row_of_chroma(row));
   return rows;
 }
 
@@ -253,9 +241,7 @@ void regroup_rows(const way& w, const morvane_picture& source, const morvane_pic
   const int units = w.from.width / pixels;
   for (int row = first; row < first + rows; ++row) {
     const bool has_chroma = !w.to.half_height || row % 2 == 0;
-    destination_rows to{};
-    size_t count = 0;
-    for (const size_t i : by.written) to[count++] = row_of(destination, w.to, i, row);
+    const auto to = rows_of<destination_rows>(destination, w.to, by.written, row);
     const auto run = has_chroma ? kernels[by.kernel].run : run_luma;
     run(rows_read(w, source, row), to, units, by.kept);
     if (w.from.width % pixels != 0) rest_of_row(w, source, row, units * pixels).write(destination, row);

@@ -111,7 +111,7 @@ row_needs needs_of(const way& w) {
   n.components = components_read(w);
   n.chroma = w.to.has_chroma && (n.components[second] || n.components[third]);
   n.half_rows = w.to.half_height && n.chroma;
-  n.average_of_rows = n.half_rows && !w.keeps_half_rows && w.how.filter == chroma_filter::linear;
+  n.average_of_rows = n.half_rows && !w.keeps_half_rows && w.filters_chroma();
   n.alpha = w.composites || (w.from.has_alpha && w.to.has_alpha);
   return n;
 }

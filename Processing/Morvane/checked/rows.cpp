@@ -29,7 +29,7 @@ class rows_of_way {
         source_(source),
         destination_(destination),
         needs_(needs_of(w)),
-        doubles_linearly_(w.doubles_columns && w.how.filter == chroma_filter::linear),
+        doubles_linearly_(w.doubles_columns && w.filters_chroma()),
         lines_(row_lines_in(scratch, w, needs_)) {}
 
   void convert(const int first_row, const int rows) {
@@ -157,7 +157,7 @@ class rows_of_way {
   }
   chroma_lines chroma_between_rows() {
     const chroma_lines near = chroma_row(piece_.row / 2);
-    if (way_.how.filter == chroma_filter::nearest) return near;
+    if (!way_.filters_chroma()) return near;
     const chroma_lines far = chroma_row(way_.from.chroma_row_beside(piece_.row));
     const int count = way_.from.chroma_samples(piece_.read);
     run<kernel::between_lines>(near.cb, far.cb, lines_.between.cb, count);
@@ -173,7 +173,7 @@ class rows_of_way {
 
   void double_line(uint16_t* line, uint16_t* to) const {
     const int count = chroma_used();
-    if (way_.how.filter == chroma_filter::nearest) return run<kernel::repeat_samples>(line, to, count);
+    if (!way_.filters_chroma()) return run<kernel::repeat_samples>(line, to, count);
     repeat_ends(line, count);
     if (way_.how.siting == kernel::siting::left)
       run<kernel::double_samples<kernel::siting::left>>(line, to, count);
@@ -183,7 +183,7 @@ class rows_of_way {
   }
   void halve_line(uint16_t* line, uint16_t* to) const {
     const int count = chroma_made();
-    if (way_.how.filter == chroma_filter::nearest) return run<kernel::first_of_pairs>(line, to, count);
+    if (!way_.filters_chroma()) return run<kernel::first_of_pairs>(line, to, count);
     repeat_ends(line, piece_.made);
     if (way_.how.siting == kernel::siting::left)
       run<kernel::halve_samples<kernel::siting::left>>(line, to, count);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "few.h"
 #include "problem.h"
 #include "stored.h"
 
@@ -13,6 +14,8 @@ namespace Processing::Morvane::checked {
 
 // What the components mean. Luminance stands for red, green and blue alike.
 enum class model { ycbcr, rgb, luminance, chroma, alpha };
+
+using plane_numbers = few<size_t, MORVANE_MAX_PLANES>;
 
 struct shape {
   const catalogue::format* format = nullptr;
@@ -39,6 +42,12 @@ struct shape {
   // Of 4:2:0: the row of chroma on the other side of a row of the image, or its own at the edge.
   int chroma_row_beside(const int row) const {
     return std::clamp(row % 2 == 0 ? row / 2 - 1 : row / 2 + 1, 0, chroma_height() - 1);
+  }
+
+  // As a row of the image: the other row whose chroma is filtered into that of a row, of 4:2:0 the one beside it, and
+  // of 4:2:2 the next one.
+  int far_row_of_chroma(const int row) const {
+    return half_height ? 2 * chroma_row_beside(row) : std::min(row + 1, height - 1);
   }
 
   size_t plane_with(const component c) const {

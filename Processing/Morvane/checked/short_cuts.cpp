@@ -92,7 +92,7 @@ void find_direct_planes(way& w) {
     w.copy_of[i] = find_original(w.to.planes[i], w);
     if (w.copy_of[i] < 0) others.add(i);
   }
-  w.rearranged = find_rearrangements(w.from, w.to, w.how.filter == chroma_filter::nearest, others);
+  w.rearranged = find_rearrangements(w.from, w.to, !w.filters_chroma(), others);
 }
 
 bool shares_components(const stored_plane& a, const stored_plane& b) {
@@ -131,7 +131,7 @@ void find_short_cut(way& w) {
   leave_to_lines(w);
   if (copies_all(w) || !has_whole_groups(w.from) || !has_whole_groups(w.to)) return;
   for (const short_cut& s : short_cuts) {
-    if (s.nearest_alone && w.how.filter != chroma_filter::nearest) continue;
+    if (s.nearest_alone && w.filters_chroma()) continue;
     for (const catalogue::conversion& c : catalogue::conversions)
       if (c.name == s.name && is_between(c, w)) w.by = &c;
   }

@@ -35,6 +35,14 @@ struct way {
   shape to;
   choices how;
 
+  bool filters_chroma() const { return how.filter == chroma_filter::linear; }
+  // Whether a pair's chroma, where it stands for one pixel, is that of the even one.
+  bool has_chroma_at_even_pixels() const { return !filters_chroma() || how.siting == kernel::siting::left; }
+  // Of the source, as a row of the image: what chroma of a row is filtered with, which may be the row itself.
+  int far_row_of_chroma(const int row) const {
+    return filters_chroma() && from.half_height != to.half_height ? from.far_row_of_chroma(row) : row;
+  }
+
   bool composites = false;     // over the background
   bool scales_range = false;   // of YCbCr, without a matrix
   bool widens_rgb = false;     // from video range to full

@@ -84,8 +84,9 @@ struct bytes_in_order {
   }
 };
 
-// Red first, or blue where all bits are set.
-struct red_or_blue_first {
+// What writers of one block after the other share. Red comes first, or blue where all bits are set.
+template <class Writer>
+struct block_by_block {
   uint16_t exchanged;
 
   MORVANE_INLINE rgb_sample ordered(const rgb_sample& rgb) const {
@@ -97,16 +98,22 @@ struct red_or_blue_first {
     const auto both = V::and_blocks(V::xor_blocks(rgb.r, rgb.b), V::repeat(exchanged));
     return {V::xor_blocks(rgb.r, both), rgb.g, V::xor_blocks(rgb.b, both)};
   }
+  template <class V, pixel_order order>
+  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
+    const auto& writer = static_cast<const Writer&>(*this);
+    const auto [first, second] = in_sequence<V, order>(p);
+    return in_a_row(writer.template stored<V>(first), writer.template stored<V>(second));
+  }
 };
 
 // Three words of a pixel, or four of which the last one is 65535.
 template <int items>
-struct words_in_order : red_or_blue_first {
+struct words_in_order : block_by_block<words_in_order<items>> {
   using planes = plane_list<to<4 * items>>;
   static constexpr rgb_samples samples = rgb_samples::words;
 
   MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* dst) const {
-    const auto [a, b, c] = ordered(rgb);
+    const auto [a, b, c] = this->ordered(rgb);
     uint8_t* p = dst + 2 * items * pixel;
     put_word(p, a);
     put_word(p + 2, b);
@@ -118,45 +125,35 @@ struct words_in_order : red_or_blue_first {
     const auto as_it_is = [](const typename V::block b) __attribute__((always_inline)) {
       return b;
     };
-    const auto [a, b, c] = ordered<V>(rgb);
+    const auto [a, b, c] = this->template ordered<V>(rgb);
     if constexpr (items == 3)
       return interleaved<V>(as_it_is, a, b, c);
     else
       return interleaved<V>(as_it_is, a, b, c, V::repeat(65535));
   }
-  template <class V, pixel_order order>
-  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
-    const auto [first, second] = in_sequence<V, order>(p);
-    return in_a_row(stored<V>(first), stored<V>(second));
-  }
 };
 
 // Three samples of ten bits in a double word, from its lowest bit on or above two bits. Blocks have the samples.
 template <int lowest>
-struct tens_in_order : red_or_blue_first {
+struct tens_in_order : block_by_block<tens_in_order<lowest>> {
   using planes = plane_list<to<8>>;
   static constexpr rgb_samples samples = lowest == 0 ? rgb_samples::tens : rgb_samples::tens_above_two_bits;
   joined_tens<lowest> as;
 
   MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* dst) const {
     constexpr rounding<10> by{true};
-    const auto [a, b, c] = ordered(rgb);
+    const auto [a, b, c] = this->ordered(rgb);
     as.put(dst + 4 * pixel, by.of(a), by.of(b), by.of(c), 0);
   }
   template <class V>
   MORVANE_INLINE auto stored(const rgb_blocks<V>& rgb) const {
-    const auto [a, b, c] = ordered<V>(rgb);
+    const auto [a, b, c] = this->template ordered<V>(rgb);
     return as.template joined<V>(a, b, c, V::repeat(0));
-  }
-  template <class V, pixel_order order>
-  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
-    const auto [first, second] = in_sequence<V, order>(p);
-    return in_a_row(stored<V>(first), stored<V>(second));
   }
 };
 
 // Floats from 0 to 1, three of a pixel, or each in a plane of its own.
-struct floats_in_order : red_or_blue_first {
+struct floats_in_order : block_by_block<floats_in_order> {
   using planes = plane_list<to<24>>;
   static constexpr rgb_samples samples = rgb_samples::floats;
 
@@ -164,7 +161,7 @@ struct floats_in_order : red_or_blue_first {
     single_floats::put(p, static_cast<float>(v) / all_of_word);
   }
   MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* dst) const {
-    const auto [a, b, c] = ordered(rgb);
+    const auto [a, b, c] = this->ordered(rgb);
     put(dst + 12 * pixel, a);
     put(dst + 12 * pixel + 4, b);
     put(dst + 12 * pixel + 8, c);
@@ -174,36 +171,26 @@ struct floats_in_order : red_or_blue_first {
     const auto as_numbers = [](const typename V::block words) __attribute__((always_inline)) {
       return numbers_of<V, single_floats>(words);
     };
-    const auto [a, b, c] = ordered<V>(rgb);
+    const auto [a, b, c] = this->template ordered<V>(rgb);
     return interleaved<V>(as_numbers, a, b, c);
-  }
-  template <class V, pixel_order order>
-  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
-    const auto [first, second] = in_sequence<V, order>(p);
-    return in_a_row(stored<V>(first), stored<V>(second));
   }
 };
 
-struct floats_in_planes : red_or_blue_first {
+struct floats_in_planes : block_by_block<floats_in_planes> {
   using planes = plane_list<to<8>, to<8>, to<8>>;
   static constexpr rgb_samples samples = rgb_samples::floats;
 
   MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* first, uint8_t* second,
                           uint8_t* third) const {
-    const auto [a, b, c] = ordered(rgb);
+    const auto [a, b, c] = this->ordered(rgb);
     floats_in_order::put(first + 4 * pixel, a);
     floats_in_order::put(second + 4 * pixel, b);
     floats_in_order::put(third + 4 * pixel, c);
   }
   template <class V>
   MORVANE_INLINE auto stored(const rgb_blocks<V>& rgb) const {
-    const auto [a, b, c] = ordered<V>(rgb);
+    const auto [a, b, c] = this->template ordered<V>(rgb);
     return to_planes(numbers_of<V, single_floats>(a), numbers_of<V, single_floats>(b), numbers_of<V, single_floats>(c));
-  }
-  template <class V, pixel_order order>
-  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
-    const auto [first, second] = in_sequence<V, order>(p);
-    return in_a_row(stored<V>(first), stored<V>(second));
   }
 };
 
