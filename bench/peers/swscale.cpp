@@ -6,6 +6,7 @@
 
 #if defined(MORVANE_WITH_SWSCALE)
 extern "C" {
+#include <libavutil/imgutils.h>
 #include <libavutil/opt.h>
 #include <libavutil/pixdesc.h>
 #include <libswscale/swscale.h>
@@ -14,6 +15,7 @@ extern "C" {
 #include <algorithm>
 #include <memory>
 #include <stdexcept>
+#include <vector>
 #endif
 
 namespace morvane::bench {
@@ -124,10 +126,50 @@ range luma_between(const catalogue::format& from, const catalogue::format& to) {
   return is_grey(from) || is_grey(to) ? range::full : range::video;
 }
 
+constexpr size trial{48, 2};
+
+class trial_picture {
+ public:
+  trial_picture(const catalogue::format& f, std::uint8_t value) : format_(pixel_format(f)) {
+    const int bytes =
+        av_image_alloc(planes_.data.data(), planes_.stride.data(), trial.xres, trial.yres, format_, alignment);
+    if (bytes < 0) throw std::bad_alloc();
+    std::fill_n(planes_.data[0], bytes, value);
+  }
+  trial_picture(const trial_picture&) = delete;
+  trial_picture& operator=(const trial_picture&) = delete;
+  ~trial_picture() { av_freep(planes_.data.data()); }
+
+  const swscale_planes& planes() const { return planes_; }
+  std::vector<std::uint8_t> bytes_of_rows() const {
+    const int bytes = av_image_get_buffer_size(format_, trial.xres, trial.yres, 1);
+    std::vector<std::uint8_t> result(static_cast<std::size_t>(bytes));
+    av_image_copy_to_buffer(result.data(), bytes, planes_.data.data(), planes_.stride.data(), format_, trial.xres,
+                            trial.yres, 1);
+    return result;
+  }
+
+ private:
+  static constexpr int alignment = 64;
+  AVPixelFormat format_;
+  swscale_planes planes_{};
+};
+
+// The version 5.1 leaves chroma unwritten where it converts formats with pairs of Cb and Cr to themselves, or grey to
+// them.
+bool writes_all(const catalogue::format& from, const catalogue::format& to) {
+  const swscale_conversion convert = swscale_between(from, to, trial, resampling::nearest);
+  const trial_picture source(from, 0), over_zeros(to, 0), over_ones(to, 255);
+  convert(source.planes(), over_zeros.planes());
+  convert(source.planes(), over_ones.planes());
+  return over_zeros.bytes_of_rows() == over_ones.bytes_of_rows();
+}
+
 }  // namespace
 
 bool swscale_has(const catalogue::format& from, const catalogue::format& to) {
-  return sws_isSupportedInput(pixel_format(from)) > 0 && sws_isSupportedOutput(pixel_format(to)) > 0;
+  return sws_isSupportedInput(pixel_format(from)) > 0 && sws_isSupportedOutput(pixel_format(to)) > 0 &&
+         writes_all(from, to);
 }
 
 swscale_conversion swscale_between(const catalogue::format& from, const catalogue::format& to, const size& picture,
