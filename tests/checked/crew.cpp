@@ -50,6 +50,26 @@ TEST(crew_of_threads, does_parts_at_the_same_time) {
   for (const std::atomic<int>& count : parts_of_hand) EXPECT_EQ(count, 1);
 }
 
+// A hand begins with its own half of the parts, and does those of the other half that the other hand has not come to.
+TEST(crew_of_threads, begins_with_parts_of_its_own) {
+  crew c(2);
+  for (int job = 0; job < 2; ++job) {
+    std::array<std::atomic<int>, 4> hand_of{-1, -1, -1, -1};
+    EXPECT_TRUE(c.run(4, [&](const int hand, const int part) {
+      const auto wait_for = [&](const std::size_t other) {
+        for (int i = 0; i < 3000 && hand_of[other] < 0; ++i) std::this_thread::sleep_for(1ms);
+      };
+      hand_of[static_cast<std::size_t>(part)] = hand;
+      if (part == 0) wait_for(2);
+      if (part == 2) wait_for(3);
+    }));
+    EXPECT_EQ(hand_of[0], 0);
+    EXPECT_EQ(hand_of[1], 0);
+    EXPECT_EQ(hand_of[2], 1);
+    EXPECT_EQ(hand_of[3], 0);
+  }
+}
+
 // The caller's own part is short, and the other one, which has begun, is not.
 TEST(crew_of_threads, ends_a_job_when_its_last_part_is_done) {
   crew c(2);

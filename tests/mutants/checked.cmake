@@ -157,8 +157,26 @@ mutant(no_sample_behind_the_last_one
 
 mutant(job_left_before_its_guests_are_done
        FILE checked/crew.cpp
-       FROM [[left != 0;) left = wait_for_change(guests_, left);]]
-       TO [[left > 1;) left = wait_for_change(guests_, left);]]
+       FROM [[    work(hand);
+    leave();]]
+       TO [[    leave();
+    work(hand);]]
+       ROWS crew_of_threads.*
+       PROGRAM checked_test)
+
+mutant(parts_of_a_late_hand_lost
+       FILE checked/crew.cpp
+       FROM [[for (size_t i = 0; i < ranges_.size(); ++i) {
+    range& r]]
+       TO [[for (size_t i = 0; i < 1; ++i) {
+    range& r]]
+       ROWS crew_of_threads.*
+       PROGRAM checked_test)
+
+mutant(hand_that_begins_with_the_parts_of_another
+       FILE checked/crew.cpp
+       FROM [[(static_cast<size_t>(hand) + i) % ranges_.size()]]
+       TO [[i]]
        ROWS crew_of_threads.*
        PROGRAM checked_test)
 

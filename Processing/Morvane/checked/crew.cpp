@@ -20,7 +20,7 @@ int spins_for(const int hands) {
 
 }  // namespace
 
-crew::crew(const int hands) : spins_(spins_for(hands)) {
+crew::crew(const int hands) : ranges_(static_cast<size_t>(hands)), spins_(spins_for(hands)) {
   threads_.reserve(static_cast<size_t>(hands - 1));
   try {
     for (int hand = 1; hand < hands; ++hand) threads_.emplace_back([this, hand] { serve(hand); });
@@ -36,55 +36,74 @@ crew::~crew() {
 
 void crew::stop() {
   stopping_ = true;
-  jobs_.fetch_add(1, std::memory_order_release);
-  jobs_.notify_all();
+  state_.fetch_add(next_job, std::memory_order_release);
+  state_.notify_all();
   for (std::thread& t : threads_) t.join();
 }
 
-uint32_t crew::wait_for_change(const std::atomic<uint32_t>& value, const uint32_t seen) const {
+template <class Condition>
+uint32_t crew::wait_until(const Condition is_met) const {
   for (int i = 0; i < spins_; ++i) {
-    const uint32_t now = value.load(std::memory_order_acquire);
-    if (now != seen) return now;
+    const uint32_t now = state_.load(std::memory_order_acquire);
+    if (is_met(now)) return now;
     pause();
   }
-  value.wait(seen, std::memory_order_acquire);
-  return value.load(std::memory_order_acquire);
+  uint32_t now = state_.load(std::memory_order_acquire);
+  for (; !is_met(now); now = state_.load(std::memory_order_acquire)) state_.wait(now, std::memory_order_acquire);
+  return now;
 }
 
+// No other thread changes the state between two jobs.
 bool crew::share(const job& j) {
   if (busy_.test_and_set(std::memory_order_acquire)) return false;
+  deal(j.parts);
   job_ = j;
-  next_.store(0, std::memory_order_relaxed);
-  guests_.store(open, std::memory_order_release);
-  jobs_.fetch_add(1, std::memory_order_release);
-  jobs_.notify_all();
+  const uint32_t before = state_.load(std::memory_order_relaxed);
+  state_.store(((before & job_number) + next_job) | open, std::memory_order_release);
+  state_.notify_all();
   work(0);
-  guests_.fetch_and(~open, std::memory_order_acq_rel);
-  for (uint32_t left = guests_.load(std::memory_order_acquire); left != 0;) left = wait_for_change(guests_, left);
+  state_.fetch_and(~open, std::memory_order_acq_rel);
+  wait_until([](const uint32_t state) { return (state & guests) == 0; });
   busy_.clear(std::memory_order_release);
   return true;
 }
 
 bool crew::join() {
-  uint32_t guests = guests_.load(std::memory_order_acquire);
-  while ((guests & open) != 0)
-    if (guests_.compare_exchange_weak(guests, guests + 1, std::memory_order_acq_rel)) return true;
+  uint32_t state = state_.load(std::memory_order_acquire);
+  while ((state & open) != 0)
+    if (state_.compare_exchange_weak(state, state + 1, std::memory_order_acq_rel)) return true;
   return false;
 }
 
+// Threads that sleep until the next job are woken too: they wait for the same state.
 void crew::leave() {
-  if (guests_.fetch_sub(1, std::memory_order_acq_rel) == 1) guests_.notify_one();
+  const uint32_t before = state_.fetch_sub(1, std::memory_order_acq_rel);
+  if ((before & guests) == 1 && (before & open) == 0) state_.notify_all();
+}
+
+void crew::deal(const int parts) {
+  const auto begin_of = [&](const size_t hand) {
+    return static_cast<int>(static_cast<int64_t>(parts) * static_cast<int64_t>(hand) /
+                            static_cast<int64_t>(ranges_.size()));
+  };
+  for (size_t hand = 0; hand < ranges_.size(); ++hand) {
+    ranges_[hand].next.store(begin_of(hand), std::memory_order_relaxed);
+    ranges_[hand].end = begin_of(hand + 1);
+  }
 }
 
 void crew::work(const int hand) {
-  for (int i = next_.fetch_add(1, std::memory_order_relaxed); i < job_.parts;
-       i = next_.fetch_add(1, std::memory_order_relaxed))
-    job_.call(job_.context, hand, i);
+  for (size_t i = 0; i < ranges_.size(); ++i) {
+    range& r = ranges_[(static_cast<size_t>(hand) + i) % ranges_.size()];
+    for (int part = r.next.fetch_add(1, std::memory_order_relaxed); part < r.end;
+         part = r.next.fetch_add(1, std::memory_order_relaxed))
+      job_.call(job_.context, hand, part);
+  }
 }
 
 void crew::serve(const int hand) {
   for (uint32_t seen = 0;;) {
-    seen = wait_for_change(jobs_, seen);
+    seen = wait_until([&](const uint32_t state) { return (state & job_number) != seen; }) & job_number;
     if (stopping_) return;
     if (!join()) continue;
     work(hand);

@@ -20,8 +20,9 @@ class crew {
 
   int hands() const { return static_cast<int>(threads_.size()) + 1; }
 
-  // Calls part(hand, i) for every i below `parts`, each on the hand that is free next. False, and nothing is called,
-  // where the crew is at another caller's job.
+  // Calls part(hand, i) for every i below `parts`. Each hand begins with a range of its own, the same in every job of
+  // as many parts, so that it finds in its caches what it left there; a hand that is done with it takes of the others'.
+  // False, and nothing is called, where the crew is at another caller's job.
   template <class Part>
   bool run(const int parts, const Part& part) {
     const job j = {
@@ -37,26 +38,38 @@ class crew {
     int parts;
   };
 
-  // Of guests_: whether the job takes more threads; below it, how many are at it.
-  static constexpr uint32_t open = 1U << 16;
+  // Parts that are left of a hand's range.
+  struct alignas(64) range {
+    std::atomic<int> next = 0;
+    int end = 0;
+  };
+
+  // Of state_, from the lowest bit: how many threads are at the job beside its caller, whether it takes more, and the
+  // number of the job.
+  static constexpr uint32_t guests = (1U << 15) - 1;
+  static constexpr uint32_t open = 1U << 15;
+  static constexpr uint32_t job_number = ~(guests | open);
+  static constexpr uint32_t next_job = 1U << 16;
 
   bool share(const job& j);
+  void deal(int parts);
   bool join();
   void leave();
   void work(int hand);
   void serve(int hand);
   void stop();
-  // Returns another value than `seen`.
-  uint32_t wait_for_change(const std::atomic<uint32_t>& value, uint32_t seen) const;
+  // Returns the state with which `is_met` is true.
+  template <class Condition>
+  uint32_t wait_until(Condition is_met) const;
 
+  std::vector<range> ranges_;
   std::vector<std::thread> threads_;
   int spins_ = 0;
-  job job_ = {};
   std::atomic<bool> stopping_ = false;  // a late thread may look at it while it is set
   std::atomic_flag busy_ = ATOMIC_FLAG_INIT;
-  alignas(64) std::atomic<uint32_t> jobs_ = 0;  // how many were begun
-  alignas(64) std::atomic<int> next_ = 0;       // part
-  alignas(64) std::atomic<uint32_t> guests_ = 0;
+  // In one cache line, so that a thread that sees a new state has the job with it.
+  alignas(64) std::atomic<uint32_t> state_ = 0;
+  job job_ = {};
 };
 
 }  // namespace Processing::Morvane::checked
