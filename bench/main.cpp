@@ -211,6 +211,7 @@ int write_report(const options& o) {
     refresh_readme(o.docs.parent_path(), pairs, aims);
   }
   if (!o.docs.empty() && !beside_others.empty()) refresh_performance_page(o.docs, beside_others, aims, o.commit);
+  if (!o.docs.empty()) refresh_performance_page(o.docs, arm);
   if (!o.docs.empty() && size) refresh_performance_page(o.docs, *size, aims, o.commit);
   if (size) std::cout << sentence(*size, aims) << '\n';
   for (const pair_figure& f : summary(beside_others, aims)) std::cout << sentence(f) << '\n';

@@ -1,4 +1,4 @@
-// morvane_model_cycles JOBS COUNTS DIRECTORY: joins what morvane_run_every_row printed with what the plugin counted,
+// morvane_model_cycles JOBS COUNTS DIRECTORY: joins what morvane_run_every_job printed with what the plugin counted,
 // has llvm-mca model the hot loops of every job, and writes DIRECTORY/arm.json and DIRECTORY/arm.csv.
 #include <array>
 #include <cstdio>

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "measure/caches.h"
 #include "measure/likeness.h"
 #include "measure/ring.h"
 

@@ -14,4 +14,8 @@ std::int64_t last_level_cache() {
   return largest > 0 ? largest : where_nothing_is_known;
 }
 
+std::int64_t bytes_beyond_caches() {
+  return 2 * last_level_cache();
+}
+
 }  // namespace morvane::bench

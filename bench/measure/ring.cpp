@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "measure/caches.h"
-
 namespace morvane::bench {
 
 namespace {
@@ -42,10 +40,6 @@ format fullest_like(const catalogue::format& f) {
 }
 
 }  // namespace
-
-std::int64_t bytes_beyond_caches() {
-  return 2 * last_level_cache();
-}
 
 int frames_that_move(std::int64_t bytes, const format_pair& p, const size& each) {
   const std::int64_t moved = bytes_moved(p, each);

@@ -9,9 +9,6 @@
 
 namespace morvane::bench {
 
-// What all frames of a ring move at least for none of them to be still in a cache when its turn comes again.
-std::int64_t bytes_beyond_caches();
-
 // How many frames move at least `bytes`: four or more, but no more than 512 MiB have room for.
 int frames_that_move(std::int64_t bytes, const format_pair& p, const size& each);
 

@@ -1,5 +1,6 @@
 #include "peers/pair_peers.h"
 
+#include <map>
 #include <stdexcept>
 
 #include "morvane.hpp"
@@ -9,12 +10,20 @@ namespace morvane::bench {
 
 namespace {
 
+// All pairs of formats ask for the same few names.
+const std::vector<format>& called(std::string_view name) {
+  static std::map<std::string_view, std::vector<format>> known;
+  const auto [found, is_new] = known.try_emplace(name);
+  if (is_new) found->second = formats_called(std::string(name));
+  if (found->second.empty()) throw std::invalid_argument("no format is called " + std::string(name));
+  return found->second;
+}
+
 bool has_name(std::string_view names, const catalogue::format& f) {
   bool result = false;
   catalogue::each_word(names, [&](std::string_view word) {
-    const std::vector<format> called = formats_called(std::string(word));
-    if (called.empty()) throw std::invalid_argument("no format is called " + std::string(word));
-    result = result || word == f.name || (called.size() == 1 && called.front() == f.id);
+    const std::vector<format>& found = called(word);
+    result = result || word == f.name || (found.size() == 1 && found.front() == f.id);
   });
   return result;
 }

@@ -21,6 +21,10 @@ std::vector<arm_figure> read_arm_figures(const std::filesystem::path& file) {
   return result;
 }
 
+bool is_of_plan(const arm_figure& f) {
+  return f.row.find("::") == std::string::npos;
+}
+
 const arm_figure* libyuv_beside(const std::vector<arm_figure>& all, const arm_figure& ours) {
   for (const arm_figure& f : all)
     if (f.row == ours.row && f.runner == "libyuv") return &f;

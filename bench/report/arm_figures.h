@@ -7,9 +7,9 @@
 
 namespace morvane::bench {
 
-// One row on 1920x16, by the library or by libyuv.
+// One row of the benchmark, or one pair of formats by a plan, on 1920x16, by the library or by libyuv.
 struct arm_figure {
-  std::string row{};
+  std::string row{};     // "uyvy::bgra", or for a plan "uyvy:bgra" or "uyvy:bgra, nearest"
   std::string runner{};  // "neon" or "libyuv"
   std::string function{};
   std::string label{};
@@ -21,6 +21,8 @@ struct arm_figure {
 
 // Empty where there is no such file.
 std::vector<arm_figure> read_arm_figures(const std::filesystem::path& file);
+
+bool is_of_plan(const arm_figure& f);
 
 // The other library's figure for the same row, or null.
 const arm_figure* libyuv_beside(const std::vector<arm_figure>& all, const arm_figure& ours);

@@ -87,14 +87,30 @@ std::string threads_sentence(const results& r, const targets& aims) {
          " times as fast as one (median).\n";
 }
 
-std::string arm_sentence(const std::vector<arm_figure>& arm) {
-  std::vector<double> fewer;
+// How many times the instructions of a conversion libyuv executes.
+std::vector<double> libyuv_instructions(const std::vector<arm_figure>& arm, bool of_plans) {
+  std::vector<double> times;
   for (const arm_figure& ours : arm)
-    if (const arm_figure* theirs = ours.runner == "libyuv" ? nullptr : libyuv_beside(arm, ours))
-      fewer.push_back(theirs->instructions / ours.instructions);
-  if (fewer.empty()) return {};
-  return "\nOn 64-bit Arm, libyuv executes " + fixed(median(fewer), 2) +
-         " times the instructions for the same job (median of " + std::to_string(fewer.size()) + " conversions).\n";
+    if (is_of_plan(ours) == of_plans && ours.runner != "libyuv")
+      if (const arm_figure* theirs = libyuv_beside(arm, ours))
+        times.push_back(theirs->instructions / ours.instructions);
+  return times;
+}
+
+std::string arm_sentence(const std::vector<arm_figure>& arm) {
+  const std::vector<double> times = libyuv_instructions(arm, false);
+  if (times.empty()) return {};
+  return "\nOn 64-bit Arm, libyuv executes " + fixed(median(times), 2) +
+         " times the instructions for the same job (median of " + std::to_string(times.size()) + " conversions).\n";
+}
+
+std::string arm_sentence_of_plans(const std::vector<double>& times) {
+  const auto fewer = std::count_if(times.begin(), times.end(), [](double t) { return !is_worse(1, t); });
+  return "On 64-bit Arm, plans execute no more instructions than libyuv in " + std::to_string(fewer) + " of " +
+         std::to_string(times.size()) + " conversions of pairs that it has too. It executes " +
+         fixed(median(times), 2) + " times as many (median), from " +
+         fixed(*std::min_element(times.begin(), times.end()), 2) + " to " +
+         fixed(*std::max_element(times.begin(), times.end()), 2) + " times.\n";
 }
 
 std::string measured_on(const std::string& commit) {
@@ -136,6 +152,11 @@ void refresh_performance_page(const fs::path& directory, const used_pairs& all, 
       "at " +
       name_of(full_hd) + "</summary>\n\n" + table_of(all) + "\n</details>\n";
   replace_measured(directory, "measured used pairs", text);
+}
+
+void refresh_performance_page(const fs::path& directory, const std::vector<arm_figure>& arm) {
+  const std::vector<double> times = libyuv_instructions(arm, true);
+  if (!times.empty()) replace_measured(directory, "measured arm plans", arm_sentence_of_plans(times));
 }
 
 void refresh_readme(const fs::path& directory, const measured_pairs& all, const targets& aims) {

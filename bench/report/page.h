@@ -28,6 +28,9 @@ void refresh_readme(const std::filesystem::path& directory, const measured_pairs
 void refresh_performance_page(const std::filesystem::path& directory, const library_size& size, const targets& aims,
                               const std::string& commit);
 
+// Rewrites in performance.md the section `measured arm plans`, if there are any.
+void refresh_performance_page(const std::filesystem::path& directory, const std::vector<arm_figure>& arm);
+
 // Rewrites in performance.md the section `measured used pairs`.
 void refresh_performance_page(const std::filesystem::path& directory, const used_pairs& all, const targets& aims,
                               const std::string& commit);

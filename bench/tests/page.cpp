@@ -30,6 +30,9 @@ class performance_page : public testing::Test {
     targets aims = made_up_targets();
     aims.examples = {"y::y"};
     refresh_performance_page(docs_, made_up_results(std::move(all)), aims, arm, "abc");
+    return read();
+  }
+  std::string read() const {
     std::ifstream in(docs_ / "performance.md");
     return {std::istreambuf_iterator<char>(in), {}};
   }
@@ -94,6 +97,20 @@ TEST_F(performance_page, tells_how_many_more_instructions_libyuv_takes_on_arm) {
   EXPECT_NE(text.find("libyuv executes 2.50 times the instructions for the same job (median of 1 conversions)"),
             std::string::npos)
       << text;
+}
+
+TEST_F(performance_page, tells_of_plans_on_arm_in_a_section_of_its_own) {
+  write("<!-- begin measured arm plans -->\n<!-- end measured arm plans -->\n");
+  refresh_performance_page(docs_, {{.row = "y::y", .runner = "neon", .instructions = 2},
+                                   {.row = "y::y", .runner = "libyuv", .instructions = 7},
+                                   {.row = "y:y16", .runner = "neon", .instructions = 2},
+                                   {.row = "y:y16", .runner = "libyuv", .instructions = 5},
+                                   {.row = "uyvy:yuy2", .runner = "neon", .instructions = 4},
+                                   {.row = "uyvy:yuy2", .runner = "libyuv", .instructions = 2},
+                                   {.row = "uyvy:L", .runner = "neon", .instructions = 4}});
+  const std::string text = read();
+  EXPECT_NE(text.find("no more instructions than libyuv in 1 of 2 conversions"), std::string::npos) << text;
+  EXPECT_NE(text.find("1.50 times as many (median), from 0.50 to 2.50 times"), std::string::npos) << text;
 }
 
 TEST_F(performance_page, says_when_the_section_is_missing) {
