@@ -170,14 +170,14 @@ mutant(parts_of_a_late_hand_lost
     range& r]]
        TO [[for (size_t i = 0; i < 1; ++i) {
     range& r]]
-       ROWS crew_of_threads.*
+       ROWS crew_of_threads.begins_with_parts_of_its_own
        PROGRAM checked_test)
 
 mutant(hand_that_begins_with_the_parts_of_another
        FILE checked/crew.cpp
        FROM [[(static_cast<size_t>(hand) + i) % ranges_.size()]]
        TO [[i]]
-       ROWS crew_of_threads.*
+       ROWS crew_of_threads.begins_with_parts_of_its_own
        PROGRAM checked_test)
 
 mutant(job_of_one_caller_given_to_another

@@ -81,10 +81,11 @@ void crew::leave() {
   if ((before & guests) == 1 && (before & open) == 0) state_.notify_all();
 }
 
+// Of a few parts, the caller's range has more than the others.
 void crew::deal(const int parts) {
+  const auto hands = static_cast<int64_t>(ranges_.size());
   const auto begin_of = [&](const size_t hand) {
-    return static_cast<int>(static_cast<int64_t>(parts) * static_cast<int64_t>(hand) /
-                            static_cast<int64_t>(ranges_.size()));
+    return static_cast<int>((parts * static_cast<int64_t>(hand) + hands - 1) / hands);
   };
   for (size_t hand = 0; hand < ranges_.size(); ++hand) {
     ranges_[hand].next.store(begin_of(hand), std::memory_order_relaxed);
