@@ -103,11 +103,15 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.to.exchanged; }) k.to.exchanged = full ? 65535 : 0;
   if constexpr (requires { k.to.as; }) k.to.as = {{full}, static_cast<std::uint16_t>(full ? 0xc000 : 0)};
   if constexpr (requires { k.from.kept; }) k.from.kept = 0xffc0;
-  if constexpr (requires { k.from.places; }) {
-    k.from.places = full ? 0x000102 : 0x000201;
+  if constexpr (requires { k.from.places; }) k.from.places = full ? 0x000102 : 0x000201;
+  if constexpr (requires { k.from.exchanged; }) k.from.exchanged = full ? 65535 : 0;
+  if constexpr (requires { k.from.lowest; }) k.from.order = {full}, k.from.lowest = full ? 0 : 2;
+  if constexpr (requires { k.to.down; })
+    std::tie(k.to.half, k.to.down, k.to.kept) = full ? std::tuple{32, 6, 1023} : std::tuple{8, 0, 0xfff0};
+  if constexpr (requires { k.filters; }) {
     k.filters = full;
     k.before_first = -Kernel::bytes_of_pixel;
-    k.matrix = with_members<kernel::rgb_lines_to_ycbcr_narrow>(full);
+    k.matrix = {with_members<typename decltype(k.matrix)::lines>(full)};
   }
   if constexpr (requires { k.places; }) k.places = places_in(Kernel::gathered, full);
   if constexpr (requires { k.bits; }) k.bits = {full ? 0xffffffff : 0xffc0ffc0, 0x00ff00ff};

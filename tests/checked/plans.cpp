@@ -211,13 +211,36 @@ TEST(checked_plans, encode_without_lines) {
       EXPECT_TRUE(is_encoded(from, to, {.filter = filter::nearest, .siting = siting::center}));
       EXPECT_FALSE(is_encoded(from, to, {.siting = siting::center}));
     }
-  for (const auto& [from, to] :
-       {std::pair{"bgra", "uyvy_a"}, {"bgra", "p216"}, {"r_g_b", "uyvy"}, {"bgra", "y_u_v_444"}})
+  for (const auto& [from, to] : {std::pair{"bgra", "uyvy_a"},
+                                 {"bgra", "p216"},
+                                 {"r_g_b", "uyvy"},
+                                 {"bgra", "y_u_v_444"},
+                                 {"bgra", "y_u_v_422_10u16"},
+                                 {"rgb48", "uyvy"},
+                                 {"x2rgb10", "p016"},
+                                 {"R12L", "p212"},
+                                 {"rgbf32", "p210"},
+                                 {"rgb48", "v210"}})
     EXPECT_FALSE(is_encoded(from, to, {})) << from << " to " << to;
   EXPECT_FALSE(is_encoded("bgra", "uyvy", {.background = color{1, 2, 3}}));
   description video = of("bgra", 34, 4);
   video.range = range::video;
   EXPECT_FALSE(goes_in_one_pass(video, of("uyvy", 34, 4), {}));
+}
+
+TEST(checked_plans, encode_deep_pictures_without_lines) {
+  const auto is_encoded = [](const char* from, const char* to) {
+    return goes_in_one_pass(of(from, 34, 4), of(to, 34, 4), {}) &&
+           goes_in_one_pass(of(from, 34, 4), of(to, 34, 4), {.filter = filter::nearest});
+  };
+  for (const char* from : {"rgb48", "bgr48", "rgba64", "bgra64", "x2rgb10", "x2bgr10", "r210", "R10k", "R10l"})
+    for (const char* to : {"p010", "p210", "p216", "y_u_v_420_10u16", "y_u_v_422_10u16", "y_uv_420", "y_vu_422"})
+      EXPECT_TRUE(is_encoded(from, to)) << from << " to " << to;
+  for (const char* from : {"rgb48", "bgra64"})
+    for (const char* to : {"p012", "p016", "p212", "y_u_v_420_12u16", "y_u_v_422_12u16"})
+      EXPECT_TRUE(is_encoded(from, to)) << from << " to " << to;
+  for (const char* from : {"bgra", "rgb"})
+    for (const char* to : {"p010", "p210"}) EXPECT_TRUE(is_encoded(from, to)) << from << " to " << to;
 }
 
 TEST(checked_plans, need_no_scratch_memory_without_lines) {

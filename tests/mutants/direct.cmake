@@ -195,9 +195,45 @@ mutant(rows_of_chroma_not_averaged
 
 mutant(encoder_that_no_plan_takes
        FILE checked/encoded.cpp
-       FROM [[if (!is_matrix_alone(w) || !is_of_bytes(w.from)) return {};]]
-       TO [[if (is_matrix_alone(w) || !is_of_bytes(w.from)) return {};]]
+       FROM [[if (!is_matrix_alone(w) || !is_of_single_pixels(w.from)) return {};]]
+       TO [[if (is_matrix_alone(w) || !is_of_single_pixels(w.from)) return {};]]
        ROWS checked_plans.encode_without_lines
+       PROGRAM checked_test)
+
+mutant(words_of_chroma_cut_instead_of_rounded
+       FILE kernel/encoded_rows.h
+       FROM [[V::add_words_to_limit(exact, V::repeat(to.half))]]
+       TO [[V::add_words_to_limit(exact, V::repeat(to.half - 1))]]
+       ROWS lines.*
+       TEST checked/kernels.cpp
+       BACKEND avx2)
+
+mutant(two_unused_bits_read_as_samples
+       FILE checked/encoded.cpp
+       FROM [[result.lowest = rgb.layout->unused_low_bits;]]
+       TO [[result.lowest = 0 * rgb.layout->unused_low_bits;]]
+       ROWS *are_as_the_rules_say/R10l
+       PROGRAM checked_test)
+
+mutant(blue_first_in_big_endian_words_that_are_read
+       FILE checked/encoded.cpp
+       FROM [[(rgb.items[0] == blue) != result.is_big_endian]]
+       TO [[rgb.items[0] == blue]]
+       ROWS *are_as_the_rules_say/r210
+       PROGRAM checked_test)
+
+mutant(narrow_matrix_from_ten_bits_to_sixteen
+       FILE checked/encoded.cpp
+       FROM [[k.rows == rows && k.is_narrow == w.narrow &&]]
+       TO [[k.rows == rows && k.is_narrow == (w.narrow || w.from.depth == 10) &&]]
+       ROWS *are_as_the_rules_say/x2rgb10
+       PROGRAM checked_test)
+
+mutant(last_pixel_of_words_cut_in_half
+       FILE checked/encoded.cpp
+       FROM [[is_luma ? k.bytes_of_sample :]]
+       TO [[is_luma ? 1 :]]
+       ROWS *are_as_the_rules_say/rgb48
        PROGRAM checked_test)
 
 mutant(words_cut_instead_of_rounded

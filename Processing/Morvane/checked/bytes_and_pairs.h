@@ -1,6 +1,9 @@
 // Layouts between which kernels convert without lines: YCbCr, as a rule with chroma for every second pixel, and RGB.
 #pragma once
 
+#include <optional>
+
+#include "../kernel/rgb_pixels.h"
 #include "shape.h"
 
 namespace Processing::Morvane::checked {
@@ -32,10 +35,25 @@ inline bool begins_with_cr(const stored_plane& p) {
   return false;
 }
 
-// RGB of one plane of bytes.
-inline bool is_of_bytes(const shape& s) {
-  const catalogue::plane& p = *s.planes[0].layout;
-  return s.colour == model::rgb && s.plane_count == 1 && p.sample == catalogue::sample_type::u8 && p.group_pixels == 1;
+// The kind of samples of RGB, if kernels know it.
+inline std::optional<format_conversion::kernel::rgb_samples> samples_of(const stored_plane& p) {
+  using catalogue::sample_type;
+  using format_conversion::kernel::rgb_samples;
+  const bool is_green_second = p.item_count > 1 && p.items[1] == second;
+  switch (p.layout->sample) {
+    case sample_type::u8:
+      return rgb_samples::bytes;
+    case sample_type::u16:
+      if (!is_green_second || p.layout->depth() != 16) return {};
+      return rgb_samples::words;
+    case sample_type::u32_3x10:
+      if (!is_green_second) return {};
+      return p.layout->unused_low_bits == 0 ? rgb_samples::tens : rgb_samples::tens_above_two_bits;
+    case sample_type::f32:
+      return rgb_samples::floats;
+    default:
+      return {};
+  }
 }
 
 }  // namespace Processing::Morvane::checked

@@ -99,24 +99,6 @@ bool reads(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
   return bytes == k.read && (s.planes[planes[0]].items[0] == first) == k.begins_with_luma;
 }
 
-std::optional<rgb_samples> samples_of(const stored_plane& p) {
-  const bool is_green_second = p.item_count > 1 && p.items[1] == second;
-  switch (p.layout->sample) {
-    case sample_type::u8:
-      return rgb_samples::bytes;
-    case sample_type::u16:
-      if (!is_green_second || p.layout->depth() != 16) return {};
-      return rgb_samples::words;
-    case sample_type::u32_3x10:
-      if (!is_green_second) return {};
-      return p.layout->unused_low_bits == 0 ? rgb_samples::tens : rgb_samples::tens_above_two_bits;
-    case sample_type::f32:
-      return rgb_samples::floats;
-    default:
-      return {};
-  }
-}
-
 // The planes of the destination in the order of the rows that kernels write; none where there is more than RGB.
 plane_numbers planes_written(const shape& s) {
   if (s.colour != model::rgb) return {};

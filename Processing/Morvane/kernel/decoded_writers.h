@@ -13,16 +13,11 @@
 #include "lines_stored.h"
 #include "lines_tens.h"
 #include "rearranged.h"
+#include "rgb_pixels.h"
 #include "stored.h"
 #include "units.h"
 
 namespace Processing::Morvane::format_conversion::kernel {
-
-enum class rgb_samples { bytes, words, tens, tens_above_two_bits, floats };
-
-struct rgb_sample {
-  uint16_t r, g, b;
-};
 
 // The pixels in two blocks: one after the other, or the even ones in the first and the odd ones in the second.
 enum class pixel_order { in_sequence, even_and_odd };
@@ -84,20 +79,9 @@ struct bytes_in_order {
   }
 };
 
-// What writers of one block after the other share. Red comes first, or blue where all bits are set.
+// What writers of one block after the other share.
 template <class Writer>
-struct block_by_block {
-  uint16_t exchanged;
-
-  MORVANE_INLINE rgb_sample ordered(const rgb_sample& rgb) const {
-    const auto both = static_cast<uint16_t>((rgb.r ^ rgb.b) & exchanged);
-    return {static_cast<uint16_t>(rgb.r ^ both), rgb.g, static_cast<uint16_t>(rgb.b ^ both)};
-  }
-  template <class V>
-  MORVANE_INLINE rgb_blocks<V> ordered(const rgb_blocks<V>& rgb) const {
-    const auto both = V::and_blocks(V::xor_blocks(rgb.r, rgb.b), V::repeat(exchanged));
-    return {V::xor_blocks(rgb.r, both), rgb.g, V::xor_blocks(rgb.b, both)};
-  }
+struct block_by_block : red_or_blue_first {
   template <class V, pixel_order order>
   MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
     const auto& writer = static_cast<const Writer&>(*this);

@@ -1,5 +1,5 @@
-// Rows of RGB in bytes to rows of YCbCr in bytes with chroma for every second pixel, in one pass. A kernel is a reader,
-// the narrow matrix, and a writer: they meet in registers, with the bytes that lines give.
+// Rows of RGB to rows of YCbCr with chroma for every second pixel, in one pass. A kernel is a reader, a matrix and a
+// writer: they meet in registers, with the bytes that lines give.
 //
 // A unit is a pair of pixels, of one row or of two rows that share chroma. Where chroma is filtered, that of a pair has
 // two parts of the even pixel and one of the odd pixel on either side; else it is that of the even pixel, and of the
@@ -9,139 +9,80 @@
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
+#include <utility>
 
+#include "encoded_readers.h"
+#include "encoded_writers.h"
 #include "lines.h"
 #include "lines_colour.h"
-#include "lines_groups.h"
-#include "lines_stored.h"
 #include "list.h"
+#include "rgb_pixels.h"
 #include "stored.h"
+#include "walk.h"
 
 namespace Processing::Morvane::format_conversion::kernel {
 
-// Reader: pixels of so many bytes.
-template <int bytes_of_pixel>
-struct rgb_in_bytes {
-  static constexpr int bytes = bytes_of_pixel;
-  uint32_t places;  // of R, G and B in a pixel
+// Matrices. They leave pairs Cb Cr of the even pixels and of the odd ones as they need them to filter these exactly.
 
-  MORVANE_INLINE uint16_t word(const uint8_t* p, const int i) const { return widened(p[places >> 8 * i & 3], 255); }
-  template <class V>
-  MORVANE_INLINE auto words(const uint8_t* p) const {
-    if constexpr (bytes == 3)
-      return V::load_bytes_of_threes(p, places);
-    else
-      return V::load_bytes_of_fours(p, places);
-  }
+template <class V>
+struct encoded_pixels {
+  typename V::block luma, even, odd;
 };
 
-// What a matrix makes of as many pixels as a block has words: luma, and pairs of Cb and Cr.
-template <class V, int rows>
-struct encoded_blocks {
-  typename V::block luma[rows], chroma;
-};
+// Pairs are halves around 0, and what is remembered of the odd ones around 32768. Luma never ends so high that half a
+// step of a sample would lead beyond words.
+struct narrow_encoding : rgb_lines_to_ycbcr_narrow {
+  using lines = rgb_lines_to_ycbcr_narrow;
 
-// Writers take words with samples in their upper bytes.
-
-template <first_of_pair begins>
-struct into_pairs {
-  template <int rows>
-  using planes = plane_list<to<4>>;
-  static constexpr bool begins_with_luma = begins == first_of_pair::luma;
-
-  MORVANE_INLINE static void put(const uint8_t (&luma)[1][2], const uint8_t cb, const uint8_t cr, uint8_t* dst) {
-    constexpr int y = begins_with_luma ? 0 : 1;
-    dst[y] = luma[0][0];
-    dst[y + 2] = luma[0][1];
-    dst[1 - y] = cb;
-    dst[3 - y] = cr;
+  MORVANE_INLINE static uint16_t remembered(const uint16_t chroma) {
+    return static_cast<uint16_t>((chroma >> 1) + 16384);
   }
   template <class V>
-  MORVANE_INLINE static auto join(const typename V::block first, const typename V::block second) {
-    return V::or_blocks(V::template shift_right_words<8>(first), V::and_blocks(second, V::repeat(0xff00)));
-  }
-  template <class V, class Next>
-  MORVANE_INLINE static auto convert(const Next next) {
-    const encoded_blocks<V, 1> made = next(0);
-    return begins_with_luma ? join<V>(made.luma[0], made.chroma) : join<V>(made.chroma, made.luma[0]);
-  }
-};
-
-// Planes: luma of one row or of two, and chroma.
-struct into_planes {
-  static constexpr bool begins_with_luma = true;
-
-  template <int rows>
-  MORVANE_INLINE static void put_luma(const uint8_t (&luma)[rows][2], uint8_t* const* planes) {
-    for (int i = 0; i < rows; ++i) {
-      planes[i][0] = luma[i][0];
-      planes[i][1] = luma[i][1];
-    }
+  MORVANE_INLINE encoded_pixels<V> pixels(const rgb_blocks<V>& rgb, const uint16_t half_step) const {
+    const auto r = V::template shift_right_words<1>(rgb.r);
+    const auto g = V::template shift_right_words<1>(rgb.g);
+    const auto b = V::template shift_right_words<1>(rgb.b);
+    const auto cb = half_of_chroma<V>(b, of.cb_b, g, of.cb_g, r, of.cb_r);
+    const auto cr = half_of_chroma<V>(r, of.cr_r, g, of.cr_g, b, of.cr_b);
+    const auto chroma = V::transpose2_words(cb, cr);
+    return {doubled<V>(of.black + half_step, half_of_luma<V>(r, g, b)), chroma.first, chroma.second};
   }
   template <class V>
-  MORVANE_INLINE static auto upper_bytes(const typename V::block first, const typename V::block second) {
-    return V::pack_words(V::template shift_right_words<8>(first), V::template shift_right_words<8>(second));
+  MORVANE_INLINE static auto own(const encoded_pixels<V>& of_pixels) {
+    return around_middle<V>(V::add_words(of_pixels.even, of_pixels.even));
   }
-  // In bytes.
-  template <class V, int rows>
-  MORVANE_INLINE static encoded_blocks<V, rows> packed(const encoded_blocks<V, rows>& first,
-                                                       const encoded_blocks<V, rows>& second) {
-    encoded_blocks<V, rows> result;
-    for (int i = 0; i < rows; ++i) result.luma[i] = upper_bytes<V>(first.luma[i], second.luma[i]);
-    result.chroma = upper_bytes<V>(first.chroma, second.chroma);
-    return result;
+  template <class V>
+  MORVANE_INLINE static auto filtered(typename V::block& odd_before, const encoded_pixels<V>& of_pixels) {
+    const auto odd = around_middle<V>(of_pixels.odd);
+    const auto before = V::dwords_before(odd_before, odd);
+    odd_before = odd;
+    return V::add_words(of_pixels.even, V::average_up(before, odd));
   }
 };
 
-struct into_two_planes : into_planes {
-  template <int rows>
-  using planes = std::conditional_t<rows == 1, plane_list<to<2>, to<2>>, plane_list<to<2>, to<2>, to<2>>>;
+struct wide_encoding : rgb_lines_to_ycbcr_wide {
+  using lines = rgb_lines_to_ycbcr_wide;
 
-  template <int rows, class... Plane>
-  MORVANE_INLINE static void put(const uint8_t (&luma)[rows][2], const uint8_t cb, const uint8_t cr, Plane*... dst) {
-    uint8_t* const to[] = {dst...};
-    put_luma<rows>(luma, to);
-    to[rows][0] = cb;
-    to[rows][1] = cr;
+  MORVANE_INLINE static uint16_t remembered(const uint16_t chroma) { return chroma; }
+  template <class V>
+  MORVANE_INLINE encoded_pixels<V> pixels(const rgb_blocks<V>& rgb, const uint16_t half_step) const {
+    const auto made = ycbcr_of<V>(rgb);
+    const auto chroma = V::transpose2_words(item_of<1>(made), item_of<2>(made));
+    return {V::add_words_to_limit(item_of<0>(made), V::repeat(half_step)), chroma.first, chroma.second};
   }
-  template <class V, class Next>
-  MORVANE_INLINE static auto convert(const Next next) {
-    const auto first = next(0);
-    const auto made = packed(first, next(1));
-    if constexpr (std::extent_v<decltype(made.luma)> == 1)
-      return to_planes(made.luma[0], made.chroma);
-    else
-      return to_planes(made.luma[0], made.luma[1], made.chroma);
+  template <class V>
+  MORVANE_INLINE static auto own(const encoded_pixels<V>& of_pixels) {
+    return of_pixels.even;
   }
-};
-
-struct into_three_planes : into_planes {
-  template <int rows>
-  using planes = std::conditional_t<rows == 1, plane_list<to<2>, to<1>, to<1>>, plane_list<to<2>, to<2>, to<1>, to<1>>>;
-
-  template <int rows, class... Plane>
-  MORVANE_INLINE static void put(const uint8_t (&luma)[rows][2], const uint8_t cb, const uint8_t cr, Plane*... dst) {
-    uint8_t* const to[] = {dst...};
-    put_luma<rows>(luma, to);
-    *to[rows] = cb;
-    *to[rows + 1] = cr;
-  }
-  template <class V, class Next>
-  MORVANE_INLINE static auto convert(const Next next) {
-    const auto one = next(0), two = next(1);
-    const auto first = packed(one, two);
-    const auto three = next(2), four = next(3);
-    const auto second = packed(three, four);
-    const auto chroma = V::deinterleave2(first.chroma, second.chroma);
-    if constexpr (std::extent_v<decltype(first.luma)> == 1)
-      return to_planes(in_a_row(first.luma[0], second.luma[0]), chroma.first, chroma.second);
-    else
-      return to_planes(in_a_row(first.luma[0], second.luma[0]), in_a_row(first.luma[1], second.luma[1]), chroma.first,
-                       chroma.second);
+  template <class V>
+  MORVANE_INLINE static auto filtered(typename V::block& odd_before, const encoded_pixels<V>& of_pixels) {
+    const auto before = V::dwords_before(odd_before, of_pixels.odd);
+    odd_before = of_pixels.odd;
+    return smoothed<V>(before, of_pixels.even, of_pixels.odd);
   }
 };
 
-// Chroma of the last odd pixels that were seen, around 32768.
+// Chroma of the last odd pixels that were seen.
 template <class V, int rows>
 struct chroma_of_odd_pixels {
   typename V::block of[rows];
@@ -150,17 +91,26 @@ struct chroma_of_odd_pixels {
   MORVANE_INLINE static void result() {}
 };
 
+// What is remembered of one pixel. Kernels share it.
+template <class V, class Reader, class Matrix>
+[[gnu::noinline]] uint32_t remembered_chroma(const Reader from, const Matrix matrix, const uint8_t* p) {
+  const rgb_sample rgb = from.pixel(p);
+  uint16_t luma, cb, cr;
+  matrix.rule(&rgb.r, &rgb.g, &rgb.b, &luma, &cb, &cr);
+  return Matrix::remembered(cb) | uint32_t{Matrix::remembered(cr)} << 16;
+}
+
 // Without vectors a line is converted in pieces. Of the loops that there are then, compilers make better use one after
 // the other, and they compile those that all kernels share once.
 inline constexpr int pairs_of_piece = 64;
 struct piece {
-  uint16_t y[2 * pairs_of_piece + 1], cb[2 * pairs_of_piece + 1], cr[2 * pairs_of_piece + 1];
+  static constexpr int most = 2 * pairs_of_piece + 1;
+  uint16_t r[most], g[most], b[most], y[most], cb[most], cr[most];
 };
 
-template <class V>
-[[gnu::noinline]] void matrix_of_piece(const rgb_lines_to_ycbcr_narrow matrix, const piece& rgb, piece& made,
-                                       const int pixels) {
-  matrix.line<V>(rgb.y, rgb.cb, rgb.cr, made.y, made.cb, made.cr, pixels);
+template <class V, class Matrix>
+[[gnu::noinline]] void matrix_of_piece(const Matrix matrix, piece& of, const int pixels) {
+  matrix.template line<V>(of.r, of.g, of.b, of.y, of.cb, of.cr, pixels);
 }
 
 template <class V>
@@ -172,22 +122,17 @@ template <class V>
     for (int i = 0; i < pairs; ++i) halved[i] = line[2 * i + 1];
 }
 
-template <class V, int bytes_of_pixel>
-[[gnu::noinline]] void words_of_piece(const uint8_t* __restrict bytes, uint16_t* __restrict line, const int pixels) {
-  for (int i = 0; i < pixels; ++i) line[i] = widened(bytes[i * bytes_of_pixel], 255);
-}
-
 template <class Pixels, int rows>
 using sources_of_rows = std::conditional_t<rows == 1, plane_list<from<2 * Pixels::bytes>>,
                                            plane_list<from<2 * Pixels::bytes>, from<2 * Pixels::bytes>>>;
 
-template <class Reader, class Writer, int rows, class Sources = sources_of_rows<Reader, rows>,
+template <class Reader, class Matrix, class Writer, int rows, class Sources = sources_of_rows<Reader, rows>,
           class Destinations = typename Writer::template planes<rows>>
 struct encode;
 
-template <class Reader, class Writer, int rows, class... From, class... To>
-struct encode<Reader, Writer, rows, plane_list<From...>, plane_list<To...>>
-    : line_kernel<encode<Reader, Writer, rows>, From..., To...> {
+template <class Reader, class Matrix, class Writer, int rows, class... From, class... To>
+struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To...>>
+    : line_kernel<encode<Reader, Matrix, Writer, rows>, From..., To...> {
   static constexpr bool fills_registers = true;
   static constexpr bool expects_loads = true;
   static constexpr bool looks_back = true;
@@ -196,81 +141,49 @@ struct encode<Reader, Writer, rows, plane_list<From...>, plane_list<To...>>
   requires(V::lanes > 0) using seen = chroma_of_odd_pixels<V, rows>;
 
   Reader from;
+  Matrix matrix;
+  Writer to;
   bool filters;
   int32_t before_first;  // bytes from the first pixel of a line to the one before it; 0 if that is the same once more
-  rgb_lines_to_ycbcr_narrow matrix;
 
   struct ycbcr {
     uint16_t y, cb, cr;
   };
   MORVANE_INLINE ycbcr pixel(const uint8_t* p) const {
-    const uint16_t r = from.word(p, 0), g = from.word(p, 1), b = from.word(p, 2);
+    const rgb_sample rgb = from.pixel(p);
     ycbcr result;
-    matrix.rule(&r, &g, &b, &result.y, &result.cb, &result.cr);
+    matrix.rule(&rgb.r, &rgb.g, &rgb.b, &result.y, &result.cb, &result.cr);
     return result;
   }
   MORVANE_INLINE const uint8_t* before(const bool begins, const uint8_t* p) const {
     return p + (begins ? before_first : -bytes_of_pixel);
   }
-  MORVANE_INLINE static uint8_t byte(const uint16_t v) { return static_cast<uint8_t>(add_to_limit(v, 128) >> 8); }
+  MORVANE_INLINE uint16_t rounded(const uint16_t v) const { return add_to_limit(v, to.half); }
   MORVANE_INLINE ycbcr filtered(const ycbcr& before, const ycbcr& own, const ycbcr& next) const {
     if (!filters) return own;
     return {own.y, smoothed(before.cb, own.cb, next.cb), smoothed(before.cr, own.cr, next.cr)};
   }
   MORVANE_INLINE void rule(const bool begins, const typename From::pointer... src, typename To::pointer... dst) const {
     const uint8_t* const row[] = {src...};
-    uint8_t luma[rows][2];
+    uint16_t luma[rows][2];
     ycbcr of_row[rows];
     for (int i = 0; i < rows; ++i) {
       const uint8_t* const places[] = {before(begins, row[i]), row[i], row[i] + bytes_of_pixel};
       ycbcr made[3];
 #pragma GCC unroll 1
       for (int k = 0; k < 3; ++k) made[k] = pixel(places[k]);
-      luma[i][0] = byte(made[1].y);
-      luma[i][1] = byte(made[2].y);
+      luma[i][0] = rounded(made[1].y);
+      luma[i][1] = rounded(made[2].y);
       of_row[i] = filtered(made[0], made[1], made[2]);
     }
     const ycbcr& upper = of_row[0];
     const ycbcr& lower = of_row[filters ? rows - 1 : 0];
-    Writer::put(luma, byte(average_up(upper.cb, lower.cb)), byte(average_up(upper.cr, lower.cr)), dst...);
+    to.put(luma, rounded(average_up(upper.cb, lower.cb)), rounded(average_up(upper.cr, lower.cr)), dst...);
   }
 
   template <class V>
   MORVANE_INLINE seen<V> seen_before(const bool begins, const typename From::pointer... src) const {
-    const auto half_chroma = [&](const uint8_t* p) __attribute__((always_inline)) {
-      const ycbcr own = pixel(before(begins, p));
-      return V::repeat_dword(half_around_middle(own.cb) | uint32_t{half_around_middle(own.cr)} << 16);
-    };
-    return {{half_chroma(src)...}};
-  }
-  MORVANE_INLINE static uint16_t half_around_middle(const uint16_t v) {
-    return static_cast<uint16_t>((v >> 1) + 16384);
-  }
-
-  // Pairs Cb Cr of the even pixels and of the odd ones are halves around 0.
-  template <class V>
-  struct pixels {
-    typename V::block luma, even, odd;
-  };
-  template <class V>
-  MORVANE_INLINE pixels<V> pixels_at(const uint8_t* p) const {
-    const auto& k = matrix.of;
-    const auto rgb = from.template words<V>(p);
-    const auto r = V::template shift_right_words<1>(rgb.first);
-    const auto g = V::template shift_right_words<1>(rgb.second);
-    const auto b = V::template shift_right_words<1>(rgb.third);
-    const auto cb = matrix.half_of_chroma<V>(b, k.cb_b, g, k.cb_g, r, k.cb_r);
-    const auto cr = matrix.half_of_chroma<V>(r, k.cr_r, g, k.cr_g, b, k.cr_b);
-    const auto chroma = V::transpose2_words(cb, cr);
-    return {matrix.doubled<V>(k.black + 128, matrix.half_of_luma<V>(r, g, b)), chroma.first, chroma.second};
-  }
-  template <class V>
-  MORVANE_INLINE auto chroma_of(typename V::block& odd_before, const pixels<V>& of) const {
-    if (!filters) return around_middle<V>(V::add_words(of.even, of.even));
-    const auto odd = around_middle<V>(of.odd);
-    const auto before = V::dwords_before(odd_before, odd);
-    odd_before = odd;
-    return V::add_words(of.even, V::average_up(before, odd));
+    return {{V::repeat_dword(remembered_chroma<V>(from, matrix, before(begins, src)))...}};
   }
   template <class V>
   MORVANE_INLINE encoded_blocks<V, rows> blocks_at(seen<V>& last, const int number,
@@ -279,17 +192,18 @@ struct encode<Reader, Writer, rows, plane_list<From...>, plane_list<To...>>
     encoded_blocks<V, rows> result;
     typename V::block chroma[rows];
     for (int i = 0; i < rows; ++i) {
-      const auto of_row = pixels_at<V>(row[i] + number * (V::block_bytes / 2 * bytes_of_pixel));
+      const auto rgb = from.template pixels<V>(row[i] + number * (V::block_bytes / 2 * bytes_of_pixel));
+      const auto of_row = matrix.template pixels<V>(rgb, to.half);
       result.luma[i] = of_row.luma;
-      chroma[i] = chroma_of<V>(last.of[i], of_row);
+      chroma[i] = filters ? Matrix::template filtered<V>(last.of[i], of_row) : Matrix::template own<V>(of_row);
     }
     const auto exact = filters ? V::average_up(chroma[0], chroma[rows - 1]) : chroma[0];
-    result.chroma = V::add_words_to_limit(exact, V::repeat(128));
+    result.chroma = V::add_words_to_limit(exact, V::repeat(to.half));
     return result;
   }
   template <class V>
   MORVANE_INLINE auto convert(seen<V>& last, const typename From::pointer... src) const {
-    return Writer::template convert<V>([&](const int number) __attribute__((always_inline)) {
+    return to.template convert<V, rows>([&](const int number) __attribute__((always_inline)) {
       return blocks_at<V>(last, number, src...);
     });
   }
@@ -298,24 +212,62 @@ struct encode<Reader, Writer, rows, plane_list<From...>, plane_list<To...>>
                            const int count) const {
     const encode k = *this;
     if constexpr (V::lanes > 0)
-      walk<V>(k, at_least_zero(count), src..., dst...);
+      k.template convert_vectors<V>({src...}, {dst...}, at_least_zero(count), std::index_sequence_for<From...>(),
+                                    std::index_sequence_for<To...>());
     else
       for (int i = 0; i < count; i += pairs_of_piece)
         k.template convert_piece<V>(i == 0, count - i < pairs_of_piece ? count - i : pairs_of_piece,
                                     From::at(src, static_cast<size_t>(i))..., To::at(dst, static_cast<size_t>(i))...);
   }
 
+  // Pairs that are less than a vector pass through memory of its size, behind the pixel before them. So neither
+  // narrower vectors nor the rule are compiled into kernels of which there are many.
+  struct source_rows {
+    const uint8_t* at[rows];
+  };
+  struct destination_rows {
+    uint8_t* at[sizeof...(To)];
+  };
+  template <size_t pairs_of_vector>
+  struct vector_memory {
+    static constexpr int most_bytes = 4;  // of a unit
+    uint8_t read[rows][(2 * pairs_of_vector + 1) * bytes_of_pixel];
+    uint8_t made[sizeof...(To)][pairs_of_vector * most_bytes];
+  };
+  template <class V, size_t... s, size_t... d>
+  MORVANE_INLINE void convert_vectors(source_rows src, destination_rows dst, const size_t pairs,
+                                      const std::index_sequence<s...>, const std::index_sequence<d...>) const {
+    constexpr size_t pairs_of_vector = walk_of<V, encode>::step();
+    constexpr size_t bytes_made[] = {To::bytes...};
+    vector_memory<pairs_of_vector> memory;
+    const destination_rows own = dst;
+    const bool is_less = pairs < pairs_of_vector;
+    if (pairs == 0) return;
+    if (is_less) {
+      __builtin_memset(memory.read, 0, sizeof memory.read);
+      for (int i = 0; i < rows; ++i) {
+        __builtin_memcpy(memory.read[i], before(true, src.at[i]), bytes_of_pixel);
+        __builtin_memcpy(memory.read[i] + bytes_of_pixel, src.at[i], pairs * 2 * bytes_of_pixel);
+      }
+      src = {{memory.read[s] + bytes_of_pixel...}};
+      dst = {{memory.made[d]...}};
+    }
+    walk_of<V, encode> line(*this, src.at[s]..., dst.at[d]...);
+    const size_t left = line.by_vectors(is_less ? pairs_of_vector : pairs);
+    if (left > 0) line.finish(left);
+    if (is_less)
+      for (size_t i = 0; i < sizeof...(To); ++i) __builtin_memcpy(own.at[i], memory.made[i], pairs * bytes_made[i]);
+  }
+
   // Without vectors. The pixel before the first pair comes first.
   template <class V>
-  MORVANE_INLINE void matrix_piece(const bool begins, const int pairs, const uint8_t* p, piece& made) const {
-    piece rgb;
-    uint16_t* const lines[] = {rgb.y, rgb.cb, rgb.cr};
-    for (int i = 0; i < 3; ++i) {
-      const uint8_t* const bytes = p + (from.places >> 8 * i & 3);
-      *lines[i] = widened(*before(begins, bytes), 255);
-      words_of_piece<V, bytes_of_pixel>(bytes, lines[i] + 1, 2 * pairs);
-    }
-    matrix_of_piece<V>(matrix, rgb, made, 2 * pairs + 1);
+  MORVANE_INLINE void matrix_piece(const bool begins, const int pairs, const uint8_t* p, piece& of) const {
+    const rgb_sample first = from.pixel(before(begins, p));
+    of.r[0] = first.r;
+    of.g[0] = first.g;
+    of.b[0] = first.b;
+    read_pixels<V>(from, p, of.r + 1, of.g + 1, of.b + 1, 2 * pairs);
+    matrix_of_piece<V>(matrix, of, 2 * pairs + 1);
   }
   template <class V>
   MORVANE_INLINE void convert_piece(const bool begins, const int pairs, const typename From::pointer... src,
@@ -329,22 +281,50 @@ struct encode<Reader, Writer, rows, plane_list<From...>, plane_list<To...>>
       halve_of_piece<V>(filters, of_row[i].cr, cr[i], pairs);
     }
     const int lower = filters ? rows - 1 : 0;
-    for (int i = 0; i < pairs; ++i) {
-      uint8_t luma[rows][2];
-      for (int k = 0; k < rows; ++k)
-        for (int pixel = 0; pixel < 2; ++pixel) luma[k][pixel] = byte(of_row[k].y[2 * i + pixel + 1]);
-      Writer::put(luma, byte(average_up(cb[0][i], cb[lower][i])), byte(average_up(cr[0][i], cr[lower][i])),
-                  To::at(dst, static_cast<size_t>(i))...);
+    if constexpr (Writer::bytes == 2) {
+      uint8_t* const written[] = {dst...};
+      for (int i = 0; i < rows; ++i) put_words<V>(to, of_row[i].y + 1, written[i], 2 * pairs);
+      average_into_first(cb[0], cb[lower], pairs);
+      average_into_first(cr[0], cr[lower], pairs);
+      to.template write_chroma<V>(cb[0], cr[0], written + rows, pairs);
+    } else {
+      for (int i = 0; i < pairs; ++i) {
+        uint16_t luma[rows][2];
+        for (int k = 0; k < rows; ++k)
+          for (int pixel = 0; pixel < 2; ++pixel) luma[k][pixel] = rounded(of_row[k].y[2 * i + pixel + 1]);
+        to.put(luma, rounded(average_up(cb[0][i], cb[lower][i])), rounded(average_up(cr[0][i], cr[lower][i])),
+               To::at(dst, static_cast<size_t>(i))...);
+      }
     }
+  }
+  MORVANE_INLINE static void average_into_first(uint16_t* upper, const uint16_t* lower, const int pairs) {
+    if (upper == lower) return;
+    for (int i = 0; i < pairs; ++i) upper[i] = average_up(upper[i], lower[i]);
   }
 };
 
+// The matrix is the one that the source and the destination ask for.
+template <class Reader, class Matrix, template <class> class Planes, class Samples>
+using encoders_into_planes =
+    kernel_list<encode<Reader, Matrix, Planes<Samples>, 1>, encode<Reader, Matrix, Planes<Samples>, 2>>;
 template <class Reader>
-using encoders_of = kernel_list<encode<Reader, into_pairs<first_of_pair::chroma>, 1>,
-                                encode<Reader, into_pairs<first_of_pair::luma>, 1>, encode<Reader, into_two_planes, 1>,
-                                encode<Reader, into_three_planes, 1>, encode<Reader, into_two_planes, 2>,
-                                encode<Reader, into_three_planes, 2>>;
+using encoders_to_bytes =
+    typename joined_lists<kernel_list<encode<Reader, narrow_encoding, into_pairs<first_of_pair::chroma>, 1>,
+                                      encode<Reader, narrow_encoding, into_pairs<first_of_pair::luma>, 1>>,
+                          encoders_into_planes<Reader, narrow_encoding, into_two_planes, upper_bytes>,
+                          encoders_into_planes<Reader, narrow_encoding, into_three_planes, upper_bytes>>::type;
+template <class Reader, class Matrix>
+using encoders_of_deep =
+    typename joined_lists<encoders_into_planes<Reader, Matrix, into_two_planes, kept_words>,
+                          encoders_into_planes<Reader, Matrix, into_three_planes, kept_words>,
+                          encoders_into_planes<Reader, Matrix, into_two_planes, upper_bytes>>::type;
 
-using encode_kernels = joined_lists<encoders_of<rgb_in_bytes<4>>, encoders_of<rgb_in_bytes<3>>>::type;
+using encode_kernels =
+    joined_lists<encoders_to_bytes<rgb_in_bytes<4>>, encoders_to_bytes<rgb_in_bytes<3>>,
+                 encoders_into_planes<rgb_in_bytes<4>, narrow_encoding, into_two_planes, kept_words>,
+                 encoders_into_planes<rgb_in_bytes<3>, narrow_encoding, into_two_planes, kept_words>,
+                 encoders_of_deep<rgb_in_words<3>, wide_encoding>, encoders_of_deep<rgb_in_words<4>, wide_encoding>,
+                 encoders_of_deep<rgb_in_tens, narrow_encoding>,
+                 kernel_list<encode<rgb_in_tens, wide_encoding, into_two_planes<kept_words>, 1>>>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

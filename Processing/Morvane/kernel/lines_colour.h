@@ -321,9 +321,13 @@ struct rgb_lines_to_ycbcr_wide
   }
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* r, const uint8_t* g, const uint8_t* b) const {
-    const auto red = around_middle<V>(V::load(r));
-    const auto green = around_middle<V>(V::load(g));
-    const auto blue = around_middle<V>(V::load(b));
+    return ycbcr_of<V>({V::load(r), V::load(g), V::load(b)});
+  }
+  template <class V>
+  MORVANE_INLINE auto ycbcr_of(const rgb_blocks<V>& rgb) const {
+    const auto red = around_middle<V>(rgb.r);
+    const auto green = around_middle<V>(rgb.g);
+    const auto blue = around_middle<V>(rgb.b);
     return to_planes(weighed_sum<V>(red, of.y_r, green, of.y_g, blue, of.y_b, of.black),
                      weighed_sum<V>(red, -of.cb_r, green, -of.cb_g, blue, of.cb_b, 32768),
                      weighed_sum<V>(red, of.cr_r, green, -of.cr_g, blue, -of.cr_b, 32768));

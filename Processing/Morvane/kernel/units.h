@@ -16,8 +16,8 @@
 //   fills_registers    true: one vector needs all registers of a backend, so that two are not converted at once
 //   bound_by_memory    true: moving the bytes takes the time, and hardly anything else
 //   expects_loads      true: so much is computed that a processor looks too little ahead, so that loads are announced
-//   too seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is
-//   the
+//                      too, and that one vector is a turn
+//   seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is the
 //                      `answer` of the line function
 //   looks_back         true: only the unit before is remembered, and seen_before<V>(begins, sources...) finds it in
 //   memory,

@@ -99,7 +99,7 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
 
   // As many whole vectors as there are. Answers how many units are left, behind which the pointers then stand.
   MORVANE_INLINE size_t by_vectors(size_t units) {
-    constexpr size_t turn = V::vectors_a_turn > together ? V::vectors_a_turn : together;
+    constexpr size_t turn = V::vectors_a_turn > together && !Kernel::expects_loads ? V::vectors_a_turn : together;
     if constexpr (Kernel::looks_back) seen_ = kernel_.template seen_before<V>(true, source_[s]...);
     if constexpr (turn > 1) {
       for (size_t turns = units / (turn * step()); turns > 0; --turns) {  // down to zero, which needs no comparison
