@@ -111,8 +111,12 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.filters; }) {
     k.filters = full;
     k.before_first = -Kernel::bytes_of_pixel;
-    k.matrix = {with_members<typename decltype(k.matrix)::lines>(full)};
   }
+  if constexpr (requires { k.to.by; }) k.to.by = with_members<kernel::rgb_lines_to_luminance>(full);
+  if constexpr (requires { typename decltype(k.matrix)::lines; })
+    k.matrix = {with_members<typename decltype(k.matrix)::lines>(full)};
+  else if constexpr (requires { k.matrix; })
+    k.matrix = with_members<decltype(k.matrix)>(full);
   if constexpr (requires { k.places; }) k.places = places_in(Kernel::gathered, full);
   if constexpr (requires { k.bits; }) k.bits = {full ? 0xffffffff : 0xffc0ffc0, 0x00ff00ff};
   if constexpr (requires { k.up; }) std::tie(k.up, k.down) = full ? std::pair{6, 0} : std::pair{4, 6};

@@ -16,6 +16,7 @@
 #include "../kernel/lines_floats.h"
 #include "../kernel/lines_groups.h"
 #include "../kernel/lines_pairs.h"
+#include "../kernel/lines_pixel_pairs.h"
 #include "../kernel/lines_stored.h"
 #include "../kernel/lines_tens.h"
 #include "../kernel/list.h"
@@ -32,14 +33,13 @@ namespace Processing::Morvane::backend {
 
 namespace kernel = format_conversion::kernel;
 
-using all_kernels =
-    kernel::joined_lists<kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels,
-                         kernel::rgb_to_video_kernels, kernel::video_to_rgb_kernels, kernel::full_chroma_kernels,
-                         kernel::key_kernels, kernel::words_kernels, kernel::card_10_kernels, kernel::black_kernels,
-                         kernel::difference_kernels, kernel::lines_stored_kernels, kernel::lines_groups_kernels,
-                         kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
-                         kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::rearrange_kernels,
-                         kernel::decode_kernels, kernel::encode_kernels, kernel::resample_kernels,
-                         kernel::regroup_kernels, kernel::keyed_kernels, kernel::streamed_kernels>::type;
+using all_kernels = kernel::joined_lists<
+    kernel::planes_kernels, kernel::chroma_kernels, kernel::depth_kernels, kernel::rgb_to_video_kernels,
+    kernel::video_to_rgb_kernels, kernel::full_chroma_kernels, kernel::key_kernels, kernel::words_kernels,
+    kernel::card_10_kernels, kernel::black_kernels, kernel::difference_kernels, kernel::lines_stored_kernels,
+    kernel::lines_groups_kernels, kernel::lines_tens_kernels, kernel::lines_pairs_kernels, kernel::lines_floats_kernels,
+    kernel::lines_chroma_kernels, kernel::lines_colour_kernels, kernel::lines_pixel_pairs_kernels,
+    kernel::rearrange_kernels, kernel::decode_kernels, kernel::encode_kernels, kernel::resample_kernels,
+    kernel::regroup_kernels, kernel::keyed_kernels, kernel::streamed_kernels>::type;
 
 }  // namespace Processing::Morvane::backend

@@ -42,6 +42,7 @@ template <class Writer>
 void set_writer(Writer& to, const decoder& by) {
   if constexpr (requires { to.places; }) to.places = by.places;
   if constexpr (requires { to.exchanged; }) to.exchanged = by.begins_with_blue ? 65535 : 0;
+  if constexpr (requires { to.by; }) to.by = by.luminance;
   if constexpr (requires { to.as; }) {
     to.as.order = {by.is_big_endian};
     to.as.set = by.fills_unused_bits ? 0xc000 : 0;
@@ -99,8 +100,20 @@ bool reads(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
   return bytes == k.read && (s.planes[planes[0]].items[0] == first) == k.begins_with_luma;
 }
 
-// The planes of the destination in the order of the rows that kernels write; none where there is more than RGB.
+std::optional<rgb_samples> samples_of(const stored_plane& p, const model colour) {
+  if (colour != model::luminance) return samples_of(p);
+  if (p.layout->sample != sample_type::u8) return {};
+  return rgb_samples::luminance;
+}
+
+// The planes of the destination in the order of the rows that kernels write; none where there is more than RGB or
+// luminance.
 plane_numbers planes_written(const shape& s) {
+  if (s.colour == model::luminance && s.plane_count == 1) {
+    plane_numbers luminance;
+    luminance.add(0);
+    return luminance;
+  }
   if (s.colour != model::rgb) return {};
   const plane_numbers planes = planes_of_colours(s);
   return planes.size() == s.plane_count ? planes : plane_numbers();
@@ -110,7 +123,7 @@ bool writes(const kernel_entry& k, const shape& s, const plane_numbers& planes) 
   std::array<int, most_written> bytes{};
   for (size_t i = 0; i < planes.size(); ++i) {
     const stored_plane& p = s.planes[planes[i]];
-    if (p.layout->group_pixels != 1 || samples_of(p) != k.samples) return false;
+    if (p.layout->group_pixels != 1 || samples_of(p, s.colour) != k.samples) return false;
     bytes[i] = static_cast<int>(p.layout->row_bytes(2));
   }
   return bytes == k.written;
@@ -129,7 +142,7 @@ uint32_t places_in(const stored_plane& p, const bool exchanged) {
 
 bool is_matrix_alone(const way& w) {
   return w.has_to_rgb && w.doubles_columns && w.has_chroma_at_even_pixels() && !w.composites && !w.narrows_rgb &&
-         !w.has_from_rgb && !w.has_luminance && !(w.from.has_alpha && w.to.has_alpha);
+         !w.has_from_rgb && !(w.from.has_alpha && w.to.has_alpha);
 }
 
 // The kernels filter between rows without a loss where samples have no more bits than these.
@@ -155,6 +168,7 @@ decoder decoder_with(const size_t kernel, const way& w, const plane_numbers& pla
   result.kept = kept_bits(chroma);
   result.narrow = {w.narrow_to};
   result.wide = {w.wide_to};
+  result.luminance = w.luminance;
   result.places = places_in(pixels, exchanged);
   result.is_big_endian = pixels.layout->order == catalogue::byte_order::big_endian;
   result.begins_with_blue = (pixels.items[0] == third) != (exchanged != result.is_big_endian);
@@ -162,6 +176,7 @@ decoder decoder_with(const size_t kernel, const way& w, const plane_numbers& pla
   if (!exchanged) return result;
   exchange_chroma(result.narrow);
   exchange_chroma(result.wide);
+  std::swap(result.luminance.r, result.luminance.b);
   return result;
 }
 

@@ -1,4 +1,5 @@
-// YCbCr to RGB, a row at a time without lines, where a kernel reads the one layout and writes the other.
+// YCbCr to RGB or to luminance, a row at a time without lines, where a kernel reads the one layout and writes the
+// other.
 #pragma once
 
 #include <cstddef>
@@ -20,6 +21,7 @@ struct decoder {
   uint16_t kept = 65535;  // of words with samples in their upper bits
   format_conversion::kernel::narrow_matrix narrow = {};
   format_conversion::kernel::wide_matrix wide = {};
+  format_conversion::kernel::rgb_lines_to_luminance luminance = {};
 
   // Of a pixel: what its bytes are of R, G, B and 255, or whether its blue is first, and what a double word has beside
   // its samples.

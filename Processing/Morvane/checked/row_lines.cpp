@@ -90,7 +90,7 @@ row_lines lines_of(lines_in_scratch& scratch, const way& w, const row_needs& nee
   if (w.doubles_columns) lines.doubled = scratch.chroma();
   for (const component i : {first, second, third}) {
     if (w.has_to_rgb) lines.rgb.of[i] = scratch.line();
-    if (w.has_from_rgb) lines.ycbcr.of[i] = scratch.line();
+    if (w.has_from_rgb && (i == first || !needs.halves_in_matrix)) lines.ycbcr.of[i] = scratch.line();
   }
   if (w.has_luminance) lines.ycbcr.of[first] = scratch.line();
   if (w.halves_columns) lines.halved = scratch.chroma();
@@ -112,6 +112,7 @@ row_needs needs_of(const way& w) {
   n.chroma = w.to.has_chroma && (n.components[second] || n.components[third]);
   n.half_rows = w.to.half_height && n.chroma;
   n.average_of_rows = n.half_rows && !w.keeps_half_rows && w.filters_chroma();
+  n.halves_in_matrix = w.narrow && w.has_from_rgb && w.halves_columns && w.filters_chroma();
   n.alpha = w.composites || (w.from.has_alpha && w.to.has_alpha);
   return n;
 }

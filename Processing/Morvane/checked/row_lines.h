@@ -42,6 +42,7 @@ struct row_needs {
   bool half_rows = false;                          // the same, of a 4:2:0 destination
   bool average_of_rows = false;                    // for which two rows are made into one
   bool alpha = false;
+  bool halves_in_matrix = false;  // chroma, along rows
 };
 
 row_needs needs_of(const way& w);

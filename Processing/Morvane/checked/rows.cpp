@@ -1,6 +1,7 @@
 #include "rows.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 #include "../backend/dispatch.h"
 #include "columns.h"
@@ -11,6 +12,7 @@ namespace Processing::Morvane::checked {
 namespace {
 
 using backend::line_of;
+using kernel::siting;
 
 bool is_grey(const shape& s) {
   return s.colour == model::luminance || (s.colour == model::ycbcr && !s.has_chroma);
@@ -160,8 +162,7 @@ class rows_of_way {
     if (!way_.filters_chroma()) return near;
     const chroma_lines far = chroma_row(way_.from.chroma_row_beside(piece_.row));
     const int count = way_.from.chroma_samples(piece_.read);
-    run<kernel::between_lines>(near.cb, far.cb, lines_.between.cb, count);
-    run<kernel::between_lines>(near.cr, far.cr, lines_.between.cr, count);
+    run<kernel::between_lines>(near.cb, near.cr, far.cb, far.cr, lines_.between.cb, lines_.between.cr, count);
     return lines_.between;
   }
   chroma_lines chroma_of_row() {
@@ -171,64 +172,73 @@ class rows_of_way {
 
   // Filtering along rows.
 
-  void double_line(uint16_t* line, uint16_t* to) const {
-    const int count = chroma_used();
-    if (!way_.filters_chroma()) return run<kernel::repeat_samples>(line, to, count);
-    repeat_ends(line, count);
-    if (way_.how.siting == kernel::siting::left)
-      run<kernel::double_samples<kernel::siting::left>>(line, to, count);
+  // Calls run.operator()<siting>().
+  template <class Run>
+  void with_siting(const Run run) const {
+    if (way_.how.siting == siting::left)
+      run.template operator()<siting::left>();
     else
-      run<kernel::double_samples<kernel::siting::center>>(line, to, count);
-    keep_last(line, count);
+      run.template operator()<siting::center>();
   }
-  void halve_line(uint16_t* line, uint16_t* to) const {
-    const int count = chroma_made();
-    if (!way_.filters_chroma()) return run<kernel::first_of_pairs>(line, to, count);
-    repeat_ends(line, piece_.made);
-    if (way_.how.siting == kernel::siting::left)
-      run<kernel::halve_samples<kernel::siting::left>>(line, to, count);
-    else
-      run<kernel::halve_samples<kernel::siting::center>>(line, to, count);
-    keep_last(line, piece_.made);
-  }
-  chroma_lines in_columns_of_destination(const chroma_lines& lines) const {
-    if (!way_.halves_columns) return lines;
-    halve_line(lines.cb, lines_.halved.cb);
-    halve_line(lines.cr, lines_.halved.cr);
-    return lines_.halved;
+  // Calls run() where lines have a sample before the first one and behind the last one.
+  template <class Run>
+  void with_ends(const std::initializer_list<uint16_t*> lines, const int count, const Run run) const {
+    for (uint16_t* line : lines) repeat_ends(line, count);
+    run();
+    for (uint16_t* line : lines) keep_last(line, count);
   }
   chroma_lines doubled(const chroma_lines& lines) const {
+    const auto& [cb, cr] = lines;
+    const auto& [to_cb, to_cr] = lines_.doubled;
+    const int count = chroma_used();
     if (!way_.doubles_columns) return lines;
-    double_line(lines.cb, lines_.doubled.cb);
-    double_line(lines.cr, lines_.doubled.cr);
+    if (!way_.filters_chroma()) {
+      run<kernel::repeat_samples>(cb, cr, to_cb, to_cr, count);
+      return lines_.doubled;
+    }
+    with_ends({cb, cr}, count,
+              [&] { with_siting([&]<siting at>() { run<kernel::double_samples<at>>(cb, cr, to_cb, to_cr, count); }); });
     return lines_.doubled;
+  }
+  // That of an upper row is made where it is kept.
+  chroma_lines halved() const { return is_kept_as_upper() ? upper() : lines_.halved; }
+  chroma_lines in_columns_of_destination(const chroma_lines& lines) const {
+    if (!way_.halves_columns) return lines;
+    const auto& [cb, cr] = lines;
+    const auto [to_cb, to_cr] = halved();
+    const int count = chroma_made();
+    if (!way_.filters_chroma()) {
+      run<kernel::first_of_pairs>(cb, to_cb, count);
+      run<kernel::first_of_pairs>(cr, to_cr, count);
+      return {to_cb, to_cr};
+    }
+    with_ends({cb, cr}, piece_.made,
+              [&] { with_siting([&]<siting at>() { run<kernel::halve_samples<at>>(cb, cr, to_cb, to_cr, count); }); });
+    return {to_cb, to_cr};
   }
 
   // Colour.
 
   template <class Kernel>
-  void to_rgb(const typename Kernel::coefficients& by, const uint16_t* luma, const chroma_lines& chroma,
-              const int count) const {
-    const auto& [r, g, b, a, rest] = lines_.rgb.of;
+  static Kernel with_coefficients(const typename Kernel::coefficients& by) {
     Kernel k{};
     static_cast<typename Kernel::coefficients&>(k) = by;
-    run<Kernel>(luma, chroma.cb, chroma.cr, r, g, b, count, k);
+    return k;
   }
-  // With chroma of every second pixel, unless that is doubled before.
-  template <class Kernel>
-  void to_rgb(const typename Kernel::coefficients& by, uint16_t* luma, const chroma_lines& chroma) const {
-    using kernel::siting;
-    if (!doubles_linearly_) return to_rgb<Kernel>(by, luma, doubled(chroma), piece_.made);
-    const int pairs = chroma_used();
-    repeat_ends(chroma.cb, pairs);
-    repeat_ends(chroma.cr, pairs);
+  template <class Whole>
+  void to_rgb(const typename Whole::coefficients& by, uint16_t* luma, const chroma_lines& chroma) const {
+    const auto& [r, g, b, a, rest] = lines_.rgb.of;
+    if (!doubles_linearly_) {
+      const auto [cb, cr] = doubled(chroma);
+      return run<Whole>(luma, cb, cr, r, g, b, piece_.made, with_coefficients<Whole>(by));
+    }
     repeat_ends(luma, piece_.made);  // the last pair may be one pixel
-    if (way_.how.siting == siting::left)
-      to_rgb<kernel::line_pairs_to_rgb<Kernel, siting::left>>(by, luma, chroma, pairs);
-    else
-      to_rgb<kernel::line_pairs_to_rgb<Kernel, siting::center>>(by, luma, chroma, pairs);
-    keep_last(chroma.cb, pairs);
-    keep_last(chroma.cr, pairs);
+    with_ends({chroma.cb, chroma.cr}, chroma_used(), [&] {
+      with_siting([&]<siting at>() {
+        using pairs = kernel::line_pairs_to_rgb<Whole, at>;
+        run<pairs>(luma, chroma.cb, chroma.cr, r, g, b, chroma_used(), with_coefficients<pairs>(by));
+      });
+    });
   }
   void to_rgb(uint16_t* luma, const chroma_lines& chroma) const {
     if (way_.narrow)
@@ -247,13 +257,29 @@ class rows_of_way {
       run<kernel::luma_line_to_grey_wide>(luma, grey, piece_.made, k);
     }
   }
-  void from_rgb(const component_lines& rgb) const {
+  // Luma, and chroma for the columns of the destination.
+  template <class Matrix>
+  chroma_lines from_rgb(const Matrix& by, const component_lines& rgb) const {
     const auto& [r, g, b, a, rest] = rgb.of;
     const auto& [y, cb, cr, no_alpha, none] = lines_.ycbcr.of;
-    if (way_.narrow)
-      run<kernel::rgb_lines_to_ycbcr_narrow>(r, g, b, y, cb, cr, piece_.made, way_.narrow_from);
-    else
-      run<kernel::rgb_lines_to_ycbcr_wide>(r, g, b, y, cb, cr, piece_.made, way_.wide_from);
+    run<Matrix>(r, g, b, y, cb, cr, piece_.made, by);
+    return in_columns_of_destination({cb, cr});
+  }
+  chroma_lines pairs_from_rgb(const component_lines& rgb) const {
+    const auto& [r, g, b, a, rest] = rgb.of;
+    const chroma_lines to = halved();
+    with_ends({r, g, b}, piece_.made, [&] {
+      with_siting([&]<siting at>() {
+        kernel::rgb_line_pairs_to_ycbcr_narrow<at> k{};
+        k.matrix = way_.narrow_from;
+        run<decltype(k)>(r, g, b, lines_.ycbcr.of[first], to.cb, to.cr, chroma_made(), k);
+      });
+    });
+    return to;
+  }
+  chroma_lines from_rgb(const component_lines& rgb) const {
+    if (needs_.halves_in_matrix) return pairs_from_rgb(rgb);
+    return way_.narrow ? from_rgb(way_.narrow_from, rgb) : from_rgb(way_.wide_from, rgb);
   }
   template <class Kernel>
   void to_one(const component_lines& rgb, const Kernel& k) const {
@@ -324,15 +350,13 @@ class rows_of_way {
   }
   void make_ycbcr(component_lines& made) const {
     const bool has_chroma = way_.to.has_chroma && !is_grey(way_.from);
-    if (has_chroma)
-      from_rgb(made);
-    else
+    if (has_chroma) {
+      set_chroma(made, from_rgb(made));
+    } else {
       to_luma(made);
-    made.of[first] = lines_.ycbcr.of[first];
-    if (has_chroma)
-      set_chroma(made, in_columns_of_destination({lines_.ycbcr.of[second], lines_.ycbcr.of[third]}));
-    else
       set_chroma(made, neutral());
+    }
+    made.of[first] = lines_.ycbcr.of[first];
   }
   void narrow_range(const component_lines& made) const {
     scale(made.of[first], piece_.made, way_.rgb_range);
@@ -346,7 +370,6 @@ class rows_of_way {
   // Rows of chroma of a 4:2:0 destination: of the upper row, or of both.
   void write_half_rows(const component_lines& made) {
     const bool is_upper = piece_.row % 2 == 0;
-    const bool is_last = piece_.row + 1 == way_.from.height;
     const bool is_neutral = made.of[second] == lines_.neutral;
     component_lines out = made;
     if (!needs_.average_of_rows || is_neutral) {
@@ -354,19 +377,23 @@ class rows_of_way {
       if (way_.keeps_half_rows) set_chroma(out, chroma_row(piece_.row / 2));
     } else if (!is_upper) {
       set_chroma(out, average_with_upper({made.of[second], made.of[third]}));
-    } else if (!is_last) {
+    } else if (is_kept_as_upper()) {
       return keep_as_upper({made.of[second], made.of[third]});
     }
     write(piece_.row / 2, 2, out);
   }
   chroma_lines upper() const { return lines_.upper.from(way_.to.chroma_samples(piece_.first_column)); }
+  bool is_kept_as_upper() const {
+    return needs_.average_of_rows && piece_.row % 2 == 0 && piece_.row + 1 < way_.from.height;
+  }
   void keep_as_upper(const chroma_lines& made) const {
+    if (made.cb == upper().cb) return;
     std::copy_n(made.cb, chroma_made(), upper().cb);
     std::copy_n(made.cr, chroma_made(), upper().cr);
   }
   chroma_lines average_with_upper(const chroma_lines& lower) const {
-    run<kernel::average_of_lines>(upper().cb, lower.cb, lines_.averaged.cb, chroma_made());
-    run<kernel::average_of_lines>(upper().cr, lower.cr, lines_.averaged.cr, chroma_made());
+    const auto& [cb, cr] = lines_.averaged;
+    run<kernel::average_of_lines>(upper().cb, upper().cr, lower.cb, lower.cr, cb, cr, chroma_made());
     return lines_.averaged;
   }
   void write(const int row, const int image_rows, const component_lines& lines) const {

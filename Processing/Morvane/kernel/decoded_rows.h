@@ -371,7 +371,8 @@ using decoders_to_bytes =
 template <class Reader>
 using decoders_of_any = typename joined_lists<
     decoders_to_bytes<Reader, narrow_matrix>,
-    kernel_list<decode<Reader, wide_matrix, floats_in_order>, decode<Reader, wide_matrix, floats_in_planes>>>::type;
+    kernel_list<decode<Reader, narrow_matrix, bytes_of_luminance>, decode<Reader, wide_matrix, floats_in_order>,
+                decode<Reader, wide_matrix, floats_in_planes>>>::type;
 template <class Reader>
 using decoders_of_deep =
     kernel_list<decode<Reader, narrow_matrix, tens_in_order<0>>, decode<Reader, narrow_matrix, tens_in_order<2>>,

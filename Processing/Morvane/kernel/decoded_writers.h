@@ -79,6 +79,27 @@ struct bytes_in_order {
   }
 };
 
+// A byte of luminance.
+struct bytes_of_luminance {
+  using planes = plane_list<to<2>>;
+  static constexpr rgb_samples samples = rgb_samples::luminance;
+  rgb_lines_to_luminance by;
+
+  MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* dst) const {
+    uint16_t luminance;
+    by.rule(&rgb.r, &rgb.g, &rgb.b, &luminance);
+    dst[pixel] = bytes_in_order<4>::byte(luminance);
+  }
+  template <class V>
+  MORVANE_INLINE auto steps_of_bytes(const rgb_blocks<V>& rgb) const {
+    return rounding<8>{true}.unlimited<V>(by.luminance_of<V>(rgb));
+  }
+  template <class V, pixel_order order>
+  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
+    return bytes_in_order<4>::packed<V, order>(steps_of_bytes<V>(p.first), steps_of_bytes<V>(p.second));
+  }
+};
+
 // What writers of one block after the other share.
 template <class Writer>
 struct block_by_block : red_or_blue_first {

@@ -14,17 +14,30 @@ namespace Processing::Morvane::format_conversion::kernel {
 // Where the chroma of a pair lies: at its first pixel, or between the two.
 enum class siting : bool { left, center };
 
-struct repeat_samples : line_kernel<repeat_samples, read_line, written_words<2>> {
-  MORVANE_INLINE static void rule(const uint16_t* src, uint16_t* dst) { dst[0] = dst[1] = *src; }
+// Kernels of lines of Cb and of Cr alike: `Own` knows what becomes of one of them.
+template <class Own, class Read, class Written>
+struct both_lines : line_kernel<Own, Read, Read, Written, Written> {
+  MORVANE_INLINE static void rule(const uint16_t* cb, const uint16_t* cr, uint16_t* to_cb, uint16_t* to_cr) {
+    Own::rule_of_line(cb, to_cb);
+    Own::rule_of_line(cr, to_cr);
+  }
   template <class V>
-  MORVANE_INLINE static auto convert(const uint8_t* src) {
+  MORVANE_INLINE static auto convert(const uint8_t* cb, const uint8_t* cr) {
+    return to_planes(Own::template of_line<V>(cb), Own::template of_line<V>(cr));
+  }
+};
+
+struct repeat_samples : both_lines<repeat_samples, read_line, written_words<2>> {
+  MORVANE_INLINE static void rule_of_line(const uint16_t* src, uint16_t* dst) { dst[0] = dst[1] = *src; }
+  template <class V>
+  MORVANE_INLINE static auto of_line(const uint8_t* src) {
     return V::interleave2_words(V::load(src), V::load(src));
   }
 };
 
 template <siting at>
-struct double_samples : line_kernel<double_samples<at>, read_line, written_words<2>> {
-  MORVANE_INLINE static void rule(const uint16_t* src, uint16_t* dst) {
+struct double_samples : both_lines<double_samples<at>, read_line, written_words<2>> {
+  MORVANE_INLINE static void rule_of_line(const uint16_t* src, uint16_t* dst) {
     if constexpr (at == siting::left) {
       dst[0] = src[0];
       dst[1] = average_up(src[0], src[1]);
@@ -34,7 +47,7 @@ struct double_samples : line_kernel<double_samples<at>, read_line, written_words
     }
   }
   template <class V>
-  MORVANE_INLINE static auto convert(const uint8_t* src) {
+  MORVANE_INLINE static auto of_line(const uint8_t* src) {
     const auto own = V::load(src);
     const auto next = V::load(src + 2);
     if constexpr (at == siting::left)
@@ -59,12 +72,12 @@ struct first_of_pairs : line_kernel<first_of_pairs, read_words<2>, written_line>
 };
 
 template <siting at>
-struct halve_samples : line_kernel<halve_samples<at>, read_words<2>, written_line> {
-  MORVANE_INLINE static void rule(const uint16_t* src, uint16_t* dst) {
+struct halve_samples : both_lines<halve_samples<at>, read_words<2>, written_line> {
+  MORVANE_INLINE static void rule_of_line(const uint16_t* src, uint16_t* dst) {
     *dst = at == siting::left ? smoothed(src[-1], src[0], src[1]) : average_up(src[0], src[1]);
   }
   template <class V>
-  MORVANE_INLINE static auto convert(const uint8_t* src) {
+  MORVANE_INLINE static auto of_line(const uint8_t* src) {
     const auto own = load_pairs<V>(src);
     if constexpr (at == siting::left)
       return smoothed<V>(load_pairs<V>(src - 2).first, own.first, own.second);
@@ -74,23 +87,34 @@ struct halve_samples : line_kernel<halve_samples<at>, read_words<2>, written_lin
 };
 
 // Between two lines: three parts of the first and one of the second, or equal parts.
-struct between_lines : line_kernel<between_lines, read_line, read_line, written_line> {
-  MORVANE_INLINE static void rule(const uint16_t* near, const uint16_t* far, uint16_t* dst) {
-    *dst = nearer_to_first(*near, *far);
+template <class Own>
+struct lines_into_one : line_kernel<Own, read_line, read_line, read_line, read_line, written_line, written_line> {
+  MORVANE_INLINE static void rule(const uint16_t* cb, const uint16_t* cr, const uint16_t* other_cb,
+                                  const uint16_t* other_cr, uint16_t* to_cb, uint16_t* to_cr) {
+    *to_cb = Own::sample(*cb, *other_cb);
+    *to_cr = Own::sample(*cr, *other_cr);
   }
   template <class V>
-  MORVANE_INLINE static auto convert(const uint8_t* near, const uint8_t* far) {
-    return nearer_to_first<V>(V::load(near), V::load(far));
+  MORVANE_INLINE static auto convert(const uint8_t* cb, const uint8_t* cr, const uint8_t* other_cb,
+                                     const uint8_t* other_cr) {
+    return to_planes(Own::template samples<V>(V::load(cb), V::load(other_cb)),
+                     Own::template samples<V>(V::load(cr), V::load(other_cr)));
   }
 };
 
-struct average_of_lines : line_kernel<average_of_lines, read_line, read_line, written_line> {
-  MORVANE_INLINE static void rule(const uint16_t* upper, const uint16_t* lower, uint16_t* dst) {
-    *dst = average_up(*upper, *lower);
-  }
+struct between_lines : lines_into_one<between_lines> {
+  MORVANE_INLINE static uint16_t sample(const uint16_t near, const uint16_t far) { return nearer_to_first(near, far); }
   template <class V>
-  MORVANE_INLINE static auto convert(const uint8_t* upper, const uint8_t* lower) {
-    return V::average_up(V::load(upper), V::load(lower));
+  MORVANE_INLINE static auto samples(const typename V::block near, const typename V::block far) {
+    return nearer_to_first<V>(near, far);
+  }
+};
+
+struct average_of_lines : lines_into_one<average_of_lines> {
+  MORVANE_INLINE static uint16_t sample(const uint16_t upper, const uint16_t lower) { return average_up(upper, lower); }
+  template <class V>
+  MORVANE_INLINE static auto samples(const typename V::block upper, const typename V::block lower) {
+    return V::average_up(upper, lower);
   }
 };
 

@@ -6,7 +6,6 @@
 #include <cstdint>
 
 #include "lines.h"
-#include "lines_chroma.h"
 #include "list.h"
 #include "samples.h"
 #include "stored.h"
@@ -27,6 +26,10 @@ MORVANE_INLINE auto times(const typename V::block v, const int factor) {
 template <class V>
 struct rgb_blocks {
   typename V::block r, g, b;
+};
+template <class V>
+struct ycbcr_blocks {
+  typename V::block y, cb, cr;
 };
 
 // YCbCr to RGB with coefficients times 8192. The narrow form rounds every product and suffices for ten bits; its
@@ -51,6 +54,12 @@ struct narrow_coefficients_to_rgb {
     const auto doubled = V::add_words_to_limit(positive, positive);
     return V::add_words_to_limit(doubled, doubled);
   }
+  // The same of sums that are lowered to the middle of signed words, where doubling stops at both ends.
+  template <class V>
+  MORVANE_INLINE static auto times_four(const typename V::block lowered) {
+    const auto doubled = V::add_signed_to_limit(lowered, lowered);
+    return around_middle<V>(V::add_signed_to_limit(doubled, doubled));
+  }
   MORVANE_INLINE int lifted_grey(const uint16_t luma) const {
     return black + lift + rounded_product(around_middle(luma), y);
   }
@@ -70,9 +79,13 @@ struct narrow_coefficients_to_rgb {
   template <class V>
   MORVANE_INLINE rgb_blocks<V> lifted_sums(const typename V::block luma, const typename V::block cb,
                                            const typename V::block cr) const {
+    return sums_by<V>(lifted_grey<V>(luma), cb, cr);
+  }
+  template <class V>
+  MORVANE_INLINE rgb_blocks<V> sums_by(const typename V::block grey, const typename V::block cb,
+                                       const typename V::block cr) const {
     const auto u = around_middle<V>(cb);
     const auto v = around_middle<V>(cr);
-    const auto grey = lifted_grey<V>(luma);
     return {V::add_words(grey, times<V>(v, r_cr)),
             V::subtract_words(V::subtract_words(grey, times<V>(u, g_cb)), times<V>(v, g_cr)),
             V::add_words(grey, times<V>(u, b_cb))};
@@ -80,8 +93,9 @@ struct narrow_coefficients_to_rgb {
   template <class V>
   MORVANE_INLINE rgb_blocks<V> rgb_of(const typename V::block luma, const typename V::block cb,
                                       const typename V::block cr) const {
-    const auto sums = lifted_sums<V>(luma, cb, cr);
-    return {clamped<V>(sums.r), clamped<V>(sums.g), clamped<V>(sums.b)};
+    const auto grey = V::add_words(repeat_signed<V>(black - 8192), times<V>(around_middle<V>(luma), y));
+    const auto sums = sums_by<V>(grey, cb, cr);
+    return {times_four<V>(sums.r), times_four<V>(sums.g), times_four<V>(sums.b)};
   }
 };
 
@@ -162,51 +176,6 @@ struct wide_coefficients_to_rgb {
 
 using ycbcr_lines_to_rgb_wide = ycbcr_lines_to_rgb<wide_coefficients_to_rgb>;
 
-// A kernel of lines to RGB, of pairs of pixels with chroma of every second one, which is doubled on the way. Lines of
-// luma and of RGB have two samples for each sample of chroma.
-template <class Whole, siting at>
-struct line_pairs_to_rgb : line_kernel<line_pairs_to_rgb<Whole, at>, read_words<2>, read_line, read_line,
-                                       written_words<2>, written_words<2>, written_words<2>>,
-                           Whole::coefficients {
-  static constexpr bool fills_registers = true;
-
-  MORVANE_INLINE void rule(const uint16_t* luma, const uint16_t* cb, const uint16_t* cr, uint16_t* r, uint16_t* g,
-                           uint16_t* b) const {
-    uint16_t u[2], v[2];
-    double_samples<at>::rule(cb, u);
-    double_samples<at>::rule(cr, v);
-    this->rule_of_pixel(luma[0], u[0], v[0], r, g, b);
-    this->rule_of_pixel(luma[1], u[1], v[1], r + 1, g + 1, b + 1);
-  }
-  template <class V>
-  MORVANE_INLINE auto convert(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr) const {
-    const auto u = double_samples<at>::template convert<V>(cb);
-    const auto v = double_samples<at>::template convert<V>(cr);
-    const auto first = this->template rgb_of<V>(V::load(luma), u.first, v.first);
-    const auto second = this->template rgb_of<V>(V::load(blocks_on<V>(luma, 1)), u.second, v.second);
-    return to_planes(in_a_row(first.r, second.r), in_a_row(first.g, second.g), in_a_row(first.b, second.b));
-  }
-  // Of the loops that there are without vectors, compilers make better use one after the other.
-  template <class V>
-  MORVANE_INLINE void line(const uint16_t* luma, const uint16_t* cb, const uint16_t* cr, uint16_t* r, uint16_t* g,
-                           uint16_t* b, const int count) const {
-    if constexpr (V::lanes > 0) {
-      walk<V>(*this, at_least_zero(count), luma, cb, cr, r, g, b);
-    } else {
-      constexpr int most = 64;
-      uint16_t u[2 * most], v[2 * most];
-      Whole whole{};
-      static_cast<typename Whole::coefficients&>(whole) = *this;
-      for (int i = 0; i < count; i += most) {
-        const int pairs = count - i < most ? count - i : most;
-        double_samples<at>().template line<V>(cb + i, u, pairs);
-        double_samples<at>().template line<V>(cr + i, v, pairs);
-        whole.template line<V>(luma + 2 * i, u, v, r + 2 * i, g + 2 * i, b + 2 * i, 2 * pairs);
-      }
-    }
-  }
-};
-
 struct luma_line_to_grey_wide : line_kernel<luma_line_to_grey_wide, read_line, written_line>, wide_coefficients_to_rgb {
   MORVANE_INLINE void rule(const uint16_t* luma, uint16_t* grey) const {
     *grey = clamp_to_word(scaled_grey(*luma) >> 13);
@@ -262,6 +231,30 @@ struct narrow_from_rgb {
   MORVANE_INLINE static auto chroma_of(const typename V::block x, const int a, const typename V::block y, const int b,
                                        const typename V::block z, const int c) {
     return doubled<V>(32768, half_of_chroma<V>(x, a, y, b, z, c));
+  }
+
+  // Chroma of pairs takes that of pixels as halves around 0, and that of odd pixels as the same around 32768.
+  template <class V>
+  MORVANE_INLINE ycbcr_blocks<V> for_pairs(const rgb_blocks<V>& rgb) const {
+    const auto r = V::template shift_right_words<1>(rgb.r);
+    const auto g = V::template shift_right_words<1>(rgb.g);
+    const auto b = V::template shift_right_words<1>(rgb.b);
+    return {luma_of<V>(r, g, b), half_of_chroma<V>(b, of.cb_b, g, of.cb_g, r, of.cb_r),
+            half_of_chroma<V>(r, of.cr_r, g, of.cr_g, b, of.cr_b)};
+  }
+  MORVANE_INLINE static uint16_t of_odd(const uint16_t chroma) { return static_cast<uint16_t>((chroma >> 1) + 16384); }
+  template <class V>
+  MORVANE_INLINE static auto of_odd(const typename V::block half) {
+    return around_middle<V>(half);
+  }
+  template <class V>
+  MORVANE_INLINE static auto smoothed(const typename V::block before, const typename V::block even,
+                                      const typename V::block odd) {
+    return V::add_words(even, V::average_up(before, odd));
+  }
+  template <class V>
+  MORVANE_INLINE static auto averaged(const typename V::block even, const typename V::block odd) {
+    return V::add_words(even, odd);
   }
 };
 
@@ -344,9 +337,12 @@ struct rgb_lines_to_luminance : line_kernel<rgb_lines_to_luminance, read_line, r
     *luminance = clamp_to_word(bottom + ((r * *red + g * *green + b * *blue + 16384) >> 15));
   }
   template <class V>
+  MORVANE_INLINE auto luminance_of(const rgb_blocks<V>& rgb) const {
+    return weighed_sum<V>(around_middle<V>(rgb.r), r, around_middle<V>(rgb.g), g, around_middle<V>(rgb.b), b, bottom);
+  }
+  template <class V>
   MORVANE_INLINE auto convert(const uint8_t* red, const uint8_t* green, const uint8_t* blue) const {
-    return weighed_sum<V>(around_middle<V>(V::load(red)), r, around_middle<V>(V::load(green)), g,
-                          around_middle<V>(V::load(blue)), b, bottom);
+    return luminance_of<V>({V::load(red), V::load(green), V::load(blue)});
   }
 };
 
@@ -390,11 +386,8 @@ struct fill_line : each_pixel<written_line> {
 };
 
 using lines_colour_kernels =
-    kernel_list<ycbcr_lines_to_rgb_narrow, line_pairs_to_rgb<ycbcr_lines_to_rgb_narrow, siting::left>,
-                line_pairs_to_rgb<ycbcr_lines_to_rgb_narrow, siting::center>,
-                line_pairs_to_rgb<ycbcr_lines_to_rgb_wide, siting::left>,
-                line_pairs_to_rgb<ycbcr_lines_to_rgb_wide, siting::center>, luma_line_to_grey_narrow,
-                ycbcr_lines_to_rgb_wide, luma_line_to_grey_wide, rgb_lines_to_ycbcr_narrow, rgb_lines_to_luma_narrow,
-                rgb_lines_to_ycbcr_wide, rgb_lines_to_luminance, scale_line, line_over_background, fill_line>;
+    kernel_list<ycbcr_lines_to_rgb_narrow, luma_line_to_grey_narrow, ycbcr_lines_to_rgb_wide, luma_line_to_grey_wide,
+                rgb_lines_to_ycbcr_narrow, rgb_lines_to_luma_narrow, rgb_lines_to_ycbcr_wide, rgb_lines_to_luminance,
+                scale_line, line_over_background, fill_line>;
 
 }  // namespace Processing::Morvane::format_conversion::kernel
