@@ -173,6 +173,11 @@ TEST(checked_plans, decode_without_lines) {
       EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
     }
   EXPECT_FALSE(is_decoded("uyvy", "rgbaf32", {}));
+  for (const char* from :
+       {"uyvy", "yuy2", "y_uv_420", "y_vu_420", "y_u_v_420", "y_u_v_a_422", "p010", "y_u_v_420_10u16"})
+    EXPECT_TRUE(is_decoded(from, "L", {})) << from;
+  EXPECT_FALSE(is_decoded("p016", "L", {}));
+  EXPECT_FALSE(is_decoded("y", "L", {}));
   EXPECT_TRUE(is_decoded("p012", "rgb48", {}));
   EXPECT_FALSE(is_decoded("p016", "rgb48", {}));
   EXPECT_TRUE(is_decoded("p016", "rgb48", {.filter = filter::nearest}));

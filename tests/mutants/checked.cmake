@@ -397,3 +397,26 @@ mutant(second_group_of_six_words_with_a_gap
        ROWS lines.are_as_their_rules_say_on_every_backend
        PROGRAM checked_test
        BACKEND avx2)
+
+mutant(odd_pixel_before_a_pair_of_lines_forgotten
+       FILE kernel/lines_pixel_pairs.h
+       FROM [[before.last = odd;]]
+       TO [[]]
+       ROWS lines.*
+       PROGRAM checked_test
+       BACKEND avx2)
+
+mutant(pixel_before_a_piece_forgotten_by_the_matrix
+       FILE checked/rows.cpp
+       FROM [[for (uint16_t* line : {r, g, b}) keep_last(line, piece_.made);]]
+       TO [[]]
+       ROWS *of_wide_rows_are_as_the_rules_say/bgra
+       PROGRAM checked_test)
+
+mutant(rgb_above_white_not_clamped
+       FILE kernel/lines_colour.h
+       FROM [[V::add_signed_to_limit(doubled, doubled)]]
+       TO [[V::add_words(doubled, doubled)]]
+       ROWS lines.*
+       PROGRAM checked_test
+       BACKEND avx2)

@@ -404,3 +404,19 @@ mutant(rows_upwards_given_to_an_entry_point_that_leaves_them
        TO [[is_tight(source, w.from) && (true || goes_down(destination, w.to));]]
        ROWS named_entry_points.reach_rows_that_go_up
        PROGRAM checked_test)
+
+mutant(luminance_of_exchanged_chroma
+       FILE checked/decoded.cpp
+       FROM [[std::swap(result.luminance.r, result.luminance.b);]]
+       TO [[]]
+       ROWS *are_as_the_rules_say/y_vu_420
+       PROGRAM checked_test)
+
+mutant(luminance_of_one_pixel_for_two
+       FILE kernel/decoded_writers.h
+       FROM [[steps_of_bytes<V>(p.first), steps_of_bytes<V>(p.second)]]
+       TO [[steps_of_bytes<V>(p.first), steps_of_bytes<V>(p.first)]]
+       ROWS lines.*
+       PROGRAM checked_test
+       KERNELS decode_kernels
+       BACKEND avx2)

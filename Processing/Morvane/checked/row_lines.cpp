@@ -112,7 +112,8 @@ row_needs needs_of(const way& w) {
   n.chroma = w.to.has_chroma && (n.components[second] || n.components[third]);
   n.half_rows = w.to.half_height && n.chroma;
   n.average_of_rows = n.half_rows && !w.keeps_half_rows && w.filters_chroma();
-  n.halves_in_matrix = w.narrow && w.has_from_rgb && w.halves_columns && w.filters_chroma();
+  n.halves_in_matrix =
+      w.narrow && w.has_from_rgb && w.halves_columns && w.filters_chroma() && w.how.siting == kernel::siting::left;
   n.alpha = w.composites || (w.from.has_alpha && w.to.has_alpha);
   return n;
 }

@@ -180,65 +180,58 @@ class rows_of_way {
     else
       run.template operator()<siting::center>();
   }
-  // Calls run() where lines have a sample before the first one and behind the last one.
+  // The same where lines have a sample before the first one and behind the last one.
   template <class Run>
-  void with_ends(const std::initializer_list<uint16_t*> lines, const int count, const Run run) const {
-    for (uint16_t* line : lines) repeat_ends(line, count);
-    run();
-    for (uint16_t* line : lines) keep_last(line, count);
+  void with_ends(const chroma_lines& lines, const int count, const Run run) const {
+    for (uint16_t* line : {lines.cb, lines.cr}) repeat_ends(line, count);
+    with_siting(run);
+    for (uint16_t* line : {lines.cb, lines.cr}) keep_last(line, count);
   }
-  chroma_lines doubled(const chroma_lines& lines) const {
-    const auto& [cb, cr] = lines;
-    const auto& [to_cb, to_cr] = lines_.doubled;
+  chroma_lines doubled(const chroma_lines& from) const {
+    const chroma_lines& to = lines_.doubled;
     const int count = chroma_used();
-    if (!way_.doubles_columns) return lines;
-    if (!way_.filters_chroma()) {
-      run<kernel::repeat_samples>(cb, cr, to_cb, to_cr, count);
-      return lines_.doubled;
-    }
-    with_ends({cb, cr}, count,
-              [&] { with_siting([&]<siting at>() { run<kernel::double_samples<at>>(cb, cr, to_cb, to_cr, count); }); });
-    return lines_.doubled;
+    if (!way_.doubles_columns) return from;
+    if (!way_.filters_chroma())
+      run<kernel::repeat_samples>(from.cb, from.cr, to.cb, to.cr, count);
+    else
+      with_ends(from, count,
+                [&]<siting at>() { run<kernel::double_samples<at>>(from.cb, from.cr, to.cb, to.cr, count); });
+    return to;
   }
   // That of an upper row is made where it is kept.
   chroma_lines halved() const { return is_kept_as_upper() ? upper() : lines_.halved; }
-  chroma_lines in_columns_of_destination(const chroma_lines& lines) const {
-    if (!way_.halves_columns) return lines;
-    const auto& [cb, cr] = lines;
-    const auto [to_cb, to_cr] = halved();
+  chroma_lines in_columns_of_destination(const chroma_lines& from) const {
+    if (!way_.halves_columns) return from;
+    const chroma_lines to = halved();
     const int count = chroma_made();
     if (!way_.filters_chroma()) {
-      run<kernel::first_of_pairs>(cb, to_cb, count);
-      run<kernel::first_of_pairs>(cr, to_cr, count);
-      return {to_cb, to_cr};
+      run<kernel::first_of_pairs>(from.cb, to.cb, count);
+      run<kernel::first_of_pairs>(from.cr, to.cr, count);
+    } else {
+      with_ends(from, piece_.made,
+                [&]<siting at>() { run<kernel::halve_samples<at>>(from.cb, from.cr, to.cb, to.cr, count); });
     }
-    with_ends({cb, cr}, piece_.made,
-              [&] { with_siting([&]<siting at>() { run<kernel::halve_samples<at>>(cb, cr, to_cb, to_cr, count); }); });
-    return {to_cb, to_cr};
+    return to;
   }
 
   // Colour.
 
   template <class Kernel>
-  static Kernel with_coefficients(const typename Kernel::coefficients& by) {
+  void to_rgb(const typename Kernel::coefficients& by, const uint16_t* luma, const chroma_lines& chroma,
+              const int count) const {
+    const auto& [r, g, b, a, rest] = lines_.rgb.of;
     Kernel k{};
     static_cast<typename Kernel::coefficients&>(k) = by;
-    return k;
+    run<Kernel>(luma, chroma.cb, chroma.cr, r, g, b, count, k);
   }
-  template <class Whole>
-  void to_rgb(const typename Whole::coefficients& by, uint16_t* luma, const chroma_lines& chroma) const {
-    const auto& [r, g, b, a, rest] = lines_.rgb.of;
-    if (!doubles_linearly_) {
-      const auto [cb, cr] = doubled(chroma);
-      return run<Whole>(luma, cb, cr, r, g, b, piece_.made, with_coefficients<Whole>(by));
-    }
+  // With chroma of every second pixel, unless that is doubled before.
+  template <class Kernel>
+  void to_rgb(const typename Kernel::coefficients& by, uint16_t* luma, const chroma_lines& chroma) const {
+    if (!doubles_linearly_) return to_rgb<Kernel>(by, luma, doubled(chroma), piece_.made);
+    const int pairs = chroma_used();
     repeat_ends(luma, piece_.made);  // the last pair may be one pixel
-    with_ends({chroma.cb, chroma.cr}, chroma_used(), [&] {
-      with_siting([&]<siting at>() {
-        using pairs = kernel::line_pairs_to_rgb<Whole, at>;
-        run<pairs>(luma, chroma.cb, chroma.cr, r, g, b, chroma_used(), with_coefficients<pairs>(by));
-      });
-    });
+    with_ends(chroma, pairs,
+              [&]<siting at>() { to_rgb<kernel::line_pairs_to_rgb<Kernel, at>>(by, luma, chroma, pairs); });
   }
   void to_rgb(uint16_t* luma, const chroma_lines& chroma) const {
     if (way_.narrow)
@@ -268,13 +261,11 @@ class rows_of_way {
   chroma_lines pairs_from_rgb(const component_lines& rgb) const {
     const auto& [r, g, b, a, rest] = rgb.of;
     const chroma_lines to = halved();
-    with_ends({r, g, b}, piece_.made, [&] {
-      with_siting([&]<siting at>() {
-        kernel::rgb_line_pairs_to_ycbcr_narrow<at> k{};
-        k.matrix = way_.narrow_from;
-        run<decltype(k)>(r, g, b, lines_.ycbcr.of[first], to.cb, to.cr, chroma_made(), k);
-      });
-    });
+    kernel::rgb_line_pairs_to_ycbcr_narrow k{};
+    k.matrix = way_.narrow_from;
+    for (uint16_t* line : {r, g, b}) repeat_ends(line, piece_.made);
+    run<decltype(k)>(r, g, b, lines_.ycbcr.of[first], to.cb, to.cr, chroma_made(), k);
+    for (uint16_t* line : {r, g, b}) keep_last(line, piece_.made);
     return to;
   }
   chroma_lines from_rgb(const component_lines& rgb) const {

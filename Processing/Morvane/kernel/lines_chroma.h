@@ -25,6 +25,21 @@ struct both_lines : line_kernel<Own, Read, Read, Written, Written> {
   MORVANE_INLINE static auto convert(const uint8_t* cb, const uint8_t* cr) {
     return to_planes(Own::template of_line<V>(cb), Own::template of_line<V>(cr));
   }
+  // Where there are no vectors, one line after the other.
+  template <class V>
+  [[gnu::noinline]] static void loop(const uint16_t* __restrict line, uint16_t* __restrict written, const int count) {
+    for (size_t i = 0; i < at_least_zero(count); ++i) Own::rule_of_line(Read::at(line, i), Written::at(written, i));
+  }
+  template <class V>
+  MORVANE_INLINE void line(const uint16_t* cb, const uint16_t* cr, uint16_t* to_cb, uint16_t* to_cr,
+                           const int count) const {
+    if constexpr (V::lanes > 0) {
+      walk<V>(Own(), at_least_zero(count), cb, cr, to_cb, to_cr);
+    } else {
+      loop<V>(cb, to_cb, count);
+      loop<V>(cr, to_cr, count);
+    }
+  }
 };
 
 struct repeat_samples : both_lines<repeat_samples, read_line, written_words<2>> {

@@ -100,8 +100,8 @@ struct narrow_coefficients_to_rgb {
 };
 
 template <class Coefficients>
-struct ycbcr_lines_to_rgb : line_kernel<ycbcr_lines_to_rgb<Coefficients>, read_line, read_line, read_line, written_line,
-                                        written_line, written_line>,
+struct ycbcr_lines_to_rgb : shared_line_kernel<ycbcr_lines_to_rgb<Coefficients>, read_line, read_line, read_line,
+                                               written_line, written_line, written_line>,
                             Coefficients {
   MORVANE_INLINE void rule(const uint16_t* luma, const uint16_t* cb, const uint16_t* cr, uint16_t* r, uint16_t* g,
                            uint16_t* b) const {
@@ -252,15 +252,11 @@ struct narrow_from_rgb {
                                       const typename V::block odd) {
     return V::add_words(even, V::average_up(before, odd));
   }
-  template <class V>
-  MORVANE_INLINE static auto averaged(const typename V::block even, const typename V::block odd) {
-    return V::add_words(even, odd);
-  }
 };
 
-struct rgb_lines_to_ycbcr_narrow
-    : line_kernel<rgb_lines_to_ycbcr_narrow, read_line, read_line, read_line, written_line, written_line, written_line>,
-      narrow_from_rgb {
+struct rgb_lines_to_ycbcr_narrow : shared_line_kernel<rgb_lines_to_ycbcr_narrow, read_line, read_line, read_line,
+                                                      written_line, written_line, written_line>,
+                                   narrow_from_rgb {
   MORVANE_INLINE void rule(const uint16_t* r, const uint16_t* g, const uint16_t* b, uint16_t* luma, uint16_t* cb,
                            uint16_t* cr) const {
     const int16_t red = halved(*r), green = halved(*g), blue = halved(*b);

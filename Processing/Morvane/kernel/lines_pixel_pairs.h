@@ -14,17 +14,11 @@
 namespace Processing::Morvane::format_conversion::kernel {
 
 // Without vectors there are loops instead, over so many pairs, of which compilers make better use one after the other.
-// Kernels share them.
 inline constexpr int pairs_of_loops = 64;
 
 MORVANE_INLINE constexpr int pairs_from(const int first, const int count) {
   return count - first < pairs_of_loops ? count - first : pairs_of_loops;
 }
-template <class V, class Kernel, class... Line>
-[[gnu::noinline]] void loop(const Kernel k, const int count, Line* const... lines) {
-  k.template line<V>(lines..., count);
-}
-
 template <class Whole, siting at>
 struct line_pairs_to_rgb : line_kernel<line_pairs_to_rgb<Whole, at>, read_words<2>, read_line, read_line,
                                        written_words<2>, written_words<2>, written_words<2>>,
@@ -59,8 +53,8 @@ struct line_pairs_to_rgb : line_kernel<line_pairs_to_rgb<Whole, at>, read_words<
       static_cast<typename Whole::coefficients&>(whole) = k;
       for (int i = 0; i < count; i += pairs_of_loops) {
         const int pairs = pairs_from(i, count);
-        loop<V>(double_samples<at>(), pairs, cb + i, cr + i, u, v);
-        loop<V>(whole, 2 * pairs, luma + 2 * i, u, v, r + 2 * i, g + 2 * i, b + 2 * i);
+        double_samples<at>().template line<V>(cb + i, cr + i, u, v, pairs);
+        whole.template line<V>(luma + 2 * i, u, v, r + 2 * i, g + 2 * i, b + 2 * i, 2 * pairs);
       }
     }
   }
@@ -75,15 +69,15 @@ struct chroma_of_odd_pixels_before {
   MORVANE_INLINE static void result() {}
 };
 
-// RGB to luma, and to the chroma of pairs, in the narrow form: with samples at the first pixel, the odd pixel before a
-// pair counts too, which is read before a line as well.
-template <siting at>
-struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narrow<at>, read_words<2>, read_words<2>,
+// RGB to luma and to the chroma of pairs at their first pixels, in the narrow form. The odd pixel before a pair counts
+// too, which is read before a line as well.
+struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narrow, read_words<2>, read_words<2>,
                                                     read_words<2>, written_words<2>, written_line, written_line> {
   static constexpr bool fills_registers = true;
   static constexpr bool looks_back = true;
   template <class V>
   requires(V::lanes > 0) using seen = chroma_of_odd_pixels_before<V>;
+  using halve = halve_samples<siting::left>;
 
   rgb_lines_to_ycbcr_narrow matrix;
 
@@ -93,8 +87,8 @@ struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narr
     for (int i = 0; i < 3; ++i) matrix.rule(r + i - 1, g + i - 1, b + i - 1, y + i, u + i, v + i);
     luma[0] = y[1];
     luma[1] = y[2];
-    halve_samples<at>::rule_of_line(u + 1, cb);
-    halve_samples<at>::rule_of_line(v + 1, cr);
+    halve::rule_of_line(u + 1, cb);
+    halve::rule_of_line(v + 1, cr);
   }
   template <class V>
   MORVANE_INLINE seen<V> seen_before(bool, const uint8_t* r, const uint8_t* g, const uint8_t* b) const {
@@ -105,15 +99,11 @@ struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narr
   // Pairs Cb Cr.
   template <class V>
   MORVANE_INLINE auto chroma(seen<V>& before, const typename V::block cb, const typename V::block cr) const {
-    const auto [even, odd_half] = V::transpose2_words(cb, cr);
-    const auto odd = matrix.template of_odd<V>(odd_half);
-    if constexpr (at == siting::center) {
-      return matrix.template averaged<V>(even, odd);
-    } else {
-      const auto further = V::dwords_before(before.last, odd);
-      before.last = odd;
-      return matrix.template smoothed<V>(further, even, odd);
-    }
+    const auto halves = V::transpose2_words(cb, cr);
+    const auto odd = matrix.template of_odd<V>(halves.second);
+    const auto further = V::dwords_before(before.last, odd);
+    before.last = odd;
+    return matrix.template smoothed<V>(further, halves.first, odd);
   }
   template <class V>
   MORVANE_INLINE auto convert(seen<V>& before, const uint8_t* r, const uint8_t* g, const uint8_t* b) const {
@@ -136,8 +126,8 @@ struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narr
       k.matrix.rule(r - 1, g - 1, b - 1, &none, u, v);
       for (int i = 0; i < count; i += pairs_of_loops) {
         const int samples = 2 * pairs_from(i, count);
-        loop<V>(k.matrix, samples, r + 2 * i, g + 2 * i, b + 2 * i, luma + 2 * i, u + 1, v + 1);
-        loop<V>(halve_samples<at>(), samples / 2, u + 1, v + 1, cb + i, cr + i);
+        k.matrix.line<V>(r + 2 * i, g + 2 * i, b + 2 * i, luma + 2 * i, u + 1, v + 1, samples);
+        halve().line<V>(u + 1, v + 1, cb + i, cr + i, samples / 2);
         u[0] = u[samples];
         v[0] = v[samples];
       }
@@ -145,12 +135,10 @@ struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narr
   }
 };
 
-template <siting at>
-using lines_pixel_pairs_kernels_at =
-    kernel_list<line_pairs_to_rgb<ycbcr_lines_to_rgb_narrow, at>, line_pairs_to_rgb<ycbcr_lines_to_rgb_wide, at>,
-                rgb_line_pairs_to_ycbcr_narrow<at>>;
-
 using lines_pixel_pairs_kernels =
-    joined_lists<lines_pixel_pairs_kernels_at<siting::left>, lines_pixel_pairs_kernels_at<siting::center>>::type;
+    kernel_list<line_pairs_to_rgb<ycbcr_lines_to_rgb_narrow, siting::left>,
+                line_pairs_to_rgb<ycbcr_lines_to_rgb_narrow, siting::center>,
+                line_pairs_to_rgb<ycbcr_lines_to_rgb_wide, siting::left>,
+                line_pairs_to_rgb<ycbcr_lines_to_rgb_wide, siting::center>, rgb_line_pairs_to_ycbcr_narrow>;
 
 }  // namespace Processing::Morvane::format_conversion::kernel
