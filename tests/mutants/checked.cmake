@@ -410,7 +410,7 @@ mutant(pixel_before_a_piece_forgotten_by_the_matrix
        FILE checked/rows.cpp
        FROM [[for (uint16_t* line : {r, g, b}) keep_last(line, piece_.made);]]
        TO [[]]
-       ROWS *of_wide_rows_are_as_the_rules_say/bgra
+       ROWS *of_wide_rows_are_as_the_rules_say/abgr
        PROGRAM checked_test)
 
 mutant(rgb_above_white_not_clamped

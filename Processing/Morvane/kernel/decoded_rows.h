@@ -273,7 +273,7 @@ struct wide_matrix : wide_coefficients_to_rgb {
 // them.
 
 struct samples_of_piece {
-  static constexpr int pairs = 64;
+  static constexpr int pairs = 256;
   uint16_t luma[2 * pairs], cb[2 * pairs], cr[2 * pairs];
   uint16_t r[2 * pairs], g[2 * pairs], b[2 * pairs];
 };

@@ -14,7 +14,7 @@
 namespace Processing::Morvane::format_conversion::kernel {
 
 // Without vectors there are loops instead, over so many pairs, of which compilers make better use one after the other.
-inline constexpr int pairs_of_loops = 64;
+inline constexpr int pairs_of_loops = 256;
 
 MORVANE_INLINE constexpr int pairs_from(const int first, const int count) {
   return count - first < pairs_of_loops ? count - first : pairs_of_loops;
