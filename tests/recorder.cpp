@@ -30,7 +30,9 @@ struct call_reader {
   void read(const std::uint8_t* plane) { call.plane.at(planes++) = reinterpret_cast<std::uintptr_t>(plane); }
   void read(int count) { call.count = count; }
   template <class Kernel>
-  void read(const Kernel&) {}
+  void read([[maybe_unused]] const Kernel& k) {
+    if constexpr (requires { k.streams; }) call.streams = k.streams;
+  }
 };
 
 template <class Kernel, class Function = kernel::line_function<Kernel>>

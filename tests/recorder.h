@@ -19,6 +19,7 @@ struct line_call {
   std::size_t kernel = 0;                 // its place in the list of all kernels
   std::array<std::uintptr_t, 8> plane{};  // sources first
   int count = 0;
+  bool streams = false;  // what the kernel is told
 };
 
 std::size_t number_of_kernels();

@@ -28,35 +28,45 @@ namespace {
 namespace backend = Processing::Morvane::backend;
 namespace kernel = Processing::Morvane::format_conversion::kernel;
 
-// A plane of some units between bytes that may be read. In lines, a few bytes behind them may be written too.
+// A plane of some units between bytes that may be read, so many bytes behind the begin of a cache line. In lines, a few
+// bytes behind them may be written too.
 struct plane_memory {
   static constexpr std::size_t margin = 128;
+  static constexpr std::size_t cache_line = 64;
   static constexpr std::size_t written_behind = 16;
-  std::vector<std::uint8_t> bytes;
+  std::vector<std::uint8_t> memory;
+  std::size_t first;   // byte of the memory that begins a cache line
+  std::size_t offset;  // of the plane, behind a margin
+  std::size_t size;
 
-  plane_memory(const std::size_t size, const unsigned seed) : bytes(margin + size + margin) {
+  plane_memory(const std::size_t bytes, const unsigned seed, const std::size_t offset_of_plane)
+      : memory(cache_line + margin + offset_of_plane + bytes + margin), offset(offset_of_plane), size(bytes) {
+    first = cache_line - reinterpret_cast<std::uintptr_t>(memory.data()) % cache_line;
     std::mt19937 random(seed);
-    for (std::uint8_t& b : bytes) b = static_cast<std::uint8_t>(random() >> 7);
+    std::generate(memory.begin() + static_cast<std::ptrdiff_t>(first), memory.end(),
+                  [&] { return static_cast<std::uint8_t>(random() >> 7); });
   }
+  plane_memory(plane_memory&&) = default;
   // Samples at the limits, and floats that are no numbers.
   void put_limits() {
-    for (std::size_t i = 0; i + 8 <= bytes.size(); i += 52) {
-      bytes[i] = bytes[i + 1] = 255;
-      bytes[i + 2] = bytes[i + 3] = 0;
+    for (std::size_t i = first; i + 8 <= first + margin + offset + size + 32; i += 52) {
+      memory[i] = memory[i + 1] = 255;
+      memory[i + 2] = memory[i + 3] = 0;
       const float none = std::numeric_limits<float>::quiet_NaN();
-      std::memcpy(&bytes[i + 4], &none, 4);
+      std::memcpy(&memory[i + 4], &none, 4);
     }
   }
   template <class Plane>
   typename Plane::pointer units() {
-    return reinterpret_cast<typename Plane::pointer>(bytes.data() + margin);
+    return reinterpret_cast<typename Plane::pointer>(memory.data() + first + margin + offset);
   }
   // What a line may have been given behind its units is no part of the result.
   template <class Plane>
   std::vector<std::uint8_t> result() const {
-    std::vector<std::uint8_t> all = bytes;
+    const auto begin = memory.begin() + static_cast<std::ptrdiff_t>(first);
+    std::vector<std::uint8_t> all(begin, begin + static_cast<std::ptrdiff_t>(margin + offset + size + cache_line));
     if constexpr (sizeof(*typename Plane::pointer{}) == 2)
-      for (std::size_t i = 0; i < written_behind; ++i) all[all.size() - margin + i] = 0;
+      for (std::size_t i = 0; i < written_behind; ++i) all[margin + offset + size + i] = 0;
     return all;
   }
 };
@@ -131,9 +141,10 @@ struct planes_of<Kernel, kernel::plane_list<Plane...>> {
   using indices = std::index_sequence_for<Plane...>;
   std::vector<plane_memory> memory;
 
-  explicit planes_of(const int count) {
+  explicit planes_of(const int count, std::size_t offset = 0) {
     unsigned seed = 1;
-    (memory.emplace_back(static_cast<std::size_t>(count * Plane::bytes), seed++), ...);
+    const auto next = [&] { return std::exchange(offset, (offset * 5 + 3 * (offset % 2)) % plane_memory::cache_line); };
+    (memory.emplace_back(static_cast<std::size_t>(count * Plane::bytes), seed++, next()), ...);
     for (plane_memory& m : memory) m.put_limits();
   }
   template <std::size_t... i>
@@ -171,6 +182,23 @@ void expect_rule(const bool full) {
   }
 }
 
+// Past the caches, with planes that begin anywhere, which no two of them need to do alike.
+template <class Kernel>
+void expect_rule_past_caches() {
+  using planes = planes_of<Kernel, typename Kernel::planes>;
+  using indices = typename planes::indices;
+  Kernel k = with_members<Kernel>(true);
+  k.streams = true;
+  for (const int count : {1, 40, 64, 97, 128, 201, 515})
+    for (std::size_t offset = 0; offset < plane_memory::cache_line; ++offset) {
+      planes expected(count, offset);
+      expected.convert_by_rule(k, count, indices());
+      planes made(count, offset);
+      made.convert(k, count, indices());
+      ASSERT_EQ(expected.results(indices()), made.results(indices())) << count << " units at " << offset;
+    }
+}
+
 // Kernels without a vector body are one loop on every backend.
 template <class Kernel>
 void expect_rule_of_lines(const int number) {
@@ -182,10 +210,27 @@ void expect_rule_of_lines(const int number) {
     }
 }
 
+template <class Kernel>
+void expect_rule_past_caches(const int number) {
+  if constexpr (requires(Kernel k) { k.streams; }) {
+    SCOPED_TRACE("kernel " + std::to_string(number));
+    expect_rule_past_caches<Kernel>();
+  }
+}
+
 template <class... Kernel>
 void expect_rules(kernel::kernel_list<Kernel...>) {
   void (*const expect[])(int) = {expect_rule_of_lines<Kernel>...};
   for (int number = 0; number < static_cast<int>(std::size(expect)); ++number) expect[number](number);
+}
+
+template <class... Kernel>
+void expect_rules_past_caches(kernel::kernel_list<Kernel...>) {
+  void (*const expect[])(int) = {expect_rule_past_caches<Kernel>...};
+  for (int number = 0; number < static_cast<int>(std::size(expect)); ++number) {
+    expect[number](number);
+    if (testing::Test::HasFatalFailure()) return;
+  }
 }
 
 class lines : public testing::Test {
@@ -198,6 +243,14 @@ TEST_F(lines, are_as_their_rules_say_on_every_backend) {
     SCOPED_TRACE(backend::name(k));
     backend::choose(k);
     expect_rules(backend::all_kernels());
+  }
+}
+
+TEST_F(lines, are_as_their_rules_say_past_the_caches_wherever_planes_begin) {
+  for (const backend::kind k : backend::available()) {
+    SCOPED_TRACE(backend::name(k));
+    backend::choose(k);
+    expect_rules_past_caches(backend::all_kernels());
   }
 }
 

@@ -25,6 +25,11 @@ constexpr size_t most_written = 3;
 using source_rows = std::array<const uint8_t*, most_rows>;
 using destination_rows = std::array<uint8_t*, most_written>;
 
+struct how_to_run {
+  bool filters = false;
+  bool streams = false;
+};
+
 // Of the source, a row of luma or of all components comes first. Of planes of chroma there are two rows each, a near
 // and a far one.
 struct kernel_entry {
@@ -35,7 +40,7 @@ struct kernel_entry {
   rgb_samples samples = rgb_samples::bytes;
   std::array<int, most_written> written{};  // bytes of a pair in each row of the destination
   void (*run)(const source_rows& from, const destination_rows& to, int pairs, const decoder& by,
-              bool filters) = nullptr;
+              const how_to_run& how) = nullptr;
 };
 
 template <class Writer>
@@ -51,14 +56,15 @@ void set_writer(Writer& to, const decoder& by) {
 
 template <class Reader, class Matrix, class Writer, size_t... row, size_t... written>
 void run(const source_rows& from, std::index_sequence<row...>, const destination_rows& to,
-         std::index_sequence<written...>, const int pairs, const decoder& by, const bool filters) {
+         std::index_sequence<written...>, const int pairs, const decoder& by, const how_to_run& how) {
   kernel::decode<Reader, Matrix, Writer> k{};
   if constexpr (std::is_same_v<Matrix, kernel::narrow_matrix>)
     static_cast<Matrix&>(k) = by.narrow;
   else
     static_cast<Matrix&>(k) = by.wide;
   set_writer(k.to, by);
-  k.next = filters ? Reader::bytes_to_next : 0;
+  k.streams = how.streams;
+  k.next = how.filters ? Reader::bytes_to_next : 0;
   if constexpr (requires { k.from.kept; }) k.from.kept = by.kept;
   backend::line_of<kernel::decode<Reader, Matrix, Writer>>()(from[row]..., to[written]..., pairs, k);
 }
@@ -66,17 +72,17 @@ void run(const source_rows& from, std::index_sequence<row...>, const destination
 template <class Reader, class Matrix, class Writer, class... From, class... To>
 constexpr kernel_entry entry_of(
     kernel::decode<Reader, Matrix, Writer, kernel::plane_list<From...>, kernel::plane_list<To...>>) {
-  return {
-      {From::bytes...},
-      Reader::low_bits,
-      Reader::begins_with_luma,
-      std::is_same_v<Matrix, kernel::narrow_matrix>,
-      Writer::samples,
-      {To::bytes...},
-      [](const source_rows& from, const destination_rows& to, const int pairs, const decoder& by, const bool filters) {
-        run<Reader, Matrix, Writer>(from, std::index_sequence_for<From...>(), to, std::index_sequence_for<To...>(),
-                                    pairs, by, filters);
-      }};
+  return {{From::bytes...},
+          Reader::low_bits,
+          Reader::begins_with_luma,
+          std::is_same_v<Matrix, kernel::narrow_matrix>,
+          Writer::samples,
+          {To::bytes...},
+          [](const source_rows& from, const destination_rows& to, const int pairs, const decoder& by,
+             const how_to_run& how) {
+            run<Reader, Matrix, Writer>(from, std::index_sequence_for<From...>(), to, std::index_sequence_for<To...>(),
+                                        pairs, by, how);
+          }};
 }
 
 template <class... Kernel>
@@ -204,18 +210,19 @@ void decode_last_pixel(const kernel_entry& k, const decoder& by, const source_ro
     std::copy_n(from[i], i == 0 && has_own_luma ? k.read[i] / 2 : k.read[i], gathered[i]);
     rows[i] = gathered[i];
   }
-  k.run(rows, {made[0], made[1], made[2]}, 1, by, false);
+  k.run(rows, {made[0], made[1], made[2]}, 1, by, {});
   for (size_t i = 0; i < most_written && k.written[i] != 0; ++i) std::copy_n(made[i], k.written[i] / 2, to[i]);
 }
 
 // Filters look beyond all pairs but the last one, whose chroma is repeated.
-void decode_row(const kernel_entry& k, const way& w, const source_rows& from, const destination_rows& to) {
+void decode_row(const kernel_entry& k, const way& w, const source_rows& from, const destination_rows& to,
+                const bool streams) {
   const int pairs = (w.from.width - 1) / 2;
-  k.run(from, to, pairs, *w.decoded, w.filters_chroma());
+  k.run(from, to, pairs, *w.decoded, {w.filters_chroma(), streams});
   const source_rows last = units_on(from, k.read, pairs);
   const destination_rows last_to = units_on(to, k.written, pairs);
   if (w.from.width % 2 == 0)
-    k.run(last, last_to, 1, *w.decoded, false);
+    k.run(last, last_to, 1, *w.decoded, {});
   else
     decode_last_pixel(k, *w.decoded, last, last_to);
 }
@@ -233,10 +240,11 @@ std::optional<decoder> find_decoder(const way& w) {
 }
 
 void decode_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
-                 const int rows) {
+                 const int rows, const bool streams) {
   const kernel_entry& k = kernels[w.decoded->kernel];
   for (int row = first; row < first + rows; ++row)
-    decode_row(k, w, rows_for(w, source, row), rows_of<destination_rows>(destination, w.to, w.decoded->written, row));
+    decode_row(k, w, rows_for(w, source, row), rows_of<destination_rows>(destination, w.to, w.decoded->written, row),
+               streams);
 }
 
 }  // namespace Processing::Morvane::checked

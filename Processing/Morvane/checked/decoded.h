@@ -34,6 +34,7 @@ struct decoder {
 // Where it gives the bytes that lines give.
 std::optional<decoder> find_decoder(const way& w);
 
-void decode_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows);
+void decode_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows,
+                 bool streams);
 
 }  // namespace Processing::Morvane::checked

@@ -239,9 +239,9 @@ void copy_planes(const way& w, const morvane_picture& source, const morvane_pict
 
 // Row by row, because several planes may be made of the same row of the source.
 void rearrange_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
-                      const int rows) {
+                      const int rows, const bool streams) {
   for (int row = first; row < first + rows; ++row)
-    for (const rearrangement& r : w.rearranged) rearrange_row(r, w.from, source, w.to, destination, row);
+    for (const rearrangement& r : w.rearranged) rearrange_row(r, w.from, source, w.to, destination, row, streams);
 }
 
 int64_t direct_scratch_bytes(const way& w) {

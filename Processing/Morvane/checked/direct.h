@@ -26,7 +26,7 @@ using copy_bytes = void (*)(uint8_t* to, const uint8_t* from, size_t bytes);
 void copy_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows,
                  copy_bytes copy);
 void rearrange_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, int first,
-                      int rows);
+                      int rows, bool streams);
 
 int64_t direct_scratch_bytes(const way& w);
 

@@ -41,14 +41,16 @@ struct kernel_entry {
   std::array<int, 3> written{};  // bytes of a unit in each plane
   std::array<int, 3> read{};
   size_t read_in_one_row = 0;  // these planes come first
-  void (*run)(const read_rows& from, const destination_rows& to, int units, const rearrangement& by) = nullptr;
+  void (*run)(const read_rows& from, const destination_rows& to, int units, const rearrangement& by,
+              bool streams) = nullptr;
 };
 
 template <class Kernel, size_t... s, size_t... far, size_t... d>
 void run(const read_rows& from, std::index_sequence<s...>, std::index_sequence<far...>, const destination_rows& to,
-         std::index_sequence<d...>, const int units, const rearrangement& by) {
+         std::index_sequence<d...>, const int units, const rearrangement& by, const bool streams) {
   Kernel k{};
   k.places = by.places;
+  k.streams = streams;
   if constexpr (requires { k.bits; }) k.bits = by.bits;
   if constexpr (requires { k.up; }) {
     k.up = by.up;
@@ -58,9 +60,10 @@ void run(const read_rows& from, std::index_sequence<s...>, std::index_sequence<f
   backend::line_of<Kernel>()(from.near[s]..., from.far[in_one_row + far]..., to[d]..., units, k);
 }
 template <class Kernel, size_t sources, size_t in_two_rows, size_t destinations>
-void run_kernel(const read_rows& from, const destination_rows& to, const int units, const rearrangement& by) {
+void run_kernel(const read_rows& from, const destination_rows& to, const int units, const rearrangement& by,
+                const bool streams) {
   run<Kernel>(from, std::make_index_sequence<sources>(), std::make_index_sequence<in_two_rows>(), to,
-              std::make_index_sequence<destinations>(), units, by);
+              std::make_index_sequence<destinations>(), units, by, streams);
 }
 
 template <int... written, int... read>
@@ -419,7 +422,7 @@ void rearrange_rest(const rearrangement& by, const int rest, const read_rows& fr
   for (int& b : bytes) b = b * rest / by.periods_of_unit;
   const unit_of_rows near(from.near, bytes), far(from.far, bytes);
   uint8_t made[3][4];
-  k.run({near.rows(), far.rows()}, {made[0], made[1], made[2]}, 1, by);
+  k.run({near.rows(), far.rows()}, {made[0], made[1], made[2]}, 1, by, false);
   for (size_t i = 0; i < by.written.size(); ++i) std::copy_n(made[i], k.written[i] * rest / by.periods_of_unit, to[i]);
 }
 
@@ -462,13 +465,13 @@ rearrangements find_rearrangements(const shape& from, const shape& to, const boo
 }
 
 void rearrange_row(const rearrangement& by, const shape& from, const morvane_picture& source, const shape& to,
-                   const morvane_picture& destination, const int row) {
+                   const morvane_picture& destination, const int row, const bool streams) {
   if (!(row % 2 == 0 ? by.of_upper_rows : by.of_lower_rows)) return;
   const kernel_entry& k = kernels[by.kernel];
   const read_rows read = rows_read(by, from, source, row);
   const auto written = rows_of<destination_rows>(destination, to, by.written, row);
   const int units = by.periods / by.periods_of_unit;
-  k.run(read, written, units, by);
+  k.run(read, written, units, by, streams);
   const int rest = by.periods % by.periods_of_unit;
   if (rest == 0) return;
   const read_rows read_behind = {units_on(read.near, k.read, units), units_on(read.far, k.read, units)};

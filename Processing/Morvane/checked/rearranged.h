@@ -38,6 +38,6 @@ rearrangements find_rearrangements(const shape& from, const shape& to, bool near
 
 // What the planes have of a row of the image. A row that they have for two of them is made with the upper one.
 void rearrange_row(const rearrangement& by, const shape& from, const morvane_picture& source, const shape& to,
-                   const morvane_picture& destination, int row);
+                   const morvane_picture& destination, int row, bool streams);
 
 }  // namespace Processing::Morvane::checked

@@ -93,22 +93,24 @@ using destination_rows = std::array<uint8_t*, MORVANE_MAX_PLANES>;
 
 template <class Reader, class Writer, size_t... s, size_t... d>
 void run(const source_rows& from, std::index_sequence<s...>, const destination_rows& to, std::index_sequence<d...>,
-         const int units, [[maybe_unused]] const uint16_t kept) {
+         const int units, [[maybe_unused]] const uint16_t kept, const bool streams) {
   using k = kernel::regroup<Reader, Writer>;
   k made{};
+  made.streams = streams;
   if constexpr (requires { made.from.kept; }) made.from.kept = kept;
   backend::line_of<k>()(from[s]..., to[d]..., units, made);
 }
 template <class Reader, class Writer>
-void run_kernel(const source_rows& from, const destination_rows& to, const int units, const uint16_t kept) {
+void run_kernel(const source_rows& from, const destination_rows& to, const int units, const uint16_t kept,
+                const bool streams) {
   run<Reader, Writer>(from, std::make_index_sequence<Reader::planes::sources>(), to,
-                      std::make_index_sequence<Writer::planes::destinations>(), units, kept);
+                      std::make_index_sequence<Writer::planes::destinations>(), units, kept, streams);
 }
 
 struct kernel_entry {
   grouping from, to;
   bool from_half_height, to_half_height;
-  void (*run)(const source_rows& from, const destination_rows& to, int units, uint16_t kept);
+  void (*run)(const source_rows& from, const destination_rows& to, int units, uint16_t kept, bool streams);
   int pixels = pixels_of_v210;  // of a unit
 };
 
@@ -235,7 +237,7 @@ std::optional<regrouping> find_regrouping(const way& w) {
 }
 
 void regroup_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
-                  const int rows) {
+                  const int rows, const bool streams) {
   const regrouping& by = *w.regrouped;
   const int pixels = kernels[by.kernel].pixels;
   const int units = w.from.width / pixels;
@@ -243,7 +245,7 @@ void regroup_rows(const way& w, const morvane_picture& source, const morvane_pic
     const bool has_chroma = !w.to.half_height || row % 2 == 0;
     const auto to = rows_of<destination_rows>(destination, w.to, by.written, row);
     const auto run = has_chroma ? kernels[by.kernel].run : run_luma;
-    run(rows_read(w, source, row), to, units, by.kept);
+    run(rows_read(w, source, row), to, units, by.kept, streams);
     if (w.from.width % pixels != 0) rest_of_row(w, source, row, units * pixels).write(destination, row);
   }
 }

@@ -22,6 +22,7 @@ struct regrouping {
 // Where it gives the bytes that lines give.
 std::optional<regrouping> find_regrouping(const way& w);
 
-void regroup_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows);
+void regroup_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows,
+                  bool streams);
 
 }  // namespace Processing::Morvane::checked

@@ -32,13 +32,13 @@ void copy_cached(uint8_t* to, const uint8_t* from, const size_t bytes) {
   std::memcpy(to, from, bytes);
 }
 
-// All planes that are not copied.
+// All planes that are not copied, those without lines past the caches if it is said.
 void make_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
-                 const int rows, void* scratch) {
-  if (w.decoded) return decode_rows(w, source, destination, first, rows);
-  if (w.encoded) return encode_rows(w, source, destination, first, rows);
-  if (w.regrouped) return regroup_rows(w, source, destination, first, rows);
-  rearrange_planes(w, source, destination, first, rows);
+                 const int rows, void* scratch, const bool streams) {
+  if (w.decoded) return decode_rows(w, source, destination, first, rows, streams);
+  if (w.encoded) return encode_rows(w, source, destination, first, rows, streams);
+  if (w.regrouped) return regroup_rows(w, source, destination, first, rows, streams);
+  rearrange_planes(w, source, destination, first, rows, streams);
   if (w.needs_lines()) convert_rows(w, source, destination, first, rows, scratch);
 }
 
@@ -46,21 +46,34 @@ void run_cached(const way& w, const morvane_picture& source, const morvane_pictu
                 const int rows, void* scratch) {
   if (suits(w, source, destination, first, rows)) return convert_directly(w, source, destination, first, rows, scratch);
   copy_planes(w, source, destination, first, rows, copy_cached);
-  make_planes(w, source, destination, first, rows, scratch);
+  make_planes(w, source, destination, first, rows, scratch, false);
 }
 
-// Rows are copied from where they are, and others made in scratch memory behind that of the way.
-void run_streaming(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
-                   const int rows, void* scratch) {
+// Rows are made in scratch memory, behind that of the way.
+void stream_from_scratch(const way& w, const morvane_picture& source, const morvane_picture& destination,
+                         const int first, const int rows, void* scratch) {
   const bool copies = w.by == nullptr;
   if (copies) copy_planes(w, source, destination, first, rows, stream_bytes);
-  const int end = copies && copies_all(w) ? first : first + rows;
+  const int end = first + rows;
   void* made_in = static_cast<uint8_t*>(scratch) + own_scratch_bytes(w);
   for (int row = first, count = 0; row < end; row += count) {
     count = std::min(streamed_rows(w), end - row);
     const morvane_picture made = picture_in_scratch(w, made_in, row);
-    (copies ? make_planes : run_cached)(w, source, made, row, count, scratch);
+    if (copies)
+      make_planes(w, source, made, row, count, scratch, false);
+    else
+      run_cached(w, source, made, row, count, scratch);
     stream_rows(w, made, destination, {source, row, count, std::min(streamed_rows(w), end - row - count)});
+  }
+}
+
+void run_streaming(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
+                   const int rows, void* scratch) {
+  if (streams_in_one_pass(w)) {
+    copy_planes(w, source, destination, first, rows, stream_bytes);
+    make_planes(w, source, destination, first, rows, scratch, true);
+  } else {
+    stream_from_scratch(w, source, destination, first, rows, scratch);
   }
   finish_streaming();
 }

@@ -110,17 +110,17 @@ bool fills_rows(const way& w) {
          std::all_of(begin, begin + static_cast<ptrdiff_t>(w.to.plane_count), has_whole_groups);
 }
 
-// Rows are copied, or their bytes put in another order.
-bool moves_alone(const way& w) {
-  return !w.is_via && !computes(w) && (w.by != nullptr || !w.needs_lines());
-}
-
 }  // namespace
 
-// Where something is computed, what is read in vain is read meanwhile, and the copy takes longer than it saves.
+// An entry point that gives the same bytes is left out then.
+bool streams_in_one_pass(const way& w) {
+  return !w.is_via && (w.meets_in_registers() || !w.needs_lines());
+}
+
+// Where rows pass through scratch memory, the copy takes longer than it saves.
 bool streams(const way& w, const store_kind wanted) {
   if (!fills_rows(w)) return false;
-  const bool pays = moves_alone(w) && bytes_of(w.to) > MORVANE_MOST_CACHED;
+  const bool pays = streams_in_one_pass(w) && bytes_of(w.to) > MORVANE_MOST_CACHED;
   return wanted == store_kind::streaming || (wanted == store_kind::by_size && pays);
 }
 
@@ -153,7 +153,7 @@ int streamed_rows(const way& w) {
 }
 
 int64_t streamed_scratch_bytes(const way& w) {
-  if (!w.streams) return 0;
+  if (!w.streams || streams_in_one_pass(w)) return 0;
   int64_t rows = 0;
   for (size_t i = 0; i < w.to.plane_count; ++i) rows += rows_in_scratch(w.to, i, streamed_rows(w));
   return rows * stride_of(w.to) + line_bytes;

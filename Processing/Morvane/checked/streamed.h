@@ -1,7 +1,8 @@
 // Destinations that nobody reads soon: what is stored there does not pass through the caches.
 //
-// Such stores must fill whole cache lines, one after the other. So rows are made a few at a time in scratch memory,
-// which stays in the nearer caches, by the same kernels as ever, and copied from there.
+// Such stores must fill whole cache lines, one after the other. Kernels that make rows in one pass see to it themselves
+// (kernel/streamed_plane.h). Other rows are made a few at a time in scratch memory, which stays in the nearer caches,
+// by the same kernels as ever, and copied from there.
 #pragma once
 
 #include <cstddef>
@@ -13,6 +14,9 @@ namespace Processing::Morvane::checked {
 
 // Whether a plan stores so.
 bool streams(const way& w, store_kind wanted);
+
+// Whether kernels do so themselves, and no row passes through scratch memory.
+bool streams_in_one_pass(const way& w);
 
 // The edges, which fill no cache line, by ordinary stores.
 void stream_bytes(uint8_t* to, const uint8_t* from, size_t bytes);

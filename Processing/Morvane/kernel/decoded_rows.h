@@ -312,6 +312,7 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
   Reader from;
   Writer to;
   int32_t next;  // bytes_to_next, or 0
+  bool streams;
 
   MORVANE_INLINE void rule(const typename From::pointer... src, const typename To::pointer... dst) const {
     const samples_of_pair pair = from.pair(next, src...);

@@ -214,6 +214,7 @@ struct rearrange<of_planes<written...>, of_planes<read...>>
   static constexpr int gathered = of_planes<read...>::count;
   static constexpr bool has_words = ((read % 2 == 0) || ...);
   byte_places places;
+  bool streams;
 
   MORVANE_INLINE void rule(const read_bytes<read>... src, const written_bytes<written>... dst) const {
     uint32_t dword = 0;
@@ -248,6 +249,7 @@ struct rearrange_moved<of_planes<written...>, of_planes<read...>>
   byte_places places;
   int up;
   int down;
+  bool streams;
 
   MORVANE_INLINE static uint32_t moved_up(const uint32_t dword, const int bits) {
     return (dword << bits & 0xffff) | dword >> 16 << (16 + bits);

@@ -281,6 +281,7 @@ template <class Reader, class Writer, class... From, class... To>
 struct regroup<Reader, Writer, plane_list<From...>, plane_list<To...>>
     : line_kernel<regroup<Reader, Writer>, From..., To...> {
   Reader from;
+  bool streams;
 
   MORVANE_INLINE void rule(const typename From::pointer... src, const typename To::pointer... dst) const {
     Writer::put(from.pixels(src...), dst...);

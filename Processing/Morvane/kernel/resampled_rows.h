@@ -82,6 +82,7 @@ struct resample<Sample, of_rows, of_planes<written...>, of_planes<one...>, of_pl
   static constexpr bool has_luma = of_rows == parts::equal && sizeof...(two) == 1 && sizeof...(written) > 1;
   byte_places places;
   bits_of_rows bits;
+  bool streams;
 
   MORVANE_INLINE void rule(const read_bytes<one>... src, const read_bytes<two>... near, const read_bytes<two>... far,
                            const written_bytes<written>... dst) const {

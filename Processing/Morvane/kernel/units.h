@@ -25,6 +25,7 @@
 //                      instead of what is remembered
 //   count(no_pixels)   the units of a line, where no base has the right number
 //   line<V>(...)       the function that converts a line, where a walk is not all of it
+//   streams            a member, true: what fills whole cache lines is stored past the caches
 //   members            what a caller says beside the planes; the line function takes the kernel as its last argument
 #pragma once
 

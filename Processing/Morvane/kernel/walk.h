@@ -7,7 +7,9 @@
 #include <utility>
 
 #include "../vector/inline.h"
+#include "../vector/operations.h"
 #include "stored.h"
+#include "streamed_plane.h"
 #include "units.h"
 
 namespace Processing::Morvane::format_conversion::kernel {
@@ -100,7 +102,7 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
   // As many whole vectors as there are. Answers how many units are left, behind which the pointers then stand.
   MORVANE_INLINE size_t by_vectors(size_t units) {
     constexpr size_t turn = V::vectors_a_turn > together && !Kernel::expects_loads ? V::vectors_a_turn : together;
-    if constexpr (Kernel::looks_back) seen_ = kernel_.template seen_before<V>(true, source_[s]...);
+    look_back(true);
     if constexpr (turn > 1) {
       for (size_t turns = units / (turn * step()); turns > 0; --turns) {  // down to zero, which needs no comparison
         expect<turn>();
@@ -127,6 +129,20 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
       walk_apart<typename V::narrower>(kernel_, left, source_[s]..., destination_[d]...);
     else
       by_rule(left);
+  }
+
+  // The fewest in whole vectors that fill whole cache lines of every plane.
+  MORVANE_INLINE static constexpr size_t units_of_cache_lines() {
+    size_t units = step();
+    while (((units * destination_plane<d>::bytes % streamed_line != 0) || ...)) units += step();
+    return units;
+  }
+  // All units, at least as many as fill cache lines, past the caches. Vectors are stored to memory of their own, where
+  // each may begin anywhere.
+  MORVANE_INLINE void by_streaming(size_t units) {
+    constexpr size_t turn = units_of_cache_lines();
+    stream_into(units, streamed_plane<V, turn * destination_plane<d>::bytes, step() * destination_plane<d>::bytes>(
+                           destination_[d], units * destination_plane<d>::bytes)...);
   }
 
  private:
@@ -159,10 +175,13 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
     auto items = made_of(ahead);
     (store_item<d>(items, ahead), ...);
   }
+  MORVANE_INLINE void look_back(const bool begins, [[maybe_unused]] const ptrdiff_t ahead = 0) {
+    if constexpr (Kernel::looks_back)
+      seen_ = kernel_.template seen_before<V>(begins, source_[s] + ahead * source_plane<s>::bytes...);
+  }
   // A vector that does not follow the one before.
   MORVANE_INLINE void convert_last(const ptrdiff_t ahead) {
-    if constexpr (Kernel::looks_back)
-      seen_ = kernel_.template seen_before<V>(false, source_[s] + ahead * source_plane<s>::bytes...);
+    look_back(false, ahead);
     convert(ahead);
   }
   MORVANE_INLINE void convert_together(const ptrdiff_t ahead) {
@@ -175,6 +194,32 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
       (store_two_items<d>(first, second, ahead), ...);
     }
   }
+
+  template <class... Plane>
+  MORVANE_INLINE void stream_into(size_t units, Plane&&... to) {
+    constexpr size_t turn = units_of_cache_lines();
+    look_back(true);
+    for (size_t count = turn; units > 0; units -= count) {
+      if (units < turn) count = units;
+      (expect_loads<V, Kernel, turn * source_plane<s>::bytes>(source_[s]), ...);
+#pragma GCC unroll 1
+      for (size_t unit = 0; unit < count; unit += step()) {
+        auto place = static_cast<ptrdiff_t>(unit);
+        if (unit + step() > count)
+          look_back(false, place = static_cast<ptrdiff_t>(count) - static_cast<ptrdiff_t>(step()));
+        make(place, to...);
+      }
+      (to.stream(count * destination_plane<d>::bytes), ...);
+      advance(count);
+    }
+    (to.finish(), ...);
+  }
+  template <class... Plane>
+  MORVANE_INLINE void make(const ptrdiff_t ahead, Plane&... to) {
+    auto items = made_of(ahead);
+    (store<V>(to.place() + ahead * destination_plane<d>::bytes, item_of<d>(items)), ...);
+  }
+
   template <size_t vectors>
   MORVANE_INLINE void expect() const {
     (expect_loads<V, Kernel, vectors * step() * source_plane<s>::bytes>(source_[s]), ...);
@@ -216,6 +261,14 @@ struct vectors_for<V, Kernel, true> {
   using type = typename V::mover;
 };
 
+// Stores a line past the caches. It is not compiled into the function of the line, which has registers for one walk.
+// A backend has one of its own, also where it lends its vectors from another.
+template <class Backend, class V, class Kernel, class... Pointer>
+[[gnu::noinline, gnu::cold]] void stream_line(const Kernel& kernel, const size_t units, const Pointer... planes) {
+  const Kernel own = kernel;  // which no store can change
+  walk_of<V, Kernel>(own, planes...).by_streaming(units);
+}
+
 // The same for planes that may overlap, where the kernel says what happens then.
 template <class V, class Kernel, class... Pointer>
 MORVANE_INLINE auto walk(const Kernel& kernel, const size_t units, const Pointer... planes) {
@@ -226,7 +279,11 @@ MORVANE_INLINE auto walk(const Kernel& kernel, const size_t units, const Pointer
       return rule.result();
     }
   }
-  return walk_apart<typename vectors_for<V, Kernel>::type>(kernel, units, planes...);
+  using vectors = typename vectors_for<V, Kernel>::type;
+  if constexpr (vector::streams<V> && requires { kernel.streams; })
+    if (kernel.streams && units >= walk_of<vectors, Kernel>::units_of_cache_lines())
+      return stream_line<V, vectors>(kernel, units, planes...);
+  return walk_apart<vectors>(kernel, units, planes...);
 }
 
 // The line function of a kernel for the backend V.
