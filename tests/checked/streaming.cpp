@@ -239,7 +239,9 @@ stores_to_destination recorded(const plan& p, image& source, const description& 
       return plane >= begin && plane < begin + bytes;
     });
     if (!stores) return;
-    if (line.kernel == copying) EXPECT_EQ(line.plane[1] % cache_line, 0U);
+    if (line.kernel == copying) {
+      EXPECT_EQ(line.plane[1] % cache_line, 0U);
+    }
     (line.kernel == copying ? result.copied_lines
      : line.streams         ? result.streamed_units
                             : result.other_units) += line.count;
@@ -264,7 +266,9 @@ TEST(streaming, fills_whole_cache_lines) {
     const stores_to_destination ordinary = recorded(cached, source, to), past = recorded(streamed, source, to);
     EXPECT_EQ(ordinary.copied_lines + ordinary.streamed_units, 0) << text_of(w);
     EXPECT_LE(past.other_units, to.height) << text_of(w);
-    if (!is_one_pass(cached, streamed)) EXPECT_EQ(past.copied_lines * cache_line, lay_out(to).bytes) << text_of(w);
+    if (!is_one_pass(cached, streamed)) {
+      EXPECT_EQ(past.copied_lines * cache_line, lay_out(to).bytes) << text_of(w);
+    }
     EXPECT_GT(past.copied_lines + past.streamed_units, 0) << text_of(w);
     kinds.insert(past.streamed_units > 0);
     kinds.insert(is_one_pass(cached, streamed));

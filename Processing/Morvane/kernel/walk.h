@@ -22,10 +22,10 @@ MORVANE_INLINE void expect_stores([[maybe_unused]] uint8_t* plane) {
     for (size_t i = 0; i < bytes; i += V::cache_line) V::expect_store(plane + V::stores_expected_ahead + i);
 }
 
-// The same for those that they will read, of a kernel that says so.
-template <class V, class Kernel, size_t bytes>
+// The same for those that they will read.
+template <class V, size_t bytes>
 MORVANE_INLINE void expect_loads([[maybe_unused]] const uint8_t* plane) {
-  if constexpr (Kernel::expects_loads && V::loads_expected_ahead > 0)
+  if constexpr (V::loads_expected_ahead > 0)
     for (size_t i = 0; i < bytes; i += V::cache_line) V::expect_load(plane + V::loads_expected_ahead + i);
 }
 
@@ -131,16 +131,23 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
       by_rule(left);
   }
 
-  // The fewest in whole vectors that fill whole cache lines of every plane.
-  MORVANE_INLINE static constexpr size_t units_of_cache_lines() {
+  // In whole vectors, so many that fill whole cache lines of every plane, and some of them.
+  MORVANE_INLINE static constexpr size_t units_of_turn() {
+    constexpr size_t fewest_bytes = 512;
     size_t units = step();
-    while (((units * destination_plane<d>::bytes % streamed_line != 0) || ...)) units += step();
+    while (((units * destination_plane<d>::bytes < fewest_bytes ||
+             units * destination_plane<d>::bytes % streamed_line != 0) ||
+            ...))
+      units += step();
     return units;
   }
-  // All units, at least as many as fill cache lines, past the caches. Vectors are stored to memory of their own, where
-  // each may begin anywhere.
+  // Whether the units of a line are enough for a vector and for a cache line of each plane.
+  MORVANE_INLINE static constexpr bool can_stream(const size_t units) {
+    return units >= step() && units >= streamed_line;
+  }
+  // All units past the caches. Vectors are stored to memory of their own, where each may begin anywhere.
   MORVANE_INLINE void by_streaming(size_t units) {
-    constexpr size_t turn = units_of_cache_lines();
+    constexpr size_t turn = units_of_turn();
     stream_into(units, streamed_plane<V, turn * destination_plane<d>::bytes, step() * destination_plane<d>::bytes>(
                            destination_[d], units * destination_plane<d>::bytes)...);
   }
@@ -197,13 +204,13 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
 
   template <class... Plane>
   MORVANE_INLINE void stream_into(size_t units, Plane&&... to) {
-    constexpr size_t turn = units_of_cache_lines();
+    constexpr size_t turn = units_of_turn();
     look_back(true);
     for (size_t count = turn; units > 0; units -= count) {
       if (units < turn) count = units;
-      (expect_loads<V, Kernel, turn * source_plane<s>::bytes>(source_[s]), ...);
 #pragma GCC unroll 1
       for (size_t unit = 0; unit < count; unit += step()) {
+        (expect_loads<V, step() * source_plane<s>::bytes>(source_[s] + unit * source_plane<s>::bytes), ...);
         auto place = static_cast<ptrdiff_t>(unit);
         if (unit + step() > count)
           look_back(false, place = static_cast<ptrdiff_t>(count) - static_cast<ptrdiff_t>(step()));
@@ -222,7 +229,7 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
 
   template <size_t vectors>
   MORVANE_INLINE void expect() const {
-    (expect_loads<V, Kernel, vectors * step() * source_plane<s>::bytes>(source_[s]), ...);
+    if constexpr (Kernel::expects_loads) (expect_loads<V, vectors * step() * source_plane<s>::bytes>(source_[s]), ...);
     (expect_stores<V, vectors * step() * destination_plane<d>::bytes>(destination_[d]), ...);
   }
   MORVANE_INLINE void advance(const size_t units) {
@@ -264,7 +271,7 @@ struct vectors_for<V, Kernel, true> {
 // Stores a line past the caches. It is not compiled into the function of the line, which has registers for one walk.
 // A backend has one of its own, also where it lends its vectors from another.
 template <class Backend, class V, class Kernel, class... Pointer>
-[[gnu::noinline, gnu::cold]] void stream_line(const Kernel& kernel, const size_t units, const Pointer... planes) {
+[[gnu::noinline]] void stream_line(const Kernel& kernel, const size_t units, const Pointer... planes) {
   const Kernel own = kernel;  // which no store can change
   walk_of<V, Kernel>(own, planes...).by_streaming(units);
 }
@@ -281,7 +288,7 @@ MORVANE_INLINE auto walk(const Kernel& kernel, const size_t units, const Pointer
   }
   using vectors = typename vectors_for<V, Kernel>::type;
   if constexpr (vector::streams<V> && requires { kernel.streams; })
-    if (kernel.streams && units >= walk_of<vectors, Kernel>::units_of_cache_lines())
+    if (kernel.streams && walk_of<vectors, Kernel>::can_stream(units))
       return stream_line<V, vectors>(kernel, units, planes...);
   return walk_apart<vectors>(kernel, units, planes...);
 }
