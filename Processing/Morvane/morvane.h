@@ -192,8 +192,8 @@ MORVANE_C_API int32_t morvane_describe_entry_point(int32_t index, morvane_entry_
 enum morvane_filter { MORVANE_LINEAR = 0, MORVANE_NEAREST = 1 };
 enum morvane_siting { MORVANE_LEFT = 0, MORVANE_CENTER = 1 };
 /* Streaming stores pass by the caches: they do not read the lines that they overwrite, and whoever reads the result
- * next finds it in memory. By size, a plan streams where it copies bytes or puts them in another order, and the
- * destination has more than MORVANE_MOST_CACHED of them. */
+ * next finds it in memory. By size, a plan streams where it makes rows in one pass, and the destination has more than
+ * MORVANE_MOST_CACHED bytes. */
 enum morvane_stores { MORVANE_CACHED = 0, MORVANE_STREAMING = 1, MORVANE_BY_SIZE = 2 };
 #define MORVANE_MOST_CACHED 67108864
 

@@ -211,6 +211,7 @@ struct stores_to_destination {
   std::int64_t copied_lines = 0;
   std::int64_t streamed_units = 0;  // by kernels that are told to stream
   std::int64_t other_units = 0;
+  bool ends_with_planes = false;
 };
 
 std::size_t kernel_that_copies_lines() {
@@ -235,6 +236,7 @@ stores_to_destination recorded(const plan& p, image& source, const description& 
   const morvane_picture from = source.picture();
   stores_to_destination result;
   const recorder recording([&](const line_call& line) {
+    result.ends_with_planes = line.plane[0] != 0;
     const bool stores = std::any_of(line.plane.begin(), line.plane.end(), [&](const std::uintptr_t plane) {
       return plane >= begin && plane < begin + bytes;
     });
@@ -270,6 +272,7 @@ TEST(streaming, fills_whole_cache_lines) {
       EXPECT_EQ(past.copied_lines * cache_line, lay_out(to).bytes) << text_of(w);
     }
     EXPECT_GT(past.copied_lines + past.streamed_units, 0) << text_of(w);
+    EXPECT_FALSE(past.ends_with_planes) << text_of(w) << " without a fence";
     kinds.insert(past.streamed_units > 0);
     kinds.insert(is_one_pass(cached, streamed));
   }

@@ -255,8 +255,8 @@ mutant(far_row_on_the_other_side
 
 mutant(last_vector_without_the_unit_before
        FILE kernel/walk.h
-       FROM [[kernel_.template seen_before<V>(false,]]
-       TO [[kernel_.template seen_before<V>(true,]]
+       FROM [[look_back(false, ahead);]]
+       TO [[look_back(true, ahead);]]
        ROWS checked_tails.*
        PROGRAM checked_test
        BACKEND avx2)

@@ -116,8 +116,8 @@ mutant(rows_of_another_sampling_rearranged
 
 mutant(pair_beyond_the_last_one
        FILE checked/decoded.cpp
-       FROM [[k.run(last, last_to, 1, *w.decoded, false);]]
-       TO [[k.run(last, last_to, 1, *w.decoded, w.filters_chroma());]]
+       FROM [[k.run(last, last_to, 1, *w.decoded, {});]]
+       TO [[k.run(last, last_to, 1, *w.decoded, {w.filters_chroma()});]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
@@ -166,8 +166,8 @@ mutant(decoder_that_no_plan_takes
 
 mutant(first_pixel_before_itself_left_out
        FILE checked/encoded.cpp
-       FROM [[*way_.encoded, {way_.filters_chroma(), 0}]]
-       TO [[*way_.encoded, {way_.filters_chroma(), k.read / 2}]]
+       FROM [[*way_.encoded, {way_.filters_chroma(), 0, streams_}]]
+       TO [[*way_.encoded, {way_.filters_chroma(), k.read / 2, streams_}]]
        ROWS *are_as_the_rules_say/bgra
        PROGRAM checked_test)
 
@@ -363,9 +363,9 @@ mutant(picture_of_the_largest_cached_size_streamed
        ROWS streaming.is_chosen_by_size*
        PROGRAM checked_test)
 
-mutant(computed_pictures_streamed_by_size
+mutant(pictures_by_lines_streamed_by_size
        FILE checked/streamed.cpp
-       FROM [[const bool pays = moves_alone(w) && bytes_of(w.to)]]
+       FROM [[const bool pays = streams_in_one_pass(w) && bytes_of(w.to)]]
        TO [[const bool pays = bytes_of(w.to)]]
        ROWS streaming.is_chosen_by_size*
        PROGRAM checked_test)
@@ -375,6 +375,60 @@ mutant(stores_never_streamed
        FROM [[(w.streams ? run_streaming : run_cached)(]]
        TO [[(w.streams && first < 0 ? run_streaming : run_cached)(]]
        ROWS streaming.fills_whole_cache_lines*
+       PROGRAM checked_test)
+
+mutant(rows_of_one_pass_not_streamed
+       FILE checked/run.cpp
+       FROM [[make_planes(w, source, destination, first, rows, scratch, true);]]
+       TO [[make_planes(w, source, destination, first, rows, scratch, false);]]
+       ROWS streaming.fills_whole_cache_lines
+       PROGRAM checked_test)
+
+mutant(streaming_not_finished
+       FILE checked/run.cpp
+       FROM [[  finish_streaming();]]
+       TO [[]]
+       ROWS streaming.fills_whole_cache_lines
+       PROGRAM checked_test)
+
+mutant(cache_line_streamed_from_before_a_plane_on
+       FILE kernel/streamed_plane.h
+       FROM [[size_t at = is_first_ ? put_first() : 0;]]
+       TO [[size_t at = 0;]]
+       ROWS lines.are_as_their_rules_say_past_the_caches*
+       KERNELS rearrange_kernels
+       PROGRAM checked_test)
+
+mutant(cache_line_streamed_that_is_begun_alone
+       FILE kernel/streamed_plane.h
+       FROM [[at + streamed_line <= end;]]
+       TO [[at < end;]]
+       ROWS lines.are_as_their_rules_say_past_the_caches*
+       KERNELS rearrange_kernels
+       PROGRAM checked_test)
+
+mutant(begun_cache_line_forgotten
+       FILE kernel/streamed_plane.h
+       FROM [[__builtin_memcpy(lines(), lines() + at, streamed_line);]]
+       TO [[]]
+       ROWS lines.are_as_their_rules_say_past_the_caches*
+       KERNELS rearrange_kernels
+       PROGRAM checked_test)
+
+mutant(end_of_a_plane_not_stored
+       FILE kernel/streamed_plane.h
+       FROM [[__builtin_memcpy(to_, memory_ + room, begun_);]]
+       TO [[]]
+       ROWS lines.are_as_their_rules_say_past_the_caches*
+       KERNELS rearrange_kernels
+       PROGRAM checked_test)
+
+mutant(last_streamed_vector_looks_back_beyond_its_line
+       FILE kernel/walk.h
+       FROM [[look_back(false, place =]]
+       TO [[look_back(true, place =]]
+       ROWS streaming.has_the_same_bytes*
+       KERNELS encode_kernels
        PROGRAM checked_test)
 
 mutant(cache_line_streamed_beyond_a_row

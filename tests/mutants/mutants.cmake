@@ -88,10 +88,10 @@ mutant(copy_one_byte_too_far
 
 mutant(last_unit_left_out_when_all_planes_are_aligned
        FILE kernel/walk.h
-       FROM [[  return walk_apart<typename vectors_for<V, Kernel>::type>(kernel, units, planes...);
+       FROM [[  return walk_apart<vectors>(kernel, units, planes...);
 }]]
        TO [[  const bool aligned = ((reinterpret_cast<uintptr_t>(planes) % 16 == 0) && ...);
-  return walk_apart<typename vectors_for<V, Kernel>::type>(kernel, units > 8 && aligned ? units - 1 : units, planes...);
+  return walk_apart<vectors>(kernel, units > 8 && aligned ? units - 1 : units, planes...);
 }]]
        ROWS *yuy2*
        KERNELS planes_kernels
