@@ -315,7 +315,6 @@ TEST(streaming, is_chosen_by_size_above_a_number_of_bytes) {
   EXPECT_TRUE(streams(8192, 8194, stores::by_size, "y_uv_422")) << "one plane is copied";
   EXPECT_TRUE(streams(8192, 8194, stores::by_size, "uyvy")) << "bytes are moved";
   EXPECT_FALSE(streams(8192, 8194, stores::by_size, "bgra")) << "luma is computed by lines";
-  EXPECT_TRUE(streams(8192, 8194, stores::by_size, "v210")) << "by a kernel alone";
   EXPECT_FALSE(streams(8192, 8194, stores::by_size, "yuyv_matrox_10")) << "by lines";
 }
 
