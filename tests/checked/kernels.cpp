@@ -143,7 +143,9 @@ struct planes_of<Kernel, kernel::plane_list<Plane...>> {
 
   explicit planes_of(const int count, std::size_t offset = 0) {
     unsigned seed = 1;
-    const auto next = [&] { return std::exchange(offset, (offset * 5 + 3 * (offset % 2)) % plane_memory::cache_line); };
+    const auto next = [&] {
+      return std::exchange(offset, (offset * 5 + (offset > 0 ? 3 : 0)) % plane_memory::cache_line);
+    };
     (memory.emplace_back(static_cast<std::size_t>(count * Plane::bytes), seed++, next()), ...);
     for (plane_memory& m : memory) m.put_limits();
   }
@@ -282,8 +284,8 @@ std::set<std::size_t> kernels_of_plans() {
           for (const matrix m : matrices)
             convert_all({.format = from, .width = 4, .height = 4, .range = of_source},
                         {.format = to, .width = 4, .height = 4, .matrix = m, .range = of_result});
-  const description large{.format = format_named("bgra"), .width = 256, .height = 256};
-  const description other{.format = format_named("rgba"), .width = 256, .height = 256};
+  const description large{.format = format_named("v210"), .width = 256, .height = 256};
+  const description other{.format = format_named("bgra"), .width = 256, .height = 256};
   image source(large), result(other);
   convert(large, source.picture(), other, result.picture(), {.stores = stores::streaming});
   return kernels;

@@ -397,7 +397,8 @@ mutant(cache_line_streamed_from_before_a_plane_on
        TO [[size_t at = 0;]]
        ROWS lines.are_as_their_rules_say_past_the_caches*
        KERNELS rearrange_kernels
-       PROGRAM checked_test)
+       PROGRAM checked_test
+       BACKEND avx2)
 
 mutant(cache_line_streamed_that_is_begun_alone
        FILE kernel/streamed_plane.h
@@ -405,7 +406,8 @@ mutant(cache_line_streamed_that_is_begun_alone
        TO [[at < end;]]
        ROWS lines.are_as_their_rules_say_past_the_caches*
        KERNELS rearrange_kernels
-       PROGRAM checked_test)
+       PROGRAM checked_test
+       BACKEND avx2)
 
 mutant(begun_cache_line_forgotten
        FILE kernel/streamed_plane.h
@@ -413,7 +415,8 @@ mutant(begun_cache_line_forgotten
        TO [[]]
        ROWS lines.are_as_their_rules_say_past_the_caches*
        KERNELS rearrange_kernels
-       PROGRAM checked_test)
+       PROGRAM checked_test
+       BACKEND avx2)
 
 mutant(end_of_a_plane_not_stored
        FILE kernel/streamed_plane.h
@@ -421,7 +424,8 @@ mutant(end_of_a_plane_not_stored
        TO [[]]
        ROWS lines.are_as_their_rules_say_past_the_caches*
        KERNELS rearrange_kernels
-       PROGRAM checked_test)
+       PROGRAM checked_test
+       BACKEND avx2)
 
 mutant(last_streamed_vector_looks_back_beyond_its_line
        FILE kernel/walk.h
@@ -429,7 +433,8 @@ mutant(last_streamed_vector_looks_back_beyond_its_line
        TO [[look_back(true, place =]]
        ROWS streaming.has_the_same_bytes*
        KERNELS encode_kernels
-       PROGRAM checked_test)
+       PROGRAM checked_test
+       BACKEND avx2)
 
 mutant(cache_line_streamed_beyond_a_row
        FILE checked/streamed.cpp
