@@ -208,7 +208,8 @@ typedef struct morvane_options {
   const char* via;         /* an entry point between the two formats that converts instead of the rules, or NULL */
   int32_t allow_irregular; /* whether `via` may be irregular */
   int32_t rescale;         /* whether `via` stretches luma */
-  int32_t stores;          /* to the destination, of morvane_stores; cached where `via` leaves bytes as they are */
+  int32_t stores;          /* to the destination, of morvane_stores; cached where `via` leaves bytes as they are, and
+                              where RGB becomes 4:2:2 or 4:2:0 in one pass */
 } morvane_options;
 
 typedef struct morvane_plan morvane_plan;

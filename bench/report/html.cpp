@@ -125,7 +125,8 @@ void write_threads(std::ostream& out, const results& r, const targets& aims) {
 
 void write_arm(std::ostream& out, const std::vector<arm_figure>& arm) {
   if (arm.empty()) return;
-  out << "<h2>64-bit Arm</h2>\n<p>Of entry points and of plans: instructions executed for a pixel of 1920x16, counted under emulation, and cycles "
+  out << "<h2>64-bit Arm</h2>\n<p>Of entry points and of plans: instructions executed for a pixel of 1920x16, counted "
+         "under emulation, and cycles "
          "for a pixel that llvm-mca models for the loops which take them, with all data in the nearest cache. libyuv "
          "stands in brackets where it has NEON code for the same job; a loading or storing instruction that takes "
          "samples apart counts as one, though it costs several steps, so both figures matter.</p>\n";

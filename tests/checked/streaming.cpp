@@ -58,7 +58,7 @@ const std::vector<kind_of_way>& kinds_of_ways() {
       {"p010", "bgra"},  // decoded
       {"y_u_v_420", "bgr"},
       {"y_uv_420", "bgra64"},  // lines
-      {"bgra", "y_u_v_420"},
+      {"bgra", "y_u_v_a_420"},
       {"p010", "v210"},
       {"bgra", "uyvy", {.siting = siting::center, .background = color{1, 200, 30}}},
   };
@@ -277,6 +277,14 @@ TEST(streaming, fills_whole_cache_lines) {
     kinds.insert(is_one_pass(cached, streamed));
   }
   EXPECT_EQ(kinds.size(), 2U);
+}
+
+TEST(streaming, is_left_out_where_rgb_is_encoded_in_one_pass) {
+  for (const char* to : {"y_u_v_420", "uyvy", "p010"}) {
+    const plan p(of("bgra", 384, 48), of(to, 384, 48), streaming({}));
+    EXPECT_FALSE(says_that_it_streams(p)) << to;
+    EXPECT_EQ(p.scratch_bytes(), 0U) << to;
+  }
 }
 
 // Every entry point by name. What leaves bytes as they are, because it is irregular or because a row ends with a part

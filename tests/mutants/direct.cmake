@@ -166,8 +166,8 @@ mutant(decoder_that_no_plan_takes
 
 mutant(first_pixel_before_itself_left_out
        FILE checked/encoded.cpp
-       FROM [[*way_.encoded, {way_.filters_chroma(), 0, streams_}]]
-       TO [[*way_.encoded, {way_.filters_chroma(), k.read / 2, streams_}]]
+       FROM [[*way_.encoded, {way_.filters_chroma(), 0}]]
+       TO [[*way_.encoded, {way_.filters_chroma(), k.read / 2}]]
        ROWS *are_as_the_rules_say/bgra
        PROGRAM checked_test)
 
@@ -424,15 +424,6 @@ mutant(end_of_a_plane_not_stored
        TO [[]]
        ROWS lines.are_as_their_rules_say_past_the_caches*
        KERNELS rearrange_kernels
-       PROGRAM checked_test
-       BACKEND avx2)
-
-mutant(last_streamed_vector_looks_back_beyond_its_line
-       FILE kernel/walk.h
-       FROM [[look_back(false, place =]]
-       TO [[look_back(true, place =]]
-       ROWS streaming.has_the_same_bytes*
-       KERNELS encode_kernels
        PROGRAM checked_test
        BACKEND avx2)
 

@@ -28,7 +28,6 @@ using destination_rows = std::array<uint8_t*, most_written>;
 struct how_to_run {
   bool filters = false;
   int before_first = 0;  // bytes to the pixel before, if a line does not begin a row
-  bool streams = false;
 };
 
 // Rows of luma or of all components come first.
@@ -71,7 +70,6 @@ void run(const source_rows& from, std::index_sequence<s...>, const destination_r
   set_writer(k.to, by);
   k.filters = how.filters;
   k.before_first = how.before_first;
-  k.streams = how.streams;
   if constexpr (std::is_same_v<decltype(k.matrix), kernel::narrow_encoding>)
     k.matrix = by.narrow;
   else
@@ -194,8 +192,8 @@ encoder encoder_with(const size_t of_row, const size_t of_rows, const way& w, co
 
 class rows_of_way {
  public:
-  rows_of_way(const way& w, const morvane_picture& source, const morvane_picture& destination, const bool streams)
-      : way_(w), source_(source), destination_(destination), streams_(streams) {}
+  rows_of_way(const way& w, const morvane_picture& source, const morvane_picture& destination)
+      : way_(w), source_(source), destination_(destination) {}
 
   // One row, or two with their row of chroma.
   void convert(const kernel_entry& k, const int row) const {
@@ -203,7 +201,7 @@ class rows_of_way {
     for (int i = 0; i < k.rows; ++i) from[static_cast<size_t>(i)] = row_of(source_, way_.from, 0, row + i);
     const destination_rows to = rows_written(k, row);
     const int pairs = way_.from.width / 2;
-    if (pairs > 0) k.run(from, to, pairs, *way_.encoded, {way_.filters_chroma(), 0, streams_});
+    if (pairs > 0) k.run(from, to, pairs, *way_.encoded, {way_.filters_chroma(), 0});
     if (way_.from.width % 2 != 0) convert_last_pixel(k, from, to);
   }
 
@@ -211,7 +209,6 @@ class rows_of_way {
   const way& way_;
   const morvane_picture& source_;
   const morvane_picture& destination_;
-  const bool streams_;
 
   destination_rows rows_written(const kernel_entry& k, const int row) const {
     const plane_numbers& planes = way_.encoded->planes;
@@ -260,8 +257,8 @@ std::optional<encoder> find_encoder(const way& w) {
 }
 
 void encode_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
-                 const int rows, const bool streams) {
-  const rows_of_way picture(w, source, destination, streams);
+                 const int rows) {
+  const rows_of_way picture(w, source, destination);
   const kernel_entry& of_rows = kernels[w.encoded->of_rows];
   int row = first;
   for (; row + of_rows.rows <= first + rows; row += of_rows.rows) picture.convert(of_rows, row);

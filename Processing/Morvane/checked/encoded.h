@@ -37,7 +37,6 @@ struct encoder {
 // Where it gives the bytes that lines give.
 std::optional<encoder> find_encoder(const way& w);
 
-void encode_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows,
-                 bool streams);
+void encode_rows(const way& w, const morvane_picture& source, const morvane_picture& destination, int first, int rows);
 
 }  // namespace Processing::Morvane::checked

@@ -36,7 +36,7 @@ void copy_cached(uint8_t* to, const uint8_t* from, const size_t bytes) {
 void make_planes(const way& w, const morvane_picture& source, const morvane_picture& destination, const int first,
                  const int rows, void* scratch, const bool streams) {
   if (w.decoded) return decode_rows(w, source, destination, first, rows, streams);
-  if (w.encoded) return encode_rows(w, source, destination, first, rows, streams);
+  if (w.encoded) return encode_rows(w, source, destination, first, rows);
   if (w.regrouped) return regroup_rows(w, source, destination, first, rows, streams);
   rearrange_planes(w, source, destination, first, rows, streams);
   if (w.needs_lines()) convert_rows(w, source, destination, first, rows, scratch);

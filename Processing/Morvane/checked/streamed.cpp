@@ -117,9 +117,10 @@ bool streams_in_one_pass(const way& w) {
   return !w.is_via && (w.meets_in_registers() || !w.needs_lines());
 }
 
-// Where rows pass through scratch memory, the copy takes longer than it saves.
+// Encoders compute for longer than memory takes: streaming saves nothing there, and would be half of their code once
+// more. Where rows pass through scratch memory, the copy takes longer than it saves.
 bool streams(const way& w, const store_kind wanted) {
-  if (!fills_rows(w)) return false;
+  if (!fills_rows(w) || w.encoded) return false;
   const bool pays = streams_in_one_pass(w) && bytes_of(w.to) > MORVANE_MOST_CACHED;
   return wanted == store_kind::streaming || (wanted == store_kind::by_size && pays);
 }

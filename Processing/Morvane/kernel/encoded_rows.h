@@ -145,7 +145,6 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
   Writer to;
   bool filters;
   int32_t before_first;  // bytes from the first pixel of a line to the one before it; 0 if that is the same once more
-  bool streams;
 
   struct ycbcr {
     uint16_t y, cb, cr;

@@ -204,17 +204,16 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
 
   template <class... Plane>
   MORVANE_INLINE void stream_into(size_t units, Plane&&... to) {
+    static_assert(!remembers);
     constexpr size_t turn = units_of_turn();
-    look_back(true);
     for (size_t count = turn; units > 0; units -= count) {
       if (units < turn) count = units;
 #pragma GCC unroll 1
       for (size_t unit = 0; unit < count; unit += step()) {
         (expect_loads<V, step() * source_plane<s>::bytes>(source_[s] + unit * source_plane<s>::bytes), ...);
-        auto place = static_cast<ptrdiff_t>(unit);
-        if (unit + step() > count)
-          look_back(false, place = static_cast<ptrdiff_t>(count) - static_cast<ptrdiff_t>(step()));
-        make(place, to...);
+        const auto last = static_cast<ptrdiff_t>(count) - static_cast<ptrdiff_t>(step());
+        const auto next = static_cast<ptrdiff_t>(unit);
+        make(next < last ? next : last, to...);
       }
       (to.stream(count * destination_plane<d>::bytes), ...);
       advance(count);
