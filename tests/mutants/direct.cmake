@@ -441,10 +441,17 @@ mutant(end_of_a_row_not_streamed
        ROWS streaming.has_the_same_bytes*
        PROGRAM checked_test)
 
+mutant(encoder_that_is_said_to_stream
+       FILE checked/streamed.cpp
+       FROM [[!fills_rows(w) || w.encoded]]
+       TO [[!fills_rows(w)]]
+       ROWS streaming.is_left_out_where_rgb_is_encoded*
+       PROGRAM checked_test)
+
 mutant(bytes_that_an_entry_point_leaves_streamed
        FILE checked/streamed.cpp
-       FROM [[if (!fills_rows(w)) return false;]]
-       TO [[]]
+       FROM [[!fills_rows(w) || w.encoded]]
+       TO [[w.encoded]]
        ROWS streaming.has_the_same_bytes_by_every_entry_point
        PROGRAM checked_test)
 
