@@ -399,10 +399,11 @@ mutant(second_group_of_six_words_with_a_gap
        BACKEND avx2)
 
 mutant(odd_pixel_before_a_pair_of_lines_forgotten
-       FILE kernel/lines_pixel_pairs.h
-       FROM [[before.last = odd;]]
+       FILE kernel/lines_colour.h
+       FROM [[odd_before = odd;]]
        TO [[]]
        ROWS lines.*
+       KERNELS lines_pixel_pairs_kernels
        PROGRAM checked_test
        BACKEND avx2)
 

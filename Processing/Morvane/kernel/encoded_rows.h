@@ -34,18 +34,11 @@ struct encoded_pixels {
 struct narrow_encoding : rgb_lines_to_ycbcr_narrow {
   using lines = rgb_lines_to_ycbcr_narrow;
 
-  MORVANE_INLINE static uint16_t remembered(const uint16_t chroma) {
-    return static_cast<uint16_t>((chroma >> 1) + 16384);
-  }
   template <class V>
   MORVANE_INLINE encoded_pixels<V> pixels(const rgb_blocks<V>& rgb, const uint16_t half_step) const {
-    const auto r = V::template shift_right_words<1>(rgb.r);
-    const auto g = V::template shift_right_words<1>(rgb.g);
-    const auto b = V::template shift_right_words<1>(rgb.b);
-    const auto cb = half_of_chroma<V>(b, of.cb_b, g, of.cb_g, r, of.cb_r);
-    const auto cr = half_of_chroma<V>(r, of.cr_r, g, of.cr_g, b, of.cr_b);
-    const auto chroma = V::transpose2_words(cb, cr);
-    return {doubled<V>(of.black + half_step, half_of_luma<V>(r, g, b)), chroma.first, chroma.second};
+    const auto made = for_pairs<V>(rgb, half_step);
+    const auto chroma = V::transpose2_words(made.cb, made.cr);
+    return {made.y, chroma.first, chroma.second};
   }
   template <class V>
   MORVANE_INLINE static auto own(const encoded_pixels<V>& of_pixels) {
@@ -53,10 +46,7 @@ struct narrow_encoding : rgb_lines_to_ycbcr_narrow {
   }
   template <class V>
   MORVANE_INLINE static auto filtered(typename V::block& odd_before, const encoded_pixels<V>& of_pixels) {
-    const auto odd = around_middle<V>(of_pixels.odd);
-    const auto before = V::dwords_before(odd_before, odd);
-    odd_before = odd;
-    return V::add_words(of_pixels.even, V::average_up(before, odd));
+    return lines::filtered<V>(odd_before, of_pixels.even, of_pixels.odd);
   }
 };
 
@@ -80,15 +70,6 @@ struct wide_encoding : rgb_lines_to_ycbcr_wide {
     odd_before = of_pixels.odd;
     return smoothed<V>(before, of_pixels.even, of_pixels.odd);
   }
-};
-
-// Chroma of the last odd pixels that were seen.
-template <class V, int rows>
-struct chroma_of_odd_pixels {
-  typename V::block of[rows];
-
-  MORVANE_INLINE static chroma_of_odd_pixels none() { return {}; }
-  MORVANE_INLINE static void result() {}
 };
 
 // What is remembered of one pixel. Kernels share it.

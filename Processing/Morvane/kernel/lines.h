@@ -51,18 +51,19 @@ struct line_kernel : each_pixel<Plane...>, line_base {
 // The same of a kernel that others call for parts of their lines where there are no vectors: they share its loop.
 template <class Kernel, class... Plane>
 struct shared_line_kernel : line_kernel<Kernel, Plane...> {
+  using own_line = line_kernel<Kernel, Plane...>;
+
   template <class V>
   [[gnu::noinline]] static void loop(const Kernel k, const typename Plane::pointer __restrict... planes,
                                      const int count) {
-    for (size_t i = 0; i < at_least_zero(count); ++i) k.rule(Plane::at(planes, i)...);
+    k.own_line::template line<V>(planes..., count);
   }
   template <class V>
   MORVANE_INLINE void line(const typename Plane::pointer __restrict... planes, const int count) const {
-    const Kernel k = static_cast<const Kernel&>(*this);
     if constexpr (V::lanes > 0)
-      walk<V>(k, at_least_zero(count), planes...);
+      own_line::template line<V>(planes..., count);
     else
-      loop<V>(k, planes..., count);
+      loop<V>(static_cast<const Kernel&>(*this), planes..., count);
   }
 };
 

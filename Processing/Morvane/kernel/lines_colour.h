@@ -233,25 +233,37 @@ struct narrow_from_rgb {
     return doubled<V>(32768, half_of_chroma<V>(x, a, y, b, z, c));
   }
 
-  // Chroma of pairs takes that of pixels as halves around 0, and that of odd pixels as the same around 32768.
+  // Chroma of pairs takes that of pixels as halves around 0, and that of odd pixels, which is remembered, as the same
+  // around 32768.
   template <class V>
-  MORVANE_INLINE ycbcr_blocks<V> for_pairs(const rgb_blocks<V>& rgb) const {
+  MORVANE_INLINE ycbcr_blocks<V> for_pairs(const rgb_blocks<V>& rgb, const int added_to_luma = 0) const {
     const auto r = V::template shift_right_words<1>(rgb.r);
     const auto g = V::template shift_right_words<1>(rgb.g);
     const auto b = V::template shift_right_words<1>(rgb.b);
-    return {luma_of<V>(r, g, b), half_of_chroma<V>(b, of.cb_b, g, of.cb_g, r, of.cb_r),
+    return {doubled<V>(of.black + added_to_luma, half_of_luma<V>(r, g, b)),
+            half_of_chroma<V>(b, of.cb_b, g, of.cb_g, r, of.cb_r),
             half_of_chroma<V>(r, of.cr_r, g, of.cr_g, b, of.cr_b)};
   }
-  MORVANE_INLINE static uint16_t of_odd(const uint16_t chroma) { return static_cast<uint16_t>((chroma >> 1) + 16384); }
-  template <class V>
-  MORVANE_INLINE static auto of_odd(const typename V::block half) {
-    return around_middle<V>(half);
+  MORVANE_INLINE static uint16_t remembered(const uint16_t chroma) {
+    return static_cast<uint16_t>((chroma >> 1) + 16384);
   }
   template <class V>
-  MORVANE_INLINE static auto smoothed(const typename V::block before, const typename V::block even,
-                                      const typename V::block odd) {
+  MORVANE_INLINE static auto filtered(typename V::block& odd_before, const typename V::block even,
+                                      const typename V::block odd_half) {
+    const auto odd = around_middle<V>(odd_half);
+    const auto before = V::dwords_before(odd_before, odd);
+    odd_before = odd;
     return V::add_words(even, V::average_up(before, odd));
   }
+};
+
+// Chroma of the last odd pixels that were seen, in pairs Cb Cr.
+template <class V, int rows>
+struct chroma_of_odd_pixels {
+  typename V::block of[rows];
+
+  MORVANE_INLINE static chroma_of_odd_pixels none() { return {}; }
+  MORVANE_INLINE static void result() {}
 };
 
 struct rgb_lines_to_ycbcr_narrow : shared_line_kernel<rgb_lines_to_ycbcr_narrow, read_line, read_line, read_line,

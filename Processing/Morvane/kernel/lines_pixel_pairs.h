@@ -60,15 +60,6 @@ struct line_pairs_to_rgb : line_kernel<line_pairs_to_rgb<Whole, at>, read_words<
   }
 };
 
-// Cb and Cr of the last odd pixels that were seen.
-template <class V>
-struct chroma_of_odd_pixels_before {
-  typename V::block last;
-
-  MORVANE_INLINE static chroma_of_odd_pixels_before none() { return {V::repeat(0)}; }
-  MORVANE_INLINE static void result() {}
-};
-
 // RGB to luma and to the chroma of pairs at their first pixels, in the narrow form. The odd pixel before a pair counts
 // too, which is read before a line as well.
 struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narrow, read_words<2>, read_words<2>,
@@ -76,7 +67,7 @@ struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narr
   static constexpr bool fills_registers = true;
   static constexpr bool looks_back = true;
   template <class V>
-  requires(V::lanes > 0) using seen = chroma_of_odd_pixels_before<V>;
+  requires(V::lanes > 0) using seen = chroma_of_odd_pixels<V, 1>;
   using halve = halve_samples<siting::left>;
 
   rgb_lines_to_ycbcr_narrow matrix;
@@ -94,16 +85,13 @@ struct rgb_line_pairs_to_ycbcr_narrow : line_kernel<rgb_line_pairs_to_ycbcr_narr
   MORVANE_INLINE seen<V> seen_before(bool, const uint8_t* r, const uint8_t* g, const uint8_t* b) const {
     uint16_t y, cb, cr;
     matrix.rule(read_line::at(r, 0) - 1, read_line::at(g, 0) - 1, read_line::at(b, 0) - 1, &y, &cb, &cr);
-    return {V::repeat_dword(matrix.of_odd(cb) | uint32_t{matrix.of_odd(cr)} << 16)};
+    return {{V::repeat_dword(matrix.remembered(cb) | uint32_t{matrix.remembered(cr)} << 16)}};
   }
   // Pairs Cb Cr.
   template <class V>
   MORVANE_INLINE auto chroma(seen<V>& before, const typename V::block cb, const typename V::block cr) const {
     const auto halves = V::transpose2_words(cb, cr);
-    const auto odd = matrix.template of_odd<V>(halves.second);
-    const auto further = V::dwords_before(before.last, odd);
-    before.last = odd;
-    return matrix.template smoothed<V>(further, halves.first, odd);
+    return matrix.template filtered<V>(before.of[0], halves.first, halves.second);
   }
   template <class V>
   MORVANE_INLINE auto convert(seen<V>& before, const uint8_t* r, const uint8_t* g, const uint8_t* b) const {
