@@ -308,6 +308,7 @@ template <class Reader, class Matrix, class Writer, class... From, class... To>
 struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
     : line_kernel<decode<Reader, Matrix, Writer>, From..., To...>, Matrix {
   static constexpr bool fills_registers = true;
+  static constexpr bool crowds_stores = Reader::bytes_to_next == 1;  // of twice as many pixels as of other readers
   static constexpr int bytes_to_next = Reader::bytes_to_next;
   Reader from;
   Writer to;

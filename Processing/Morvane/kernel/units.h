@@ -17,12 +17,13 @@
 //   bound_by_memory    true: moving the bytes takes the time, and hardly anything else
 //   expects_loads      true: so much is computed that a processor looks too little ahead, so that loads are announced
 //                      too, and that one vector is a turn
+//   crowds_stores      true: so many vectors are stored at once that a processor cannot hold them until it has their
+//                      cache lines
 //   seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is the
 //                      `answer` of the line function
 //   looks_back         true: only the unit before is remembered, and seen_before<V>(begins, sources...) finds it in
-//   memory,
-//                      `begins` saying whether the unit at these places is the first of a line; the rule takes `begins`
-//                      instead of what is remembered
+//                      memory, `begins` saying whether the unit at these places is the first of a line; the rule takes
+//                      `begins` instead of what is remembered
 //   count(no_pixels)   the units of a line, where no base has the right number
 //   line<V>(...)       the function that converts a line, where a walk is not all of it
 //   streams            a member, true: what fills whole cache lines is stored past the caches
@@ -112,6 +113,7 @@ struct units {
   static constexpr bool fills_registers = false;
   static constexpr bool bound_by_memory = false;
   static constexpr bool expects_loads = false;
+  static constexpr bool crowds_stores = false;
   static constexpr bool looks_back = false;
 
   MORVANE_INLINE static constexpr size_t count(const int no_pixels) {

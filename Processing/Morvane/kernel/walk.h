@@ -229,7 +229,8 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
   template <size_t vectors>
   MORVANE_INLINE void expect() const {
     if constexpr (Kernel::expects_loads) (expect_loads<V, vectors * step() * source_plane<s>::bytes>(source_[s]), ...);
-    (expect_stores<V, vectors * step() * destination_plane<d>::bytes>(destination_[d]), ...);
+    if constexpr (Kernel::crowds_stores || !V::announces_crowded_stores_alone)
+      (expect_stores<V, vectors * step() * destination_plane<d>::bytes>(destination_[d]), ...);
   }
   MORVANE_INLINE void advance(const size_t units) {
     ((source_[s] += units * source_plane<s>::bytes), ...);

@@ -36,6 +36,7 @@ struct avx2 : avx2_sixes {
   using mover = avx2;
 
   static constexpr int stores_expected_ahead = 512;
+  static constexpr bool announces_crowded_stores_alone = false;
   static constexpr int loads_expected_ahead = 768;
   static constexpr int vectors_a_turn = 2;
   static constexpr int stored_together = 2;

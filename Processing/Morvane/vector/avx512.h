@@ -25,8 +25,9 @@ struct avx512 : avx512_sixes {
 
   static constexpr int vectors_a_turn = 1;
   static constexpr int stored_together = 1;
-  // A store is a cache line; announcing it costs images that fit no cache up to a fifth.
-  static constexpr int stores_expected_ahead = 0;
+  // A store is a cache line; announcing it costs images that fit no cache up to a fifth, where stores are not crowded.
+  static constexpr int stores_expected_ahead = 1024;
+  static constexpr bool announces_crowded_stores_alone = true;
   static constexpr int loads_expected_ahead = 512;
 
   // Four registers of 16 pixels.

@@ -24,6 +24,7 @@ struct neon : neon_sixes {
   static constexpr int stored_together = 1;
   static constexpr int float_lanes = 4;
   static constexpr int stores_expected_ahead = 0;
+  static constexpr bool announces_crowded_stores_alone = false;
   static constexpr int loads_expected_ahead = 0;
 
   struct bytes {

@@ -38,9 +38,10 @@ concept has_sizes = requires {
   requires(V::vectors_a_turn > 0);
   requires(V::stored_together == 1 || V::stored_together == 2);
   requires(V::float_lanes > 0);
-  // How far behind the present place a line's stores are announced, and loads where a kernel asks for it; 0 where the
-  // processor finds out early enough by itself.
+  // How far behind the present place a line's stores are announced, all or those of kernels that crowd them, and loads
+  // where a kernel asks for it; 0 where the processor finds out early enough by itself.
   requires(V::stores_expected_ahead >= 0);
+  { V::announces_crowded_stores_alone } -> std::convertible_to<bool>;
   requires(V::loads_expected_ahead >= 0);
 };
 
