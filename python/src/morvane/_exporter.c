@@ -4,8 +4,7 @@
 #include <structmember.h>
 
 typedef struct {
-  PyObject_HEAD
-  PyObject* array;
+  PyObject_HEAD PyObject* array;
 } exporter;
 
 static PyObject* new_exporter(PyTypeObject* type, PyObject* arguments, PyObject* names) {
@@ -48,9 +47,12 @@ static PyMemberDef members[] = {
     {"_lent", T_OBJECT, offsetof(exporter, array), 0, "The array whose memory is lent, or None"},
     {NULL, 0, 0, 0, NULL}};
 
-static PyType_Slot slots[] = {{Py_tp_new, new_exporter},   {Py_tp_dealloc, free_exporter},
-                              {Py_tp_traverse, visit_array}, {Py_tp_clear, clear_array},
-                              {Py_tp_members, members},      {Py_bf_getbuffer, lend},
+static PyType_Slot slots[] = {{Py_tp_new, new_exporter},
+                              {Py_tp_dealloc, free_exporter},
+                              {Py_tp_traverse, visit_array},
+                              {Py_tp_clear, clear_array},
+                              {Py_tp_members, members},
+                              {Py_bf_getbuffer, lend},
                               {0, NULL}};
 
 static PyType_Spec specification = {.name = "morvane._exporter.Exporter",
