@@ -23,9 +23,10 @@ def build():
         if not ARCHIVE.exists():
             sys.exit(f"MORVANE_BUILD_DIR: there is no {ARCHIVE}")
         return
-    without = [f"-DMORVANE_BUILD_{part}=OFF" for part in ("TOOL", "TESTS", "BENCH")]
+    without = [f"-DMORVANE_{part}=OFF" for part in ("BUILD_TOOL", "BUILD_TESTS", "BUILD_BENCH", "WARNINGS_AS_ERRORS")]
+    jobs = str(os.cpu_count() or 1)
     subprocess.run(["cmake", "-S", ROOT, "-B", BUILD, "-DCMAKE_BUILD_TYPE=Release", *without], check=True)
-    subprocess.run(["cmake", "--build", BUILD, "--target", "morvane_static", "--parallel"], check=True)
+    subprocess.run(["cmake", "--build", BUILD, "--target", "morvane_static", "--parallel", jobs], check=True)
 
 
 def declarations(header):

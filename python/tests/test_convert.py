@@ -1,7 +1,10 @@
 """Conversions: bytes, arrays with strides, out, batches, and what is refused."""
 
 import mmap
+import os
+import signal
 import threading
+import time
 
 import numpy as np
 import pytest
@@ -26,6 +29,28 @@ def test_bytes_are_those_of_the_command(name, command, tmp_path):
         )  # fmt: skip
         made = morvane.convert(source, to=to, matrix=601, chroma="nearest")
         assert bytes(memoryview(made).cast("B")) == (tmp_path / "out.raw").read_bytes()
+
+
+@pytest.mark.parametrize(
+    "name, to, options",
+    [
+        ("nv12", "bgra", {"siting": "center"}),
+        ("nv12", "yuv444p", {"matrix": 601, "to_matrix": 2020}),
+        ("nv12", "p010", {"range": "full", "to_range": "video"}),
+        ("bgra", "nv12", {"rgb_range": "video", "range": "full"}),
+        ("bgra", "uyvy", {"background": (9, 80, 200), "threads": 2}),
+        ("uyvy", "bgra", {"range": "full", "stores": "streaming"}),
+    ],
+)
+def test_options_are_those_of_the_command(name, to, options, command, tmp_path):
+    source = random_frame(name, (30, 8))
+    source.array.tofile(tmp_path / "in.raw")
+    words = {k: ",".join(map(str, v)) if isinstance(v, tuple) else str(v) for k, v in options.items()}
+    given = [word for k, v in words.items() for word in ("--" + k.replace("_", "-"), v)]
+    command("convert", tmp_path / "in.raw", tmp_path / "out.raw", "-f", name, "-t", to, "-s", "30x8", *given)
+    made = bytes(memoryview(morvane.convert(source, to=to, **options)).cast("B"))
+    assert made == (tmp_path / "out.raw").read_bytes()
+    assert made != bytes(memoryview(morvane.convert(source, to=to)).cast("B")) or "stores" in options
 
 
 @pytest.mark.parametrize("name", NAMES)
@@ -91,6 +116,25 @@ def test_views_are_converted_where_they_lie(width, height, step, flip_in, flip_o
     assert morvane.convert(view, "bgra", to="rgb", out=out) is out
     assert np.array_equal(out, view[..., 2::-1])
     assert (room[:, width:] == 7).all()
+
+
+@settings(max_examples=40, deadline=None)
+@given(st.integers(1, 9), st.integers(1, 6), st.booleans(), st.booleans(), st.integers(1, 2))
+def test_planes_of_one_array_may_have_any_stride(width, height, flip_planes, flip_rows, step):
+    rgb = np.random.default_rng(height).integers(0, 256, (3 * step, 2 * height, width + 3), np.uint8)
+    view = rgb[::step, ::2, 1 : 1 + width][:: -1 if flip_planes else 1, :: -1 if flip_rows else 1]
+    out = np.zeros((3, height, width), np.uint8)[::-1]
+    morvane.convert(view, "r_g_b", to="g_b_r", out=out)
+    assert np.array_equal(out, view[[1, 2, 0]])
+
+
+def test_planes_are_read_and_written_where_they_lie():
+    y, cbcr = np.zeros((8, 4), np.uint8)[::2], np.zeros((2, 2, 2), np.uint8)
+    frame = morvane.Frame("nv12", (4, 4), [y, cbcr])
+    morvane.convert(np.full((4, 4, 3), 255, np.uint8), "rgb24", to="nv12", out=frame)
+    assert frame["y"] is y and (y == 235).all() and (cbcr == 128).all()
+    y[:] = 16
+    assert (morvane.convert(frame, to="rgb24") == 0).all()
 
 
 @pytest.mark.parametrize(
@@ -221,11 +265,49 @@ def test_threads_share_a_plan(threads):
 def test_other_threads_run_during_a_conversion():
     plan = morvane.Plan("rgbaf32", "v210", (4096, 2160))
     source, out = np.zeros((2160, 4096, 4), np.float32), bytearray(morvane.layout("v210", (4096, 2160)).bytes)
-    done = threading.Event()
-    worker = threading.Thread(target=lambda: (plan(source, out), done.set()))
-    counted = 0
+    ran = []
+
+    def work():
+        began = time.perf_counter()
+        plan(source, out)
+        ran.append((began, time.perf_counter()))
+
+    plan(source, out)
+    worker = threading.Thread(target=work)
+    times = []
     worker.start()
-    while not done.is_set():
-        counted += 1
+    while not ran:
+        times.append(time.perf_counter())
     worker.join()
-    assert counted > 1000
+    ((began, ended),) = ran
+    quarter = (ended - began) / 4
+    assert sum(began + quarter < time < ended - quarter for time in times) > 10
+
+
+@pytest.mark.parametrize("threads", [1, 2])
+def test_a_fork_converts_too(threads):
+    frame = random_frame("nv12", (640, 360))
+    expected = morvane.convert(frame, to="bgra", threads=threads)
+    child = os.fork()
+    if child == 0:
+        same = np.array_equal(morvane.convert(frame, to="bgra", threads=threads), expected)
+        os._exit(0 if same else 1)
+    for _ in range(1000):
+        pid, status = os.waitpid(child, os.WNOHANG)
+        if pid:
+            break
+        time.sleep(0.01)
+    else:
+        os.kill(child, signal.SIGKILL)
+        os.waitpid(child, 0)
+        pytest.fail("the child hangs")
+    assert status == 0
+
+
+def test_all_options_may_be_named():
+    picture = np.zeros((1080, 1920, 4), np.uint8)
+    made = morvane.convert(
+        picture, "bgra", to="nv12", size=(1920, 1080), matrix=709, range="video", chroma="linear", siting="left",
+        threads=1, stores="by_size", out=None,
+    )  # fmt: skip
+    assert np.array_equal(made.array, morvane.convert(picture, "bgra", to="nv12").array)

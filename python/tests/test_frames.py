@@ -1,7 +1,9 @@
 """Frames, files of frames, comparisons and pictures of them."""
 
+import copy
 import io
 import json
+import pickle
 
 import numpy as np
 import pytest
@@ -22,6 +24,24 @@ def test_planes_are_views_of_one_buffer(name):
     again = morvane.Frame(name, (7, 5), frame.array.tobytes())
     for plane in frame.planes:
         assert np.array_equal(again[plane], frame[plane], equal_nan=True)
+
+
+def test_planes_outlive_what_was_given():
+    given = [np.full((4, 4), 5, np.uint8), np.full((2, 2, 2), 6, np.uint8)]
+    frame = morvane.Frame("nv12", (4, 4), given)
+    given.clear()
+    assert (frame.samples()["Y"] == 5).all() and (frame["cbcr"] == 6).all()
+    with pytest.raises(TypeError):
+        frame.planes["y"] = np.zeros((4, 4), np.uint8)
+
+
+@pytest.mark.parametrize("planes", [None, [np.full((4, 4), 5, np.uint8), np.full((2, 2, 2), 6, np.uint8)]])
+def test_frames_go_to_other_processes(planes):
+    frame = morvane.Frame("nv12", (4, 4), planes, matrix=601, range="full")
+    for again in (pickle.loads(pickle.dumps(frame)), copy.deepcopy(frame)):
+        assert (again.matrix, again.range) == (601, "full")
+        assert all(np.array_equal(again[name], plane) for name, plane in frame.planes.items())
+        assert not any(np.shares_memory(again[name], plane) for name, plane in frame.planes.items())
 
 
 def test_pillow_takes_a_frame():
@@ -128,6 +148,13 @@ def test_files_that_are_no_frames_are_refused(tmp_path, name, content):
     (tmp_path / name).write_bytes(content)
     with pytest.raises(morvane.Error):
         morvane.open(tmp_path / name)
+
+
+def test_the_longest_name_of_a_format_is_meant(tmp_path):
+    path = tmp_path / "rgb_5x3_y_u_v_420_10u16.raw"
+    path.write_bytes(bytes(morvane.layout("y_u_v_420_10u16", (5, 3)).bytes))
+    assert morvane.open(path).format.name == "y_u_v_420_10u16"
+    assert morvane.open(path, "gray", (6, 9)).size == (6, 9)
 
 
 def test_a_file_that_there_is_not_is_an_os_error(tmp_path):

@@ -20,7 +20,8 @@ from ._morvane import lib
 
 
 class Clip(Frames):
-    """The frames of a file. They are views of a memory map, so nothing is read before it is looked at.
+    """The frames of a file. They are views of a memory map, so nothing is read before it is looked at, and the file must
+    not be shortened as long as there are any.
 
     ``clip[3]`` is a Frame, ``clip[10:20]`` a Clip; ``format``, ``size``, ``matrix`` and ``range`` are those of every
     frame. ``convert`` takes a Clip as a batch.

@@ -2,9 +2,11 @@
 
 from __future__ import annotations
 
-from collections.abc import Sequence
+import builtins
+from collections.abc import Mapping, Sequence
 from functools import cached_property
 from math import prod
+from types import MappingProxyType
 from typing import Any
 
 import numpy as np
@@ -69,6 +71,7 @@ class Frame(Exporter):
     def _take(self, form: Form, data: Any) -> None:
         self._form = form
         self._pointer = Pointer()
+        self._apart: list[Array] = []
         if isinstance(data, (list, tuple)):
             self._take_planes(data)
             return
@@ -86,9 +89,11 @@ class Frame(Exporter):
         self._place = place
 
     @cached_property
-    def planes(self) -> dict[str, Array]:
+    def planes(self) -> Mapping[str, Array]:
         """The planes by their names, in their order: arrays of rows."""
-        return {p.name: self._view(self._lent, self._place, i) for i, p in enumerate(self.format.planes)}
+        names = [plane.name for plane in self.format.planes]
+        views = self._apart or [self._view(self._lent, self._place, i) for i in builtins.range(len(names))]
+        return MappingProxyType(dict(zip(names, views)))
 
     def _view(self, array: Array, place: Place, index: int) -> Array:
         form = self._form
@@ -107,7 +112,6 @@ class Frame(Exporter):
         if len(planes) != len(form.format.planes):
             message = f"data has {len(planes)} planes, where {form.format} has {len(form.format.planes)}"
             raise Error(lib.MORVANE_SIZE, "data", message, len(planes), len(form.format.planes))
-        self.planes = {}
         for i, (info, given) in enumerate(zip(form.format.planes, planes)):
             what = f"data[{i}]"
             array = array_of(given, what)
@@ -120,7 +124,7 @@ class Frame(Exporter):
             self._pointer.picture.data[i] = at.data[0]
             self._pointer.picture.stride[i] = place.stride
             self._pointer.picture.bytes[i] = place.bytes
-            self.planes[info.name] = array
+            self._apart.append(array)
         self._picture = self._pointer.picture
 
     @property
@@ -161,6 +165,10 @@ class Frame(Exporter):
 
     def __getitem__(self, plane: str) -> Array:
         return self.planes[plane]
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        data = self._apart or self.array
+        return _made_again, (self.format.name, self.size, data, self.matrix, self.range)
 
     def __repr__(self) -> str:
         width, height = self.size
@@ -204,6 +212,10 @@ class Frame(Exporter):
             return png(self.rgb())
         except Error:
             return None
+
+
+def _made_again(format: str, size: Size, data: Any, matrix: int | None, range: str | None) -> Frame:
+    return Frame(format, size, data, matrix=matrix, range=range)
 
 
 class Frames(Sequence[Frame]):
