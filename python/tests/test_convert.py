@@ -38,14 +38,14 @@ def test_bytes_are_those_of_the_command(name, command, tmp_path):
         ("nv12", "yuv444p", {"matrix": 601, "to_matrix": 2020}),
         ("nv12", "p010", {"range": "full", "to_range": "video"}),
         ("bgra", "nv12", {"rgb_range": "video", "range": "full"}),
-        ("bgra", "uyvy", {"background": (9, 80, 200), "threads": 2}),
+        ("bgra", "uyvy", {"background": [9, 80, 200], "threads": 2}),
         ("uyvy", "bgra", {"range": "full", "stores": "streaming"}),
     ],
 )
 def test_options_are_those_of_the_command(name, to, options, command, tmp_path):
     source = random_frame(name, (30, 8))
     source.array.tofile(tmp_path / "in.raw")
-    words = {k: ",".join(map(str, v)) if isinstance(v, tuple) else str(v) for k, v in options.items()}
+    words = {k: ",".join(map(str, v)) if isinstance(v, list) else str(v) for k, v in options.items()}
     given = [word for k, v in words.items() for word in ("--" + k.replace("_", "-"), v)]
     command("convert", tmp_path / "in.raw", tmp_path / "out.raw", "-f", name, "-t", to, "-s", "30x8", *given)
     made = bytes(memoryview(morvane.convert(source, to=to, **options)).cast("B"))

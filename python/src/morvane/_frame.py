@@ -210,7 +210,9 @@ class Frame(Exporter):
         """The picture for a notebook; None for formats of alpha or chroma alone, which have no colour."""
         try:
             return png(self.rgb())
-        except Error:
+        except Error as error:
+            if error.code != lib.MORVANE_NO_WAY:
+                raise
             return None
 
 

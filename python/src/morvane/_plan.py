@@ -101,6 +101,8 @@ class Plan:
         Without ``out`` it is a new array where all planes have one shape, else a Frame, and for a batch an array with an
         axis in front or a list of Frames.
 
+        What the plan was made for holds, whatever matrix and range a Frame says.
+
         Raises ``Error`` for a wrong size, shape, dtype or stride, for memory that overlaps, and for ``out`` that is
         read-only. Nothing is written then; of a batch, what came before may be.
         """
@@ -179,12 +181,12 @@ def _form(name: str | Format, size: Size, matrix: int | None, range: str | None,
     return form_of(of, size, matrix or 0, number_for("range", *word, "RANGE_"))
 
 
-def _levels(background: tuple[int, int, int]) -> list[int]:
+def _levels(background: tuple[int, int, int]) -> tuple[int, int, int]:
     levels = [int(level) for level in background]
     if len(levels) != 3 or not all(0 <= level <= 255 for level in levels):
         message = f"background {background} is not red, green and blue, each from 0 to 255"
         raise Error(lib.MORVANE_OPTION, "background", message)
-    return levels
+    return levels[0], levels[1], levels[2]
 
 
 class Options(NamedTuple):
@@ -231,7 +233,9 @@ def plan_for(source: Any, format: str | Format | None, to: str | Format, size: S
     if size is None:
         message = f"the size is needed: a source of {format_of(format)} does not tell it by this shape"
         raise Error(lib.MORVANE_SIZE, "size", message)
-    return _remembered(format, to, size, options)
+    if options.background is not None:
+        options = options._replace(background=_levels(options.background))
+    return _remembered(format, to, (size[0], size[1]), options)
 
 
 def convert(
@@ -292,8 +296,6 @@ def convert(
     >>> morvane.convert(bgra[::-1, :3], "bgra", to="gray", out=numpy.empty((2, 3), numpy.uint8)).tolist()
     [[235, 235, 235], [235, 235, 235]]
     """
-    if background is not None:
-        background = (background[0], background[1], background[2])
     options = Options(
         matrix, range, to_matrix, to_range, rgb_range, chroma, siting,
         background, threads, stores, via, allow_irregular, rescale,
