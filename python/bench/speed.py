@@ -2,9 +2,9 @@
 
     python bench/speed.py [--rounds N] [--size 1920x1080]
 
-All that is compared runs in turn in one process, on one thread, and writes to memory that is there already where it can. A
-ratio is taken in every round, and the median of the rounds is printed. OpenCV (python3-opencv) and PyAV (python3-av) take
-part where they are installed.
+All that is compared runs in turn in one process, on one thread, and writes to memory that is there already where it
+can. A ratio is taken in every round, and the median of the rounds is printed. OpenCV (python3-opencv) and PyAV
+(python3-av) take part where they are installed.
 """
 
 from __future__ import annotations

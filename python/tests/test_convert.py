@@ -227,6 +227,23 @@ def test_what_cannot_be_right_is_refused(reason, call):
     assert caught.value.reason == reason, caught.value.message
 
 
+@settings(max_examples=300, deadline=None)
+@given(
+    st.sampled_from(NAMES), st.lists(st.integers(0, 6), max_size=4),
+    st.sampled_from(["u1", "u2", ">u2", "f4", "f2", "i8", "?"]),
+    st.one_of(st.none(), st.tuples(st.integers(-1, 6), st.integers(-1, 6))), st.booleans(),
+)  # fmt: skip
+def test_any_array_is_a_picture_or_refused(name, shape, dtype, size, is_out):
+    array = np.zeros(shape, dtype)[::-1] if shape else np.zeros((), dtype)
+    try:
+        if is_out:
+            morvane.convert(morvane.Frame(kin(name), size or (4, 4)), to=name, out=array)
+        else:
+            morvane.convert(array, name, to=kin(name), size=size)
+    except morvane.Error as error:
+        assert error.message and error.reason in ("size", "stride")
+
+
 @pytest.mark.parametrize("source", [None, 5, "text", object()])
 def test_what_is_no_memory_is_a_type_error(source):
     with pytest.raises(TypeError):

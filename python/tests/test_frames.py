@@ -66,8 +66,11 @@ def test_planes_that_lie_apart_lend_no_memory():
 
 @pytest.mark.parametrize(
     "data",
-    [bytes(23), [np.zeros((4, 4), np.uint8)], [np.zeros((4, 4), np.uint8), np.zeros((2, 4), np.uint8)], np.zeros((2, 24), np.uint8)],
-)
+    [
+        bytes(23), [np.zeros((4, 4), np.uint8)], [np.zeros((4, 4), np.uint8), np.zeros((2, 4), np.uint8)],
+        np.zeros((2, 24), np.uint8),
+    ],
+)  # fmt: skip
 def test_data_of_another_size_is_refused(data):
     with pytest.raises(morvane.Error):
         morvane.Frame("nv12", (4, 4), data)
@@ -140,7 +143,8 @@ def test_y4m_says_range_and_siting(tmp_path):
     [
         ("a.raw", b"123"), ("a_4x4.raw", bytes(16)), ("a_nv12.raw", bytes(16)), ("a_4x4_nv12.raw", bytes(25)),
         ("a_4x4_nv12.raw", b""), ("a.y4m", b"YUV4MPEG2 W2\n"), ("a.y4m", b"YUV4MPEG2 W2 H2 C999\n"),
-        ("a.y4m", b"YUV4MPEG2 W2 H2 Cmono\nFRAME\n123"), ("a.y4m", b"YUV4MPEG2 W2 H2 Cmono\nF\n1234"), ("a.y4m", b"YUV4MPEG2"),
+        ("a.y4m", b"YUV4MPEG2 W2 H2 Cmono\nFRAME\n123"), ("a.y4m", b"YUV4MPEG2 W2 H2 Cmono\nF\n1234"),
+        ("a.y4m", b"YUV4MPEG2"),
         ("a.y4m", b"YUV4MPEG2 W2 H2 XCOLORRANGE=SOME\n"),
     ],
 )  # fmt: skip

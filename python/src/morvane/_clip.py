@@ -20,8 +20,8 @@ from ._morvane import lib
 
 
 class Clip(Frames):
-    """The frames of a file. They are views of a memory map, so nothing is read before it is looked at, and the file must
-    not be shortened as long as there are any.
+    """The frames of a file. They are views of a memory map, so nothing is read before it is looked at, and the file
+    must not be shortened as long as there are any.
 
     ``clip[3]`` is a Frame, ``clip[10:20]`` a Clip; ``format``, ``size``, ``matrix`` and ``range`` are those of every
     frame. ``convert`` takes a Clip as a batch.
@@ -85,6 +85,10 @@ def _told_by_name(path: str) -> tuple[str | None, Size | None]:
     return (named[-1] if named else None), size
 
 
+def _form(of: Format, size: Size, matrix: int | None, range: str | None) -> Form:
+    return form_of(of, size, matrix or 0, number_for("range", "range", range, "RANGE_"))
+
+
 def open(
     path: str | os.PathLike[str],
     format: str | Format | None = None,
@@ -102,19 +106,19 @@ def open(
     >>> len(clip), clip[0].rgb().shape
     (2, (8, 96, 3))
     """
-    memory = _mapped(path)
+    memory, name = _mapped(path), os.fspath(path)
     if _y4m.is_y4m(memory):
-        header = _y4m.read(memory, os.fspath(path))
-        form = form_of(header.format, header.size, matrix or 0, number_for("range", "range", range or header.range, "RANGE_"))
-        return Clip(memory, form, _y4m.offsets(memory, header, form.layout.bytes, os.fspath(path)), header.siting)
-    told_format, told_size = _told_by_name(os.fspath(path))
+        header = _y4m.read(memory, name)
+        form = _form(header.format, header.size, matrix, range or header.range)
+        return Clip(memory, form, _y4m.offsets(memory, header, form.layout.bytes, name), header.siting)
+    told_format, told_size = _told_by_name(name)
     format, size = format or told_format, size or told_size
     if format is None or size is None:
         what = "format" if format is None else "size"
-        raise Error(lib.MORVANE_OPTION, what, f"the {what} of {os.fspath(path)} is needed: its name does not tell it")
-    form = form_of(format_of(format), tuple(size), matrix or 0, number_for("range", "range", range, "RANGE_"))
+        raise Error(lib.MORVANE_OPTION, what, f"the {what} of {name} is needed: its name does not tell it")
+    form = _form(format_of(format), (size[0], size[1]), matrix, range)
     count, rest = divmod(len(memory), form.layout.bytes)
     if rest or not count:
-        message = f"{os.fspath(path)} has {len(memory)} bytes, which are no whole frames of {form}: {form.layout.bytes} bytes"
+        message = f"{name} has {len(memory)} bytes, and a frame of {form} {form.layout.bytes}: it has no whole frames"
         raise Error(lib.MORVANE_PLANE_TOO_SHORT, "path", message, len(memory), form.layout.bytes * (count + 1))
     return Clip(memory, form, builtins.range(0, len(memory), form.layout.bytes))

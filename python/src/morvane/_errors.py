@@ -21,9 +21,10 @@ _REASONS = {number: word for word, number in words_of("code").items()}
 class Error(ValueError):
     """Why a call was refused. Nothing was written then.
 
-    ``code`` is the number that ``morvane.h`` has for the reason, and ``reason`` its name in small letters: ``"stride"``,
-    ``"overlap"``, ``"unknown_format"`` and so on. ``argument`` says what was wrong, such as ``"source.stride[0]"``;
-    ``got`` and ``needed`` are the numbers in question, 0 where they are none; ``message`` is one sentence.
+    ``code`` is the number that ``morvane.h`` has for the reason, and ``reason`` its name in small letters:
+    ``"stride"``, ``"overlap"``, ``"unknown_format"`` and so on. ``argument`` says what was wrong, such as
+    ``"source.stride[0]"``; ``got`` and ``needed`` are the numbers in question, 0 where they are none; ``message`` is
+    one sentence.
 
     >>> try:
     ...     morvane.layout("v210", (0, 720))

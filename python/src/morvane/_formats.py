@@ -21,8 +21,8 @@ _WORDS: dict[int, type[np.generic]] = {1: np.uint8, 2: np.uint16}
 class Plane:
     """How a plane is stored: its rows are groups of pixels, of which the last one is whole.
 
-    ``components`` are those of a group as they are stored, ``x`` where they are unused; ``image_rows`` says how many rows
-    of the picture share a row of the plane; ``bits`` are those of a sample.
+    ``components`` are those of a group as they are stored, ``x`` where they are unused; ``image_rows`` says how many
+    rows of the picture share a row of the plane; ``bits`` are those of a sample.
     """
 
     name: str
@@ -220,8 +220,8 @@ def lay_out(described: Any, of: Format, alignment: int = 0) -> Layout:
 def layout(name: str | Format, size: Size, alignment: int = 0) -> Layout:
     """Where the planes of a picture of ``size`` (width and height in pixels) lie.
 
-    With an ``alignment`` of 0 rows are as long as in files; otherwise strides and offsets are multiples of it, a power of
-    two up to 4096. Raises ``Error`` for a size below 1 or beyond all memory, and for another alignment.
+    With an ``alignment`` of 0 rows are as long as in files; otherwise strides and offsets are multiples of it, a power
+    of two up to 4096. Raises ``Error`` for a size below 1 or beyond all memory, and for another alignment.
 
     >>> morvane.layout("v210", (1280, 720)).planes[0].stride
     3456

@@ -51,7 +51,7 @@ def is_whole(shape: tuple[int, ...], strides: tuple[int, ...], itemsize: int) ->
 def rows_place(shape: tuple[int, ...], strides: tuple[int, ...], itemsize: int, offset: int, what: str) -> PlanePlace:
     """Where a plane lies whose first axis are its rows."""
     if not is_whole(shape[1:], strides[1:], itemsize):
-        message = f"{what} has rows with gaps or in another order (strides {strides}); numpy.ascontiguousarray copies them"
+        message = f"{what} has rows with gaps or in another order: its strides are {strides}"
         raise Error(lib.MORVANE_STRIDE, what, message)
     row_bytes = prod(shape[1:]) * itemsize
     stride = strides[0] if shape[0] > 1 else row_bytes
@@ -111,7 +111,8 @@ class Form:
             if len(shape) > 1 and prod(shape[1:]) * dtype.itemsize == self.layout.bytes:
                 return BATCH
             if prod(shape) * dtype.itemsize == self.layout.bytes and is_whole(shape, strides, dtype.itemsize):
-                return Place(False, tuple(PlanePlace(p.offset, p.stride, p.stride * p.rows) for p in self.layout.planes))
+                planes = (PlanePlace(p.offset, p.stride, p.stride * p.rows) for p in self.layout.planes)
+                return Place(False, tuple(planes))
         self._refuse(shape, dtype, what)
 
     def _fits(self, shape: tuple[int, ...], dtype: np.dtype[Any]) -> bool:
@@ -173,7 +174,8 @@ def array_of(source: Any, what: str) -> Array:
     try:
         return np.asarray(memoryview(source))
     except TypeError:
-        raise TypeError(f"{what} is {type(source).__name__}, which is neither an array, nor memory, nor a Frame") from None
+        message = f"{what} is {type(source).__name__}, which is neither an array, nor memory, nor a Frame"
+        raise TypeError(message) from None
 
 
 def writable_array_of(out: Any) -> Array:

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import builtins
 from collections.abc import Mapping, Sequence
 from functools import cached_property
 from math import prod
@@ -28,11 +27,11 @@ class Frame(Exporter):
 
     Without ``data`` its memory is new, and all zero. ``data`` may be memory with the planes one after the other as in a
     file (bytes, memoryview, mmap, an array), an array of the shape that the format has, or a sequence with an array for
-    every plane; nothing is copied. ``matrix`` is 601, 709 or 2020 and ``range`` ``"video"`` or ``"full"``; None is what is
-    usual.
+    every plane; nothing is copied. ``matrix`` is 601, 709 or 2020 and ``range`` ``"video"`` or ``"full"``; None is what
+    is usual.
 
-    A plane is an array of rows: ``frame["y"]`` of nv12 is uint8 of height x width, and ``frame["cbcr"]`` uint8 of half the
-    height x half the width x 2. Where samples are no whole bytes or words, as in v210, rows are bytes.
+    A plane is an array of rows: ``frame["y"]`` of nv12 is uint8 of height x width, and ``frame["cbcr"]`` uint8 of half
+    the height x half the width x 2. Where samples are no whole bytes or words, as in v210, rows are bytes.
 
     The frame lends its memory as ``frame.array``: to ``memoryview``, ``numpy.asarray``, ``PIL.Image.fromarray``,
     ``torch.from_numpy(frame.array)`` and all else that knows the buffer protocol or ``__array_interface__``.
@@ -92,7 +91,7 @@ class Frame(Exporter):
     def planes(self) -> Mapping[str, Array]:
         """The planes by their names, in their order: arrays of rows."""
         names = [plane.name for plane in self.format.planes]
-        views = self._apart or [self._view(self._lent, self._place, i) for i in builtins.range(len(names))]
+        views = self._apart or [self._view(self._lent, self._place, i) for i in range(len(names))]
         return MappingProxyType(dict(zip(names, views)))
 
     def _view(self, array: Array, place: Place, index: int) -> Array:
@@ -149,7 +148,8 @@ class Frame(Exporter):
 
     @property
     def array(self) -> Array:
-        """All its memory as one array: in the shape of the format if its planes have one shape, else bytes as in a file.
+        """All its memory as one array: in the shape of the format if its planes have one shape, else bytes as in a
+        file.
 
         Raises ``BufferError`` if the planes were given one by one.
         """
@@ -188,7 +188,8 @@ class Frame(Exporter):
         return made
 
     def rgb(self, **options: Any) -> Array:
-        """The picture as RGB of 8 bits and full range: uint8 of height x width x 3. The options are those of ``convert``.
+        """The picture as RGB of 8 bits and full range: uint8 of height x width x 3. The options are those of
+        ``convert``.
 
         Raises ``Error`` for formats of alpha or chroma alone.
 
@@ -198,8 +199,8 @@ class Frame(Exporter):
         return self.to("rgb", **options).array
 
     def samples(self) -> dict[str, Array]:
-        """The samples of every component, whatever their storage: uint16 arrays of rows, with as many bits as the format
-        has; floats are the words of 16 bits that they are converted by.
+        """The samples of every component, whatever their storage: uint16 arrays of rows, with as many bits as the
+        format has; floats are the words of 16 bits that they are converted by.
 
         >>> {name: lines.shape for name, lines in morvane.Frame("v210", (7, 2)).samples().items()}
         {'Cb': (2, 4), 'Y': (2, 7), 'Cr': (2, 4)}

@@ -98,8 +98,8 @@ class Plan:
         ``source`` is a Frame; an array of the shape and dtype that the format has (``plan.source.shape``), with any
         strides from row to row; or its bytes as in a file, as bytes, memoryview, mmap or array. One more axis in front,
         a list, a tuple or a Clip are a batch. The result goes to ``out``, which is of the same kinds, and is returned.
-        Without ``out`` it is a new array where all planes have one shape, else a Frame, and for a batch an array with an
-        axis in front or a list of Frames.
+        Without ``out`` it is a new array where all planes have one shape, else a Frame, and for a batch an array with
+        an axis in front or a list of Frames.
 
         What the plan was made for holds, whatever matrix and range a Frame says.
 
@@ -262,15 +262,16 @@ def convert(
     """Converts a picture, or a batch of them, from one format to another.
 
     ``source`` and ``out`` are what ``Plan.run`` takes, and the result is what it returns. Arrays that go in or out are
-    not copied. ``format`` is that of the source, which a Frame says itself, and ``to`` that of the result, by any of their
-    names. ``size`` (width and height in pixels) is needed only where the shape of the source does not tell it.
+    not copied. ``format`` is that of the source, which a Frame says itself, and ``to`` that of the result, by any of
+    their names. ``size`` (width and height in pixels) is needed only where the shape of the source does not tell it.
 
     ``matrix`` (601, 709 or 2020) and ``range`` (``"video"`` or ``"full"``) are those of YCbCr on both sides, and
     ``rgb_range`` that of RGB; ``to_matrix`` and ``to_range`` are for the result alone. ``chroma`` (``"linear"`` or
-    ``"nearest"``) says how chroma is resampled, and ``siting`` (``"left"`` or ``"center"``) where it lies. A source with
-    alpha is laid over ``background`` (red, green and blue, 0 to 255) where the result has no alpha. ``threads`` share each
-    picture. ``stores`` is ``"cached"``, ``"streaming"`` or ``"by_size"``. ``via`` names an entry point that converts
-    instead of the rules, which ``allow_irregular`` lets be an irregular one, and which stretches luma by ``rescale``.
+    ``"nearest"``) says how chroma is resampled, and ``siting`` (``"left"`` or ``"center"``) where it lies. A source
+    with alpha is laid over ``background`` (red, green and blue, 0 to 255) where the result has no alpha. ``threads``
+    share each picture. ``stores`` is ``"cached"``, ``"streaming"`` or ``"by_size"``. ``via`` names an entry point that
+    converts instead of the rules, which ``allow_irregular`` lets be an irregular one, and which stretches luma by
+    ``rescale``.
 
     Arrays have, of a picture of width W and height H:
 

@@ -89,6 +89,7 @@ def offsets(memory: Array, header: Header, frame_bytes: int, name: str) -> "np.n
         begin = at + len(line) + 1
         at = begin + frame_bytes
         if at > len(memory):
-            raise Error(lib.MORVANE_PLANE_TOO_SHORT, "path", f"{name} ends inside a frame", len(memory) - begin, frame_bytes)
+            message = f"{name} ends inside a frame"
+            raise Error(lib.MORVANE_PLANE_TOO_SHORT, "path", message, len(memory) - begin, frame_bytes)
         found.append(begin)
     return np.array(found, np.int64)
