@@ -11,9 +11,9 @@ import cffi
 ROOT = Path(__file__).resolve().parent.parent
 SOURCES = ROOT / "Processing" / "Morvane"
 HEADER = SOURCES / "morvane.h"
-# A finished build may be named, so that the library is not compiled a second time.
+# A finished build may be named, from the root on, so that the library is not compiled a second time.
 FINISHED = os.environ.get("MORVANE_BUILD_DIR")
-BUILD = Path(FINISHED).resolve() if FINISHED else ROOT / "build" / "python"
+BUILD = ROOT / (FINISHED or "build/python")
 ARCHIVE = BUILD / "Processing" / "Morvane" / "libmorvane.a"
 
 

@@ -1,5 +1,6 @@
 """The wheel: it works for every Python from 3.11 on, and in a new environment."""
 
+import runpy
 import subprocess
 import sys
 from pathlib import Path
@@ -35,6 +36,14 @@ def test_a_wheel_works_in_a_new_environment(wheel, tmp_path):
     python = tmp_path / "venv" / "bin" / "python"
     run(python, "-m", "pip", "install", "--no-index", "--no-deps", wheel, cwd=tmp_path)
     assert str(tmp_path) in run(python, "-I", "-c", TRIED, cwd=tmp_path)
+
+
+def test_a_finished_build_is_found_from_the_root(monkeypatch):
+    monkeypatch.setenv("MORVANE_BUILD_DIR", "build/none")
+    library = runpy.run_path(str(PACKAGE / "library.py"))
+    assert library["ARCHIVE"].parents[2] == PACKAGE.parent / "build" / "none"
+    with pytest.raises(SystemExit, match="there is no"):
+        library["build"]()
 
 
 def test_a_wheel_has_what_it_needs(wheel, tmp_path):
