@@ -31,8 +31,7 @@ struct byte_places {
   template <class V>
   MORVANE_INLINE auto arranged(const typename V::block dwords) const {
     const uint32_t places = from[0] | uint32_t{from[1]} << 8 | uint32_t{from[2]} << 16 | uint32_t{from[3]} << 24;
-    return V::or_blocks(V::and_blocks(V::rearrange_dwords(dwords, places), V::repeat_dword(kept)),
-                        V::repeat_dword(set));
+    return V::with_bits(V::rearrange_dwords(dwords, places), kept, set);
   }
   template <class V>
   MORVANE_INLINE auto rounded(const typename V::two_blocks& dwords) const {

@@ -78,6 +78,11 @@ struct neon_blocks {
   MORVANE_INLINE static block or_blocks(const block a, const block b) {
     return {vorrq_u8(a.lo, b.lo), vorrq_u8(a.hi, b.hi)};
   }
+  MORVANE_INLINE static block with_bits(const block b, const uint32_t kept, const uint32_t set) {
+    const uint8x16_t mask = vreinterpretq_u8_u32(vdupq_n_u32(kept & ~set));
+    const uint8x16_t others = vreinterpretq_u8_u32(vdupq_n_u32(set));
+    return {vbslq_u8(mask, b.lo, others), vbslq_u8(mask, b.hi, others)};
+  }
   template <int bits, uint32_t mask>
   MORVANE_INLINE static block shift_right_and_mask(const block b) {
     const uint32x4_t m = vdupq_n_u32(mask);

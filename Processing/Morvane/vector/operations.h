@@ -93,6 +93,8 @@ concept has_blocks = requires(const uint8_t* source, typename V::block block, ty
   { V::swap_bytes(block) } -> gives<typename V::block>;
   { V::and_blocks(block, block) } -> gives<typename V::block>;
   { V::or_blocks(block, block) } -> gives<typename V::block>;
+  // (x & kept) | set of every 32-bit word.
+  { V::with_bits(block, uint32_t{}, uint32_t{}) } -> gives<typename V::block>;
   // (x << bits) & mask of every 32-bit word.
   { V::template shift_left_and_mask<2, 0xff00>(block) } -> gives<typename V::block>;
   // x >> bits, x << bits and a + b of every 16-bit word, modulo 65536.

@@ -118,6 +118,9 @@ struct x86_vectors {
   }
   MORVANE_INLINE static block and_blocks(const block a, const block b) { return {R::bit_and(a.v, b.v)}; }
   MORVANE_INLINE static block or_blocks(const block a, const block b) { return {R::bit_or(a.v, b.v)}; }
+  MORVANE_INLINE static block with_bits(const block b, const uint32_t kept, const uint32_t set) {
+    return {R::with_bits(b.v, repeat_dword(kept).v, repeat_dword(set).v)};
+  }
   template <int bits, uint32_t mask>
   MORVANE_INLINE static block shift_left_and_mask(const block b) {
     return {R::bit_and(R::template shift_dwords_left<bits>(b.v), R::repeat_dword(static_cast<int>(mask)))};

@@ -28,6 +28,9 @@ struct ymm {
   MORVANE_INLINE static type bit_or(const type a, const type b) { return _mm256_or_si256(a, b); }
   MORVANE_INLINE static type invert(const type v) { return _mm256_xor_si256(v, _mm256_set1_epi16(-1)); }
   MORVANE_INLINE static type bit_xor(const type a, const type b) { return _mm256_xor_si256(a, b); }
+  MORVANE_INLINE static type with_bits(const type a, const type kept, const type set) {
+    return bit_or(bit_and(a, kept), set);
+  }
 
   // Words 0, 2, 4... of the one and 1, 3, 5... of the other.
   MORVANE_INLINE static type even_and_odd_words(const type a, const type b) { return _mm256_blend_epi16(a, b, 0xaa); }

@@ -28,6 +28,10 @@ struct zmm {
   // Compilers make of the exclusive or an instruction that waits for what its destination held before.
   MORVANE_INLINE static type invert(const type v) { return _mm512_ternarylogic_epi32(v, v, v, 0x55); }
   MORVANE_INLINE static type bit_xor(const type a, const type b) { return _mm512_xor_si512(a, b); }
+  MORVANE_INLINE static type with_bits(const type a, const type kept, const type set) {
+    constexpr int both_or_third = 0xea;
+    return _mm512_ternarylogic_epi32(a, kept, set, both_or_third);
+  }
 
   // Words 0, 2, 4... of the one and 1, 3, 5... of the other.
   MORVANE_INLINE static type even_and_odd_words(const type a, const type b) {
