@@ -27,6 +27,7 @@ using destination_rows = std::array<uint8_t*, most_written>;
 
 struct how_to_run {
   bool filters = false;
+  bool ends_row = true;
   bool streams = false;
 };
 
@@ -63,6 +64,7 @@ void run(const source_rows& from, std::index_sequence<row...>, const destination
   else
     static_cast<Matrix&>(k) = by.wide;
   set_writer(k.to, by);
+  k.repeats_last = how.ends_row;
   k.streams = how.streams;
   k.next = how.filters ? Reader::bytes_to_next : 0;
   if constexpr (requires { k.from.kept; }) k.from.kept = by.kept;
@@ -214,17 +216,13 @@ void decode_last_pixel(const kernel_entry& k, const decoder& by, const source_ro
   for (size_t i = 0; i < most_written && k.written[i] != 0; ++i) std::copy_n(made[i], k.written[i] / 2, to[i]);
 }
 
-// Filters look beyond all pairs but the last one, whose chroma is repeated.
+// The pairs of a row, and a last pixel, into whose chroma the last pair's filter looks.
 void decode_row(const kernel_entry& k, const way& w, const source_rows& from, const destination_rows& to,
                 const bool streams) {
-  const int pairs = (w.from.width - 1) / 2;
-  k.run(from, to, pairs, *w.decoded, {w.filters_chroma(), streams});
-  const source_rows last = units_on(from, k.read, pairs);
-  const destination_rows last_to = units_on(to, k.written, pairs);
-  if (w.from.width % 2 == 0)
-    k.run(last, last_to, 1, *w.decoded, {});
-  else
-    decode_last_pixel(k, *w.decoded, last, last_to);
+  const int pairs = w.from.width / 2;
+  const bool has_last_pixel = w.from.width % 2 != 0;
+  if (pairs > 0) k.run(from, to, pairs, *w.decoded, {w.filters_chroma(), !has_last_pixel, streams});
+  if (has_last_pixel) decode_last_pixel(k, *w.decoded, units_on(from, k.read, pairs), units_on(to, k.written, pairs));
 }
 
 }  // namespace

@@ -2,12 +2,14 @@
 // samples come from, a matrix and a writer: they meet in registers, with the bytes that lines give.
 //
 // A unit is a pair of pixels. The even pixel has the pair's chroma, the odd one the average of that and of the next
-// pair's, `next` bytes further on, which is read behind the last pair too; `next` is 0 where chroma is repeated
-// instead. Of planes of chroma there are a near row and a far one, which are the same where rows are not filtered.
+// pair's, `next` bytes further on, which is read behind the last pair too, unless `repeats_last`; `next` is 0 where
+// chroma is repeated instead. Of planes of chroma there are a near row and a far one, which are the same where rows are
+// not filtered.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "decoded_writers.h"
 #include "lines.h"
@@ -16,6 +18,7 @@
 #include "lines_stored.h"
 #include "list.h"
 #include "stored.h"
+#include "walk.h"
 
 namespace Processing::Morvane::format_conversion::kernel {
 
@@ -279,9 +282,9 @@ struct samples_of_piece {
 };
 
 template <class V, class Reader, class... From>
-__attribute__((noinline)) void read_piece(const Reader from, const ptrdiff_t next, const int pairs,
+__attribute__((noinline)) void read_piece(const Reader from, const ptrdiff_t next, const int first, const int end,
                                           samples_of_piece& to, const typename From::pointer... src) {
-  for (int i = 0; i < pairs; ++i) {
+  for (int i = first; i < end; ++i) {
     const samples_of_pair pair = from.pair(next, From::at(src, at_least_zero(i))...);
     for (int k = 0; k < 2; ++k) {
       to.luma[2 * i + k] = pair.y[k];
@@ -312,7 +315,8 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
   static constexpr int bytes_to_next = Reader::bytes_to_next;
   Reader from;
   Writer to;
-  int32_t next;  // bytes_to_next, or 0
+  int32_t next;       // bytes_to_next, or 0
+  bool repeats_last;  // behind the last pair of a line comes its chroma once more, and not that of a next pair
   bool streams;
 
   MORVANE_INLINE void rule(const typename From::pointer... src, const typename To::pointer... dst) const {
@@ -326,19 +330,12 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
   template <class V>
   MORVANE_INLINE void line(const typename From::pointer __restrict... src, const typename To::pointer __restrict... dst,
                            const int count) const {
-    if constexpr (V::lanes > 0) {
-      walk<V>(*this, at_least_zero(count), src..., dst...);
-    } else {
-      constexpr int most = samples_of_piece::pairs;
-      samples_of_piece samples;
-      for (int at = 0; at < count; at += most) {
-        const int pairs = count - at < most ? count - at : most;
-        const size_t unit = at_least_zero(at);
-        read_piece<V, Reader, From...>(from, next, pairs, samples, From::at(src, unit)...);
-        decode_piece<V, Matrix>(*this, pairs, samples);
-        write_piece<V, Writer, To...>(to, pairs, samples, To::at(dst, unit)...);
-      }
-    }
+    const decode k = *this;
+    if constexpr (V::lanes > 0)
+      k.template line_of_vectors<V>({{src...}}, {{dst...}}, at_least_zero(count), std::index_sequence_for<From...>(),
+                                    std::index_sequence_for<To...>());
+    else
+      k.template line_of_pieces<V>(src..., dst..., count);
   }
   template <class V>
   MORVANE_INLINE rgb_blocks<V> rgb(const typename V::block luma, const typename V::block cb,
@@ -363,6 +360,96 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
       return in_a_row(converted<V>(0, src...), converted<V>(1, src...));
     else
       return converted<V>(0, src...);
+  }
+
+  // There is one vector body: it goes over all vectors but the last one, and then over that, which ends with the line.
+  // What is less than a vector, or behind which chroma is repeated, passes through memory of its size. So neither
+  // another body nor the rule is compiled into kernels of which there are many.
+  struct source_rows {
+    const uint8_t* at[sizeof...(From)];
+  };
+  struct destination_rows {
+    uint8_t* at[sizeof...(To)];
+  };
+  template <size_t pairs_of_vector>
+  struct vector_memory {
+    static constexpr size_t most_bytes = 4, most_bytes_made = 24;  // of a unit
+    uint8_t read[sizeof...(From)][(pairs_of_vector + 1) * most_bytes];
+    uint8_t made[sizeof...(To)][pairs_of_vector * most_bytes_made];
+  };
+
+  template <class V, size_t... s, size_t... d>
+  MORVANE_INLINE void line_of_vectors(source_rows src, destination_rows dst, size_t pairs,
+                                      const std::index_sequence<s...> sources,
+                                      const std::index_sequence<d...> destinations) const {
+    if constexpr (vector::streams<V>)
+      if (streams && walk_of<V, decode>::can_stream(pairs)) {
+        const size_t streamed = repeats_last ? pairs - 1 : pairs;
+        stream_line<V, V>(*this, streamed, src.at[s]..., dst.at[d]...);
+        ((src.at[s] += streamed * From::bytes), ...);
+        ((dst.at[d] += streamed * To::bytes), ...);
+        pairs -= streamed;
+      }
+    if (pairs > 0) convert_vectors<V>(src, dst, pairs, sources, destinations);
+  }
+  template <class V, size_t... s, size_t... d>
+  MORVANE_INLINE void convert_vectors(const source_rows src, const destination_rows dst, const size_t pairs,
+                                      const std::index_sequence<s...>, const std::index_sequence<d...>) const {
+    constexpr size_t step = walk_of<V, decode>::step();
+    const bool is_less = pairs < step;
+    vector_memory<step> memory;
+    // Long before it is read, so that no vector waits until it has been stored.
+    if (is_less) {
+      __builtin_memset(memory.read, 0, sizeof memory.read);
+      (gather<s>(src.at[s], pairs, memory.read[s]), ...);
+    } else if (repeats_last) {
+      (gather<s>(src.at[s] + (pairs - step) * From::bytes, step, memory.read[s]), ...);
+    }
+    source_rows p = src;
+    destination_rows q = dst;
+    bool is_last = false;
+    for (size_t vectors = (pairs - 1) / step;; vectors = 1) {
+#pragma GCC unroll 1
+      for (; vectors > 0; --vectors) {
+        (expect_stores<V, step * To::bytes>(q.at[d]), ...);
+        const auto items = convert<V>(p.at[s]...);
+        (store<V>(q.at[d], item_of<d>(items)), ...);
+        ((p.at[s] += step * From::bytes), ...);
+        ((q.at[d] += step * To::bytes), ...);
+      }
+      if (is_last) break;
+      is_last = true;
+      ((p.at[s] = is_less || repeats_last ? memory.read[s] : src.at[s] + (pairs - step) * From::bytes), ...);
+      ((q.at[d] = is_less ? memory.made[d] : dst.at[d] + (pairs - step) * To::bytes), ...);
+    }
+    if (is_less) (__builtin_memcpy(dst.at[d], memory.made[d], pairs * To::bytes), ...);
+  }
+  // With the unit behind the last one, where it is read. That of luma is not, and may be half a unit.
+  template <size_t row>
+  MORVANE_INLINE void gather(const uint8_t* p, const size_t pairs, uint8_t* gathered) const {
+    constexpr size_t bytes = source_bytes<row>;
+    __builtin_memcpy(gathered, p, pairs * bytes);
+    if (next == 0 || (row == 0 && sizeof...(From) > 1)) return;
+    __builtin_memcpy(gathered + pairs * bytes, p + (repeats_last ? pairs - 1 : pairs) * bytes, bytes);
+  }
+  template <size_t row>
+  static constexpr size_t source_bytes = plane_list<From...>::template type<row>::bytes;
+
+  // Without vectors.
+  template <class V>
+  MORVANE_INLINE void line_of_pieces(const typename From::pointer __restrict... src,
+                                     const typename To::pointer __restrict... dst, const int count) const {
+    constexpr int most = samples_of_piece::pairs;
+    samples_of_piece samples;
+    for (int at = 0; at < count; at += most) {
+      const int pairs = count - at < most ? count - at : most;
+      const int filtered = repeats_last && at + pairs == count ? pairs - 1 : pairs;
+      const size_t unit = at_least_zero(at);
+      read_piece<V, Reader, From...>(from, next, 0, filtered, samples, From::at(src, unit)...);
+      read_piece<V, Reader, From...>(from, 0, filtered, pairs, samples, From::at(src, unit)...);
+      decode_piece<V, Matrix>(*this, pairs, samples);
+      write_piece<V, Writer, To...>(to, pairs, samples, To::at(dst, unit)...);
+    }
   }
 };
 
