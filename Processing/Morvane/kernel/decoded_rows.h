@@ -398,17 +398,14 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
     constexpr size_t step = walk_of<V, decode>::step();
     const bool is_less = pairs < step;
     vector_memory<step> memory;
-    // Long before it is read, so that no vector waits until it has been stored.
-    if (is_less) {
-      __builtin_memset(memory.read, 0, sizeof memory.read);
-      (gather<s>(src.at[s], pairs, memory.read[s]), ...);
-    } else if (repeats_last) {
-      (gather<s>(src.at[s] + (pairs - step) * From::bytes, step, memory.read[s]), ...);
-    }
     source_rows p = src;
     destination_rows q = dst;
-    bool is_last = false;
-    for (size_t vectors = (pairs - 1) / step;; vectors = 1) {
+    // What passes through memory is gathered some vectors before it is read, so that no vector waits until it has been
+    // stored, and so few that a processor which fetches rows in advance does not lose their order.
+    const size_t before_last = (pairs - 1) / step;
+    const size_t behind_gathering = before_last < 3 ? before_last : 3;
+    size_t vectors = before_last - behind_gathering;
+    for (int round = 0;; ++round) {
 #pragma GCC unroll 1
       for (; vectors > 0; --vectors) {
         (expect_stores<V, step * To::bytes>(q.at[d]), ...);
@@ -417,10 +414,21 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
         ((p.at[s] += step * From::bytes), ...);
         ((q.at[d] += step * To::bytes), ...);
       }
-      if (is_last) break;
-      is_last = true;
-      ((p.at[s] = is_less || repeats_last ? memory.read[s] : src.at[s] + (pairs - step) * From::bytes), ...);
-      ((q.at[d] = is_less ? memory.made[d] : dst.at[d] + (pairs - step) * To::bytes), ...);
+      if (round == 0) {
+        if (is_less) {
+          __builtin_memset(memory.read, 0, sizeof memory.read);
+          (gather<s>(src.at[s], pairs, memory.read[s]), ...);
+        } else if (repeats_last) {
+          (gather<s>(src.at[s] + (pairs - step) * From::bytes, step, memory.read[s]), ...);
+        }
+        vectors = behind_gathering;
+      } else if (round == 1) {
+        ((p.at[s] = is_less || repeats_last ? memory.read[s] : src.at[s] + (pairs - step) * From::bytes), ...);
+        ((q.at[d] = is_less ? memory.made[d] : dst.at[d] + (pairs - step) * To::bytes), ...);
+        vectors = 1;
+      } else {
+        break;
+      }
     }
     if (is_less) (__builtin_memcpy(dst.at[d], memory.made[d], pairs * To::bytes), ...);
   }
