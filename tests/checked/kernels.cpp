@@ -113,6 +113,7 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.to.exchanged; }) k.to.exchanged = full ? 65535 : 0;
   if constexpr (requires { k.to.as; }) k.to.as = {{full}, static_cast<std::uint16_t>(full ? 0xc000 : 0)};
   if constexpr (requires { k.from.kept; }) k.from.kept = 0xffc0;
+  if constexpr (requires { k.from.up; }) k.from.up = 6;
   if constexpr (requires { k.from.places; }) k.from.places = full ? 0x000102 : 0x000201;
   if constexpr (requires { k.from.exchanged; }) k.from.exchanged = full ? 65535 : 0;
   if constexpr (requires { k.from.lowest; }) k.from.order = {full}, k.from.lowest = full ? 0 : 2;

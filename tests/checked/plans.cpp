@@ -176,11 +176,21 @@ TEST(checked_plans, decode_without_lines) {
   for (const char* from :
        {"uyvy", "yuy2", "y_uv_420", "y_vu_420", "y_u_v_420", "y_u_v_a_422", "p010", "y_u_v_420_10u16"})
     EXPECT_TRUE(is_decoded(from, "L", {})) << from;
-  EXPECT_FALSE(is_decoded("p016", "L", {}));
+  for (const char* from : {"p016", "y_u_v_420_12u16", "y_u_v_422_12u16", "y_u_v_420_u16"})
+    EXPECT_TRUE(is_decoded(from, "L", {})) << from;
   EXPECT_FALSE(is_decoded("y", "L", {}));
   EXPECT_TRUE(is_decoded("p012", "rgb48", {}));
-  EXPECT_FALSE(is_decoded("p016", "rgb48", {}));
-  EXPECT_TRUE(is_decoded("p016", "rgb48", {.filter = filter::nearest}));
+  for (const char* from : {"p016", "y_u_v_420_12u16", "y_u_v_420_u16"})
+    for (const filter f : {filter::linear, filter::nearest})
+      EXPECT_TRUE(is_decoded(from, "rgb48", {.filter = f})) << from;
+  for (const char* from : {"y_u_v_420", "y_u_v_422", "y_v_u_420", "y_u_v_420_10u16", "y_u_v_422_10u16"})
+    for (const char* to : {"g_b_r", "r_g_b", "g_b_r_10u16"}) {
+      EXPECT_TRUE(is_decoded(from, to, {})) << from << " to " << to;
+      EXPECT_TRUE(is_decoded(from, to, {.filter = filter::nearest, .siting = siting::center}));
+      EXPECT_FALSE(is_decoded(from, to, {.siting = siting::center}));
+    }
+  EXPECT_FALSE(is_decoded("y_u_v_420", "g_b_r_a", {}));
+  EXPECT_FALSE(is_decoded("y_u_v_420", "g_b_r_12u16", {}));
   for (const char* to : {"bgra", "rgbx", "bgr", "rgb48", "rgba64", "x2rgb10", "R10k", "rgbf32", "r_g_b_f32"})
     EXPECT_EQ(is_decoded("p216", to, {}), std::string(to) != "R10k") << to;
   EXPECT_FALSE(is_decoded("v210", "bgra", {}));

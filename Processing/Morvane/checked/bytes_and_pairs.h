@@ -49,6 +49,10 @@ inline std::optional<format_conversion::kernel::rgb_samples> samples_of(const st
     case sample_type::u32_3x10:
       if (!is_green_second) return {};
       return p.layout->unused_low_bits == 0 ? rgb_samples::tens : rgb_samples::tens_above_two_bits;
+    case sample_type::u16_low10:
+      return rgb_samples::low_tens;
+    case sample_type::stream_12:
+      return rgb_samples::twelves;
     case sample_type::f32:
       return rgb_samples::floats;
     default:

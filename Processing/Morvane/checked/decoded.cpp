@@ -35,7 +35,7 @@ struct how_to_run {
 // and a far one.
 struct kernel_entry {
   std::array<int, most_rows> read{};  // bytes of a pair in each row of the source
-  int low_bits = 0;
+  bool in_lower_bits = false;
   bool begins_with_luma = true;
   bool is_narrow = true;
   rgb_samples samples = rgb_samples::bytes;
@@ -68,6 +68,7 @@ void run(const source_rows& from, std::index_sequence<row...>, const destination
   k.streams = how.streams;
   k.next = how.filters ? Reader::bytes_to_next : 0;
   if constexpr (requires { k.from.kept; }) k.from.kept = by.kept;
+  if constexpr (requires { k.from.up; }) k.from.up = by.up;
   backend::line_of<kernel::decode<Reader, Matrix, Writer>>()(from[row]..., to[written]..., pairs, k);
 }
 
@@ -75,7 +76,7 @@ template <class Reader, class Matrix, class Writer, class... From, class... To>
 constexpr kernel_entry entry_of(
     kernel::decode<Reader, Matrix, Writer, kernel::plane_list<From...>, kernel::plane_list<To...>>) {
   return {{From::bytes...},
-          Reader::low_bits,
+          Reader::in_lower_bits,
           Reader::begins_with_luma,
           std::is_same_v<Matrix, kernel::narrow_matrix>,
           Writer::samples,
@@ -96,13 +97,20 @@ constexpr auto kernels = entries_of(kernel::decode_kernels());
 
 // Layouts.
 
+// Samples of all 16 bits are both upper and lower ones.
+bool reads(const kernel_entry& k, const catalogue::plane& p) {
+  if (p.group_pixels > 2) return false;
+  if (low_bits(p.sample) != 0) return k.in_lower_bits;
+  if (p.sample == sample_type::u16) return !k.in_lower_bits || p.depth() == 16;
+  return p.sample == sample_type::u8;
+}
+
 bool reads(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
   std::array<int, most_rows> bytes{};
   size_t row = 0;
   for (const size_t i : planes) {
     const catalogue::plane& p = *s.planes[i].layout;
-    if (p.group_pixels > 2 || low_bits(p.sample) != k.low_bits) return false;
-    if (p.sample != sample_type::u8 && p.sample != sample_type::u16 && k.low_bits == 0) return false;
+    if (!reads(k, p)) return false;
     for (int rows = i == planes[0] ? 1 : 2; rows > 0; --rows) bytes[row++] = static_cast<int>(p.row_bytes(2));
   }
   return bytes == k.read && (s.planes[planes[0]].items[0] == first) == k.begins_with_luma;
@@ -153,12 +161,6 @@ bool is_matrix_alone(const way& w) {
          !w.has_from_rgb && !(w.from.has_alpha && w.to.has_alpha);
 }
 
-// The kernels filter between rows without a loss where samples have no more bits than these.
-bool is_exact_between_rows(const way& w) {
-  constexpr int most_bits = 14;
-  return !w.from.half_height || !w.filters_chroma() || w.from.depth <= most_bits;
-}
-
 template <class Coefficients>
 void exchange_chroma(Coefficients& c) {
   std::swap(c.r_cr, c.b_cb);
@@ -174,6 +176,7 @@ decoder decoder_with(const size_t kernel, const way& w, const plane_numbers& pla
   result.planes = planes;
   result.written = written;
   result.kept = kept_bits(chroma);
+  result.up = low_bits(chroma.layout->sample) != 0 ? 16 - low_bits(chroma.layout->sample) : 0;
   result.narrow = {w.narrow_to};
   result.wide = {w.wide_to};
   result.luminance = w.luminance;
@@ -228,7 +231,7 @@ void decode_row(const kernel_entry& k, const way& w, const source_rows& from, co
 }  // namespace
 
 std::optional<decoder> find_decoder(const way& w) {
-  if (!is_matrix_alone(w) || !is_exact_between_rows(w)) return {};
+  if (!is_matrix_alone(w)) return {};
   const plane_numbers planes = planes_of_rows(w.from), written = planes_written(w.to);
   if (planes.size() == 0 || written.size() == 0) return {};
   for (size_t i = 0; i < kernels.size(); ++i)

@@ -33,25 +33,23 @@ struct samples_of_pixels {
   typename V::two_blocks y, cb, cr;
 };
 
-// Three parts of the near row and one of the far one. Samples that end in two zeros or more leave no average to be
-// rounded.
-template <class V>
-MORVANE_INLINE auto between_rows(const typename V::block near, const typename V::block far) {
-  return V::average_up(near, V::average_up(near, far));
-}
 template <class V>
 MORVANE_INLINE typename V::two_blocks with_next(const typename V::block own, const typename V::block next) {
   return {own, V::average_up(own, next)};
 }
 
-// Bytes; words with the sample in their upper bits; and words with the sample in their lower ten. `block` is that of so
-// many of a plane.
+// Bytes; words with the sample in their upper bits; and words with the sample in their lower ones. `block` is that of
+// so many of a plane, `between_rows` of a near row and a far one.
 
 struct samples_in_bytes {
   static constexpr int bytes = 1;
-  static constexpr int low_bits = 0;
+  static constexpr bool in_lower_bits = false;
 
   MORVANE_INLINE static uint16_t sample(const uint8_t* p) { return static_cast<uint16_t>(*p << 8); }
+  template <class V>
+  MORVANE_INLINE static auto between_rows(const typename V::block near, const typename V::block far) {
+    return V::average_up(near, V::average_up(near, far));
+  }
   template <class V>
   MORVANE_INLINE static auto block(const uint8_t* p, const int half) {
     const auto words = V::interleave2(V::repeat(0), V::load(p));
@@ -65,9 +63,17 @@ struct samples_in_bytes {
   }
 };
 
-struct samples_in_upper_bits {
+struct samples_in_words {
   static constexpr int bytes = 2;
-  static constexpr int low_bits = 0;
+
+  template <class V>
+  MORVANE_INLINE static auto between_rows(const typename V::block near, const typename V::block far) {
+    return nearer_to_first<V>(near, far);
+  }
+};
+
+struct samples_in_upper_bits : samples_in_words {
+  static constexpr bool in_lower_bits = false;
   uint16_t kept;
 
   MORVANE_INLINE uint16_t sample(const uint8_t* p) const { return stored_word(p) & kept; }
@@ -77,14 +83,14 @@ struct samples_in_upper_bits {
   }
 };
 
-struct samples_in_lower_ten_bits {
-  static constexpr int bytes = 2;
-  static constexpr int low_bits = 10;
+struct samples_in_lower_bits : samples_in_words {
+  static constexpr bool in_lower_bits = true;
+  int32_t up;  // by so many bits
 
-  MORVANE_INLINE static uint16_t sample(const uint8_t* p) { return static_cast<uint16_t>(stored_word(p) << 6); }
+  MORVANE_INLINE uint16_t sample(const uint8_t* p) const { return static_cast<uint16_t>(stored_word(p) << up); }
   template <class V>
-  MORVANE_INLINE static auto block(const uint8_t* p, const int number) {
-    return V::template shift_left_words<6>(V::load(blocks_on<V>(p, number)));
+  MORVANE_INLINE auto block(const uint8_t* p, const int number) const {
+    return V::shift_left_words(V::load(blocks_on<V>(p, number)), up);
   }
 };
 
@@ -96,7 +102,7 @@ struct packed_pairs {
   using planes = plane_list<from<4>>;
   static constexpr pixel_order order = pixel_order::in_sequence;
   static constexpr int bytes_to_next = 4;
-  static constexpr int low_bits = 0;
+  static constexpr bool in_lower_bits = false;
   static constexpr bool begins_with_luma = begins == first_of_pair::luma;
   static constexpr int y = begins_with_luma ? 0 : 1;
 
@@ -152,12 +158,13 @@ struct two_planes : Samples {
   template <class V>
   MORVANE_INLINE typename V::two_blocks of_bytes(const uint8_t* near, const uint8_t* far) const {
     const auto n = this->template two_of<V>(near), f = this->template two_of<V>(far);
-    return {between_rows<V>(n.first, f.first), between_rows<V>(n.second, f.second)};
+    return {Samples::template between_rows<V>(n.first, f.first), Samples::template between_rows<V>(n.second, f.second)};
   }
   // Of words, of the even and the odd pixels of a block.
   template <class V>
   MORVANE_INLINE auto between(const uint8_t* near, const uint8_t* far, const int number) const {
-    return between_rows<V>(this->template block<V>(near, number), this->template block<V>(far, number));
+    return Samples::template between_rows<V>(this->template block<V>(near, number),
+                                             this->template block<V>(far, number));
   }
   template <class V>
   MORVANE_INLINE typename V::two_blocks of_words(const ptrdiff_t next, const uint8_t* near, const uint8_t* far,
@@ -202,7 +209,8 @@ struct three_planes : Samples {
   }
   template <class V>
   MORVANE_INLINE auto chroma(const uint8_t* near, const uint8_t* far, const int number) const {
-    return between_rows<V>(this->template block<V>(near, number), this->template block<V>(far, number));
+    return Samples::template between_rows<V>(this->template block<V>(near, number),
+                                             this->template block<V>(far, number));
   }
   template <class V>
   MORVANE_INLINE auto chroma(const ptrdiff_t next, const uint8_t* near, const uint8_t* far, const int number) const {
@@ -342,7 +350,8 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
                                    const typename V::block cr) const {
     if constexpr (Writer::samples == rgb_samples::bytes)
       return this->template bytes_of<V>(luma, cb, cr);
-    else if constexpr (Writer::samples == rgb_samples::tens || Writer::samples == rgb_samples::tens_above_two_bits)
+    else if constexpr (Writer::samples == rgb_samples::tens || Writer::samples == rgb_samples::tens_above_two_bits ||
+                       Writer::samples == rgb_samples::low_tens)
       return this->template tens_of<V>(luma, cb, cr);
     else
       return this->template rgb_of<V>(luma, cb, cr);
@@ -476,14 +485,19 @@ using decoders_of_deep =
                 decode<Reader, wide_matrix, words_in_order<3>>, decode<Reader, wide_matrix, words_in_order<4>>>;
 using decoders_of_words =
     joined_lists<decoders_to_bytes<two_planes<samples_in_upper_bits>, wide_matrix>,
-                 kernel_list<decode<two_planes<samples_in_upper_bits>, wide_matrix, tens_in_order<0>>>>::type;
+                 kernel_list<decode<two_planes<samples_in_upper_bits>, wide_matrix, tens_in_order<0>>,
+                             decode<two_planes<samples_in_upper_bits>, wide_matrix, bytes_of_luminance>,
+                             decode<three_planes<samples_in_lower_bits>, wide_matrix, bytes_of_luminance>>>::type;
+template <class Reader>
+using decoders_to_planes =
+    kernel_list<decode<Reader, narrow_matrix, bytes_in_planes>, decode<Reader, narrow_matrix, tens_in_planes>>;
 
-using decode_kernels =
-    joined_lists<decoders_of_any<packed_pairs<first_of_pair::chroma>>,
-                 decoders_of_any<packed_pairs<first_of_pair::luma>>, decoders_of_any<two_planes<samples_in_bytes>>,
-                 decoders_of_any<two_planes<samples_in_upper_bits>>, decoders_of_any<three_planes<samples_in_bytes>>,
-                 decoders_of_any<three_planes<samples_in_lower_ten_bits>>,
-                 decoders_of_deep<two_planes<samples_in_upper_bits>>,
-                 decoders_of_deep<three_planes<samples_in_lower_ten_bits>>, decoders_of_words>::type;
+using decode_kernels = joined_lists<
+    decoders_of_any<packed_pairs<first_of_pair::chroma>>, decoders_of_any<packed_pairs<first_of_pair::luma>>,
+    decoders_of_any<two_planes<samples_in_bytes>>, decoders_of_any<two_planes<samples_in_upper_bits>>,
+    decoders_of_any<three_planes<samples_in_bytes>>, decoders_of_any<three_planes<samples_in_lower_bits>>,
+    decoders_of_deep<two_planes<samples_in_upper_bits>>, decoders_of_deep<three_planes<samples_in_lower_bits>>,
+    decoders_of_words, decoders_to_planes<three_planes<samples_in_bytes>>,
+    decoders_to_planes<three_planes<samples_in_lower_bits>>>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

@@ -79,6 +79,28 @@ struct bytes_in_order {
   }
 };
 
+// Bytes of red, green and blue, each in a plane of its own.
+struct bytes_in_planes : red_or_blue_first {
+  using planes = plane_list<to<2>, to<2>, to<2>>;
+  static constexpr rgb_samples samples = rgb_samples::bytes;
+
+  MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* first, uint8_t* second,
+                          uint8_t* third) const {
+    const auto [a, b, c] = this->ordered(rgb);
+    first[pixel] = bytes_in_order<4>::byte(a);
+    second[pixel] = bytes_in_order<4>::byte(b);
+    third[pixel] = bytes_in_order<4>::byte(c);
+  }
+  template <class V, pixel_order order>
+  MORVANE_INLINE auto pixels(const rgb_pixels<V>& p) const {
+    using bytes = bytes_in_order<4>;
+    const auto [a, b, c] = this->template ordered<V>({bytes::packed<V, order>(p.first.r, p.second.r),
+                                                      bytes::packed<V, order>(p.first.g, p.second.g),
+                                                      bytes::packed<V, order>(p.first.b, p.second.b)});
+    return to_planes(a, b, c);
+  }
+};
+
 // A byte of luminance.
 struct bytes_of_luminance {
   using planes = plane_list<to<2>>;
@@ -154,6 +176,26 @@ struct tens_in_order : block_by_block<tens_in_order<lowest>> {
   MORVANE_INLINE auto stored(const rgb_blocks<V>& rgb) const {
     const auto [a, b, c] = this->template ordered<V>(rgb);
     return as.template joined<V>(a, b, c, V::repeat(0));
+  }
+};
+
+// Words with a sample of ten bits, each in a plane of its own.
+struct tens_in_planes : block_by_block<tens_in_planes> {
+  using planes = plane_list<to<4>, to<4>, to<4>>;
+  static constexpr rgb_samples samples = rgb_samples::low_tens;
+
+  MORVANE_INLINE void put(const int pixel, const rgb_sample& rgb, uint8_t* first, uint8_t* second,
+                          uint8_t* third) const {
+    constexpr rounding<10> by{true};
+    const auto [a, b, c] = this->ordered(rgb);
+    put_word(first + 2 * pixel, by.of(a));
+    put_word(second + 2 * pixel, by.of(b));
+    put_word(third + 2 * pixel, by.of(c));
+  }
+  template <class V>
+  MORVANE_INLINE auto stored(const rgb_blocks<V>& rgb) const {
+    const auto [a, b, c] = this->template ordered<V>(rgb);
+    return to_planes(a, b, c);
   }
 };
 

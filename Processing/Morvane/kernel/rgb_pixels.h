@@ -7,7 +7,7 @@
 
 namespace Processing::Morvane::format_conversion::kernel {
 
-enum class rgb_samples { bytes, luminance, words, tens, tens_above_two_bits, floats };
+enum class rgb_samples { bytes, luminance, words, low_tens, tens, tens_above_two_bits, twelves, floats };
 
 struct rgb_sample {
   uint16_t r, g, b;
