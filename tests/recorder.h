@@ -16,8 +16,8 @@ namespace morvane::tests {
 inline constexpr bool calls_can_be_recorded = MORVANE_NUMBER_OF_BACKENDS > 1;
 
 struct line_call {
-  std::size_t kernel = 0;                 // its place in the list of all kernels
-  std::array<std::uintptr_t, 8> plane{};  // sources first
+  std::size_t kernel = 0;                  // its place in the list of all kernels
+  std::array<std::uintptr_t, 10> plane{};  // sources first
   int count = 0;
   bool streams = false;  // what the kernel is told
 };

@@ -114,6 +114,7 @@ Kernel with_members(const bool full) {
   if constexpr (requires { k.to.as; }) k.to.as = {{full}, static_cast<std::uint16_t>(full ? 0xc000 : 0)};
   if constexpr (requires { k.from.kept; }) k.from.kept = 0xffc0;
   if constexpr (requires { k.from.up; }) k.from.up = 6;
+  if constexpr (requires { k.from.has_fine_bits; }) k.from.has_fine_bits = full;
   if constexpr (requires { k.from.places; }) k.from.places = full ? 0x000102 : 0x000201;
   if constexpr (requires { k.from.exchanged; }) k.from.exchanged = full ? 65535 : 0;
   if constexpr (requires { k.from.lowest; }) k.from.order = {full}, k.from.lowest = full ? 0 : 2;
@@ -121,7 +122,7 @@ Kernel with_members(const bool full) {
     std::tie(k.to.half, k.to.down, k.to.kept) = full ? std::tuple{32, 6, 1023} : std::tuple{8, 0, 0xfff0};
   if constexpr (requires { k.filters; }) {
     k.filters = full;
-    k.before_first = -Kernel::bytes_of_pixel;
+    k.before_first = -1;
   }
   if constexpr (requires { k.to.by; }) k.to.by = with_members<kernel::rgb_lines_to_luminance>(full);
   if constexpr (requires { typename decltype(k.matrix)::lines; })

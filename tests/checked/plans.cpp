@@ -233,10 +233,17 @@ TEST(checked_plans, encode_without_lines) {
                                  {"bgra", "y_u_v_422_10u16"},
                                  {"rgb48", "uyvy"},
                                  {"x2rgb10", "p016"},
-                                 {"R12L", "p212"},
+                                 {"R12L", "y_uv_422"},
                                  {"rgbf32", "p210"},
                                  {"rgb48", "v210"}})
     EXPECT_FALSE(is_encoded(from, to, {})) << from << " to " << to;
+  for (const char* from : {"g_b_r", "r_g_b", "g_b_r_a", "g_b_r_10u16"})
+    for (const char* to : {"y_u_v_420", "y_v_u_420", "y_u_v_422", "y_u_v_420_10u16", "y_u_v_422_10u16"}) {
+      EXPECT_TRUE(is_encoded(from, to, {})) << from << " to " << to;
+      EXPECT_TRUE(is_encoded(from, to, {.filter = filter::nearest, .siting = siting::center}));
+      EXPECT_FALSE(is_encoded(from, to, {.siting = siting::center}));
+    }
+  EXPECT_FALSE(is_encoded("g_b_r_12u16", "y_u_v_420_10u16", {}));
   EXPECT_FALSE(is_encoded("bgra", "uyvy", {.background = color{1, 2, 3}}));
   description video = of("bgra", 34, 4);
   video.range = range::video;
@@ -254,6 +261,9 @@ TEST(checked_plans, encode_deep_pictures_without_lines) {
   for (const char* from : {"rgb48", "bgra64"})
     for (const char* to : {"p012", "p016", "p212", "y_u_v_420_12u16", "y_u_v_422_12u16"})
       EXPECT_TRUE(is_encoded(from, to)) << from << " to " << to;
+  for (const char* to : {"p010", "p210", "p212", "p216", "y_u_v_420_10u16", "y_u_v_422_10u16"})
+    EXPECT_TRUE(is_encoded("R12L", to)) << to;
+  EXPECT_FALSE(goes_in_one_pass(of("R12L", 33, 4), of("p010", 33, 4), {})) << "a last pixel is half a pair";
   for (const char* from : {"bgra", "rgb"})
     for (const char* to : {"p010", "p210"}) EXPECT_TRUE(is_encoded(from, to)) << from << " to " << to;
 }

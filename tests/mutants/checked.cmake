@@ -261,6 +261,15 @@ mutant(last_vector_without_the_unit_before
        PROGRAM checked_test
        BACKEND avx2)
 
+mutant(last_vector_of_one_body_without_the_unit_before
+       FILE kernel/walk.h
+       FROM [[look_back(begins);]]
+       TO [[look_back(true);]]
+       ROWS checked_tails.*
+       PROGRAM checked_test
+       KERNELS encode_kernels
+       BACKEND avx2)
+
 mutant(second_ten_bits_at_another_place
        FILE kernel/lines_tens.h
        FROM [[V::template shift_right_words<4 + lowest>(halves.first)]]

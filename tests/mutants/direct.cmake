@@ -116,8 +116,8 @@ mutant(rows_of_another_sampling_rearranged
 
 mutant(pair_beyond_the_last_one
        FILE checked/decoded.cpp
-       FROM [[k.run(last, last_to, 1, *w.decoded, {});]]
-       TO [[k.run(last, last_to, 1, *w.decoded, {w.filters_chroma()});]]
+       FROM [[{w.filters_chroma(), !has_last_pixel, streams}]]
+       TO [[{w.filters_chroma(), w.from.width == 0, streams}]]
        ROWS *are_as_the_rules_say/y_uv_420
        PROGRAM checked_test)
 
@@ -129,11 +129,37 @@ mutant(last_pixel_of_luma_alone
        PROGRAM checked_test)
 
 mutant(average_of_rows_of_sixteen_bits_rounded_twice
+       FILE kernel/decoded_rows.h
+       FROM [[has_fine_bits ? V::average_down(near, far) :]]
+       TO [[has_fine_bits ? V::average_up(near, far) :]]
+       ROWS *are_as_the_rules_say/p016
+       PROGRAM checked_test
+       KERNELS decode_kernels
+       BACKEND avx2)
+
+mutant(samples_in_lower_bits_left_where_they_are
        FILE checked/decoded.cpp
-       FROM [[w.filters_chroma() || w.from.depth <= most_bits]]
-       TO [[w.filters_chroma() || w.from.depth <= most_bits + 2]]
-       ROWS *are_as_the_rules_say/p016:checked_plans.decode_without_lines
+       FROM [[result.up = low_bits(chroma.layout->sample) != 0 ?]]
+       TO [[result.up = low_bits(chroma.layout->sample) == 10 ?]]
+       ROWS *are_as_the_rules_say/y_u_v_420_12u16
        PROGRAM checked_test)
+
+mutant(blue_of_one_pixel_for_two_in_a_plane
+       FILE kernel/decoded_writers.h
+       FROM [[bytes::packed<V, order>(p.first.b, p.second.b)]]
+       TO [[bytes::packed<V, order>(p.first.b, p.first.b)]]
+       ROWS lines.*
+       PROGRAM checked_test
+       KERNELS decode_kernels
+       BACKEND avx2)
+
+mutant(red_once_more_in_the_plane_of_green
+       FILE kernel/decoded_writers.h
+       FROM [[put_word(second + 2 * pixel, by.of(b));]]
+       TO [[put_word(second + 2 * pixel, by.of(a));]]
+       ROWS lines.*
+       PROGRAM checked_test
+       KERNELS decode_kernels)
 
 mutant(narrow_matrix_for_sixteen_bits
        FILE checked/decoded.cpp
@@ -159,15 +185,15 @@ mutant(tens_beyond_the_largest_one
 
 mutant(decoder_that_no_plan_takes
        FILE checked/decoded.cpp
-       FROM [[if (!is_matrix_alone(w) ||]]
-       TO [[if (is_matrix_alone(w) ||]]
+       FROM [[if (!is_matrix_alone(w)) return {};]]
+       TO [[if (is_matrix_alone(w)) return {};]]
        ROWS checked_plans.decode_without_lines
        PROGRAM checked_test)
 
 mutant(first_pixel_before_itself_left_out
        FILE checked/encoded.cpp
-       FROM [[*way_.encoded, {way_.filters_chroma(), 0}]]
-       TO [[*way_.encoded, {way_.filters_chroma(), k.read / 2}]]
+       FROM [[k.before_first = how.begins_row ? 0 : -1;]]
+       TO [[k.before_first = how.begins_row ? 1 : -1;]]
        ROWS *are_as_the_rules_say/bgra
        PROGRAM checked_test)
 
@@ -195,10 +221,44 @@ mutant(rows_of_chroma_not_averaged
 
 mutant(encoder_that_no_plan_takes
        FILE checked/encoded.cpp
-       FROM [[if (!is_matrix_alone(w) || !is_of_single_pixels(w.from)) return {};]]
-       TO [[if (is_matrix_alone(w) || !is_of_single_pixels(w.from)) return {};]]
+       FROM [[if (!is_matrix_alone(w) || !is_of_pixels_or_pairs(w.from)) return {};]]
+       TO [[if (is_matrix_alone(w) || !is_of_pixels_or_pairs(w.from)) return {};]]
        ROWS checked_plans.encode_without_lines
        PROGRAM checked_test)
+
+mutant(last_pixel_of_a_stream_as_one_of_its_own
+       FILE checked/encoded.cpp
+       FROM [[s.planes[0].layout->group_pixels == 1 || s.width % 2 == 0]]
+       TO [[s.planes[0].layout->group_pixels > 0]]
+       ROWS *are_as_the_rules_say/R12L
+       PROGRAM checked_test)
+
+mutant(pixel_of_a_stream_before_its_pair_forgotten
+       FILE kernel/encoded_readers.h
+       FROM [[number < 0 ? -bytes_of_pair : 0]]
+       TO [[number < 0 ? 0 * bytes_of_pair : 0]]
+       ROWS lines.*
+       PROGRAM checked_test
+       KERNELS encode_kernels
+       BACKEND avx2)
+
+mutant(plane_of_green_read_for_blue
+       FILE kernel/encoded_readers.h
+       FROM [[g = words<V>(row[1] + on), b = words<V>(row[2] + on);]]
+       TO [[g = words<V>(row[1] + on), b = words<V>(row[1] + on);]]
+       ROWS lines.*
+       PROGRAM checked_test
+       KERNELS encode_kernels
+       BACKEND avx2)
+
+mutant(tens_in_planes_half_as_bright
+       FILE kernel/encoded_readers.h
+       FROM [[V::template shift_left_words<6>(V::load(p))]]
+       TO [[V::template shift_left_words<5>(V::load(p))]]
+       ROWS lines.*
+       PROGRAM checked_test
+       KERNELS encode_kernels
+       BACKEND avx2)
 
 mutant(words_of_chroma_cut_instead_of_rounded
        FILE kernel/encoded_rows.h

@@ -68,6 +68,7 @@ void run(const source_rows& from, std::index_sequence<row...>, const destination
   k.streams = how.streams;
   k.next = how.filters ? Reader::bytes_to_next : 0;
   if constexpr (requires { k.from.kept; }) k.from.kept = by.kept;
+  if constexpr (requires { k.from.has_fine_bits; }) k.from.has_fine_bits = by.has_fine_bits;
   if constexpr (requires { k.from.up; }) k.from.up = by.up;
   backend::line_of<kernel::decode<Reader, Matrix, Writer>>()(from[row]..., to[written]..., pairs, k);
 }
@@ -176,6 +177,7 @@ decoder decoder_with(const size_t kernel, const way& w, const plane_numbers& pla
   result.planes = planes;
   result.written = written;
   result.kept = kept_bits(chroma);
+  result.has_fine_bits = w.from.depth > 14;
   result.up = low_bits(chroma.layout->sample) != 0 ? 16 - low_bits(chroma.layout->sample) : 0;
   result.narrow = {w.narrow_to};
   result.wide = {w.wide_to};

@@ -19,7 +19,8 @@ struct decoder {
   plane_numbers planes;   // of the source, luma first
   plane_numbers written;  // of the destination, red first
   uint16_t kept = 65535;  // of words with samples in their upper bits
-  int up = 0;             // by so many bits samples in lower bits lie below the top
+  bool has_fine_bits = false;
+  int up = 0;  // by so many bits samples in lower bits lie below the top
   format_conversion::kernel::narrow_matrix narrow = {};
   format_conversion::kernel::wide_matrix wide = {};
   format_conversion::kernel::rgb_lines_to_luminance luminance = {};

@@ -20,19 +20,20 @@ using kernel::rgb_samples;
 
 // The kernels.
 
-constexpr size_t most_rows = 2;
+constexpr size_t most_rows = 6;
 constexpr size_t most_written = 4;
 using source_rows = std::array<const uint8_t*, most_rows>;
 using destination_rows = std::array<uint8_t*, most_written>;
 
 struct how_to_run {
   bool filters = false;
-  int before_first = 0;  // bytes to the pixel before, if a line does not begin a row
+  bool begins_row = true;  // or follows a pixel
 };
 
 // Rows of luma or of all components come first.
 struct kernel_entry {
-  int read = 0;  // bytes of a pair
+  int read = 0;  // bytes of a pair in each row of the source
+  size_t planes_read = 1;
   rgb_samples samples = rgb_samples::bytes;
   bool is_narrow = true;
   int rows = 1;                             // of the source, and of luma
@@ -69,7 +70,7 @@ void run(const source_rows& from, std::index_sequence<s...>, const destination_r
   set_reader(k.from, by);
   set_writer(k.to, by);
   k.filters = how.filters;
-  k.before_first = how.before_first;
+  k.before_first = how.begins_row ? 0 : -1;
   if constexpr (std::is_same_v<decltype(k.matrix), kernel::narrow_encoding>)
     k.matrix = by.narrow;
   else
@@ -80,7 +81,8 @@ void run(const source_rows& from, std::index_sequence<s...>, const destination_r
 template <class Reader, class Matrix, class Writer, int rows, class... From, class... To>
 constexpr kernel_entry entry_of(
     kernel::encode<Reader, Matrix, Writer, rows, kernel::plane_list<From...>, kernel::plane_list<To...>>) {
-  return {2 * Reader::bytes,
+  return {Reader::bytes_of_pair,
+          sizeof...(From) / rows,
           Reader::samples,
           std::is_same_v<Matrix, kernel::narrow_encoding>,
           rows,
@@ -107,7 +109,12 @@ constexpr auto kernels = entries_of(kernel::encode_kernels());
 bool reads(const kernel_entry& k, const stored_plane& rgb) {
   const std::optional<rgb_samples> found = samples_of(rgb);
   return k.samples == (found == rgb_samples::tens_above_two_bits ? rgb_samples::tens : found) &&
-         k.read == rgb.layout->row_bytes(2);
+         k.read * rgb.layout->group_pixels == 2 * rgb.layout->group_bytes;
+}
+
+bool reads(const kernel_entry& k, const shape& s, const plane_numbers& planes) {
+  return planes.size() == k.planes_read &&
+         std::all_of(planes.begin(), planes.end(), [&](const size_t i) { return reads(k, s.planes[i]); });
 }
 
 // The bytes of samples of YCbCr that kernels write; 0 if they write no such samples.
@@ -130,7 +137,8 @@ bool writes(const kernel_entry& k, const shape& s, const plane_numbers& planes) 
 // Its place, or the number of kernels if there is none.
 size_t kernel_for(const way& w, const plane_numbers& planes, const int rows) {
   const auto suits = [&](const kernel_entry& k) {
-    return k.rows == rows && k.is_narrow == w.narrow && reads(k, w.from.planes[0]) && writes(k, w.to, planes);
+    return k.rows == rows && k.is_narrow == w.narrow && reads(k, w.from, planes_of_colours(w.from)) &&
+           writes(k, w.to, planes);
   };
   return static_cast<size_t>(std::find_if(kernels.begin(), kernels.end(), suits) - kernels.begin());
 }
@@ -140,8 +148,9 @@ bool is_matrix_alone(const way& w) {
          !w.has_to_rgb && !w.to.has_alpha;
 }
 
-bool is_of_single_pixels(const shape& s) {
-  return s.colour == model::rgb && s.plane_count == 1 && s.planes[0].layout->group_pixels == 1;
+// Whether a last pixel, if there is one, is stored by itself.
+bool is_of_pixels_or_pairs(const shape& s) {
+  return s.colour == model::rgb && (s.planes[0].layout->group_pixels == 1 || s.width % 2 == 0);
 }
 
 uint32_t place_of(const component c, const stored_plane& p) {
@@ -180,7 +189,9 @@ encoder encoder_with(const size_t of_row, const size_t of_rows, const way& w, co
   result.planes = planes;
   result.narrow = {w.narrow_from};
   result.wide = {w.wide_from};
-  set_reader_of(result, w.from.planes[0], exchanged);
+  result.read = planes_of_colours(w.from);
+  if (exchanged) std::reverse(result.read.begin(), result.read.end());
+  set_reader_of(result, w.from.planes[result.read[0]], exchanged);
   set_writer_of(result, w.to.planes[planes[0]]);
   if (!exchanged) return result;
   exchange_chroma(result.narrow.of);
@@ -197,11 +208,10 @@ class rows_of_way {
 
   // One row, or two with their row of chroma.
   void convert(const kernel_entry& k, const int row) const {
-    source_rows from{};
-    for (int i = 0; i < k.rows; ++i) from[static_cast<size_t>(i)] = row_of(source_, way_.from, 0, row + i);
+    const source_rows from = rows_read(k, row);
     const destination_rows to = rows_written(k, row);
     const int pairs = way_.from.width / 2;
-    if (pairs > 0) k.run(from, to, pairs, *way_.encoded, {way_.filters_chroma(), 0});
+    if (pairs > 0) k.run(from, to, pairs, *way_.encoded, {way_.filters_chroma(), true});
     if (way_.from.width % 2 != 0) convert_last_pixel(k, from, to);
   }
 
@@ -210,6 +220,13 @@ class rows_of_way {
   const morvane_picture& source_;
   const morvane_picture& destination_;
 
+  source_rows rows_read(const kernel_entry& k, const int row) const {
+    source_rows from{};
+    size_t count = 0;
+    for (int i = 0; i < k.rows; ++i)
+      for (const size_t plane : way_.encoded->read) from[count++] = row_of(source_, way_.from, plane, row + i);
+    return from;
+  }
   destination_rows rows_written(const kernel_entry& k, const int row) const {
     const plane_numbers& planes = way_.encoded->planes;
     destination_rows to{};
@@ -228,7 +245,7 @@ class rows_of_way {
     uint8_t made[most_written][most_bytes];
     source_rows pixels{};
     destination_rows pair{};
-    for (size_t i = 0; i < static_cast<size_t>(k.rows); ++i) {
+    for (size_t i = 0; i < static_cast<size_t>(k.rows) * k.planes_read; ++i) {
       const uint8_t* last = from[i] + int64_t{pairs} * k.read;
       std::copy_n(pairs > 0 ? last - bytes : last, bytes, gathered[i]);
       std::copy_n(last, bytes, gathered[i] + bytes);
@@ -236,7 +253,7 @@ class rows_of_way {
       pixels[i] = gathered[i] + bytes;
     }
     for (size_t i = 0; i < most_written; ++i) pair[i] = made[i];
-    k.run(pixels, pair, 1, *way_.encoded, {way_.filters_chroma(), -bytes});
+    k.run(pixels, pair, 1, *way_.encoded, {way_.filters_chroma(), false});
     for (size_t i = 0; i < most_written && k.written[i] != 0; ++i) {
       const bool is_luma = k.written[1] != 0 && i < static_cast<size_t>(k.rows);
       std::copy_n(made[i], is_luma ? k.bytes_of_sample : k.written[i], to[i] + int64_t{pairs} * k.written[i]);
@@ -247,7 +264,7 @@ class rows_of_way {
 }  // namespace
 
 std::optional<encoder> find_encoder(const way& w) {
-  if (!is_matrix_alone(w) || !is_of_single_pixels(w.from)) return {};
+  if (!is_matrix_alone(w) || !is_of_pixels_or_pairs(w.from)) return {};
   const plane_numbers planes = planes_of_rows(w.to);
   if (planes.size() == 0) return {};
   const size_t of_row = kernel_for(w, planes, 1);

@@ -18,6 +18,7 @@ struct encoder {
   size_t of_row = 0;     // kernels, by their places among those that encode
   size_t of_rows = 0;    // the same for 4:2:0, which takes two rows at once
   plane_numbers planes;  // of the destination, luma first
+  plane_numbers read;    // of the source, red first
   format_conversion::kernel::narrow_encoding narrow = {};
   format_conversion::kernel::wide_encoding wide = {};
 

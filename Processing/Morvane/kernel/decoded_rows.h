@@ -65,10 +65,11 @@ struct samples_in_bytes {
 
 struct samples_in_words {
   static constexpr int bytes = 2;
+  bool has_fine_bits;  // below the upper 14, without which no average is rounded
 
   template <class V>
-  MORVANE_INLINE static auto between_rows(const typename V::block near, const typename V::block far) {
-    return nearer_to_first<V>(near, far);
+  MORVANE_INLINE auto between_rows(const typename V::block near, const typename V::block far) const {
+    return V::average_up(near, has_fine_bits ? V::average_down(near, far) : V::average_up(near, far));
   }
 };
 
@@ -158,13 +159,12 @@ struct two_planes : Samples {
   template <class V>
   MORVANE_INLINE typename V::two_blocks of_bytes(const uint8_t* near, const uint8_t* far) const {
     const auto n = this->template two_of<V>(near), f = this->template two_of<V>(far);
-    return {Samples::template between_rows<V>(n.first, f.first), Samples::template between_rows<V>(n.second, f.second)};
+    return {this->template between_rows<V>(n.first, f.first), this->template between_rows<V>(n.second, f.second)};
   }
   // Of words, of the even and the odd pixels of a block.
   template <class V>
   MORVANE_INLINE auto between(const uint8_t* near, const uint8_t* far, const int number) const {
-    return Samples::template between_rows<V>(this->template block<V>(near, number),
-                                             this->template block<V>(far, number));
+    return this->template between_rows<V>(this->template block<V>(near, number), this->template block<V>(far, number));
   }
   template <class V>
   MORVANE_INLINE typename V::two_blocks of_words(const ptrdiff_t next, const uint8_t* near, const uint8_t* far,
@@ -209,8 +209,7 @@ struct three_planes : Samples {
   }
   template <class V>
   MORVANE_INLINE auto chroma(const uint8_t* near, const uint8_t* far, const int number) const {
-    return Samples::template between_rows<V>(this->template block<V>(near, number),
-                                             this->template block<V>(far, number));
+    return this->template between_rows<V>(this->template block<V>(near, number), this->template block<V>(far, number));
   }
   template <class V>
   MORVANE_INLINE auto chroma(const ptrdiff_t next, const uint8_t* near, const uint8_t* far, const int number) const {

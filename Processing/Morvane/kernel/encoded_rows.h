@@ -74,8 +74,9 @@ struct wide_encoding : rgb_lines_to_ycbcr_wide {
 
 // What is remembered of one pixel. Kernels share it.
 template <class V, class Reader, class Matrix>
-[[gnu::noinline]] uint32_t remembered_chroma(const Reader from, const Matrix matrix, const uint8_t* p) {
-  const rgb_sample rgb = from.pixel(p);
+[[gnu::noinline]] uint32_t remembered_chroma(const Reader from, const Matrix matrix, const places_of_rows row,
+                                             const int number) {
+  const rgb_sample rgb = from.pixel(row, number);
   uint16_t luma, cb, cr;
   matrix.rule(&rgb.r, &rgb.g, &rgb.b, &luma, &cb, &cr);
   return Matrix::remembered(cb) | uint32_t{Matrix::remembered(cr)} << 16;
@@ -103,11 +104,16 @@ template <class V>
     for (int i = 0; i < pairs; ++i) halved[i] = line[2 * i + 1];
 }
 
-template <class Pixels, int rows>
-using sources_of_rows = std::conditional_t<rows == 1, plane_list<from<2 * Pixels::bytes>>,
-                                           plane_list<from<2 * Pixels::bytes>, from<2 * Pixels::bytes>>>;
+template <int rows, class... Plane>
+constexpr auto planes_of_rows(plane_list<Plane...> of_row) {
+  if constexpr (rows == 1)
+    return of_row;
+  else
+    return plane_list<Plane..., Plane...>();
+}
 
-template <class Reader, class Matrix, class Writer, int rows, class Sources = sources_of_rows<Reader, rows>,
+template <class Reader, class Matrix, class Writer, int rows,
+          class Sources = decltype(planes_of_rows<rows>(typename Reader::planes())),
           class Destinations = typename Writer::template planes<rows>>
 struct encode;
 
@@ -117,7 +123,8 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
   static constexpr bool fills_registers = true;
   static constexpr bool expects_loads = true;
   static constexpr bool looks_back = true;
-  static constexpr int bytes_of_pixel = Reader::bytes;
+  static constexpr int bytes_before = Reader::bytes_before;
+  static constexpr size_t planes_of_row = sizeof...(From) / rows;
   template <class V>
   requires(V::lanes > 0) using seen = chroma_of_odd_pixels<V, rows>;
 
@@ -125,20 +132,18 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
   Matrix matrix;
   Writer to;
   bool filters;
-  int32_t before_first;  // bytes from the first pixel of a line to the one before it; 0 if that is the same once more
+  int32_t before_first;  // -1, the number of the pixel before the first one of a line; or 0 for the same once more
 
   struct ycbcr {
     uint16_t y, cb, cr;
   };
-  MORVANE_INLINE ycbcr pixel(const uint8_t* p) const {
-    const rgb_sample rgb = from.pixel(p);
+  MORVANE_INLINE ycbcr pixel(const places_of_rows row, const int number) const {
+    const rgb_sample rgb = from.pixel(row, number);
     ycbcr result;
     matrix.rule(&rgb.r, &rgb.g, &rgb.b, &result.y, &result.cb, &result.cr);
     return result;
   }
-  MORVANE_INLINE const uint8_t* before(const bool begins, const uint8_t* p) const {
-    return p + (begins ? before_first : -bytes_of_pixel);
-  }
+  MORVANE_INLINE int before(const bool begins) const { return begins ? before_first : -1; }
   MORVANE_INLINE uint16_t rounded(const uint16_t v) const { return add_to_limit(v, to.half); }
   MORVANE_INLINE ycbcr filtered(const ycbcr& before, const ycbcr& own, const ycbcr& next) const {
     if (!filters) return own;
@@ -149,10 +154,10 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
     uint16_t luma[rows][2];
     ycbcr of_row[rows];
     for (int i = 0; i < rows; ++i) {
-      const uint8_t* const places[] = {before(begins, row[i]), row[i], row[i] + bytes_of_pixel};
+      const int numbers[] = {before(begins), 0, 1};
       ycbcr made[3];
 #pragma GCC unroll 1
-      for (int k = 0; k < 3; ++k) made[k] = pixel(places[k]);
+      for (int k = 0; k < 3; ++k) made[k] = pixel(row + static_cast<size_t>(i) * planes_of_row, numbers[k]);
       luma[i][0] = rounded(made[1].y);
       luma[i][1] = rounded(made[2].y);
       of_row[i] = filtered(made[0], made[1], made[2]);
@@ -164,17 +169,24 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
 
   template <class V>
   MORVANE_INLINE seen<V> seen_before(const bool begins, const typename From::pointer... src) const {
-    return {{V::repeat_dword(remembered_chroma<V>(from, matrix, before(begins, src)))...}};
-  }
-  template <class V>
-  MORVANE_INLINE encoded_blocks<V, rows> blocks_at(seen<V>& last, const int number,
-                                                   const typename From::pointer... src) const {
     const uint8_t* const row[] = {src...};
+    seen<V> result;
+    for (int i = 0; i < rows; ++i)
+      result.of[i] = V::repeat_dword(
+          remembered_chroma<V>(from, matrix, row + static_cast<size_t>(i) * planes_of_row, before(begins)));
+    return result;
+  }
+  // The block with this number, of what has been read of each row, which is more where the reader reads several at
+  // once.
+  template <class V>
+  MORVANE_INLINE encoded_blocks<V, rows> block_at(seen<V>& last, const int number, const places_of_rows row,
+                                                  rgb_of_blocks<V, Reader::blocks>* const read) const {
     encoded_blocks<V, rows> result;
     typename V::block chroma[rows];
     for (int i = 0; i < rows; ++i) {
-      const auto rgb = from.template pixels<V>(row[i] + number * (V::block_bytes / 2 * bytes_of_pixel));
-      const auto of_row = matrix.template pixels<V>(rgb, to.half);
+      if (number % Reader::blocks == 0)
+        read[i] = from.template pixels<V>(row + static_cast<size_t>(i) * planes_of_row, number * (V::block_bytes / 4));
+      const auto of_row = matrix.template pixels<V>(read[i].of[number % Reader::blocks], to.half);
       result.luma[i] = of_row.luma;
       chroma[i] = filters ? Matrix::template filtered<V>(last.of[i], of_row) : Matrix::template own<V>(of_row);
     }
@@ -184,9 +196,20 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
   }
   template <class V>
   MORVANE_INLINE auto convert(seen<V>& last, const typename From::pointer... src) const {
-    return to.template convert<V, rows>([&](const int number) __attribute__((always_inline)) {
-      return blocks_at<V>(last, number, src...);
-    });
+    const uint8_t* const row[] = {src...};
+    rgb_of_blocks<V, Reader::blocks> read[rows];
+    const auto block = [&](const int number) __attribute__((always_inline)) {
+      return block_at<V>(last, number, row, read);
+    };
+    const auto next_block = [&](const int number) __attribute__((always_inline)) {
+      return block(number + 1);
+    };
+    if constexpr (Writer::blocks < Reader::blocks) {
+      const auto first = to.template convert<V, rows>(block);
+      return in_a_row(first, to.template convert<V, rows>(next_block));
+    } else {
+      return to.template convert<V, rows>(block);
+    }
   }
   template <class V>
   MORVANE_INLINE void line(const typename From::pointer... src, const typename To::pointer... dst,
@@ -204,7 +227,7 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
   // Pairs that are less than a vector pass through memory of its size, behind the pixel before them. So neither
   // narrower vectors nor the rule are compiled into kernels of which there are many.
   struct source_rows {
-    const uint8_t* at[rows];
+    const uint8_t* at[sizeof...(From)];
   };
   struct destination_rows {
     uint8_t* at[sizeof...(To)];
@@ -212,7 +235,7 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
   template <size_t pairs_of_vector>
   struct vector_memory {
     static constexpr int most_bytes = 4;  // of a unit
-    uint8_t read[rows][(2 * pairs_of_vector + 1) * bytes_of_pixel];
+    uint8_t read[sizeof...(From)][pairs_of_vector * Reader::bytes_of_pair + bytes_before];
     uint8_t made[sizeof...(To)][pairs_of_vector * most_bytes];
   };
   template <class V, size_t... s, size_t... d>
@@ -226,28 +249,26 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
     if (pairs == 0) return;
     if (is_less) {
       __builtin_memset(memory.read, 0, sizeof memory.read);
-      for (int i = 0; i < rows; ++i) {
-        __builtin_memcpy(memory.read[i], before(true, src.at[i]), bytes_of_pixel);
-        __builtin_memcpy(memory.read[i] + bytes_of_pixel, src.at[i], pairs * 2 * bytes_of_pixel);
+      for (size_t i = 0; i < sizeof...(From); ++i) {
+        if (before_first != 0) __builtin_memcpy(memory.read[i], src.at[i] - bytes_before, bytes_before);
+        __builtin_memcpy(memory.read[i] + bytes_before, src.at[i], pairs * Reader::bytes_of_pair);
       }
-      src = {{memory.read[s] + bytes_of_pixel...}};
+      src = {{memory.read[s] + bytes_before...}};
       dst = {{memory.made[d]...}};
     }
-    walk_of<V, encode> line(*this, src.at[s]..., dst.at[d]...);
-    const size_t left = line.by_vectors(is_less ? pairs_of_vector : pairs);
-    if (left > 0) line.finish(left);
+    walk_of<V, encode>(*this, src.at[s]..., dst.at[d]...).by_one_body(is_less ? pairs_of_vector : pairs);
     if (is_less)
       for (size_t i = 0; i < sizeof...(To); ++i) __builtin_memcpy(own.at[i], memory.made[i], pairs * bytes_made[i]);
   }
 
   // Without vectors. The pixel before the first pair comes first.
   template <class V>
-  MORVANE_INLINE void matrix_piece(const bool begins, const int pairs, const uint8_t* p, piece& of) const {
-    const rgb_sample first = from.pixel(before(begins, p));
+  MORVANE_INLINE void matrix_piece(const bool begins, const int pairs, const places_of_rows row, piece& of) const {
+    const rgb_sample first = from.pixel(row, before(begins));
     of.r[0] = first.r;
     of.g[0] = first.g;
     of.b[0] = first.b;
-    read_pixels<V>(from, p, of.r + 1, of.g + 1, of.b + 1, 2 * pairs);
+    read_pixels<V>(from, row, of.r + 1, of.g + 1, of.b + 1, pairs);
     matrix_of_piece<V>(matrix, of, 2 * pairs + 1);
   }
   template <class V>
@@ -257,7 +278,7 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
     piece of_row[rows];
     uint16_t cb[rows][pairs_of_piece], cr[rows][pairs_of_piece];
     for (int i = 0; i < rows; ++i) {
-      matrix_piece<V>(begins, pairs, row[i], of_row[i]);
+      matrix_piece<V>(begins, pairs, row + static_cast<size_t>(i) * planes_of_row, of_row[i]);
       halve_of_piece<V>(filters, of_row[i].cb, cb[i], pairs);
       halve_of_piece<V>(filters, of_row[i].cr, cr[i], pairs);
     }
@@ -300,12 +321,20 @@ using encoders_of_deep =
                           encoders_into_planes<Reader, Matrix, into_three_planes, kept_words>,
                           encoders_into_planes<Reader, Matrix, into_two_planes, upper_bytes>>::type;
 
+template <class Reader>
+using encoders_of_planes =
+    typename joined_lists<encoders_into_planes<Reader, narrow_encoding, into_three_planes, upper_bytes>,
+                          encoders_into_planes<Reader, narrow_encoding, into_three_planes, kept_words>>::type;
+
 using encode_kernels =
     joined_lists<encoders_to_bytes<rgb_in_bytes<4>>, encoders_to_bytes<rgb_in_bytes<3>>,
                  encoders_into_planes<rgb_in_bytes<4>, narrow_encoding, into_two_planes, kept_words>,
                  encoders_into_planes<rgb_in_bytes<3>, narrow_encoding, into_two_planes, kept_words>,
                  encoders_of_deep<rgb_in_words<3>, wide_encoding>, encoders_of_deep<rgb_in_words<4>, wide_encoding>,
                  encoders_of_deep<rgb_in_tens, narrow_encoding>,
-                 kernel_list<encode<rgb_in_tens, wide_encoding, into_two_planes<kept_words>, 1>>>::type;
+                 kernel_list<encode<rgb_in_tens, wide_encoding, into_two_planes<kept_words>, 1>>,
+                 encoders_into_planes<rgb_in_twelves, wide_encoding, into_two_planes, kept_words>,
+                 encoders_into_planes<rgb_in_twelves, wide_encoding, into_three_planes, kept_words>,
+                 encoders_of_planes<rgb_in_planes_of_bytes>, encoders_of_planes<rgb_in_planes_of_tens>>::type;
 
 }  // namespace Processing::Morvane::format_conversion::kernel

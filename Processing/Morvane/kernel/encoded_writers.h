@@ -1,6 +1,7 @@
 // Writers of rows of YCbCr with chroma for every second pixel: what becomes of the words that a kernel has encoded, to
 // which half a step of a sample, `half`, has been added. A writer has the planes of a pair of pixels, luma of one row
-// or of two first; `put` writes a pair, and `convert` what is stored of blocks.
+// or of two first; `put` writes a pair, and `convert` makes what is stored of so many `blocks` of pixels, which it asks
+// for in turn.
 #pragma once
 
 #include <cstddef>
@@ -24,6 +25,7 @@ struct encoded_blocks {
 
 struct upper_bytes {
   static constexpr int bytes = 1;
+  static constexpr int blocks_of_block = 2;
   static constexpr uint16_t half = 128;
 
   MORVANE_INLINE static void put(uint8_t* p, const uint16_t v) { *p = static_cast<uint8_t>(v >> 8); }
@@ -49,6 +51,7 @@ struct upper_bytes {
 
 struct kept_words {
   static constexpr int bytes = 2;
+  static constexpr int blocks_of_block = 1;
   uint16_t half, kept;
   int32_t down;
 
@@ -100,6 +103,7 @@ template <class V>
 
 template <first_of_pair begins>
 struct into_pairs : upper_bytes {
+  static constexpr int blocks = 1;
   template <int rows>
   using planes = plane_list<to<4>>;
   static constexpr bool begins_with_luma = begins == first_of_pair::luma;
@@ -137,6 +141,7 @@ struct into_planes : Samples {
 
 template <class Samples>
 struct into_two_planes : into_planes<Samples> {
+  static constexpr int blocks = Samples::blocks_of_block;
   static constexpr int bytes = Samples::bytes;
   template <int rows>
   using planes = std::conditional_t<rows == 1, plane_list<to<2 * bytes>, to<2 * bytes>>,
@@ -165,6 +170,7 @@ struct into_two_planes : into_planes<Samples> {
 
 template <class Samples>
 struct into_three_planes : into_planes<Samples> {
+  static constexpr int blocks = 2 * Samples::blocks_of_block;
   static constexpr int bytes = Samples::bytes;
   template <int rows>
   using planes = std::conditional_t<rows == 1, plane_list<to<2 * bytes>, to<bytes>, to<bytes>>,

@@ -224,8 +224,8 @@ struct split_rgb_12 : line_kernel<split_rgb_12, from<9>, written_words<2>, writt
   MORVANE_INLINE auto filled(const typename V::block top) const {
     return V::or_blocks(top, V::and_blocks(V::template shift_right_words<12>(top), V::repeat(repeated)));
   }
-  // The first samples of the twos are red and blue of even pixels and green of odd ones, and the second ones are the
-  // others.
+  // Red, green and blue of the pixels in two blocks. The first samples of the twos are red and blue of even pixels and
+  // green of odd ones, and the second ones are the others.
   template <class V>
   MORVANE_INLINE auto convert(const uint8_t* src) const {
     constexpr int bytes_of_block = V::block_bytes / 2 * 3;

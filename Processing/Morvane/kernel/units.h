@@ -16,7 +16,7 @@
 //   fills_registers    true: one vector needs all registers of a backend, so that two are not converted at once
 //   bound_by_memory    true: moving the bytes takes the time, and hardly anything else
 //   expects_loads      true: so much is computed that a processor looks too little ahead, so that loads are announced
-//                      too, and that one vector is a turn
+//                      too
 //   crowds_stores      true: so many vectors are stored at once that a processor cannot hold them until it has their
 //                      cache lines
 //   seen<V>            what is remembered of the units seen; rule and convert take it first, and its result() is the

@@ -101,7 +101,7 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
 
   // As many whole vectors as there are. Answers how many units are left, behind which the pointers then stand.
   MORVANE_INLINE size_t by_vectors(size_t units) {
-    constexpr size_t turn = V::vectors_a_turn > together && !Kernel::expects_loads ? V::vectors_a_turn : together;
+    constexpr size_t turn = V::vectors_a_turn > together ? V::vectors_a_turn : together;
     look_back(true);
     if constexpr (turn > 1) {
       for (size_t turns = units / (turn * step()); turns > 0; --turns) {  // down to zero, which needs no comparison
@@ -129,6 +129,26 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
       walk_apart<typename V::narrower>(kernel_, left, source_[s]..., destination_[d]...);
     else
       by_rule(left);
+  }
+
+  // The same and finish in one, by one vector body, which the last vector goes through once more: in kernels of which
+  // there are many, others would only be code. A line is not shorter than a vector.
+  MORVANE_INLINE void by_one_body(const size_t units) {
+    size_t vectors = units / step();
+    size_t left = units % step();
+    for (bool begins = true;; begins = false) {
+      look_back(begins);
+#pragma GCC unroll 1
+      for (; vectors > 0; --vectors) {
+        expect<1>();
+        convert(0);
+        advance(step());
+      }
+      if (left == 0) return;
+      go_back(step() - left);
+      vectors = 1;
+      left = 0;
+    }
   }
 
   // In whole vectors, so many that fill whole cache lines of every plane, and some of them.
@@ -235,6 +255,10 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
   MORVANE_INLINE void advance(const size_t units) {
     ((source_[s] += units * source_plane<s>::bytes), ...);
     ((destination_[d] += units * destination_plane<d>::bytes), ...);
+  }
+  MORVANE_INLINE void go_back(const size_t units) {
+    ((source_[s] -= units * source_plane<s>::bytes), ...);
+    ((destination_[d] -= units * destination_plane<d>::bytes), ...);
   }
 };
 
