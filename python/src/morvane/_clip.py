@@ -15,11 +15,11 @@ from . import _y4m
 from ._errors import Error, number_for
 from ._formats import Array, Format, Size, format as format_of, formats_called
 from ._forms import Form, form_of
-from ._frame import Frame, Frames
+from ._frame import Frame, Frames, OfOneKind
 from ._morvane import lib
 
 
-class Clip(Frames):
+class Clip(OfOneKind, Frames):
     """The frames of a file. They are views of a memory map, so nothing is read before it is looked at, and the file
     must not be shortened as long as there are any.
 
@@ -33,16 +33,6 @@ class Clip(Frames):
         self._offsets = offsets
         self.siting = siting
         """Where a y4m file says that chroma lies, as ``convert`` takes it; None where nothing is said."""
-
-    @property
-    def format(self) -> Format:
-        """The format of every frame."""
-        return self._form.format
-
-    @property
-    def size(self) -> Size:
-        """Width and height in pixels."""
-        return self._form.size
 
     def __len__(self) -> int:
         return len(self._offsets)

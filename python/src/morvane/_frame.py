@@ -22,7 +22,33 @@ from ._pointer import Pointer
 _RANGES = {number: word for word, number in words_of("range", "RANGE_").items() if number}
 
 
-class Frame(Exporter):
+class OfOneKind:
+    """What all pictures have in common that are described once."""
+
+    _form: Form
+
+    @property
+    def format(self) -> Format:
+        """The format of a picture."""
+        return self._form.format
+
+    @property
+    def size(self) -> Size:
+        """Width and height in pixels."""
+        return self._form.size
+
+    @property
+    def matrix(self) -> int | None:
+        """The matrix that was said, or None."""
+        return self._form.matrix or None
+
+    @property
+    def range(self) -> str | None:
+        """The range that was said, or None."""
+        return _RANGES.get(self._form.range)
+
+
+class Frame(OfOneKind, Exporter):
     """A picture: a format, a size (width and height in pixels), and planes that are views of memory.
 
     Without ``data`` its memory is new, and all zero. ``data`` may be memory with the planes one after the other as in a
@@ -125,26 +151,6 @@ class Frame(Exporter):
             self._pointer.picture.bytes[i] = place.bytes
             self._apart.append(array)
         self._picture = self._pointer.picture
-
-    @property
-    def format(self) -> Format:
-        """The format of the picture."""
-        return self._form.format
-
-    @property
-    def size(self) -> Size:
-        """Width and height in pixels."""
-        return self._form.size
-
-    @property
-    def matrix(self) -> int | None:
-        """The matrix that was said, or None."""
-        return self._form.matrix or None
-
-    @property
-    def range(self) -> str | None:
-        """The range that was said, or None."""
-        return _RANGES.get(self._form.range)
 
     @property
     def array(self) -> Array:
