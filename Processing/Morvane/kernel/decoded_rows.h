@@ -317,7 +317,6 @@ struct decode;
 template <class Reader, class Matrix, class Writer, class... From, class... To>
 struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
     : line_kernel<decode<Reader, Matrix, Writer>, From..., To...>, Matrix {
-  static constexpr bool fills_registers = true;
   static constexpr bool crowds_stores = Reader::bytes_to_next == 1;  // of twice as many pixels as of other readers
   static constexpr int bytes_to_next = Reader::bytes_to_next;
   Reader from;
@@ -373,12 +372,8 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
   // There is one vector body: it goes over all vectors but the last one, and then over that, which ends with the line.
   // What is less than a vector, or behind which chroma is repeated, passes through memory of its size. So neither
   // another body nor the rule is compiled into kernels of which there are many.
-  struct source_rows {
-    const uint8_t* at[sizeof...(From)];
-  };
-  struct destination_rows {
-    uint8_t* at[sizeof...(To)];
-  };
+  using source_rows = places_read<sizeof...(From)>;
+  using destination_rows = places_written<sizeof...(To)>;
   template <size_t pairs_of_vector>
   struct vector_memory {
     static constexpr size_t most_bytes = 4, most_bytes_made = 24;  // of a unit
@@ -416,7 +411,7 @@ struct decode<Reader, Matrix, Writer, plane_list<From...>, plane_list<To...>>
     for (int round = 0;; ++round) {
 #pragma GCC unroll 1
       for (; vectors > 0; --vectors) {
-        (expect_stores<V, step * To::bytes>(q.at[d]), ...);
+        (expect_stores<V, decode, step * To::bytes>(q.at[d]), ...);
         const auto items = convert<V>(p.at[s]...);
         (store<V>(q.at[d], item_of<d>(items)), ...);
         ((p.at[s] += step * From::bytes), ...);

@@ -120,7 +120,6 @@ struct encode;
 template <class Reader, class Matrix, class Writer, int rows, class... From, class... To>
 struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To...>>
     : line_kernel<encode<Reader, Matrix, Writer, rows>, From..., To...> {
-  static constexpr bool fills_registers = true;
   static constexpr bool expects_loads = true;
   static constexpr bool looks_back = true;
   static constexpr int bytes_before = Reader::bytes_before;
@@ -226,12 +225,8 @@ struct encode<Reader, Matrix, Writer, rows, plane_list<From...>, plane_list<To..
 
   // Pairs that are less than a vector pass through memory of its size, behind the pixel before them. So neither
   // narrower vectors nor the rule are compiled into kernels of which there are many.
-  struct source_rows {
-    const uint8_t* at[sizeof...(From)];
-  };
-  struct destination_rows {
-    uint8_t* at[sizeof...(To)];
-  };
+  using source_rows = places_read<sizeof...(From)>;
+  using destination_rows = places_written<sizeof...(To)>;
   template <size_t pairs_of_vector>
   struct vector_memory {
     static constexpr int most_bytes = 4;  // of a unit

@@ -16,9 +16,10 @@ namespace Processing::Morvane::format_conversion::kernel {
 
 // Asks for the cache lines that the vectors after the next few will write. A store that crosses a cache line otherwise
 // waits for both, one after the other. Source planes are mostly fetched by the processor itself.
-template <class V, size_t bytes>
+template <class V, class Kernel, size_t bytes>
 MORVANE_INLINE void expect_stores([[maybe_unused]] uint8_t* plane) {
-  if constexpr (V::stores_expected_ahead > 0)
+  constexpr bool is_announced = Kernel::crowds_stores || !V::announces_crowded_stores_alone;
+  if constexpr (is_announced && V::stores_expected_ahead > 0)
     for (size_t i = 0; i < bytes; i += V::cache_line) V::expect_store(plane + V::stores_expected_ahead + i);
 }
 
@@ -28,6 +29,16 @@ MORVANE_INLINE void expect_loads([[maybe_unused]] const uint8_t* plane) {
   if constexpr (V::loads_expected_ahead > 0)
     for (size_t i = 0; i < bytes; i += V::cache_line) V::expect_load(plane + V::loads_expected_ahead + i);
 }
+
+// Places in the planes of a kernel that a walk of its own moves on.
+template <size_t planes>
+struct places_read {
+  const uint8_t* at[planes];
+};
+template <size_t planes>
+struct places_written {
+  uint8_t* at[planes];
+};
 
 // What a kernel remembers that remembers nothing.
 struct nothing_seen {
@@ -249,8 +260,7 @@ class line_walk<V, Kernel, std::index_sequence<s...>, std::index_sequence<d...>>
   template <size_t vectors>
   MORVANE_INLINE void expect() const {
     if constexpr (Kernel::expects_loads) (expect_loads<V, vectors * step() * source_plane<s>::bytes>(source_[s]), ...);
-    if constexpr (Kernel::crowds_stores || !V::announces_crowded_stores_alone)
-      (expect_stores<V, vectors * step() * destination_plane<d>::bytes>(destination_[d]), ...);
+    (expect_stores<V, Kernel, vectors * step() * destination_plane<d>::bytes>(destination_[d]), ...);
   }
   MORVANE_INLINE void advance(const size_t units) {
     ((source_[s] += units * source_plane<s>::bytes), ...);
