@@ -1,4 +1,4 @@
-// node --test web/: the module that build/wasm has, beside the command of the native build, which MORVANE names.
+// node --test web/test.mjs: the module that build/wasm has, beside the command of the native build, which MORVANE names.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
