@@ -1,5 +1,5 @@
-// Streams of the C library that lead nowhere. Formatting texts brings one along for what it cannot format, and the module
-// would otherwise ask a system for files.
+// Streams of the C library that lead nowhere. Formatting texts brings one along for what it cannot format, and the
+// module would otherwise ask a system for files.
 #include <cstddef>
 #include <cstdio>
 
