@@ -256,8 +256,9 @@ mutant(far_row_on_the_other_side
 mutant(last_vector_without_the_unit_before
        FILE kernel/walk.h
        FROM [[look_back(false, ahead);]]
-       TO [[look_back(true, ahead);]]
-       ROWS checked_tails.*
+       TO [[]]
+       ROWS lines.*
+       KERNELS lines_pixel_pairs_kernels
        PROGRAM checked_test
        BACKEND avx2)
 

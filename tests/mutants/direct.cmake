@@ -462,8 +462,9 @@ mutant(cache_line_streamed_from_before_a_plane_on
 
 mutant(cache_line_streamed_that_is_begun_alone
        FILE kernel/streamed_plane.h
-       FROM [[at + streamed_line <= end;]]
-       TO [[at < end;]]
+       FROM [[V::stream_cache_line(lines() + at, to_ + at);]]
+       TO [[V::stream_cache_line(lines() + at, to_ + at);
+    if (at < end) V::stream_cache_line(lines() + at, to_ + at);]]
        ROWS lines.are_as_their_rules_say_past_the_caches*
        KERNELS rearrange_kernels
        PROGRAM checked_test
