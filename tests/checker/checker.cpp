@@ -1,7 +1,5 @@
 #include "checker/checker.h"
 
-#include <string.h>
-
 #include <algorithm>
 #include <cstring>
 #include <sstream>
@@ -166,7 +164,8 @@ void checker::set_words(plane_state& p, int stride, const test_case& c) const {
   if (limits.empty() || c.xres < 1) return;
   const std::span<const std::uint8_t> random = piece_of(content::random, c.seed + 1);
   std::size_t taken = 0;
-  const std::ptrdiff_t words = (row_extent(*p.format, pixels(c)) + row_.bytes_past(*p.format, pixels(c))) / 2;
+  const auto words =
+      static_cast<std::ptrdiff_t>((row_extent(*p.format, pixels(c)) + row_.bytes_past(*p.format, pixels(c))) / 2);
   for (int y = 0; y < rows(p, c); ++y)
     for (std::ptrdiff_t i = 0; i < words; ++i) {
       const std::uint16_t word = limits[random[taken++ % piece_bytes] % limits.size()];
@@ -236,7 +235,7 @@ std::string checker::check(const test_case& c) {
     if (c.opacity != report::none) call.opaque = &reported;
     const int signal = run_guarded(row_.entry.convert, call);
     if (signal != 0)
-      failure = std::string("crashed: ") + strsignal(signal);
+      failure = std::string("crashed: ") + name_of_signal(signal);
     else
       failure = compare(c);
     if (failure.empty() && reported != expected_report)

@@ -2,6 +2,7 @@
 
 #include <setjmp.h>
 #include <signal.h>
+#include <string.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -58,6 +59,10 @@ int run_guarded(const std::function<void()>& call) {
   call();
   under_test = 0;
   return 0;
+}
+
+const char* name_of_signal(int signal) {
+  return strsignal(signal);
 }
 
 int run_guarded(catalogue::thunk convert, const catalogue::call& c) {

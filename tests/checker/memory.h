@@ -29,6 +29,7 @@ class fenced_memory {
 
 // Calls it; returns 0, or the signal of an invalid memory access that ended it.
 int run_guarded(const std::function<void()>& call);
+const char* name_of_signal(int signal);
 
 // The same of convert(c).
 int run_guarded(catalogue::thunk convert, const catalogue::call& c);

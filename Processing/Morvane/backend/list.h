@@ -8,6 +8,9 @@ MORVANE_BACKEND(portable, true)
 #ifdef MORVANE_WITH_NEON
 MORVANE_BACKEND(neon, true)
 #endif
+#ifdef MORVANE_WITH_WASM
+MORVANE_BACKEND(wasm, true)
+#endif
 #ifdef MORVANE_WITH_AVX2
 MORVANE_BACKEND(avx2, (__builtin_cpu_init(), __builtin_cpu_supports("avx2") && converts_half_floats()))
 #endif

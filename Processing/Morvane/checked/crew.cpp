@@ -1,5 +1,7 @@
 #include "crew.h"
 
+#if !defined(__wasm__) || defined(_REENTRANT)
+
 namespace Processing::Morvane::checked {
 
 namespace {
@@ -113,3 +115,5 @@ void crew::serve(const int hand) {
 }
 
 }  // namespace Processing::Morvane::checked
+
+#endif

@@ -3,8 +3,12 @@
 
 #include <atomic>
 #include <cstdint>
-#include <thread>
 #include <vector>
+
+#if defined(__wasm__) && !defined(_REENTRANT)
+#include "crew_of_one.h"
+#else
+#include <thread>
 
 namespace Processing::Morvane::checked {
 
@@ -12,6 +16,8 @@ namespace Processing::Morvane::checked {
 // they sleep, and a job does not wait for a thread that has not come to it yet. Running a job allocates nothing.
 class crew {
  public:
+  static constexpr bool can_be_hired = true;
+
   // The caller of run() is one of the hands. Throws std::system_error where a thread cannot be started.
   explicit crew(int hands);
   ~crew();
@@ -73,3 +79,5 @@ class crew {
 };
 
 }  // namespace Processing::Morvane::checked
+
+#endif

@@ -58,6 +58,9 @@ problem choose(const morvane_options* options, checked::choices& result) {
 }
 
 problem hire(const int32_t threads, morvane_plan& plan) {
+  if (threads > 1 && !checked::crew::can_be_hired)
+    return checked::wrong(MORVANE_OPTION, "options.threads", threads, 1, "is %d, and there are no threads here",
+                          static_cast<int>(threads));
   const problem too_many = checked::wrong(MORVANE_NO_MEMORY, "options.threads", threads, 0,
                                           "is %d, and so many cannot be started", static_cast<int>(threads));
   try {
