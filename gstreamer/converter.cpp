@@ -122,6 +122,7 @@ std::string converter::prepare(const GstVideoInfo& from, const GstVideoInfo& to,
   frame_.clear();
   fields_.clear();
   if (!from_format_ || !to_format_) return "the caps have a format that the catalogue does not know";
+  if (from.width != to.width || from.height != to.height) return "the caps differ in size";
 
   const bool in_fields = GST_VIDEO_INFO_IS_INTERLACED(&from) &&
                          (shares_chroma_between_rows(*from_format_) || shares_chroma_between_rows(*to_format_));

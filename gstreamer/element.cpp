@@ -1,6 +1,7 @@
 #include "element.h"
 
-#include <gst/video/gstvideofilter.h>
+#include <gst/base/gstbasetransform.h>
+#include <gst/video/video.h>
 
 #include <string>
 
@@ -17,17 +18,18 @@ using morvane::gstreamer::settings;
 
 // What an element has beside what GStreamer keeps for it. Settings may be changed while frames flow.
 struct insides {
+  GstVideoInfo from{}, to{};
   converter conversion;
   settings wanted;
   bool is_stale = false;
 };
 
 struct MorvaneConvert {
-  GstVideoFilter base;
+  GstBaseTransform base;
   insides* own;
 };
 struct MorvaneConvertClass {
-  GstVideoFilterClass base;
+  GstBaseTransformClass base;
 };
 
 enum property : guint { CHROMA = 1, THREADS, BACKGROUND };
@@ -42,7 +44,7 @@ GType chroma_type() {
   return type;
 }
 
-G_DEFINE_TYPE(MorvaneConvert, morvane_convert, GST_TYPE_VIDEO_FILTER)
+G_DEFINE_TYPE(MorvaneConvert, morvane_convert, GST_TYPE_BASE_TRANSFORM)
 
 MorvaneConvert* self_of(gpointer object) {
   return reinterpret_cast<MorvaneConvert*>(object);
@@ -104,41 +106,106 @@ GstCaps* fixate_caps(GstBaseTransform*, const GstPadDirection direction, GstCaps
   return morvane::gstreamer::best_caps(caps, choices, direction == GST_PAD_SRC);
 }
 
-// Makes the plans that the properties ask for.
-std::string prepare(GstVideoFilter* filter) {
-  insides& own = *self_of(filter)->own;
-  GST_OBJECT_LOCK(filter);
-  own.is_stale = false;
-  settings wanted = own.wanted;
-  GST_OBJECT_UNLOCK(filter);
-  if (wanted.threads == 0) wanted.threads = static_cast<int>(MIN(g_get_num_processors(), most_threads));
-  return own.conversion.prepare(filter->in_info, filter->out_info, wanted);
+gboolean get_unit_size(GstBaseTransform*, GstCaps* caps, gsize* size) {
+  GstVideoInfo info;
+  if (!gst_video_info_from_caps(&info, caps)) return FALSE;
+  *size = info.size;
+  return TRUE;
 }
 
-bool is_stale(GstVideoFilter* filter) {
-  GST_OBJECT_LOCK(filter);
-  const bool stale = self_of(filter)->own->is_stale;
-  GST_OBJECT_UNLOCK(filter);
+// Adds a pool for frames of the query's caps, or sets the first one up. Strides are of the pool's choice where the
+// other side reads them from the meta.
+void offer_pool(GstQuery* query) {
+  GstCaps* caps = nullptr;
+  GstVideoInfo info;
+  gst_query_parse_allocation(query, &caps, nullptr);
+  if (!caps || !gst_video_info_from_caps(&info, caps)) return;
+
+  GstBufferPool* pool = nullptr;
+  auto size = static_cast<guint>(info.size);
+  guint fewest = 0, most = 0;
+  const bool has_pool = gst_query_get_n_allocation_pools(query) > 0;
+  if (has_pool) gst_query_parse_nth_allocation_pool(query, 0, &pool, &size, &fewest, &most);
+  if (!pool) pool = gst_video_buffer_pool_new();
+  size = MAX(size, static_cast<guint>(info.size));
+
+  GstStructure* config = gst_buffer_pool_get_config(pool);
+  gst_buffer_pool_config_set_params(config, caps, size, fewest, most);
+  if (gst_query_find_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr))
+    gst_buffer_pool_config_add_option(config, GST_BUFFER_POOL_OPTION_VIDEO_META);
+  gst_buffer_pool_set_config(pool, config);
+
+  if (has_pool)
+    gst_query_set_nth_allocation_pool(query, 0, pool, size, fewest, most);
+  else
+    gst_query_add_allocation_pool(query, pool, size, fewest, most);
+  gst_object_unref(pool);
+}
+
+gboolean decide_allocation(GstBaseTransform* base, GstQuery* query) {
+  offer_pool(query);
+  return GST_BASE_TRANSFORM_CLASS(morvane_convert_parent_class)->decide_allocation(base, query);
+}
+
+gboolean propose_allocation(GstBaseTransform* base, GstQuery* decided, GstQuery* query) {
+  if (!GST_BASE_TRANSFORM_CLASS(morvane_convert_parent_class)->propose_allocation(base, decided, query)) return FALSE;
+  const bool passes_through = !decided;
+  if (passes_through) return TRUE;
+  gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);
+  offer_pool(query);
+  return TRUE;
+}
+
+// What tells of the picture holds for the result; what tells of its samples or their memory does not.
+gboolean transform_meta(GstBaseTransform*, GstBuffer*, GstMeta* meta, GstBuffer*) {
+  const gchar* const* tags = gst_meta_api_type_get_tags(meta->info->api);
+  static const gchar* const of_the_picture[] = {GST_META_TAG_VIDEO_STR, GST_META_TAG_VIDEO_ORIENTATION_STR,
+                                                GST_META_TAG_VIDEO_SIZE_STR, nullptr};
+  for (; tags && *tags; tags++)
+    if (!g_strv_contains(of_the_picture, *tags)) return FALSE;
+  return TRUE;
+}
+
+// Makes the plans that the caps and the properties ask for.
+std::string prepare(GstBaseTransform* base) {
+  insides& own = *self_of(base)->own;
+  GST_OBJECT_LOCK(base);
+  own.is_stale = false;
+  settings wanted = own.wanted;
+  GST_OBJECT_UNLOCK(base);
+  if (wanted.threads == 0) wanted.threads = static_cast<int>(MIN(g_get_num_processors(), most_threads));
+  return own.conversion.prepare(own.from, own.to, wanted);
+}
+
+bool is_stale(GstBaseTransform* base) {
+  GST_OBJECT_LOCK(base);
+  const bool stale = self_of(base)->own->is_stale;
+  GST_OBJECT_UNLOCK(base);
   return stale;
 }
 
-gboolean set_info(GstVideoFilter* filter, GstCaps*, GstVideoInfo* from, GstCaps*, GstVideoInfo* to) {
-  const bool is_same = morvane::gstreamer::is_same_picture(*from, *to);
-  gst_base_transform_set_passthrough(GST_BASE_TRANSFORM(filter), is_same);
-  if (is_same) return TRUE;
-  filter->in_info = *from;
-  filter->out_info = *to;
-  const std::string problem = prepare(filter);
-  if (!problem.empty()) GST_ELEMENT_ERROR(filter, STREAM, FORMAT, ("%s", problem.c_str()), (nullptr));
+gboolean set_caps(GstBaseTransform* base, GstCaps* from, GstCaps* to) {
+  insides& own = *self_of(base)->own;
+  std::string problem;
+  // Caps of other memory, which cannot be read here, are the same on both sides.
+  bool is_same = gst_caps_is_equal(from, to);
+  if (!is_same) {
+    if (gst_video_info_from_caps(&own.from, from) && gst_video_info_from_caps(&own.to, to))
+      is_same = morvane::gstreamer::is_same_picture(own.from, own.to);
+    else
+      problem = "the caps are none of raw video";
+  }
+  gst_base_transform_set_passthrough(base, is_same);
+  if (!is_same && problem.empty()) problem = prepare(base);
+  if (!problem.empty()) GST_ELEMENT_ERROR(base, STREAM, FORMAT, ("%s", problem.c_str()), (nullptr));
   return problem.empty();
 }
 
 GstFlowReturn transform(GstBaseTransform* base, GstBuffer* source, GstBuffer* destination) {
-  GstVideoFilter* filter = GST_VIDEO_FILTER_CAST(base);
-  std::string problem = is_stale(filter) ? prepare(filter) : std::string();
-  if (problem.empty()) problem = self_of(filter)->own->conversion.run(source, destination);
+  std::string problem = is_stale(base) ? prepare(base) : std::string();
+  if (problem.empty()) problem = self_of(base)->own->conversion.run(source, destination);
   if (problem.empty()) return GST_FLOW_OK;
-  GST_ELEMENT_ERROR(filter, STREAM, FAILED, ("%s", problem.c_str()), (nullptr));
+  GST_ELEMENT_ERROR(base, STREAM, FAILED, ("%s", problem.c_str()), (nullptr));
   return GST_FLOW_ERROR;
 }
 
@@ -177,10 +244,12 @@ void morvane_convert_class_init(MorvaneConvertClass* of) {
   GstBaseTransformClass* base = GST_BASE_TRANSFORM_CLASS(of);
   base->transform_caps = transform_caps;
   base->fixate_caps = fixate_caps;
+  base->set_caps = set_caps;
+  base->get_unit_size = get_unit_size;
+  base->decide_allocation = decide_allocation;
+  base->propose_allocation = propose_allocation;
+  base->transform_meta = transform_meta;
   base->transform = transform;
-  base->transform_ip_on_passthrough = FALSE;
-  base->passthrough_on_same_caps = TRUE;
-  GST_VIDEO_FILTER_CLASS(of)->set_info = set_info;
 }
 
 void morvane_convert_init(MorvaneConvert* self) {
