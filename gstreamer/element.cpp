@@ -184,13 +184,22 @@ bool is_stale(GstBaseTransform* base) {
   return stale;
 }
 
+// GStreamer guesses where chroma lies by the height of a picture, even for caps that say it but not their colorimetry.
+// What is not said is left to the library.
+bool read_caps(GstCaps* caps, GstVideoInfo& info) {
+  if (!gst_video_info_from_caps(&info, caps)) return false;
+  const gchar* site = gst_structure_get_string(gst_caps_get_structure(caps, 0), "chroma-site");
+  info.chroma_site = site ? gst_video_chroma_site_from_string(site) : GST_VIDEO_CHROMA_SITE_UNKNOWN;
+  return true;
+}
+
 gboolean set_caps(GstBaseTransform* base, GstCaps* from, GstCaps* to) {
   insides& own = *self_of(base)->own;
   std::string problem;
   // Caps of other memory, which cannot be read here, are the same on both sides.
   bool is_same = gst_caps_is_equal(from, to);
   if (!is_same) {
-    if (gst_video_info_from_caps(&own.from, from) && gst_video_info_from_caps(&own.to, to))
+    if (read_caps(from, own.from) && read_caps(to, own.to))
       is_same = morvane::gstreamer::is_same_picture(own.from, own.to);
     else
       problem = "the caps are none of raw video";
