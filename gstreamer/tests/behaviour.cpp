@@ -163,6 +163,19 @@ TEST(gstreamer_element, runs_for_hundreds_of_frames) {
   }
 }
 
+TEST(gstreamer_element, reads_planes_of_several_memories) {
+  const job j{caps_of("NV12", 32, 8), caps_of("BGRA", 32, 8)};
+  const auto chroma = static_cast<std::ptrdiff_t>(j.in.offset[1]);
+  GstBuffer* buffer = buffer_of(bytes(j.frame.begin(), j.frame.begin() + chroma), &j.in);
+  GstBuffer* rest = buffer_of(bytes(j.frame.begin() + chroma, j.frame.end()));
+  buffer = gst_buffer_append(buffer, rest);
+  ASSERT_EQ(gst_buffer_n_memory(buffer), 2u);
+  harness element;
+  element.set_caps(j.from, j.to);
+  ASSERT_EQ(element.push(buffer), GST_FLOW_OK) << element.error();
+  EXPECT_EQ(difference(element.pull(), j.expected(), j.out), "");
+}
+
 TEST(gstreamer_element, refuses_a_meta_of_another_picture) {
   const job j{caps_of("UYVY", 32, 8), caps_of("BGRA", 32, 8)};
   const GstVideoInfo low = info_of(caps_of("UYVY", 32, 4)), other = info_of(caps_of("YUY2", 32, 8));
