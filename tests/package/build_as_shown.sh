@@ -7,7 +7,7 @@ project=$1 directory=$2
 
 rm -rf "$directory"
 mkdir -p "$directory/project" "$directory/home"
-cp -r "$project"/{CMakeLists.txt,CMakePresets.json,cmake,Processing,examples,README.md} "$directory/project"
+cp -r "$project"/{CMakeLists.txt,CMakePresets.json,cmake,Processing,examples,gstreamer,README.md} "$directory/project"
 cd "$directory/project"
 export HOME=$directory/home
 eval "$(blocks README.md sh | grep '^cmake ')"
