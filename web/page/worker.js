@@ -99,6 +99,11 @@ const calls = {
     return settled(slot);
   },
 
+  /** Matrix, range, filter and siting of one file alone. */
+  look(slotIndex, look) {
+    slots[slotIndex].look = look;
+  },
+
   close(slotIndex) {
     release(slots[slotIndex]);
     slots[slotIndex] = {};
