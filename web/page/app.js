@@ -58,7 +58,7 @@ async function showOnce() {
   at('frame').value = String(frame);
   at('frame').max = String(Math.max(0, frames() - 1));
   at('frame').disabled = frames() < 2;
-  at('frame-number').textContent = `${frame} of ${frames()}`;
+  at('frame-number').textContent = `${frame} / ${Math.max(0, frames() - 1)}`;
   Object.assign(document.body.dataset, { frame, shown: `${Number(document.body.dataset.shown ?? 0) + 1}`, took: took.toFixed(1) });
   writeAddress();
   later();

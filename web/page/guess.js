@@ -7,7 +7,7 @@ const sizes = [
   '1920x1080', '1280x720', '3840x2160', '640x480', '720x576', '720x486', '720x480', '640x360', '352x288', '1440x1080',
   '4096x2160', '2048x1080', '960x540', '1920x1088', '854x480', '848x480', '320x240', '176x144', '480x270', '416x240', '832x480', '800x600',
   '1024x768', '1280x1024', '1600x1200', '2560x1440', '2560x1600', '1080x1920', '720x1280', '7680x4320', '1280x960', '2048x1152', '2592x1944',
-  '256x256', '512x512', '1024x1024', '128x128', '64x64', '451x300',
+  '256x256', '512x512', '1024x1024', '128x128', '64x64',
 ].map((size) => size.split('x').map(Number));
 const headers = [0, 16, 32, 64, 128, 256, 512, 1024, 2048, 4096];
 const alignments = [64, 128, 256];
@@ -81,7 +81,7 @@ function candidates(morvane, files, named, given) {
     tried.forEach(([width, height], rank) => {
       for (const fit of fits(morvane, files, { format: f.name, width, height })) {
         if (fit.likely < 0 && !(named.format && named.size) && !(format && size)) continue;
-        const usual = popularity(f) + (isColour(f) ? 0.3 : -0.3) - rank / 60 - Math.log10(fit.frames) / 8;
+        const usual = popularity(f) + (isColour(f) ? 0.3 : -0.3) - rank / 60 - Math.log10(fit.frames) / 8 - (fit.frames > 1 ? 0.2 : 0);
         found.push({ format: f.name, width, height, ...fit, score: fit.likely + usual });
       }
     });
@@ -94,12 +94,13 @@ const gap = (a, b) => Math.abs(a - b);
 function roughness(morvane, picture) {
   const format = morvane.formats.get(picture.description.format);
   let [total, weights] = [0, 0];
+  const spreads = { luma: 0, chroma: 0 };
   for (const c of componentsOf(format)) {
     const count = Math.ceil((picture.description.width * c.samples) / c.groupPixels);
     const rows = Math.min(picture.layout.planes[c.plane].rows, bandRows);
     const peak = 2 ** c.bits;
     let before;
-    let [near, pairs, sum, squares, n] = [0, 0, 0, 0, 0];
+    let [near, pairs, sum, squares, extremes, n] = [0, 0, 0, 0, 0, 0];
     for (let y = 0; y < rows; ++y) {
       const line = morvane.readRow(picture, c.plane, y)[c.line];
       for (let i = 1; i < count; ++i) {
@@ -107,6 +108,7 @@ function roughness(morvane, picture) {
         pairs += before ? 2 : 1;
         sum += line[i];
         squares += line[i] * line[i];
+        extremes += line[i] === 0 || line[i] === peak - 1 ? 1 : 0;
         ++n;
       }
       before = line;
@@ -115,13 +117,18 @@ function roughness(morvane, picture) {
     const mean = sum / n;
     const spread = Math.sqrt(Math.max(0, squares / n - mean * mean));
     const isChroma = format.model === 'YCbCr' && (c.name === 'Cb' || c.name === 'Cr');
-    const offCentre = isChroma ? Math.max(0, gap(mean / peak, 0.5) - 0.12) * 3 : 0;
-    const absent = c.name === 'A' && mean < peak / 64 ? 0.6 : 0;
+    const offCentre = isChroma ? Math.max(0, gap(mean / peak, 0.5) - 0.08) * 4 : 0;
+    // Alpha is mostly 0 or full, and not 0 everywhere.
+    const absent = c.name !== 'A' ? 0 : mean < peak / 64 ? 0.6 : 0.8 * (1 - extremes / n);
     const weight = isChroma ? 0.5 : 1;
+    const part = isChroma ? 'chroma' : 'luma';
+    if (format.model === 'YCbCr' && c.name !== 'A') spreads[part] = Math.max(spreads[part], spread / peak);
     total += weight * (near / pairs / (spread + peak / 128) + offCentre + absent);
     weights += weight;
   }
-  return weights ? total / weights : 1;
+  // Colours vary less than brightness does; what varies as much is often brightness taken for colours.
+  const vivid = spreads.chroma > 0 ? 0.2 * Math.min(1.5, spreads.chroma / (spreads.luma + 1 / 256)) : 0;
+  return weights ? total / weights + vivid : 1;
 }
 
 // Where no usual size fits: the distance at which bytes repeat best is that of rows.
