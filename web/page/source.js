@@ -19,10 +19,10 @@ export class RawSource {
     this.description = { format, width, height };
     this.strides = strides;
     this.layout = morvane.layOut(this.description, { strides });
-    this.frames = this.#countFrames();
+    this.frames = this.countFrames();
   }
 
-  #countFrames() {
+  countFrames() {
     const { files, layout, offset } = this;
     if (!Number.isSafeInteger(offset) || offset < 0) throw new Error('The header must have 0 bytes or more.');
     if (files.length === 1) {
@@ -74,10 +74,14 @@ export class RawSource {
 
 class Y4mSource extends RawSource {
   constructor(files, morvane, settings, y4m) {
-    super(files, morvane, { ...settings, offset: y4m.offset + y4m.frameLine });
+    super(files, morvane, { ...settings, offset: y4m.offset });
     this.y4m = y4m;
     this.step = y4m.frameLine + this.layout.bytes;
     this.frames = Math.floor((files[0].size - y4m.offset) / this.step);
+  }
+
+  countFrames() {
+    return 0;
   }
 
   async read(frame, picture) {

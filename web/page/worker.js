@@ -51,9 +51,12 @@ function alike(a, b, look) {
   return b.description.format === format ? b : colours.convert(b, { format, matrix: look.matrix, range: look.range }, look);
 }
 
-async function converted(slot, frame, to, look) {
+/** As the command has it: the matrix is that of both pictures, and the range where both are of one kind. */
+async function converted(slot, frame, format, look) {
   const picture = await hold(slot, frame);
-  return colours.convert(picture, { format: to }, { ...look, ...slot.look });
+  const all = { ...look, ...slot.look };
+  const [from, to] = [picture.description.format, format].map((name) => morvane.formats.get(name).model);
+  return colours.convert(picture, { format, matrix: all.matrix, range: from === to ? all.range : undefined }, all);
 }
 
 const transferable = (pixels) => [pixels.buffer];
