@@ -17,6 +17,8 @@ export class Colours {
     if (this.#made.size > 3) this.#drop(this.#made.keys().next().value);
     const plan = this.#morvane.plan(from, to, { filter, siting });
     const converter = { plan, destination: this.#morvane.picture(to) };
+    // What lies behind rows is not written, and is saved.
+    converter.destination.bytes.fill(0);
     this.#made.set(key, converter);
     return converter;
   }
