@@ -13,6 +13,8 @@ const headers = [0, 16, 32, 64, 128, 256, 512, 1024, 2048, 4096];
 const alignments = [64, 128, 256];
 const mostExamined = 110;
 const bandRows = 24;
+// Above it, neighbours differ as they do in noise or in a picture of the wrong width.
+const roughestPicture = 0.5;
 
 /** The format and the size that are words of the name: the longest that names one format, as the command has it. */
 export function fromName(path, morvane) {
@@ -64,7 +66,7 @@ function* fits(morvane, files, description) {
   }
   for (const offset of headers.slice(1)) {
     const frames = fitsWhole(layout, files, offset);
-    if (frames && frames < 1000) yield { frames, offset, likely: 0.3 };
+    if (frames === 1) yield { frames, offset, likely: 0.3 };
   }
   // A name that says everything is believed where the file is cut short behind whole frames.
   const frames = files.length === 1 ? Math.floor(files[0].size / layout.bytes) : 0;
@@ -120,14 +122,15 @@ function roughness(morvane, picture) {
     const offCentre = isChroma ? Math.max(0, gap(mean / peak, 0.5) - 0.08) * 4 : 0;
     // Alpha is mostly 0 or full, and not 0 everywhere.
     const absent = c.name !== 'A' ? 0 : mean < peak / 64 ? 0.6 : 0.8 * (1 - extremes / n);
+    const flat = !isChroma && c.name !== 'A' && spread < peak / 256 ? 0.5 : 0;
     const weight = isChroma ? 0.5 : 1;
     const part = isChroma ? 'chroma' : 'luma';
     if (format.model === 'YCbCr' && c.name !== 'A') spreads[part] = Math.max(spreads[part], spread / peak);
-    total += weight * (near / pairs / (spread + peak / 128) + offCentre + absent);
+    total += weight * (near / pairs / (spread + peak / 128) + offCentre + absent + flat);
     weights += weight;
   }
   // Colours vary less than brightness does; what varies as much is often brightness taken for colours.
-  const vivid = spreads.chroma > 0 ? 0.2 * Math.min(1.5, spreads.chroma / (spreads.luma + 1 / 256)) : 0;
+  const vivid = spreads.chroma > 0 ? 0.4 * Math.min(1.5, spreads.chroma / (spreads.luma + 1 / 256)) : 0;
   return weights ? total / weights + vivid : 1;
 }
 
@@ -147,7 +150,7 @@ async function bySimilarRows(morvane, files, given) {
   for (const f of given.format ? [morvane.formats.get(given.format)] : morvane.formats.values()) {
     const [plane] = f.planes;
     const width = Math.floor((best.stride * plane.groupPixels) / plane.groupBytes);
-    for (const height of new Set([Math.floor(file.size / best.stride), Math.floor(file.size / best.stride / 1.5), Math.floor(file.size / best.stride / 2)])) {
+    for (const height of new Set([Math.floor(file.size / best.stride), Math.floor(file.size / best.stride / 1.5), Math.floor(file.size / best.stride / 2), Math.floor(file.size / best.stride / 3)])) {
       if (width < 1 || height < 1) continue;
       const layout = morvane.layOut({ format: f.name, width, height });
       if (layout.planes[0].stride !== best.stride || layout.bytes > file.size || file.size - layout.bytes >= best.stride * 2) continue;
@@ -161,19 +164,25 @@ async function bySimilarRows(morvane, files, given) {
 /** The likeliest settings first. What is given is not guessed. */
 export async function guess(morvane, files, given = {}) {
   const named = fromName(files[0].name, morvane);
-  let found = candidates(morvane, files, named, given);
-  if (found.length === 0 && files.length === 1) found = await bySimilarRows(morvane, files, given);
+  const found = candidates(morvane, files, named, given);
   // A name that fits needs no look at what is inside.
   const isSure = found.length > 0 && found.length <= 2 && named.size && named.format;
   if (isSure) return found.map((g) => ({ ...g, sure: true }));
+  const examined = await examine(morvane, files, found.slice(0, mostExamined));
+  const isDoubtful = !examined.some((g) => g.rough < roughestPicture);
+  if (isDoubtful && files.length === 1) examined.push(...(await examine(morvane, files, await bySimilarRows(morvane, files, given))));
+  return examined.sort((a, b) => b.score - a.score);
+}
+
+async function examine(morvane, files, candidates) {
   const examined = [];
-  for (const candidate of found.slice(0, mostExamined)) {
+  for (const candidate of candidates) {
     const band = await new RawSource(files, morvane, candidate).band(bandRows);
     const rough = roughness(morvane, band);
     band.free();
     examined.push({ ...candidate, rough, score: candidate.score - 4 * Math.min(rough, 1.5) });
   }
-  return examined.sort((a, b) => b.score - a.score);
+  return examined;
 }
 
 /** Those of the guesses that are shown: alike ones only once. */
