@@ -130,7 +130,7 @@ function roughness(morvane, picture) {
     weights += weight;
   }
   // Colours vary less than brightness does; what varies as much is often brightness taken for colours.
-  const vivid = spreads.chroma > 0 ? 0.4 * Math.min(1.5, spreads.chroma / (spreads.luma + 1 / 256)) : 0;
+  const vivid = spreads.chroma > 0 ? 0.2 * Math.min(1.5, spreads.chroma / (spreads.luma + 1 / 256)) : 0;
   return weights ? total / weights + vivid : 1;
 }
 
