@@ -43,7 +43,7 @@ export function fillForm() {
   for (const button of at('chart-kind').children) button.setAttribute('aria-pressed', String(button.dataset.chart === state.chart));
   const isOpen = state.slots[0].frames > 0;
   for (const id of ['save-png', 'save', 'copy', 'play', 'previous', 'next', 'frame', 'choose-second']) at(id).disabled = !isOpen;
-  showCommand(false);
+  showCommand();
 }
 
 function fillComponents() {
@@ -89,7 +89,7 @@ function command(png) {
 }
 
 let isPngShown = true;
-function showCommand(changed, png = isPngShown) {
+function showCommand(png = isPngShown) {
   isPngShown = png;
   at('command').textContent = command(png);
 }
@@ -128,7 +128,7 @@ async function saveConverted() {
   const [{ files, frames: all }] = state.slots;
   const name = `${files[0].name.replace(/\.[^.]*$/, '')}.${to}`;
   const count = at('which').value === 'all' ? all - state.frame : 1;
-  const { blob, stopped } = await withProgress('Converting frame', 'convert', 0, { to, first: state.frame, count }, shownLook(), undefined);
+  const { blob, stopped } = await withProgress('Converting frame', 'convert', 0, { to, first: state.frame, count }, shownLook());
   if (!stopped) download(blob, name);
 }
 
@@ -164,7 +164,7 @@ export function listen() {
     at(name).addEventListener('change', () => {
       slot().look[name] = at(name).value || undefined;
       if (state.active === 1) engine.call('look', 1, slot().look);
-      showCommand(true);
+      showCommand();
       refresh();
     });
   at('alpha').addEventListener('change', () => ((state.alpha = at('alpha').value), refresh()));
@@ -201,7 +201,7 @@ export function listen() {
   at('save-png').addEventListener('click', tried(savePng));
   at('save').addEventListener('click', tried(saveConverted));
   at('stop').addEventListener('click', () => engine.stop());
-  for (const id of ['to', 'which']) at(id).addEventListener('change', () => showCommand(true, false));
+  for (const id of ['to', 'which']) at(id).addEventListener('change', () => showCommand(false));
   at('copy').addEventListener('click', tried(async () => {
     await navigator.clipboard.writeText(at('command').textContent).catch(() => getSelection().selectAllChildren(at('command')));
   }));

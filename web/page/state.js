@@ -22,7 +22,6 @@ export function blank() {
 }
 
 export const colourOf = (hex) => [1, 3, 5].map((i) => Number.parseInt(hex.slice(i, i + 2), 16));
-export const lookOf = (slot) => ({ ...slot.look });
 
 export function shownLook() {
   const { component, alpha, background, gain, slots } = state;

@@ -87,10 +87,10 @@ test('every format shows the pixels of the command', async () => {
     morvane('pattern', alpha ? 'key' : 'bars', '-f', format, '-s', size, file);
     await fresh({ hash: `#format=${format}&size=${size}` });
     await open(file);
-    const chroma = /^cb_?cr/.test(format);
+    // Of chroma alone the command shows no pixels of the picture, but samples.
+    if (/^cb_?cr/.test(format)) continue;
     const expected = at('expected.png');
-    morvane('show', file, expected, '-f', format, '-s', size, ...(chroma ? ['--plane', 'Cb'] : []));
-    if (chroma) continue;
+    morvane('show', file, expected, '-f', format, '-s', size);
     assert.deepEqual(await pixels(64, 12), pixelsOfPng(expected), format);
   }
 });

@@ -166,18 +166,16 @@ const calls = {
     return writePng(made.bytes.slice(), width, height, hasAlpha ? 4 : 3);
   },
 
-  async convert(slotIndex, { to, first, count }, look, writable, report) {
+  async convert(slotIndex, { to, first, count }, look, report) {
     const slot = slots[slotIndex];
     const parts = [];
     const frames = Math.min(count, slot.source.frames - first);
     for (let i = 0; i < frames && !stopped; ++i) {
       const bytes = (await converted(slot, first + i, to, look)).bytes.slice();
-      if (writable) await writable.write(bytes);
-      else parts.push(new Blob([bytes]));
+      parts.push(new Blob([bytes]));
       report({ done: i + 1, of: frames });
     }
-    if (writable) await writable.close();
-    return { stopped, blob: writable ? undefined : new Blob(parts) };
+    return { stopped, blob: new Blob(parts) };
   },
 };
 
