@@ -1,5 +1,6 @@
 // What the module has beside the functions of morvane.h: calls without structs, and what there is to know as JSON.
 // Texts are valid until the next call.
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -199,4 +200,18 @@ int32_t web_run(const morvane_plan* plan, const morvane_picture* source, const m
                 const int32_t first, const int32_t rows, void* scratch, const int32_t scratch_bytes) {
   if (rows < 0) return morvane_plan_run(plan, source, destination, scratch, scratch_bytes, &error);
   return morvane_plan_run_rows(plan, source, destination, first, rows, scratch, scratch_bytes, &error);
+}
+
+// Each component of a row as code values, from `lines` on with `room` words for each. Floats keep all 16 bits.
+WEB(web_read_row)
+int32_t web_read_row(const int32_t* description, const morvane_picture* picture, const int32_t plane, const int32_t row,
+                     const int32_t bits, uint16_t* lines, const int32_t room) {
+  const morvane_description d = description_of(description);
+  uint16_t* each[MORVANE_COMPONENTS];
+  for (int i = 0; i < MORVANE_COMPONENTS; ++i) each[i] = lines + static_cast<ptrdiff_t>(i) * room;
+  const int32_t code = morvane_read_row(&d, picture, plane, row, each, room, &error);
+  if (code != MORVANE_OK) return code;
+  for (ptrdiff_t i = 0; i < ptrdiff_t{MORVANE_COMPONENTS} * room; ++i)
+    lines[i] = static_cast<uint16_t>(lines[i] >> (16 - bits));
+  return code;
 }

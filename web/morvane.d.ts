@@ -58,6 +58,13 @@ export interface Layout {
   readonly planes: readonly PlaneLayout[];
 }
 
+export interface LayoutOptions {
+  /** Rows begin at multiples of it. */
+  alignment?: number;
+  /** In their place, the bytes from row to row of each plane: any number from a row's bytes on. */
+  strides?: readonly number[];
+}
+
 export interface PlanOptions {
   filter?: 'linear' | 'nearest';
   siting?: 'left' | 'center';
@@ -97,8 +104,13 @@ export interface Plan {
 export interface Morvane {
   readonly formats: ReadonlyMap<string, Format>;
   formatsCalled(name: string): Format[];
-  layOut(description: Description, options?: { alignment?: number }): Layout;
-  picture(description: Description, options?: { alignment?: number }): Picture;
+  layOut(description: Description, options?: LayoutOptions): Layout;
+  picture(description: Description, options?: LayoutOptions): Picture;
+  /**
+   * The code values of a row of a plane, for luma or red, Cb or green, Cr or blue, alpha, and what is unused: empty where
+   * the plane has none. Floats are the 16-bit words by which they are converted.
+   */
+  readRow(picture: Picture, plane: number, row: number): Uint16Array[];
   plan(source: Description, destination: Description, options?: PlanOptions): Plan;
 }
 

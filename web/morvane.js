@@ -2,6 +2,27 @@
 // comes from the library.
 
 const bytesOfNumber = 4;
+const bytesOfWord = 2;
+const isUnused = (component) => component === 4;
+
+function withStrides(layout, strides) {
+  if (strides.length !== layout.planes.length) {
+    const [got, needed] = [strides.length, layout.planes.length];
+    throw new MorvaneError({ code: 'stride', argument: 'strides', got, needed, message: `${got} strides for ${needed} planes` });
+  }
+  let bytes = 0;
+  const planes = layout.planes.map((p, i) => {
+    const stride = strides[i];
+    if (!Number.isSafeInteger(stride) || stride < p.rowBytes) {
+      const message = `stride ${stride} is too small: a row has ${p.rowBytes} bytes`;
+      throw new MorvaneError({ code: 'stride', argument: `strides[${i}]`, got: stride, needed: p.rowBytes, message });
+    }
+    const offset = bytes;
+    bytes += stride * p.rows;
+    return { ...p, offset, stride };
+  });
+  return { bytes, planes };
+}
 
 /** @param {URL} url */
 async function fetched(url) {
@@ -53,12 +74,13 @@ class Morvane {
   }
 
   /** Where the planes of a picture lie in one run of bytes. */
-  layOut(description, { alignment = 0 } = {}) {
-    return this.#withMemory((take) => {
-      const layout = this.#library.web_lay_out(this.#numbers(this.#described(description), take), alignment);
-      if (layout === 0) throw this.#error();
-      return JSON.parse(this.#text(layout));
+  layOut(description, { alignment = 0, strides } = {}) {
+    const layout = this.#withMemory((take) => {
+      const answer = this.#library.web_lay_out(this.#numbers(this.#described(description), take), alignment);
+      if (answer === 0) throw this.#error();
+      return JSON.parse(this.#text(answer));
     });
+    return strides === undefined ? layout : withStrides(layout, strides);
   }
 
   /** A picture in the library's memory. */
@@ -93,6 +115,23 @@ class Morvane {
       texts: (textAt) => this.#texts((i) => textAt(plan, i)),
       allocated: (bytes) => this.#allocated(bytes),
       error: () => this.#error(),
+    });
+  }
+
+  /** The code values of a row of a plane: an array for each component, empty where the plane has none of it. */
+  readRow(picture, plane, row) {
+    const { format, width } = picture.description;
+    const { samples, groupPixels, bits } = this.formats.get(format).planes[plane];
+    const groups = Math.ceil(width / groupPixels);
+    const room = groups * Math.max(...samples);
+    return this.#withMemory((take) => {
+      const lines = take(samples.length * room * bytesOfWord);
+      const description = this.#numbers(this.#described(picture.description), take);
+      const code = this.#library.web_read_row(description, picture.handle, plane, row, bits, lines, room);
+      if (code !== 0) throw this.#error();
+      return samples.map((count, i) =>
+        new Uint16Array(this.#buffer, lines + i * room * bytesOfWord, isUnused(i) ? 0 : groups * count).slice(),
+      );
     });
   }
 

@@ -123,6 +123,37 @@ test('views show the memory of the library after it has grown', () => {
   assert.throws(() => picture.bytes, /freed/);
 });
 
+test('rows are code values', () => {
+  const picture = morvane.picture({ format: 'v210', width: 6, height: 2 });
+  picture.bytes.fill(0);
+  new Uint32Array(picture.bytes.buffer, picture.plane(0).byteOffset, 2).set([(3 << 20) | (2 << 10) | 1, 4]);
+  const [y, cb, cr, a, unused] = morvane.readRow(picture, 0, 0).map((line) => [...line.slice(0, 2)]);
+  assert.deepEqual({ y, cb, cr, a, unused }, { y: [2, 4], cb: [1, 0], cr: [3, 0], a: [], unused: [] });
+  assert.throws(() => morvane.readRow(picture, 0, 2), { code: 'rows' });
+  picture.free();
+});
+
+test('strides are free', () => {
+  const description = { format: 'y_u_v_420', width, height };
+  const tight = byModule(description, { format: 'rgba', width, height });
+  const strides = [71, 37, 36];
+  const source = morvane.picture(description, { strides });
+  assert.equal(source.layout.bytes, 71 * 6 + 37 * 3 + 36 * 3);
+  morvane.layOut(description).planes.forEach((p, i) => {
+    for (let y = 0; y < p.rows; ++y) {
+      const from = p.offset + y * p.stride;
+      source.plane(i).set(tight.source.subarray(from, from + p.rowBytes), y * strides[i]);
+    }
+  });
+  const destination = morvane.picture({ format: 'rgba', width, height });
+  const plan = morvane.plan(description, destination.description);
+  plan.run(source, destination);
+  assert.deepEqual(destination.bytes.slice(), tight.destination);
+  assert.throws(() => morvane.layOut(description, { strides: [69, 35, 35] }), { code: 'stride', needed: 70 });
+  assert.throws(() => morvane.layOut(description, { strides: [70] }), { code: 'stride' });
+  for (const taken of [source, destination, plan]) taken.free();
+});
+
 test('formats answer to the names of other systems', () => {
   assert.deepEqual(morvane.formatsCalled('nv12').map((f) => f.name), ['y_uv_420']);
   assert.deepEqual(morvane.formatsCalled('no such format'), []);
