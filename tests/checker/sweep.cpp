@@ -116,7 +116,8 @@ test_case checker::case_of(int xres, int yres, std::size_t strides, std::uint32_
 }
 
 // Every width meets every height, every choice of strides and every place; every width also meets all offsets. The
-// rest (paddings, contents, arguments) is scattered over the cases. Thinned: a part of the cases, of all widths or of fewer.
+// rest (paddings, contents, arguments) is scattered over the cases. Thinned: a part of the cases, of all widths or of
+// fewer.
 void checker::for_each_case(const std::function<bool(const test_case&)>& take) const {
   constexpr placement places[] = {placement::surrounded, placement::at_end, placement::at_start};
   const bool several_planes = sources_.size() > 1 || destinations_.size() > 1;
