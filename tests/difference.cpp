@@ -35,7 +35,7 @@ TEST_P(difference, of_all_small_sizes_and_strides) {
   for (const bool extremes : {false, true}) {
     const auto a = extremes ? random_extremes(rows * (widest + 40), 1) : random_bytes(rows * (widest + 40), 1);
     const auto b = extremes ? random_extremes(rows * (widest + 40), 2) : random_bytes(rows * (widest + 40), 2);
-    for (int xres = 0; xres <= widest; xres += thin() ? 7 : 1)
+    for (int xres = 0; xres <= widest; xres += thin_widths() ? 7 : 1)
       for (int yres = -1; yres <= rows; ++yres)
         for (const int a_padding : paddings)
           for (const int b_padding : paddings)
@@ -59,7 +59,7 @@ TEST_P(difference, of_all_small_sizes_and_strides) {
 TEST_P(difference, of_all_offsets) {
   const auto a = random_bytes(widest + 32, 1);
   const auto b = random_bytes(widest + 32, 2);
-  for (int xres = 1; xres <= widest; xres += thin() ? 13 : 1)
+  for (int xres = 1; xres <= widest; xres += thin_widths() ? 13 : 1)
     for (int first = 0; first < 32; ++first)
       for (const int second : {0, 1, first, 31 - first})
         ASSERT_EQ(sad::difference(a.data() + first, xres, b.data() + second, xres, xres, 1),

@@ -1,5 +1,5 @@
-// The main function of all test programs: GoogleTest's, with --thin and --each-kernel-once for slow machines, and the
-// names of the backends that are tested.
+// The main function of all test programs: GoogleTest's, with --thin, --every-width and --each-kernel-once for slow
+// machines, and the names of the backends that are tested.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -13,6 +13,7 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];
     if (argument == "--thin") morvane::tests::set_thin(true);
+    if (argument == "--every-width") morvane::tests::set_every_width(true);
     if (argument == "--each-kernel-once") morvane::tests::set_each_kernel_once(true);
   }
   std::printf("backends:");

@@ -5,6 +5,7 @@ namespace morvane::tests {
 namespace {
 
 bool is_thin = false;
+bool is_every_width = false;
 bool is_each_kernel_once = false;
 
 }  // namespace
@@ -15,6 +16,14 @@ bool thin() {
 
 void set_thin(bool on) {
   is_thin = on;
+}
+
+bool thin_widths() {
+  return is_thin && !is_every_width;
+}
+
+void set_every_width(bool on) {
+  is_every_width = on;
 }
 
 bool each_kernel_once() {

@@ -72,7 +72,7 @@ TEST(checked_tails, of_every_kernel_are_as_the_rules_say) {
   EXPECT_GT(chosen.size(), 20U);
   int number = 0;
   for (conversion_case c : chosen)
-    for (c.width = 1; c.width <= widest; c.width += thin() ? 7 : 1) {
+    for (c.width = 1; c.width <= widest; c.width += thin_widths() ? 7 : 1) {
       c.height = 2 + c.width % 2;
       c.source_lies = ++number;
       c.destination_lies = 3 * number + 2;

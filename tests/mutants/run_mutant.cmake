@@ -75,7 +75,8 @@ endif()
 execute_process(COMMAND ${compiler} ${objects} ${library_objects} -pthread -o ${scratch}/program
                 COMMAND_ERROR_IS_FATAL ANY)
 
-execute_process(COMMAND ${emulator} ${scratch}/program --thin --gtest_filter=${rows} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+execute_process(COMMAND ${emulator} ${scratch}/program --thin --gtest_fail_fast --gtest_filter=${rows}
+                OUTPUT_VARIABLE output RESULT_VARIABLE result)
 if(NOT output MATCHES "backends:[^\n]* ${backend}[ \n]")
   message("This processor cannot run ${backend}.")
   return()
