@@ -1,6 +1,6 @@
 // What a raw file may be: by the words of its name, by its length, and by how smooth its pixels are.
 import { componentsOf, isColour } from './components.js';
-import { RawSource } from './source.js';
+import { RawSource, bandParts, bandRows } from './source.js';
 
 // Sizes of pictures, those first that are met most often.
 const sizes = [
@@ -12,9 +12,10 @@ const sizes = [
 const headers = [0, 16, 32, 64, 128, 256, 512, 1024, 2048, 4096];
 const alignments = [64, 128, 256];
 const mostExamined = 110;
-const bandRows = 24;
 // Above it, neighbours differ as they do in noise or in a picture of the wrong width.
 const roughestPicture = 0.5;
+const mostStrides = 12;
+const widestPicture = 4;
 
 /** The format and the size that are words of the name: the longest that names one format, as the command has it. */
 export function fromName(path, morvane) {
@@ -99,12 +100,14 @@ function roughness(morvane, picture) {
   const spreads = { luma: 0, chroma: 0 };
   for (const c of componentsOf(format)) {
     const count = Math.ceil((picture.description.width * c.samples) / c.groupPixels);
-    const rows = Math.min(picture.layout.planes[c.plane].rows, bandRows);
+    const { rows } = picture.layout.planes[c.plane];
+    const together = rows / (picture.description.height < bandRows ? 1 : bandParts);
     const peak = 2 ** c.bits;
     let before;
     let [near, pairs, sum, squares, extremes, n] = [0, 0, 0, 0, 0, 0];
     for (let y = 0; y < rows; ++y) {
       const line = morvane.readRow(picture, c.plane, y)[c.line];
+      if (y % together === 0) before = undefined;
       for (let i = 1; i < count; ++i) {
         near += gap(line[i], line[i - 1]) + (before ? gap(line[i], before[i]) : 0);
         pairs += before ? 2 : 1;
@@ -134,31 +137,79 @@ function roughness(morvane, picture) {
   return weights ? total / weights + vivid : 1;
 }
 
-// Where no usual size fits: the distance at which bytes repeat best is that of rows.
-async function bySimilarRows(morvane, files, given) {
-  const [file] = files;
+// The distances at which bytes repeat best, which are those of rows.
+async function likelyStrides(file) {
   const bytes = new Uint8Array(await file.slice(0, 1 << 17).arrayBuffer());
-  let best = { stride: 0, gap: Infinity };
-  for (let stride = 32; stride < Math.min(16384, bytes.length / 3); ++stride) {
-    let sum = 0;
+  const gaps = new Float64Array(Math.max(0, Math.min(16384, Math.floor(bytes.length / 3))));
+  for (let stride = 32; stride < gaps.length; ++stride) {
     const step = Math.max(1, Math.floor((bytes.length - stride) / 1500)) | 1;
-    let n = 0;
+    let [sum, n] = [0, 0];
     for (let i = 0; i + stride < bytes.length; i += step, ++n) sum += gap(bytes[i], bytes[i + stride]);
-    if (sum / n < best.gap * 0.97) best = { stride, gap: sum / n };
+    gaps[stride] = sum / n;
   }
+  const least = gaps.subarray(32).reduce((a, b) => Math.min(a, b), Infinity);
   const found = [];
-  for (const f of given.format ? [morvane.formats.get(given.format)] : morvane.formats.values()) {
-    const [plane] = f.planes;
-    const width = Math.floor((best.stride * plane.groupPixels) / plane.groupBytes);
-    for (const height of new Set([Math.floor(file.size / best.stride), Math.floor(file.size / best.stride / 1.5), Math.floor(file.size / best.stride / 2), Math.floor(file.size / best.stride / 3)])) {
-      if (width < 1 || height < 1) continue;
-      const layout = morvane.layOut({ format: f.name, width, height });
-      if (layout.planes[0].stride !== best.stride || layout.bytes > file.size || file.size - layout.bytes >= best.stride * 2) continue;
-      const whole = file.size === layout.bytes ? 0.5 : 0;
-      found.push({ format: f.name, width, height, frames: 1, score: popularity(f) + (isColour(f) ? 0.3 : -0.3) + whole });
-    }
+  for (let stride = 32; stride < gaps.length; ++stride)
+    if (gaps[stride] <= least * 1.12 && gaps[stride] <= Math.min(gaps[stride - 1] || Infinity, gaps[stride + 1] ?? Infinity)) found.push(stride);
+  return found.sort((a, b) => gaps[a] - gaps[b]).slice(0, mostStrides);
+}
+
+// Heights with which a number of frames fill the file, and one that nearly does.
+function* heights(morvane, size, format, width, stride) {
+  const layOut = (height) => morvane.layOut({ format, width, height });
+  const some = 48;
+  const bytesOfRow = layOut(some).bytes / some;
+  const leastHeight = Math.max(1, Math.floor(width / widestPicture));
+  for (let frames = 1; size / frames / bytesOfRow >= leastHeight; ++frames) {
+    if (frames > 1 && (size % frames !== 0 || size / frames / bytesOfRow > width * 2)) continue;
+    const near = Math.round(size / frames / bytesOfRow);
+    const whole = [near, near - 1, near + 1].find((height) => height > 0 && layOut(height).bytes * frames === size);
+    if (whole) yield { height: whole, frames, whole: 0.5 };
+    const cut = Math.floor(size / bytesOfRow);
+    if (frames === 1 && !whole && cut > 0 && layOut(cut).bytes <= size && size - layOut(cut).bytes < 2 * stride) yield { height: cut, frames, whole: 0 };
   }
-  return found;
+}
+
+// The columns of luma or the like in which something stands: not 0 in all rows, nor in the last group of pixels the same as
+// to the left in all rows, with which encoders fill it.
+function columnsUsed(lines, groupPixels) {
+  const inSome = (isSo) => lines.some(isSo);
+  let used = lines[0].length;
+  while (used > 1 && !inSome((line) => line[used - 1] !== 0)) --used;
+  used = Math.ceil(used / groupPixels) * groupPixels;
+  const least = used - groupPixels + 1;
+  while (used > least && !inSome((line) => line[used - 1] !== line[used - 2] && line[used - 1] !== 0)) --used;
+  return used;
+}
+
+// Rows of some formats are padded to multiples of many pixels, so that a stride leaves the width open.
+async function withoutPadding(morvane, file, candidate) {
+  const strideOf = (width) => morvane.layOut({ format: candidate.format, width, height: 1 }).planes[0].stride;
+  const format = morvane.formats.get(candidate.format);
+  const whole = componentsOf(format).find((c) => c.plane === 0 && c.samples === c.groupPixels);
+  if (strideOf(1) === format.planes[0].groupBytes || !whole) return candidate;
+  const { line, groupPixels } = whole;
+  const band = await new RawSource([file], morvane, candidate).band();
+  const lines = Array.from({ length: band.description.height }, (_, y) => morvane.readRow(band, 0, y)[line]);
+  band.free();
+  const width = Math.min(columnsUsed(lines, groupPixels), candidate.width);
+  return strideOf(width) === strideOf(candidate.width) ? { ...candidate, width } : candidate;
+}
+
+async function bySimilarRows(morvane, [file], given) {
+  const found = [];
+  for (const stride of await likelyStrides(file))
+    for (const f of given.format ? [morvane.formats.get(given.format)] : morvane.formats.values()) {
+      const [plane] = f.planes;
+      const width = Math.floor((stride * plane.groupPixels) / plane.groupBytes);
+      if (width < 1 || morvane.layOut({ format: f.name, width, height: 1 }).planes[0].stride !== stride) continue;
+      for (const { height, frames, whole } of heights(morvane, file.size, f.name, width, stride)) {
+        const odd = Math.max(0, gap(Math.log2(width / height), 0.6) - 0.6) / 4 + (frames > 1 ? 0.25 + Math.log10(frames) / 4 : 0);
+        const candidate = await withoutPadding(morvane, file, { format: f.name, width, height, frames });
+        found.push({ ...candidate, score: popularity(f) + (isColour(f) ? 0.3 : -0.3) + whole - odd });
+      }
+    }
+  return found.sort((a, b) => b.score - a.score).slice(0, mostExamined);
 }
 
 /** The likeliest settings first. What is given is not guessed. */
@@ -177,7 +228,7 @@ export async function guess(morvane, files, given = {}) {
 async function examine(morvane, files, candidates) {
   const examined = [];
   for (const candidate of candidates) {
-    const band = await new RawSource(files, morvane, candidate).band(bandRows);
+    const band = await new RawSource(files, morvane, candidate).band();
     const rough = roughness(morvane, band);
     band.free();
     examined.push({ ...candidate, rough, score: candidate.score - 4 * Math.min(rough, 1.5) });

@@ -10,6 +10,10 @@ async function bytesOf(blob, first, count) {
   }
 }
 
+// A multiple of the rows that share chroma, in each part.
+export const bandRows = 24;
+export const bandParts = 3;
+
 const number = (n) => n.toLocaleString('en');
 
 export class RawSource {
@@ -55,18 +59,20 @@ export class RawSource {
     planes.forEach((bytes, i) => picture.plane(i).set(bytes));
   }
 
-  /** Some rows around the middle of the first frame, as a picture of its own. */
-  async band(rows) {
+  /** Rows near the top, from the middle and near the bottom of the first frame, as a picture of its own. */
+  async band() {
     const { files, layout, offset, morvane, description } = this;
-    const height = Math.min(rows, description.height);
-    const first = Math.floor((description.height - height) / 4) * 2;
-    const band = { ...description, height };
-    const picture = morvane.picture(band, { strides: layout.planes.map((p) => p.stride) });
+    const parts = description.height < bandRows ? 1 : bandParts;
+    const height = Math.min(bandRows, description.height);
+    const picture = morvane.picture({ ...description, height }, { strides: layout.planes.map((p) => p.stride) });
     for (const [i, p] of layout.planes.entries()) {
-      const skipped = Math.floor((first * p.rows) / description.height) * p.stride;
-      const count = picture.layout.planes[i].rows * p.stride;
       const [file, at] = files.length === 1 ? [files[0], p.offset] : [files[i], 0];
-      picture.plane(i).set(await bytesOf(file, offset + at + skipped, count));
+      const rows = picture.layout.planes[i].rows / parts;
+      for (let part = 0; part < parts; ++part) {
+        const first = Math.floor(((p.rows - rows) * (2 * part + 1)) / (2 * parts));
+        const bytes = await bytesOf(file, offset + at + first * p.stride, rows * p.stride);
+        picture.plane(i).set(bytes, part * rows * p.stride);
+      }
     }
     return picture;
   }

@@ -1,83 +1,11 @@
-// node --test web/page/test.mjs: the built page in a browser, beside the command of the native build, which MORVANE names.
+// node --test web/page/test*.mjs: what the page shows and saves, beside the command.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { mkdirSync, mkdtempSync, openSync, ftruncateSync, closeSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
-import { tmpdir } from 'node:os';
+import { openSync, ftruncateSync, closeSync, readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
-import { after, before, test } from 'node:test';
-import { fileURLToPath } from 'node:url';
+import { test } from 'node:test';
 
-import { chromium } from 'playwright-core';
-
-const path = (relative) => fileURLToPath(new URL(relative, import.meta.url));
-const command = process.env.MORVANE ?? path('../../build/release/tool/morvane');
-const address = new URL('../../build/wasm/web/page/index.html', import.meta.url).href;
-const executablePath = process.env.BROWSER_FOR_TESTS ?? '/usr/bin/chromium-headless-shell';
-const pictures = path('../../out/');
-const directory = mkdtempSync(join(tmpdir(), 'morvane-page-'));
-const at = (name) => join(directory, name);
-const morvane = (...words) => execFileSync(command, words, { stdio: 'pipe' });
-
-let browser;
-let page;
-
-before(async () => {
-  mkdirSync(pictures, { recursive: true });
-  browser = await chromium.launch({ executablePath, args: ['--no-sandbox'] });
-});
-after(async () => {
-  await browser.close();
-  rmSync(directory, { recursive: true });
-});
-
-async function fresh({ hash = '', scheme = 'light', width = 1360, height = 860 } = {}) {
-  await page?.context().close();
-  page = await browser.newPage({ viewport: { width, height }, colorScheme: scheme });
-  page.on('pageerror', (error) => assert.fail(error));
-  page.setDefaultTimeout(15_000);
-  await page.goto(address + hash);
-  await page.waitForSelector('body[data-ready]');
-}
-
-const shownCount = () => page.evaluate(() => Number(document.body.dataset.shown ?? 0));
-const shownAfter = (count) => page.waitForFunction((n) => Number(document.body.dataset.shown ?? 0) > n, count);
-const message = () => page.evaluate(() => (document.getElementById('message').hidden ? '' : document.getElementById('message').textContent));
-
-async function open(files, input = '#files') {
-  const count = await shownCount();
-  await page.setInputFiles(input, files);
-  await shownAfter(count);
-}
-
-// What a key or a click changes in the picture.
-async function shownBy(act) {
-  const count = await shownCount();
-  await act();
-  await shownAfter(count);
-}
-
-/** The picture at 1:1, as the canvas has it. */
-const pixels = (width, height) =>
-  page.evaluate(
-    async ([w, h]) => {
-      document.getElementById('one').click();
-      const view = document.getElementById('view');
-      const canvas = document.getElementById('canvas');
-      const [x, y] = [Math.round((view.clientWidth - w) / 2), Math.round((view.clientHeight - h) / 2)];
-      const { data } = canvas.getContext('2d').getImageData(x, y, w, h);
-      return [...data];
-    },
-    [width, height],
-  );
-
-/** A PNG of the command as RGB with alpha, which it reads as bgra or bgrx. */
-function pixelsOfPng(file) {
-  const read = (to) => morvane('convert', file, '-t', to, '-');
-  return [...read('rgba')];
-}
-
-const size = '64x12';
-const formats = morvane('formats').toString().split('\n').slice(1).map((line) => line.split(' ')[0]).filter((name) => name !== '');
+import { at, command, directory, formats, fresh, message, morvane, open, page, path, pictures, pixels, pixelsOfPng, saved, shownBy, size } from './harness.mjs';
 
 test('every format shows the pixels of the command', async () => {
   await fresh();
@@ -143,13 +71,6 @@ test('code values stand under the pointer and in the pixels', async () => {
   assert.deepEqual(await values(), expected.map(([name, value]) => [name, `${value}`]));
   await page.screenshot({ path: join(pictures, 'page_pixels.png') });
 });
-
-async function saved(button) {
-  const [download] = await Promise.all([page.waitForEvent('download'), page.click(button)]);
-  const file = at(`saved_${download.suggestedFilename()}`);
-  await download.saveAs(file);
-  return { file, name: download.suggestedFilename() };
-}
 
 test('what is saved has the bytes of the command', async () => {
   const file = at('save_66x20.yuva444p');
