@@ -34,6 +34,7 @@ export function fillForm() {
   at('offset').value = settings.offset;
   for (const id of ['format', 'width', 'height', 'strides', 'offset']) at(id).disabled = fixed || !slot().files;
   for (const name of Object.keys(choices)) at(name).value = look[name] === usual[name] ? '' : (look[name] ?? '');
+  at('range').querySelector('[value="full"]').textContent = slot().isRangeGuessed ? 'full (guessed)' : 'full';
   fillComponents();
   at('alpha').value = state.alpha;
   at('background').value = state.background;
@@ -47,14 +48,15 @@ export function fillForm() {
 }
 
 function fillComponents() {
-  const [{ components, settings }] = state.slots;
+  const [{ components, settings, hasKey }] = state.slots;
   const facts = formatNamed(settings.format);
   const isColour = facts?.model === 'YCbCr' || facts?.model === 'RGB';
-  at('alpha-form').hidden = !facts?.hasAlpha;
+  at('alpha-form').hidden = !facts?.hasAlpha && !hasKey;
   const keys = isColour ? ['', ...components.map((c) => c.key)] : components.map((c) => c.key);
+  if (hasKey) keys.push('A');
   at('components').replaceChildren(
     ...keys.map((key) => {
-      const button = Object.assign(document.createElement('button'), { textContent: key || 'Colour', onclick: () => chooseComponent(key) });
+      const button = Object.assign(document.createElement('button'), { textContent: { '': 'Colour', A: 'Alpha' }[key] ?? key, onclick: () => chooseComponent(key) });
       button.setAttribute('aria-pressed', String(key === state.component || (!isColour && state.component === '' && key === keys[0])));
       return button;
     }),
@@ -102,7 +104,7 @@ function read() {
   const [width, height] = ['width', 'height'].map(whole);
   // Strides belong to a size and a format.
   const isSame = settings.format === wanted && settings.width === width && settings.strides?.join() === strides?.join();
-  slot().settings = { format: wanted, width, height, strides: isSame || settings.strides?.join() !== strides?.join() ? strides : undefined, offset: whole('offset') ?? 0 };
+  slot().settings = { ...settings, format: wanted, width, height, strides: isSame || settings.strides?.join() !== strides?.join() ? strides : undefined, offset: whole('offset') ?? 0 };
   if (!formatNamed(wanted)) {
     say(`There is no format called "${wanted}".`);
     return;
@@ -163,6 +165,7 @@ export function listen() {
   for (const name of Object.keys(choices))
     at(name).addEventListener('change', () => {
       slot().look[name] = at(name).value || undefined;
+      if (name === 'range') Object.assign(slot(), { isRangeSet: true, isRangeGuessed: false });
       if (state.active === 1) engine.call('look', 1, slot().look);
       showCommand();
       refresh();
@@ -174,6 +177,7 @@ export function listen() {
     if (colourOf(state.background)) refresh();
   });
   at('gain').addEventListener('change', () => ((state.gain = Number(at('gain').value)), refresh()));
+  view.onWipe = () => (at('wipe-at').value = String(Math.round(view.wipeAt * 1000)));
   at('wipe-at').addEventListener('input', () => {
     view.wipeAt = Number(at('wipe-at').value) / 1000;
     view.draw();

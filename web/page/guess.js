@@ -14,6 +14,9 @@ const alignments = [64, 128, 256];
 const mostExamined = 110;
 // Above it, neighbours differ as they do in noise or in a picture of the wrong width.
 const roughestPicture = 0.5;
+// Filters overshoot, so that a few samples of video range lie outside of it.
+const leastOutside = 0.01;
+const leastSpread = 96;
 const mostStrides = 12;
 const widestPicture = 4;
 
@@ -234,6 +237,20 @@ async function examine(morvane, files, candidates) {
     examined.push({ ...candidate, rough, score: candidate.score - 4 * Math.min(rough, 1.5) });
   }
   return examined;
+}
+
+/** Full where luma goes where video range has none, and nothing where it does not, or is not that of a picture. */
+export async function guessRange(morvane, source) {
+  const format = morvane.formats.get(source.description.format);
+  const luma = componentsOf(format).find((c) => c.name === 'Y' && !c.float);
+  if (format.model !== 'YCbCr' || !luma) return undefined;
+  const unit = 2 ** (luma.bits - 8);
+  const band = await source.band();
+  const values = Array.from({ length: band.layout.planes[luma.plane].rows }, (_, y) => [...morvane.readRow(band, luma.plane, y)[luma.line]]).flat();
+  band.free();
+  const outside = values.filter((v) => v < 16 * unit || v > 235 * unit).length;
+  const [least, most] = values.reduce(([a, b], v) => [Math.min(a, v), Math.max(b, v)], [Infinity, 0]);
+  return outside > values.length * leastOutside && most - least > leastSpread * unit ? 'full' : undefined;
 }
 
 /** Those of the guesses that are shown: alike ones only once. */

@@ -27,8 +27,9 @@ async function openAs(index, files) {
   const wish = state.slots[index].files ? blank() : state.slots[index];
   // Settings made by hand stay for the next file of the same length.
   const before = state.slots[index];
-  if (before.files && before.kind === 'raw' && before.files[0].size === files[0].size) Object.assign(wish, { settings: before.settings, look: before.look });
-  const slot = Object.assign(blank(), { settings: wish.settings, look: wish.look, files, name: files.map((f) => f.name).join(', ') });
+  if (before.files && before.kind === 'raw' && before.files[0].size === files[0].size) Object.assign(wish, { settings: before.settings, look: before.look, isRangeSet: before.isRangeSet });
+  const isRangeSet = wish.isRangeSet ?? (!wish.files && wish.look.range !== undefined);
+  const slot = Object.assign(blank(), { settings: wish.settings, look: wish.look, isRangeSet, files, name: files.map((f) => f.name).join(', ') });
   state.slots[index] = slot;
   state.active = index;
   if (index === 0 && before.files) state.frame = 0;
@@ -38,7 +39,11 @@ async function openAs(index, files) {
   try {
     const opened = await engine.call('open', index, files);
     slot.kind = opened.kind;
-    if (opened.kind === 'raw') return await openRaw(index, slot, files);
+    if (opened.kind === 'raw') {
+      slot.settings = { ...slot.settings, isKeyed: opened.isKeyed };
+      slot.files = opened.files;
+      return await openRaw(index, slot, slot.files);
+    }
     const { format, width, height, siting, range } = opened.settings;
     slot.settings = { format, width, height, strides: undefined, offset: 0 };
     slot.look.siting ??= siting;
@@ -72,7 +77,7 @@ async function openRaw(index, slot, files) {
       return true;
     }
     const { format, width, height, strides, offset = 0 } = guesses[0];
-    slot.settings = { format, width, height, strides, offset };
+    slot.settings = { ...slot.settings, format, width, height, strides, offset };
   }
   slot.guesses = guesses;
   if (!(await configure(index))) return false;
@@ -87,15 +92,18 @@ function unknown(slot, files) {
   slot.frames = 0;
 }
 
-function settle(index, slot, { frames, components, layout }) {
-  Object.assign(slot, { frames, components, layout });
+function settle(index, slot, { frames, components, layout, hasKey, range }) {
+  if (slot.kind === 'raw' && !slot.isRangeSet) Object.assign(slot, { isRangeGuessed: range !== undefined, look: { ...slot.look, range } });
+  Object.assign(slot, { frames, components, layout, hasKey });
   at('guesses').hidden = slot.guesses.length < 2;
   if (index === 1) {
     engine.call('look', 1, { ...slot.look });
     if (state.mode === 'none') state.mode = 'side';
   }
   state.frame = Math.min(state.frame, Math.max(0, state.slots[0].frames - 1));
-  if (!state.slots[0].components.some((c) => c.key === state.component)) state.component = '';
+  const [first] = state.slots;
+  const isThere = first.components.some((c) => c.key === state.component) || (first.hasKey && state.component === 'A');
+  if (!isThere) state.component = '';
   delete at('message').dataset.kept;
   fillForm();
   refresh();
@@ -117,7 +125,7 @@ export async function configure(index) {
 }
 
 async function showThumbnails(index, slot) {
-  const pending = slot.guesses[0]?.sure ? await engine.call('guess', index, { width: slot.settings.width, height: slot.settings.height }) : slot.guesses;
+  const pending = slot.guesses[0]?.sure ? await engine.call('guess', index, { ...slot.settings, format: undefined }) : slot.guesses;
   const made = await engine.call('thumbnails', index, pending.slice(0, 40), shownLook(), mostThumbnails).catch(() => []);
   if (slot !== state.slots[index]) return;
   slot.thumbnails = made;
@@ -136,7 +144,7 @@ function drawThumbnails(index, made) {
     const { settings } = state.slots[index];
     button.setAttribute('aria-pressed', String(settings.format === format && settings.width === w && settings.height === h));
     button.onclick = () => {
-      state.slots[index].settings = { format, width: w, height: h, strides, offset: offset ?? 0 };
+      state.slots[index].settings = { ...settings, format, width: w, height: h, strides, offset: offset ?? 0 };
       for (const other of at('guess-list').children) other.setAttribute('aria-pressed', String(other === button));
       configure(index);
     };

@@ -1,5 +1,6 @@
 // Pixels for the canvas. The library makes the colours; what is added here is alpha over something, and components in grey.
 import { componentsOf, imageFormat, isColour, sampleAt } from './components.js';
+import { alphaByKey } from './key.js';
 
 /** How colours are made: a plan and its pictures for each kind of picture, kept while they are used. */
 export class Colours {
@@ -91,14 +92,24 @@ function grey(morvane, picture, component) {
   return pixels;
 }
 
+function greyOf(alpha) {
+  const pixels = new Uint8ClampedArray(alpha.length * 4);
+  const words = new Uint32Array(pixels.buffer);
+  alpha.forEach((a, i) => (words[i] = 0xff000000 | (0x10101 * a)));
+  return pixels;
+}
+
 /** What is shown of a picture, as bytes of RGB with alpha that nobody else has. */
 export function render(morvane, colours, picture, look) {
   const format = morvane.formats.get(picture.description.format);
   const components = componentsOf(format);
+  const key = alphaByKey(morvane, picture, look);
+  if (key && look.component === 'A') return greyOf(key);
   const chosen = components.find((c) => c.key === look.component);
   if (chosen || !isColour(format)) return grey(morvane, picture, chosen ?? components[0]);
   const pixels = colours.convert(picture, { format: 'rgba' }, look).clamped.slice();
-  if (!format.hasAlpha) return pixels;
+  if (!format.hasAlpha && !key) return pixels;
+  key?.forEach((a, i) => (pixels[4 * i + 3] = a));
   if (look.alpha === 'ignore') opaque(pixels);
   else over(pixels, picture.description.width, picture.description.height, look.alpha === 'colour' ? look.background : undefined);
   return pixels;

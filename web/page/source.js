@@ -19,7 +19,8 @@ const number = (n) => n.toLocaleString('en');
 export class RawSource {
   constructor(files, morvane, settings) {
     const { format, width, height, strides, offset = 0 } = settings;
-    Object.assign(this, { files, morvane, offset });
+    const isKeyed = settings.isKeyed && files.length === 2;
+    Object.assign(this, { files: isKeyed ? [files[0]] : files, keyFile: isKeyed ? files[1] : undefined, morvane, offset });
     this.description = { format, width, height };
     this.strides = strides;
     this.layout = morvane.layOut(this.description, { strides });
@@ -43,11 +44,19 @@ export class RawSource {
   }
 
   picture() {
-    return this.morvane.picture(this.description, { strides: this.strides });
+    const picture = this.morvane.picture(this.description, { strides: this.strides });
+    if (this.keyFile === undefined) return picture;
+    const key = this.morvane.picture(this.description, { strides: this.strides });
+    const free = () => {
+      Object.getPrototypeOf(picture).free.call(picture);
+      key.free();
+    };
+    return Object.assign(picture, { key, free });
   }
 
   async read(frame, picture) {
-    const { files, layout, offset } = this;
+    const { files, keyFile, layout, offset } = this;
+    if (keyFile) picture.key.bytes.set(await bytesOf(keyFile, offset + frame * layout.bytes, layout.bytes));
     if (files.length === 1) {
       const bytes = await bytesOf(files[0], offset + frame * layout.bytes, layout.bytes);
       picture.bytes.set(bytes);

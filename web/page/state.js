@@ -73,7 +73,8 @@ const quoted = (text) => (/^[\w./,:=+-]+$/.test(text) ? text : `'${text.replaceA
 /** The line that makes the same picture without this page. */
 export function commandOf(slot, frame, { to, all, png }) {
   const { settings, look, kind, files } = slot;
-  const names = files.map((f) => f.name);
+  // The command makes pictures of the fill alone.
+  const names = (settings.isKeyed ? files.slice(0, 1) : files).map((f) => f.name);
   const options = [];
   const put = (name, value) => value !== undefined && value !== '' && options.push(name, quoted(String(value)));
   const isRaw = kind === 'raw';

@@ -13,7 +13,8 @@ test('every format shows the pixels of the command', async () => {
     const { alpha } = JSON.parse(morvane('formats', format, '--json')).find((f) => f.name === format);
     const file = at(`bars_${size}.${format}.raw`);
     morvane('pattern', alpha ? 'key' : 'bars', '-f', format, '-s', size, file);
-    await fresh({ hash: `#format=${format}&size=${size}` });
+    // The command shows fills alone.
+    await fresh({ hash: `#format=${format}&size=${size}${format === 'uyvy_uyvy' ? '&alpha=ignore' : ''}` });
     await open(file);
     // Of chroma alone the command shows no pixels of the picture, but samples.
     if (/^cb_?cr/.test(format)) continue;

@@ -3,6 +3,7 @@
 const least = 1 / 64;
 const most = 128;
 const scaleOfNumbers = 44;
+const reachOfWipe = 8;
 
 export class View {
   #canvas;
@@ -12,7 +13,7 @@ export class View {
   values;
 
   constructor(box, canvas, wipe) {
-    Object.assign(this, { box, scale: 1, x: 0, y: 0, isFit: true, marked: undefined, onChange: () => {} });
+    Object.assign(this, { box, scale: 1, x: 0, y: 0, isFit: true, marked: undefined, onChange: () => {}, onWipe: () => {} });
     this.#canvas = canvas;
     this.#context = canvas.getContext('2d');
     this.#wipe = wipe;
@@ -36,16 +37,33 @@ export class View {
       this.zoomBy(2 ** (-event.deltaY / 240), event.offsetX, event.offsetY);
     }, { passive: false });
     box.addEventListener('pointerdown', (event) => {
-      held = { x: event.clientX - this.x, y: event.clientY - this.y };
+      held = { x: event.clientX - this.x, y: event.clientY - this.y, isWipe: this.#isAtWipe(event.offsetX) };
       box.setPointerCapture(event.pointerId);
     });
     box.addEventListener('pointermove', (event) => {
+      if (!held) box.style.cursor = this.#isAtWipe(event.offsetX) ? 'col-resize' : '';
       if (!held || event.buttons === 0) return;
+      if (held.isWipe) return this.#wipeTo(event.offsetX);
       this.isFit = false;
       [this.x, this.y] = [event.clientX - held.x, event.clientY - held.y];
       this.#moved();
     });
     for (const end of ['pointerup', 'pointercancel']) box.addEventListener(end, () => (held = undefined));
+  }
+
+  get #isWipe() {
+    return this.#pictures.length > 1 && this.wipeAt !== undefined;
+  }
+  get #edge() {
+    return this.x + (this.wipeAt ?? 1) * this.width * this.scale;
+  }
+  #isAtWipe(left) {
+    return this.#isWipe && Math.abs(left - this.#edge) <= reachOfWipe;
+  }
+  #wipeTo(left) {
+    this.wipeAt = Math.min(1, Math.max(0, (left - this.x) / (this.width * this.scale)));
+    this.draw();
+    this.onWipe();
   }
 
   get width() {
@@ -160,8 +178,8 @@ export class View {
     context.imageSmoothingEnabled = this.scale < 1;
     context.imageSmoothingQuality = 'high';
     const [right, down] = this.#beside;
-    const isWipe = this.#pictures.length > 1 && this.wipeAt !== undefined;
-    const edge = this.x + (this.wipeAt ?? 1) * this.width * this.scale;
+    const isWipe = this.#isWipe;
+    const edge = this.#edge;
     this.#pictures.forEach((p, i) => {
       context.save();
       if (isWipe && i === 1) {

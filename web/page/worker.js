@@ -3,7 +3,8 @@
 import { load } from '../morvane.js';
 import wasm from 'morvane.wasm';
 import { componentsOf, valuesIn } from './components.js';
-import { guess, shown } from './guess.js';
+import { guess, guessRange, shown } from './guess.js';
+import { fillAndKey, hasKey } from './key.js';
 import { charts, compare } from './measure.js';
 import { writePng } from './png.js';
 import { Colours, difference, render, thumbnail } from './render.js';
@@ -19,6 +20,7 @@ const settled = (slot) => ({
   frames: slot.source.frames,
   layout: slot.source.layout,
   offset: slot.source.offset,
+  hasKey: hasKey(morvane, slot.source),
   components: componentsOf(morvane.formats.get(slot.source.description.format)).map(({ key, name, bits }) => ({ key, name, bits })),
 });
 
@@ -66,16 +68,19 @@ const calls = {
     const slot = slots[slotIndex];
     release(slot);
     slot.source = undefined;
-    slot.files = files;
-    slot.found = await examine(files, morvane);
-    if (slot.found.kind === 'raw') return { kind: 'raw', guesses: [] };
+    const keyed = fillAndKey(files);
+    slot.files = keyed ?? files;
+    slot.found = await examine(slot.files, morvane);
+    if (slot.found.kind === 'raw') return { kind: 'raw', isKeyed: keyed !== undefined, files: slot.files };
     slot.source = sourceOf(files, morvane, slot.found, {});
     if (slot.source.frames < 1) throw new Error('This file ends before its first frame does.');
     return { kind: slot.found.kind, rate: slot.found.rate, settings: slot.found.settings, ...settled(slot) };
   },
 
   async guess(slotIndex, given) {
-    return guess(morvane, slots[slotIndex].files, given);
+    const { files } = slots[slotIndex];
+    const guesses = await guess(morvane, given.isKeyed ? [files[0]] : files, given);
+    return guesses.map((g) => ({ ...g, isKeyed: given.isKeyed }));
   },
 
   async thumbnails(slotIndex, guesses, look, most) {
@@ -94,12 +99,12 @@ const calls = {
     return made;
   },
 
-  configure(slotIndex, settings) {
+  async configure(slotIndex, settings) {
     const slot = slots[slotIndex];
     const source = sourceOf(slot.files, morvane, slot.found, settings);
     release(slot);
     slot.source = source;
-    return settled(slot);
+    return { ...settled(slot), range: await guessRange(morvane, source) };
   },
 
   /** Matrix, range, filter and siting of one file alone. */
