@@ -90,9 +90,8 @@ export class RawSource {
 class Y4mSource extends RawSource {
   constructor(files, morvane, settings, y4m) {
     super(files, morvane, { ...settings, offset: y4m.offset });
-    this.y4m = y4m;
-    this.step = y4m.frameLine + this.layout.bytes;
-    this.frames = Math.floor((files[0].size - y4m.offset) / this.step);
+    this.starts = y4m.starts;
+    this.frames = y4m.starts.frames;
   }
 
   countFrames() {
@@ -100,10 +99,7 @@ class Y4mSource extends RawSource {
   }
 
   async read(frame, picture) {
-    const bytes = await bytesOf(this.files[0], this.y4m.offset + frame * this.step, this.step);
-    if (String.fromCharCode(...bytes.subarray(0, 5)) !== 'FRAME' || bytes[this.y4m.frameLine - 1] !== 10)
-      throw new Error(`Frame ${frame} does not begin where it should: the lines before frames differ in length.`);
-    picture.bytes.set(bytes.subarray(this.y4m.frameLine));
+    picture.bytes.set(await bytesOf(this.files[0], this.starts.at(frame), this.layout.bytes));
   }
 }
 

@@ -2,6 +2,7 @@
 
 const magic = 'YUV4MPEG2';
 const longestLine = 4096;
+const longestFrameLine = 1024;
 
 export const isY4m = (bytes) => new TextDecoder('latin1').decode(bytes.subarray(0, magic.length)) === magic;
 
@@ -14,9 +15,31 @@ function nameOf(colour) {
   return `yuv${alpha ? 'a' : ''}${sampling}p${end}`;
 }
 
+const latin = async (blob, first, count) => new TextDecoder('latin1').decode(await blob.slice(first, first + count).arrayBuffer());
+
+async function lineOfFrame(blob, at) {
+  const text = await latin(blob, at, longestFrameLine);
+  const end = text.indexOf('\n');
+  return text.startsWith('FRAME') && end >= 0 ? end + 1 : undefined;
+}
+
+/** Where the samples of each frame begin. Lines of one length need no look at each. */
+async function startsOfFrames(blob, offset, frameLine, frameBytes) {
+  const step = frameLine + frameBytes;
+  const frames = Math.floor((blob.size - offset) / step);
+  if (frames < 2 || (await lineOfFrame(blob, offset + (frames - 1) * step)) === frameLine) return { frames, at: (n) => offset + n * step + frameLine };
+  const starts = [];
+  for (let at = offset, line = frameLine; line; line = await lineOfFrame(blob, at)) {
+    if (at + line + frameBytes > blob.size) break;
+    starts.push(at + line);
+    at += line + frameBytes;
+  }
+  return { frames: starts.length, at: (n) => starts[n] };
+}
+
 /** Reads what the file says of itself. */
 export async function readY4m(blob, morvane) {
-  const text = new TextDecoder('latin1').decode(await blob.slice(0, longestLine).arrayBuffer());
+  const text = await latin(blob, 0, longestLine);
   const end = text.indexOf('\n');
   if (end < 0) throw new Error('The first line of this YUV4MPEG2 file does not end.');
   const words = text.slice(0, end).split(' ').slice(1);
@@ -30,6 +53,7 @@ export async function readY4m(blob, morvane) {
   const [numerator, denominator] = (word('F') ?? '').split(':').map(Number);
   const frameLine = text.slice(end + 1).indexOf('\n') + 1;
   if (!text.startsWith('FRAME', end + 1) && blob.size > end + 1) throw new Error('No frame follows the first line of this YUV4MPEG2 file.');
+  const { bytes } = morvane.layOut({ format: format.name, width, height });
   return {
     settings: {
       format: format.name, width, height,
@@ -37,7 +61,7 @@ export async function readY4m(blob, morvane) {
       range: words.includes('XCOLORRANGE=FULL') ? 'full' : undefined,
     },
     offset: end + 1,
-    frameLine: Math.max(frameLine, 'FRAME\n'.length),
+    starts: await startsOfFrames(blob, end + 1, Math.max(frameLine, 'FRAME\n'.length), bytes),
     rate: numerator > 0 && denominator > 0 ? numerator / denominator : undefined,
   };
 }
