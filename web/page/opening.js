@@ -42,6 +42,7 @@ async function openAs(index, files) {
     if (opened.kind === 'raw') {
       slot.settings = { ...slot.settings, isKeyed: opened.isKeyed };
       slot.files = opened.files;
+      if (opened.isKeyed) slot.name = `${slot.files[0].name}, with the key ${slot.files[1].name}`;
       return await openRaw(index, slot, slot.files);
     }
     const { format, width, height, siting, range } = opened.settings;

@@ -140,6 +140,7 @@ test('a key in a file of its own is the alpha of its fill', async () => {
     await fresh();
     await open(files);
     assert.equal(await page.isVisible('#alpha-form'), true);
+    assert.equal(await page.textContent('#title'), 'title_64x32.uyvy, with the key title_key_64x32.uyvy');
     const alpha = Array.from({ length: 64 }, (_, x) => Math.round(((ramp(x) - 16) * 255) / 219));
     const expected = (back) => Array.from({ length: 64 * 32 }, (_, i) => Math.floor((255 * alpha[i % 64] + back(i % 64, Math.floor(i / 64)) * (255 - alpha[i % 64]) + 127) / 255));
     const reds = async () => (await pixels(64, 32)).filter((_, i) => i % 4 === 0);
