@@ -1,6 +1,6 @@
-// How long frames take in the element and in videoconvert, in turn in one process: a table in Markdown.
+// How long frames take in the element and in videoconvert, in turn in one process: a table in Markdown, and a picture.
 //
-//     morvane_gstreamer_bench [ROUNDS]
+//     morvane_gstreamer_bench [ROUNDS [PICTURE.svg]]
 //
 // A frame is pushed into an element and pulled behind it, so buffers and their pools are part of the time. The median
 // of the rounds is printed, and how many times as long videoconvert takes on as many threads.
@@ -11,13 +11,17 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "element.h"
+#include "plot.h"
 
 namespace {
+
+using morvane::gstreamer::gain;
 
 constexpr int frames_a_round = 4;
 
@@ -88,14 +92,18 @@ class contestant {
   std::vector<double> rounds_;
 };
 
-void compare(const pair& formats, const int rounds) {
+gain compare(const pair& formats, const int rounds) {
   contestant one("morvaneconvert", formats), two("morvaneconvert threads=2", formats);
   contestant other_one("videoconvert n-threads=1", formats), other_two("videoconvert n-threads=2", formats);
   for (int i = 0; i < rounds; i++)
     for (contestant* each : {&one, &other_one, &two, &other_two}) each->measure();
+  const gain gained{.from = formats.from,
+                    .to = formats.to,
+                    .one_thread = other_one.median() / one.median(),
+                    .two_threads = other_two.median() / two.median()};
   std::printf("| %s to %s | %.2f | %.2f | %.1f | %.2f | %.2f | %.1f |\n", formats.from, formats.to, one.median(),
-              other_one.median(), other_one.median() / one.median(), two.median(), other_two.median(),
-              other_two.median() / two.median());
+              other_one.median(), gained.one_thread, two.median(), other_two.median(), gained.two_threads);
+  return gained;
 }
 
 }  // namespace
@@ -107,5 +115,12 @@ int main(int count, char** arguments) {
   std::puts(
       "| 1920x1080, ms a frame | 1 thread | videoconvert | times | 2 threads | videoconvert | times |\n"
       "|---|---|---|---|---|---|---|");
-  for (const pair& formats : pairs) compare(formats, rounds);
+  std::vector<gain> gains;
+  for (const pair& formats : pairs) gains.push_back(compare(formats, rounds));
+  if (count <= 2) return 0;
+  std::ofstream picture(arguments[2]);
+  picture << morvane::gstreamer::gains_plot(gains) << std::flush;
+  if (picture) return 0;
+  std::fprintf(stderr, "morvane_gstreamer_bench: cannot write %s\n", arguments[2]);
+  return 1;
 }
