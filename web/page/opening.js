@@ -161,7 +161,7 @@ export function factsOf(slot) {
   const kind = { png: 'PNG', y4m: 'YUV4MPEG2', raw: 'raw' }[slot.kind] ?? '';
   const { layout, settings } = slot;
   const over = slot.kind === 'raw' && layout && slot.files.length === 1 ? (slot.files[0].size - (settings.offset ?? 0)) % layout.bytes : 0;
-  return `${slot.name}: ${size}, ${kind}, ${frames}${over ? `, and ${over.toLocaleString('en')} bytes behind the last` : ''}`;
+  return `${slot.name}: ${[size, kind, frames].filter(Boolean).join(', ')}${over ? `, and ${over.toLocaleString('en')} bytes behind the last` : ''}`;
 }
 
 /** A ring and a disc in v210, made here. */
