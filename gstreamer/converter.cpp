@@ -80,6 +80,13 @@ std::string describe(const GstVideoInfo& info, const GstVideoInfo& other, const 
   return {};
 }
 
+morvane_layout layout_of(const morvane_description& description) {
+  morvane_layout layout{};
+  layout.struct_size = sizeof layout;
+  morvane_lay_out(&description, 0, &layout, nullptr);
+  return layout;
+}
+
 morvane_options options_of(const GstVideoInfo& from, const GstVideoInfo& to, const settings& wanted) {
   morvane_options options{};
   options.struct_size = sizeof options;
@@ -102,11 +109,12 @@ bool is_same_picture(const GstVideoInfo& from, const GstVideoInfo& to) {
 
 std::string converter::add_part(std::vector<part>& parts, const rows which, const morvane_options& options) {
   if (height_of(from_, which) == 0) return {};
-  part made{.which = which, .from = {}, .to = {}, .plan = nullptr};
-  if (std::string problem = describe(from_, to_, which, made.from); !problem.empty()) return problem;
-  if (std::string problem = describe(to_, from_, which, made.to); !problem.empty()) return problem;
+  morvane_description from, to;
+  if (std::string problem = describe(from_, to_, which, from); !problem.empty()) return problem;
+  if (std::string problem = describe(to_, from_, which, to); !problem.empty()) return problem;
+  part made{.which = which, .from = layout_of(from), .to = layout_of(to), .plan = nullptr};
   morvane_error error;
-  made.plan.reset(morvane_plan_create(&made.from, &made.to, &options, &error));
+  made.plan.reset(morvane_plan_create(&from, &to, &options, &error));
   if (!made.plan) return error.message;
   const auto needed = static_cast<std::size_t>(morvane_plan_scratch_bytes(made.plan.get()));
   scratch_.resize(std::max(scratch_.size(), needed));

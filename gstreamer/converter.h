@@ -34,7 +34,7 @@ class converter {
   // The rows that one plan converts.
   struct part {
     rows which;
-    morvane_description from, to;
+    morvane_layout from, to;
     std::unique_ptr<morvane_plan, destroy_plan> plan;
   };
 

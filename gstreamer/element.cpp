@@ -50,7 +50,7 @@ MorvaneConvert* self_of(gpointer object) {
   return reinterpret_cast<MorvaneConvert*>(object);
 }
 
-void set_property(GObject* object, const guint id, const GValue* value, GParamSpec* spec) {
+void set_property(GObject* object, const guint id, const GValue* value, GParamSpec* described) {
   insides& own = *self_of(object)->own;
   GST_OBJECT_LOCK(object);
   own.is_stale = true;
@@ -65,12 +65,12 @@ void set_property(GObject* object, const guint id, const GValue* value, GParamSp
       own.wanted.background = g_value_get_int(value);
       break;
     default:
-      G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, spec);
+      G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, described);
   }
   GST_OBJECT_UNLOCK(object);
 }
 
-void get_property(GObject* object, const guint id, GValue* value, GParamSpec* spec) {
+void get_property(GObject* object, const guint id, GValue* value, GParamSpec* described) {
   const insides& own = *self_of(object)->own;
   GST_OBJECT_LOCK(object);
   switch (id) {
@@ -84,7 +84,7 @@ void get_property(GObject* object, const guint id, GValue* value, GParamSpec* sp
       g_value_set_int(value, own.wanted.background);
       break;
     default:
-      G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, spec);
+      G_OBJECT_WARN_INVALID_PROPERTY_ID(object, id, described);
   }
   GST_OBJECT_UNLOCK(object);
 }

@@ -55,12 +55,8 @@ std::string mapped_frame::map(const GstVideoInfo& info, GstBuffer* buffer, const
               : "the memory of the buffer cannot be mapped";
 }
 
-morvane_picture mapped_frame::picture(const known_format& format, const morvane_description& description,
+morvane_picture mapped_frame::picture(const known_format& format, const morvane_layout& layout,
                                       const rows which) const {
-  morvane_layout layout{};
-  layout.struct_size = sizeof layout;
-  morvane_lay_out(&description, 0, &layout, nullptr);
-
   morvane_picture made{};
   made.struct_size = sizeof made;
   for (int32_t p = 0; p < layout.plane_count; p++) {

@@ -26,8 +26,8 @@ class mapped_frame {
   // Says in a sentence why the buffer is refused, or nothing.
   std::string map(const GstVideoInfo& info, GstBuffer* buffer, GstMapFlags flags);
 
-  // The rows of the description, which are all or those of a field.
-  morvane_picture picture(const known_format& format, const morvane_description& description, rows which) const;
+  // The rows of the layout, which are all or those of a field.
+  morvane_picture picture(const known_format& format, const morvane_layout& layout, rows which) const;
 
  private:
   GstVideoFrame frame_{};
