@@ -1,6 +1,6 @@
 // node build.mjs MODULE.wasm FOLDER: the page as files that need no server: the module is inside the worker, and the worker
 // inside the script, because browsers open neither from a file system.
-import { copyFile, mkdir } from 'node:fs/promises';
+import { copyFile, mkdir, readFile } from 'node:fs/promises';
 import { dirname, join, resolve } from 'node:path';
 import { fileURLToPath } from 'node:url';
 
@@ -18,7 +18,6 @@ const provide = (name, load) => ({
 });
 const settings = { bundle: true, format: 'iife', minify: true, target: 'es2022', logLevel: 'warning', legalComments: 'none', logOverride: { 'empty-import-meta': 'silent' } };
 
-const { readFile } = await import('node:fs/promises');
 const worker = await build({
   ...settings,
   entryPoints: [join(here, 'worker.js')],

@@ -22,6 +22,9 @@ export function componentsOf(format) {
   return found.map((c) => ({ ...c, key: isShared(c.name) ? `${c.planeName}.${c.name}` : c.name }));
 }
 
+/** How many samples a row has, with those that fill its last group. */
+export const samplesOf = (component, width) => Math.ceil((width * component.samples) / component.groupPixels);
+
 /** Where in its line the sample is that a column belongs to. */
 export const sampleAt = (component, x) => Math.floor((x * component.samples) / component.groupPixels);
 

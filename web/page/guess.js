@@ -1,5 +1,5 @@
 // What a raw file may be: by the words of its name, by its length, and by how smooth its pixels are.
-import { componentsOf, isColour } from './components.js';
+import { componentsOf, isColour, samplesOf } from './components.js';
 import { RawSource, bandParts, bandRows } from './source.js';
 
 // Sizes of pictures, those first that are met most often.
@@ -102,7 +102,7 @@ function roughness(morvane, picture) {
   let [total, weights] = [0, 0];
   const spreads = { luma: 0, chroma: 0 };
   for (const c of componentsOf(format)) {
-    const count = Math.ceil((picture.description.width * c.samples) / c.groupPixels);
+    const count = samplesOf(c, picture.description.width);
     const { rows } = picture.layout.planes[c.plane];
     const together = rows / (picture.description.height < bandRows ? 1 : bandParts);
     const peak = 2 ** c.bits;

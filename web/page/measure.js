@@ -1,12 +1,11 @@
 // Numbers of pictures: how often each code value is there, where in the picture, and how far two pictures differ.
-import { componentsOf } from './components.js';
+import { componentsOf, samplesOf } from './components.js';
 
 const waveColumns = 320;
 const waveLevels = 128;
 const bins = 256;
 
 const planeRows = (picture, component) => picture.layout.planes[component.plane].rows;
-const samplesOf = (component, width) => Math.ceil((width * component.samples) / component.groupPixels);
 
 /** Histogram and waveform of each component. Of tall pictures, the waveform takes every second or third row. */
 export function charts(morvane, picture) {
